@@ -1,0 +1,135 @@
+#include "platform/base/decimal.h"
+
+#include "platform/base/error.h"
+
+#include <array>
+#include <charconv>
+
+namespace zel {
+
+namespace {
+
+[[noreturn]] void overflow()
+{
+    throw Error(8115, std::string("Arithmetic overflow error converting expression to data type numeric."));
+}
+
+bool isBlank(char c)
+{
+    return c == ' ' || c == '\t';
+}
+
+std::string_view trimmed(std::string_view text)
+{
+    while (!text.empty() && isBlank(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && isBlank(text.back()))
+        text.remove_suffix(1);
+    return text;
+}
+
+} // namespace
+
+Decimal Decimal::fromInteger(std::int64_t whole)
+{
+    std::int64_t count = 0;
+    if (__builtin_mul_overflow(whole, Scale, &count))
+        overflow();
+    return Decimal(count);
+}
+
+Decimal Decimal::fromDouble(double value)
+{
+    std::array<char, 400> text{};
+    const auto end = std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed);
+    const auto parsed =
+        end.ec == std::errc() ? parse({text.data(), static_cast<std::size_t>(end.ptr - text.data())}) : std::nullopt;
+    if (!parsed)
+        overflow();
+    return *parsed;
+}
+
+std::optional<Decimal> Decimal::parse(std::string_view text)
+{
+    text = trimmed(text);
+    bool negative = false;
+    if (!text.empty() && (text.front() == '-' || text.front() == '+')) {
+        negative = text.front() == '-';
+        text.remove_prefix(1);
+    }
+    std::int64_t count = 0;
+    int decimals = -1; // -1 before the point, else digits seen behind it
+    bool anyDigit = false;
+    for (const char c : text) {
+        if (c == '.' && decimals < 0) {
+            decimals = 0;
+            continue;
+        }
+        if (c < '0' || c > '9')
+            return std::nullopt;
+        anyDigit = true;
+        if (decimals >= 4) {
+            if (decimals == 4 && c >= '5' && __builtin_add_overflow(count, 1, &count))
+                overflow();
+            ++decimals;
+            continue;
+        }
+        if (__builtin_mul_overflow(count, 10, &count) || __builtin_add_overflow(count, c - '0', &count))
+            overflow();
+        if (decimals >= 0)
+            ++decimals;
+    }
+    if (!anyDigit)
+        return std::nullopt;
+    for (int i = decimals < 0 ? 0 : decimals; i < 4; ++i) {
+        if (__builtin_mul_overflow(count, 10, &count))
+            overflow();
+    }
+    return Decimal(negative ? -count : count);
+}
+
+Decimal Decimal::rounded(int digits) const
+{
+    std::int64_t unit = 1;
+    for (int i = digits; i < 4; ++i)
+        unit *= 10;
+    const std::int64_t rest = m_count % unit;
+    std::int64_t count = m_count - rest;
+    if (rest * 2 >= unit)
+        count += unit;
+    else if (-rest * 2 >= unit)
+        count -= unit;
+    return Decimal(count);
+}
+
+std::string Decimal::toString() const
+{
+    // The magnitude is taken unsigned: the most negative count has no positive twin.
+    const auto magnitude = m_count < 0 ? 0 - static_cast<std::uint64_t>(m_count) : static_cast<std::uint64_t>(m_count);
+    std::string text = m_count < 0 ? "-" : "";
+    text += std::to_string(magnitude / std::uint64_t(Scale));
+    if (const auto fraction = magnitude % std::uint64_t(Scale); fraction != 0) {
+        std::string digits = std::to_string(std::uint64_t(Scale) + fraction).substr(1);
+        digits.erase(digits.find_last_not_of('0') + 1);
+        text += '.' + digits;
+    }
+    return text;
+}
+
+Decimal operator+(Decimal a, Decimal b)
+{
+    std::int64_t count = 0;
+    if (__builtin_add_overflow(a.m_count, b.m_count, &count))
+        overflow();
+    return Decimal(count);
+}
+
+Decimal operator-(Decimal a, Decimal b)
+{
+    std::int64_t count = 0;
+    if (__builtin_sub_overflow(a.m_count, b.m_count, &count))
+        overflow();
+    return Decimal(count);
+}
+
+} // namespace zel

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/base/value.h"
+
+#include <QString>
+
+#include <memory>
+
+namespace zel {
+
+/// The rows of a result, as a grid, a combo or a report reads them: immutable while anybody holds them.
+/// Columns and rows count from 0.
+class Rows {
+public:
+    virtual ~Rows() = default;
+    [[nodiscard]] virtual qsizetype rowCount() const = 0;
+    [[nodiscard]] virtual int columnCount() const = 0;
+    [[nodiscard]] virtual QString columnName(int column) const = 0;
+    /// The column of that name, case ignored; -1 when there is none. Of equal names the first.
+    [[nodiscard]] virtual int columnIndex(const QString &name) const = 0;
+    [[nodiscard]] virtual bool isNumber(int column) const = 0;
+    [[nodiscard]] virtual Value value(qsizetype row, int column) const = 0;
+    /// The cell as text for the screen, Null as ''; made on each call from the packed row.
+    [[nodiscard]] virtual QString text(qsizetype row, int column) const = 0;
+    [[nodiscard]] virtual bool isNull(qsizetype row, int column) const = 0;
+};
+
+using RowsPtr = std::shared_ptr<const Rows>;
+
+} // namespace zel

@@ -1,0 +1,87 @@
+#pragma once
+
+#include "platform/base/sql.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zel::tsql {
+
+enum class TypeKind { Null, Bit, SmallInt, Int, BigInt, Numeric, Money, Float, Char, VarChar, Date, DateTime };
+
+struct Type {
+    TypeKind kind = TypeKind::Null;
+    int length = 0; ///< characters of a text type; precision of a numeric
+    int scale = 0;  ///< decimals of a numeric
+};
+
+struct Column {
+    std::string name;
+    Type type;
+    bool nullable = true;
+    bool identity = false;
+};
+
+struct Table {
+    std::string name; ///< as created; looked up without regard to case
+    std::vector<Column> columns;
+};
+
+/// What the front end asks of the database it writes for. Pointers stay valid until the catalog changes.
+class Catalog {
+public:
+    virtual ~Catalog() = default;
+    [[nodiscard]] virtual const Table *table(std::string_view name) const = 0;
+    /// Text of "create procedure NAME ..." as stored; nullptr when there is none.
+    [[nodiscard]] virtual const std::string *procedure(std::string_view name) const = 0;
+};
+
+struct ResultColumn {
+    std::string name;       ///< '' for an unnamed expression
+    Type type;
+    std::string baseColumn; ///< the column of baseTable that it shows; '' for a computed one
+};
+
+enum class StatementKind {
+    Select,
+    Insert,
+    Update,
+    Delete,
+    CreateTable,
+    DropTable,
+    CreateIndex,
+    CreateProcedure, ///< `name` and `text` are to be stored by the connection
+    DropProcedure,
+    ServerCall,      ///< sp_addlogin and the like: `name` and `arguments`
+    Analyze,
+};
+
+/// One statement, ready for the engine.
+struct Statement {
+    StatementKind kind = StatementKind::Select;
+    std::string sql;                 ///< text for the engine; '' for CreateProcedure, DropProcedure and ServerCall
+    std::vector<ResultColumn> columns; ///< what a Select shows, without the hidden row identity
+    /// The one table that a Select can be edited through; '' when it can't. Then the engine's own row identity
+    /// is the last column of the engine's result, behind `columns`.
+    std::string baseTable;
+    std::string name;
+    std::string text;
+    std::vector<std::optional<std::string>> arguments; ///< of a ServerCall, as texts; nullopt for NULL
+};
+
+/// What differs between the engines: a table of names and of writers of single nodes.
+struct Traits;
+[[nodiscard]] const Traits &sqlite();
+
+/// Reads `text` (any number of statements), checks its foreign pieces, resolves it against `catalog` and writes
+/// it for the engine; `exec` of a stored procedure is expanded to the procedure's statements. Throws Error with
+/// the server's number; the description names line and column and shows the line with a caret under it.
+[[nodiscard]] std::vector<Statement> translate(const Sql &text, const Catalog &catalog, const Traits &engine);
+
+/// The two steps before resolving, by themselves: lexes and checks the foreign pieces. Throws as translate does.
+void checkPieces(const Sql &text);
+
+} // namespace zel::tsql
