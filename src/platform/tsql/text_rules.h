@@ -52,6 +52,8 @@ private:
     };
     enum class Shape { Nothing, Contains, General };
 
+    /// Reads what follows a [, up to its ]; false when nothing closes it.
+    bool readSet(std::string_view &pattern);
     [[nodiscard]] bool matchesGeneral(std::string_view value) const;
 
     Shape m_shape = Shape::General;
