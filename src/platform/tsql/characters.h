@@ -108,10 +108,14 @@ inline void appendCharacter(std::string &text, char32_t character) {
     }
 }
 
+/// Nothing beyond ASCII folds into ASCII, so that plain texts can be compared byte by byte.
 inline char32_t foldedCharacter(char32_t character) {
     if (character < 0x80)
         return char32_t(LowerAscii[character]);
-    return character < StrayByte ? QChar::toCaseFolded(character) : character;
+    if (character >= StrayByte)
+        return character;
+    const char32_t folded = QChar::toCaseFolded(character);
+    return folded < 0x80 ? character : folded;
 }
 
 } // namespace zel::tsql::characters

@@ -130,6 +130,8 @@ Decimal numericFromText(std::string_view text, int precision, int scale) {
 
 Decimal moneyFromText(std::string_view text) {
     std::string plain(trimmed(text));
+    if (const auto mark = plain.find('$'); mark < 2)
+        plain.erase(mark, 1);
     std::erase(plain, ',');
     if (plain.empty())
         return {};
@@ -302,6 +304,9 @@ Value textValueOf(const Value &value, const Type &type) {
 }
 
 Value dateOf(const Value &value, TypeKind kind) {
+    if (const auto *text = std::get_if<std::string>(&value.storage());
+        text != nullptr && kind == TypeKind::Date)
+        return Value(dayFromText(*text, 0));
     Value moment = std::visit(Overloaded{[](Null) { return Value(); },
                                          [](std::int64_t v) { return Value(dateFromDays(double(v))); },
                                          [](Decimal v) { return Value(dateFromDays(v.toDouble())); },

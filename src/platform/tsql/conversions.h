@@ -21,7 +21,7 @@ namespace zel::tsql {
 [[nodiscard]] std::int64_t integerFromText(std::string_view text, TypeKind kind);
 /// Rounds half away from zero; '' fails like any other text that is no number (8114); 8115 when too large.
 [[nodiscard]] Decimal numericFromText(std::string_view text, int precision, int scale);
-/// '' is 0, grouping commas are allowed; 235 for what is no number.
+/// '' is 0, grouping commas and one $ in front are allowed; 235 for what is no number.
 [[nodiscard]] Decimal moneyFromText(std::string_view text);
 /// '' is 0, an exponent is allowed; 8114 for what is no number.
 [[nodiscard]] double floatFromText(std::string_view text);

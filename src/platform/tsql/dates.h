@@ -19,16 +19,22 @@ namespace zel::tsql {
 /// Days since 1900-01-01 with a fraction; 8115 out of range.
 [[nodiscard]] DateTime dateFromDays(double days);
 
+/// Styles 3, 4, 5, 103, 104 and 105 read day first, all others month first.
+[[nodiscard]] DateTime dateFromText(std::string_view text, int style);
+/// For a column that holds days: '' and a time alone are no date (241), years begin at 1, the time is cut.
+[[nodiscard]] DateTime dayFromText(std::string_view text, int style);
+
 /// The stored form: yyyy-mm-dd, and behind it " hh:mm:ss.mmm" where the time is not midnight. It sorts as
 /// text.
 [[nodiscard]] std::string storedDate(const DateTime &moment);
 /// Reads the stored form back; nullopt for anything else.
 [[nodiscard]] std::optional<DateTime> fromStoredDate(std::string_view text);
-/// A date-time that becomes a text without a style: yyyy-mm-dd hh:mm:ss.
-[[nodiscard]] std::string dateText(const DateTime &moment);
-/// `convert` with a style: 103 (dd/mm/yyyy), 101 (mm/dd/yyyy), 105 (dd-mm-yyyy), 112 (yyyymmdd), 120
-/// (yyyy-mm-dd hh:mm:ss), 121 (with milliseconds); 281 for others.
-[[nodiscard]] std::string dateText(const DateTime &moment, int style);
-[[nodiscard]] DateTime dateFromText(std::string_view text, int style);
+/// Whether a text is a date-time in the stored form already, within the range of date-times.
+[[nodiscard]] bool isStoredDate(std::string_view text);
+/// `convert` with a style. 0, 120: yyyy-mm-dd hh:mm:ss; 121 with .mmm; 126 with T; 101 mm/dd/yyyy, 102
+/// yyyy.mm.dd, 103 dd/mm/yyyy, 104 dd.mm.yyyy, 105 dd-mm-yyyy, 106 dd Mon yyyy, 107 Mon dd, yyyy, 108
+/// hh:mm:ss, 110 mm-dd-yyyy, 111 yyyy/mm/dd, 112 yyyymmdd; 1 to 12 the same with two digits of the year. 281
+/// for others.
+[[nodiscard]] std::string dateText(const DateTime &moment, int style = 0);
 
 } // namespace zel::tsql

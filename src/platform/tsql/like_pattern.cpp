@@ -90,7 +90,7 @@ bool LikePattern::readSet(std::string_view &pattern) {
 bool LikePattern::matches(std::string_view value) const {
     if (m_shape == Shape::Nothing)
         return false;
-    if (m_shape == Shape::Contains && isAscii(value))
+    if (m_shape == Shape::Contains)
         return containsAscii(value, m_needle);
     return matchesGeneral(value);
 }

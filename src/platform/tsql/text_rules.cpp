@@ -9,11 +9,17 @@ using namespace characters;
 namespace {
 
 char32_t upperCharacter(char32_t character) {
-    return character < StrayByte ? QChar::toUpper(character) : character;
+    if (character >= StrayByte)
+        return character;
+    const char32_t other = QChar::toUpper(character);
+    return other < 0x80 ? character : other;
 }
 
 char32_t lowerCharacter(char32_t character) {
-    return character < StrayByte ? QChar::toLower(character) : character;
+    if (character >= StrayByte)
+        return character;
+    const char32_t other = QChar::toLower(character);
+    return other < 0x80 ? character : other;
 }
 
 template <typename Map>

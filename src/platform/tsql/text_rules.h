@@ -8,8 +8,8 @@
 namespace zel::tsql {
 
 /// One character for another, by the simple folding of Unicode and no locale: 'A' and 'a' become one, 'e' and
-/// its accented forms stay apart, and no text changes its number of characters. Text is UTF-8; bytes that
-/// are none pass through.
+/// its accented forms stay apart, nothing beyond ASCII folds into ASCII, and no text changes its number of
+/// characters. Text is UTF-8; bytes that are none pass through.
 [[nodiscard]] std::string folded(std::string_view text);
 [[nodiscard]] std::string upperCased(std::string_view text);
 [[nodiscard]] std::string lowerCased(std::string_view text);

@@ -1,0 +1,66 @@
+#include "platform/ado/drivers/sqlite_function_glue.h"
+
+#include "platform/tsql/dates.h"
+#include "platform/tsql/sqlite_names.h"
+
+#include <QDateTime>
+
+#include <memory>
+
+namespace zel::ado {
+
+namespace {
+
+namespace names = tsql::sqlite_names;
+
+void toDate(sqlite3_context *context, Arguments arguments) {
+    if (!isText(arguments[0]))
+        return giveText(context, tsql::storedDate(tsql::dateFromDays(sqlite3_value_double(arguments[0]))));
+    const std::string_view text = textOf(arguments[0]);
+    if (tsql::isStoredDate(text))
+        return sqlite3_result_value(context, arguments[0]);
+    giveText(context, tsql::storedDate(tsql::dateFromText(text, sqlite3_value_int(arguments[1]))));
+}
+
+void toDay(sqlite3_context *context, Arguments arguments) {
+    const DateTime moment = isText(arguments[0])
+                                ? tsql::dayFromText(textOf(arguments[0]), sqlite3_value_int(arguments[1]))
+                                : tsql::dateFromDays(sqlite3_value_double(arguments[0]));
+    giveText(context, tsql::storedDate({moment.date, QTime(0, 0)}));
+}
+
+void dateText(sqlite3_context *context, Arguments arguments) {
+    const auto moment = tsql::fromStoredDate(textOf(arguments[0]));
+    giveText(context, tsql::dateText(moment ? *moment : tsql::dateFromText(textOf(arguments[0])),
+                                     sqlite3_value_int(arguments[1])));
+}
+
+/// The moment is kept with the statement, so that all of its rows see the same.
+void now(sqlite3_context *context, Arguments) {
+    if (const auto *kept = static_cast<const std::string *>(sqlite3_get_auxdata(context, 0)))
+        return giveText(context, *kept);
+    const QDateTime moment = QDateTime::currentDateTime();
+    auto text = std::make_unique<std::string>(tsql::storedDate({moment.date(), moment.time()}));
+    giveText(context, *text);
+    sqlite3_set_auxdata(context, 0, text.release(),
+                        [](void *text_) { delete static_cast<std::string *>(text_); });
+}
+
+constexpr Function Functions[] = {
+    {names::Date, 2, guarded<toDate>},
+    {names::Day, 2, guarded<toDay>},
+    {names::DateText, 2, guarded<dateText>},
+};
+
+} // namespace
+
+std::span<const Function> dateFunctions() {
+    return Functions;
+}
+
+void registerNow(sqlite3 *db) {
+    sqlite3_create_function_v2(db, names::Now, 0, SQLITE_UTF8 | SQLITE_INNOCUOUS, nullptr, guarded<now>,
+                               nullptr, nullptr, nullptr);
+}
+
+} // namespace zel::ado
