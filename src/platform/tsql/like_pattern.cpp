@@ -12,7 +12,8 @@ namespace {
 /// Whether `needle`, folded and plain ASCII, stands in a text that is plain ASCII too.
 bool containsAscii(std::string_view text, std::string_view needle) {
     const auto same = [](char stored, char wanted) { return LowerAscii[std::size_t(stored)] == wanted; };
-    return std::search(text.begin(), text.end(), needle.begin(), needle.end(), same) != text.end();
+    return needle.empty() ||
+           std::search(text.begin(), text.end(), needle.begin(), needle.end(), same) != text.end();
 }
 
 /// The text between the % of %text%, when it has no wildcard and is plain ASCII.

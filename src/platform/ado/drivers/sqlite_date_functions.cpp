@@ -5,8 +5,6 @@
 
 #include <QDateTime>
 
-#include <memory>
-
 namespace zel::ado {
 
 namespace {
@@ -35,32 +33,24 @@ void dateText(sqlite3_context *context, Arguments arguments) {
                                      sqlite3_value_int(arguments[1])));
 }
 
-/// The moment is kept with the statement, so that all of its rows see the same.
 void now(sqlite3_context *context, Arguments) {
-    if (const auto *kept = static_cast<const std::string *>(sqlite3_get_auxdata(context, 0)))
-        return giveText(context, *kept);
     const QDateTime moment = QDateTime::currentDateTime();
-    auto text = std::make_unique<std::string>(tsql::storedDate({moment.date(), moment.time()}));
-    giveText(context, *text);
-    sqlite3_set_auxdata(context, 0, text.release(),
-                        [](void *text_) { delete static_cast<std::string *>(text_); });
+    giveText(context, tsql::storedDate({moment.date(), moment.time()}));
 }
 
 constexpr Function Functions[] = {
     {names::Date, 2, guarded<toDate>},
     {names::Day, 2, guarded<toDay>},
     {names::DateText, 2, guarded<dateText>},
+    // Like all the others it counts as deterministic: SQLite then asks once for a run of a statement, so that
+    // all of its rows see the same moment.
+    {names::Now, 0, guarded<now>},
 };
 
 } // namespace
 
 std::span<const Function> dateFunctions() {
     return Functions;
-}
-
-void registerNow(sqlite3 *db) {
-    sqlite3_create_function_v2(db, names::Now, 0, SQLITE_UTF8 | SQLITE_INNOCUOUS, nullptr, guarded<now>,
-                               nullptr, nullptr, nullptr);
 }
 
 } // namespace zel::ado

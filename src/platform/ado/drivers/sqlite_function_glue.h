@@ -72,7 +72,6 @@ struct Function {
 [[nodiscard]] std::span<const Function> textFunctions();
 [[nodiscard]] std::span<const Function> numberFunctions();
 [[nodiscard]] std::span<const Function> dateFunctions();
-void registerNow(sqlite3 *db);
 void registerAggregates(sqlite3 *db);
 
 } // namespace zel::ado

@@ -11,7 +11,6 @@ void registerFunctions(sqlite3 *db) {
             sqlite3_create_function_v2(db, function.name, function.arguments, Flags, nullptr, function.call,
                                        nullptr, nullptr, nullptr);
     }
-    registerNow(db);
     registerAggregates(db);
 }
 
