@@ -31,6 +31,10 @@ struct Type {
     int scale = 0;  ///< decimals of a numeric
 };
 
+/// The type that a declared type text ("varchar(50)", "numeric(18,2)", "INTEGER") means, for the columns of a catalog;
+/// nullopt for a text that is no type of the dialect.
+[[nodiscard]] std::optional<Type> parseType(std::string_view declared);
+
 struct Column {
     std::string name;
     Type type;
@@ -94,6 +98,9 @@ struct Traits;
 /// Error with the server's number; the description names line and column and shows the line with a caret
 /// under it.
 [[nodiscard]] std::vector<Statement> translate(const Sql &text, const Catalog &catalog, const Traits &engine);
+
+/// The batches of a script: the texts between lines that hold only the word GO. Empty batches are left out.
+[[nodiscard]] std::vector<std::string_view> batches(std::string_view script);
 
 /// The two steps before resolving, by themselves: lexes and checks the foreign pieces. Throws as translate
 /// does.

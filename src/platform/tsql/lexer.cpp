@@ -41,6 +41,8 @@ public:
     explicit Lexer(std::string_view source) : m_source(source) {}
 
     std::vector<Token> run() {
+        if (const auto zero = m_source.find('\0'); zero != std::string_view::npos)
+            fail(m_source, zero, 102, "Incorrect syntax near a zero character.");
         m_tokens.reserve(m_source.size() / 4 + 8);
         while (skipBlanksAndComments())
             readToken();
