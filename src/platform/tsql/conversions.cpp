@@ -2,6 +2,7 @@
 
 #include "platform/base/error.h"
 #include "platform/tsql/dates.h"
+#include "platform/tsql/names.h"
 #include "platform/tsql/text_rules.h"
 
 #include <array>
@@ -73,7 +74,7 @@ const char *typeName(TypeKind kind) {
 }
 
 std::string_view trimmed(std::string_view text) {
-    text = rightTrimmed(text);
+    text = withoutTrailingBlanks(text);
     const auto first = text.find_first_not_of(' ');
     return text.substr(first == std::string_view::npos ? text.size() : first);
 }
@@ -230,14 +231,14 @@ std::string floatText(double value) {
 std::string_view fittingText(std::string_view text, int width) {
     if (std::int64_t(text.size()) <= width || characterCount(text) <= width)
         return text;
-    const std::string_view cut = leftCharacters(text, width);
-    if (!rightTrimmed(text.substr(cut.size())).empty())
+    const std::string_view cut = firstCharacters(text, width);
+    if (!withoutTrailingBlanks(text.substr(cut.size())).empty())
         throw Error(8152, std::string("String or binary data would be truncated."));
     return cut;
 }
 
 std::string_view cutText(std::string_view text, int width) {
-    return std::int64_t(text.size()) <= width ? text : leftCharacters(text, width);
+    return std::int64_t(text.size()) <= width ? text : firstCharacters(text, width);
 }
 
 namespace {
@@ -306,11 +307,11 @@ Value textValueOf(const Value &value, const Type &type) {
 Value dateOf(const Value &value, TypeKind kind) {
     if (const auto *text = std::get_if<std::string>(&value.storage());
         text != nullptr && kind == TypeKind::Date)
-        return Value(dayFromText(*text, 0));
+        return Value(dateFromText(*text, DateTarget::Date));
     Value moment = std::visit(Overloaded{[](Null) { return Value(); },
-                                         [](std::int64_t v) { return Value(dateFromDays(double(v))); },
-                                         [](Decimal v) { return Value(dateFromDays(v.toDouble())); },
-                                         [](double v) { return Value(dateFromDays(v)); },
+                                         [](std::int64_t v) { return Value(momentFromDays(double(v))); },
+                                         [](Decimal v) { return Value(momentFromDays(v.toDouble())); },
+                                         [](double v) { return Value(momentFromDays(v)); },
                                          [](const std::string &v) { return Value(dateFromText(v)); },
                                          [](const DateTime &v) { return Value(v); }},
                               value.storage());

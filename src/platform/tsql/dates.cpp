@@ -1,19 +1,16 @@
 #include "platform/tsql/dates.h"
 
 #include "platform/base/error.h"
-#include "platform/tsql/date_reader.h"
 
-#include <cmath>
+#include <array>
 
 namespace zel::tsql {
 
 namespace {
 
-[[noreturn]] void unknownStyle(int style) {
-    throw Error(281, std::to_string(style) +
-                         " is not a valid style number when converting between datetime and a "
-                         "character string.");
-}
+constexpr std::array<std::string_view, 12> ShortMonths{"Jan", "Feb", "Mar", "Apr", "May", "Jun",
+                                                       "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+constexpr int FirstYear = 1753;
 
 std::string digits(int number, std::size_t width) {
     std::string text = std::to_string(number);
@@ -35,7 +32,7 @@ std::string written(QDate date, std::string_view form, bool shortYear) {
             text += shortYear ? digits(date.year() % 100, 2) : digits(date.year(), 4);
             break;
         case 'b':
-            text += MonthNames[std::size_t(date.month() - 1)].substr(0, 3);
+            text += ShortMonths[std::size_t(date.month() - 1)];
             break;
         default:
             text += c;
@@ -71,14 +68,6 @@ std::string_view formOfStyle(int style) {
     }
 }
 
-std::string clock(QTime time) {
-    return digits(time.hour(), 2) + ':' + digits(time.minute(), 2) + ':' + digits(time.second(), 2);
-}
-
-std::string isoDay(QDate date) {
-    return digits(date.year(), 4) + '-' + digits(date.month(), 2) + '-' + digits(date.day(), 2);
-}
-
 std::optional<int> digitsAt(std::string_view text, std::size_t at, std::size_t count) {
     int number = 0;
     for (const char c : text.substr(at, count)) {
@@ -89,39 +78,50 @@ std::optional<int> digitsAt(std::string_view text, std::size_t at, std::size_t c
     return number;
 }
 
+DateTime momentOf(const DateReading &reading) {
+    if (reading.error != 0)
+        throwDateError(reading.error);
+    return fromStoredDate(reading.date.text()).value_or(DateTime{});
+}
+
 } // namespace
 
-DateTime dateFromText(std::string_view text) {
-    if (const auto stored = fromStoredDate(text); stored && stored->date >= firstDay())
-        return *stored;
-    return DateReader(text, DateOrder::MonthFirst).read();
+void throwDateError(int number) {
+    switch (number) {
+    case 241:
+        throw Error(number, std::string("Conversion failed when converting date and/or time from character "
+                                        "string."));
+    case 242:
+        throw Error(number,
+                    std::string("The conversion of a varchar data type to a datetime data type resulted "
+                                "in an out-of-range value."));
+    default:
+        throw Error(number, std::string("Arithmetic overflow error converting expression to data type "
+                                        "datetime."));
+    }
+}
+
+DateTime dateFromText(std::string_view text, DateTarget target) {
+    return momentOf(parseDate(text, target));
 }
 
 DateTime dateFromFieldText(std::string_view text) {
     const bool dayFirst = text.size() >= 10 && text[2] == '/' && text[5] == '/' && digitsAt(text, 0, 2) &&
                           digitsAt(text, 3, 2) && digitsAt(text, 6, 4) &&
                           (text.size() == 10 || text[10] == ' ');
-    return dayFirst ? DateReader(text, DateOrder::DayFirst).read() : dateFromText(text);
+    constexpr int DayFirstStyle = 103;
+    return momentOf(parseDate(text, DateTarget::DateTime, dayFirst ? DayFirstStyle : 0));
 }
 
-DateTime dateFromDays(double days) {
-    const double whole = std::floor(days);
-    if (!(whole >= double(dayZero().daysTo(firstDay())) &&
-          whole <= double(dayZero().daysTo(QDate(9999, 12, 31)))))
-        throw Error(8115,
-                    std::string("Arithmetic overflow error converting expression to data type datetime."));
-    const auto ticks = std::llround((days - whole) * 24 * 60 * 60 * 300);
-    const auto thousandths = std::llround(double(ticks) * 10.0 / 3.0);
-    if (thousandths >= 86'400'000)
-        return {dayZero().addDays(std::llround(whole) + 1), QTime(0, 0)};
-    return {dayZero().addDays(std::llround(whole)), QTime::fromMSecsSinceStartOfDay(int(thousandths))};
+DateTime momentFromDays(double days) {
+    return momentOf(dateFromDays(days, DateTarget::DateTime));
 }
 
 std::string storedDate(const DateTime &moment) {
-    std::string text = isoDay(moment.date);
-    if (moment.time != QTime(0, 0))
-        text += ' ' + clock(moment.time) + '.' + digits(moment.time.msec(), 3);
-    return text;
+    return std::string(storedDate(moment.date.year(), moment.date.month(), moment.date.day(),
+                                  moment.time.hour(), moment.time.minute(), moment.time.second(),
+                                  moment.time.msec())
+                           .text());
 }
 
 std::optional<DateTime> fromStoredDate(std::string_view text) {
@@ -129,10 +129,10 @@ std::optional<DateTime> fromStoredDate(std::string_view text) {
         return std::nullopt;
     const auto year = digitsAt(text, 0, 4);
     const auto month = digitsAt(text, 5, 2);
-    const auto dayOfMonth = digitsAt(text, 8, 2);
-    if (!year || !month || !dayOfMonth)
+    const auto day = digitsAt(text, 8, 2);
+    if (!year || !month || !day)
         return std::nullopt;
-    DateTime moment{QDate(*year, *month, *dayOfMonth), QTime(0, 0)};
+    DateTime moment{QDate(*year, *month, *day), QTime(0, 0)};
     if (text.size() == 23) {
         const auto hour = digitsAt(text, 11, 2);
         const auto minute = digitsAt(text, 14, 2);
@@ -142,28 +142,29 @@ std::optional<DateTime> fromStoredDate(std::string_view text) {
             !second || !thousandth)
             return std::nullopt;
         moment.time = QTime(*hour, *minute, *second, *thousandth);
-        if (*thousandth % 10 != 0 && *thousandth % 10 != 3 && *thousandth % 10 != 7)
-            return std::nullopt;
     }
     return moment.date.isValid() && moment.time.isValid() ? std::optional(moment) : std::nullopt;
 }
 
 bool isStoredDate(std::string_view text) {
     const auto moment = fromStoredDate(text);
-    return moment && moment->date >= firstDay() && (text.size() == 10 || moment->time != QTime(0, 0));
+    return moment && moment->date.year() >= FirstYear && (text.size() == 10 || moment->time != QTime(0, 0));
 }
 
 std::string dateText(const DateTime &moment, int style) {
-    const std::string seconds = clock(moment.time);
-    const std::string thousandths = '.' + digits(moment.time.msec(), 3);
+    const QTime &time = moment.time;
+    const std::string day = written(moment.date, "y-m-d", false);
+    const std::string seconds =
+        digits(time.hour(), 2) + ':' + digits(time.minute(), 2) + ':' + digits(time.second(), 2);
+    const std::string thousandths = '.' + digits(time.msec(), 3);
     switch (style) {
     case 0:
     case 120:
-        return isoDay(moment.date) + ' ' + seconds;
+        return day + ' ' + seconds;
     case 121:
-        return isoDay(moment.date) + ' ' + seconds + thousandths;
+        return day + ' ' + seconds + thousandths;
     case 126:
-        return isoDay(moment.date) + 'T' + seconds + (moment.time.msec() != 0 ? thousandths : "");
+        return day + 'T' + seconds + (time.msec() != 0 ? thousandths : std::string());
     case 8:
     case 108:
         return seconds;
@@ -173,31 +174,10 @@ std::string dateText(const DateTime &moment, int style) {
     const bool shortYear = style < 100;
     const std::string_view form = formOfStyle(shortYear ? style + 100 : style);
     if (form.empty())
-        unknownStyle(style);
+        throw Error(281, std::to_string(style) +
+                             " is not a valid style number when converting from datetime to "
+                             "a character string.");
     return written(moment.date, form, shortYear);
-}
-
-DateTime dateFromText(std::string_view text, int style) {
-    switch (style) {
-    case 3:
-    case 4:
-    case 5:
-    case 103:
-    case 104:
-    case 105:
-        return DateReader(text, DateOrder::DayFirst).read();
-    default:
-        return dateFromText(text);
-    }
-}
-
-DateTime dayFromText(std::string_view text, int style) {
-    if (const auto stored = fromStoredDate(text))
-        return {stored->date, QTime(0, 0)};
-    const bool dayFirst = (style >= 3 && style <= 5) || (style >= 103 && style <= 105);
-    DateReader reader(text, dayFirst ? DateOrder::DayFirst : DateOrder::MonthFirst);
-    reader.acceptOnlyDays();
-    return {reader.read().date, QTime(0, 0)};
 }
 
 } // namespace zel::tsql

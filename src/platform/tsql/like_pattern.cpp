@@ -1,6 +1,8 @@
 #include "platform/tsql/characters.h"
+#include "platform/tsql/names.h"
 #include "platform/tsql/text_rules.h"
 
+#include <algorithm>
 #include <optional>
 
 namespace zel::tsql {
@@ -107,7 +109,7 @@ bool LikePattern::matchesGeneral(std::string_view value) const {
             retry = value;
             continue;
         }
-        if (at == m_elements.size() && (rightTrimmed(value).empty() || behindRun == at))
+        if (at == m_elements.size() && (withoutTrailingBlanks(value).empty() || behindRun == at))
             return true;
         if (at < m_elements.size() && !value.empty()) {
             std::string_view rest = value;

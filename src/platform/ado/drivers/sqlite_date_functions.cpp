@@ -11,20 +11,27 @@ namespace {
 
 namespace names = tsql::sqlite_names;
 
+void give(sqlite3_context *context, const tsql::DateReading &reading) {
+    if (reading.error != 0)
+        tsql::throwDateError(reading.error);
+    giveText(context, reading.date.text());
+}
+
 void toDate(sqlite3_context *context, Arguments arguments) {
+    constexpr auto Target = tsql::DateTarget::DateTime;
     if (!isText(arguments[0]))
-        return giveText(context, tsql::storedDate(tsql::dateFromDays(sqlite3_value_double(arguments[0]))));
+        return give(context, tsql::dateFromDays(sqlite3_value_double(arguments[0]), Target));
     const std::string_view text = textOf(arguments[0]);
     if (tsql::isStoredDate(text))
         return sqlite3_result_value(context, arguments[0]);
-    giveText(context, tsql::storedDate(tsql::dateFromText(text, sqlite3_value_int(arguments[1]))));
+    give(context, tsql::parseDate(text, Target, sqlite3_value_int(arguments[1])));
 }
 
 void toDay(sqlite3_context *context, Arguments arguments) {
-    const DateTime moment = isText(arguments[0])
-                                ? tsql::dayFromText(textOf(arguments[0]), sqlite3_value_int(arguments[1]))
-                                : tsql::dateFromDays(sqlite3_value_double(arguments[0]));
-    giveText(context, tsql::storedDate({moment.date, QTime(0, 0)}));
+    constexpr auto Target = tsql::DateTarget::Date;
+    give(context, isText(arguments[0])
+                      ? tsql::parseDate(textOf(arguments[0]), Target, sqlite3_value_int(arguments[1]))
+                      : tsql::dateFromDays(sqlite3_value_double(arguments[0]), Target));
 }
 
 void dateText(sqlite3_context *context, Arguments arguments) {

@@ -1,10 +1,12 @@
 #include "platform/ado/drivers/sqlite_function_glue.h"
 
 #include "platform/tsql/conversions.h"
+#include "platform/tsql/names.h"
 #include "platform/tsql/sqlite_names.h"
 #include "platform/tsql/text_rules.h"
 
 #include <algorithm>
+#include <climits>
 #include <memory>
 
 namespace zel::ado {
@@ -15,6 +17,10 @@ namespace names = tsql::sqlite_names;
 
 [[noreturn]] void invalidLength(int number, const char *function) {
     throw Error(number, std::string("Invalid length parameter passed to the ") + function + " function.");
+}
+
+int clamped(std::int64_t count) {
+    return int(std::clamp<std::int64_t>(count, 0, INT_MAX));
 }
 
 void fold(sqlite3_context *context, Arguments arguments) {
@@ -70,7 +76,7 @@ void left(sqlite3_context *context, Arguments arguments) {
     const std::int64_t count = sqlite3_value_int64(arguments[1]);
     if (count < 0)
         invalidLength(536, "left");
-    giveText(context, tsql::leftCharacters(textOf(arguments[0]), count));
+    giveText(context, tsql::firstCharacters(textOf(arguments[0]), clamped(count)));
 }
 
 void substring(sqlite3_context *context, Arguments arguments) {
@@ -83,15 +89,15 @@ void substring(sqlite3_context *context, Arguments arguments) {
         count = start < -count ? 0 : std::max<std::int64_t>(count + start - 1, 0);
         start = 1;
     }
-    text.remove_prefix(tsql::leftCharacters(text, start - 1).size());
-    giveText(context, tsql::leftCharacters(text, count));
+    text.remove_prefix(tsql::firstCharacters(text, clamped(start - 1)).size());
+    giveText(context, tsql::firstCharacters(text, clamped(count)));
 }
 
 void charIndex(sqlite3_context *context, Arguments arguments) {
     const std::string searched = tsql::folded(textOf(arguments[0]));
     const std::string text = tsql::folded(textOf(arguments[1]));
     const std::int64_t start = std::max<std::int64_t>(sqlite3_value_int64(arguments[2]), 1);
-    const std::size_t from = tsql::leftCharacters(text, start - 1).size();
+    const std::size_t from = tsql::firstCharacters(text, clamped(start - 1)).size();
     const auto at = searched.empty() ? std::string::npos : text.find(searched, from);
     sqlite3_result_int64(context, at == std::string::npos
                                       ? 0
