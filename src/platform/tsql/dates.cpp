@@ -105,18 +105,6 @@ DateTime dateFromText(std::string_view text, DateTarget target) {
     return momentOf(parseDate(text, target));
 }
 
-DateTime dateFromFieldText(std::string_view text) {
-    const bool dayFirst = text.size() >= 10 && text[2] == '/' && text[5] == '/' && digitsAt(text, 0, 2) &&
-                          digitsAt(text, 3, 2) && digitsAt(text, 6, 4) &&
-                          (text.size() == 10 || text[10] == ' ');
-    constexpr int DayFirstStyle = 103;
-    return momentOf(parseDate(text, DateTarget::DateTime, dayFirst ? DayFirstStyle : 0));
-}
-
-DateTime momentFromDays(double days) {
-    return momentOf(dateFromDays(days, DateTarget::DateTime));
-}
-
 std::string storedDate(const DateTime &moment) {
     return std::string(storedDate(moment.date.year(), moment.date.month(), moment.date.day(),
                                   moment.time.hour(), moment.time.minute(), moment.time.second(),

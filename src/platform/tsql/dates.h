@@ -11,12 +11,6 @@ namespace zel::tsql {
 
 /// What parseDate() reads, as a moment; throws Error 241 or 242.
 [[nodiscard]] DateTime dateFromText(std::string_view text, DateTarget target = DateTarget::DateTime);
-/// The same for a field of a recordset: a text of the form dd/MM/yyyy, with a time or without, is read day
-/// first.
-[[nodiscard]] DateTime dateFromFieldText(std::string_view text);
-/// Days since 1900-01-01 with a fraction; throws Error 8115 when out of range.
-[[nodiscard]] DateTime momentFromDays(double days);
-
 /// The stored form (see StoredDate), and back; nullopt for any other text.
 [[nodiscard]] std::string storedDate(const DateTime &moment);
 [[nodiscard]] std::optional<DateTime> fromStoredDate(std::string_view text);
