@@ -80,7 +80,7 @@ std::string dayText(int day) {
     const int year = 2024 + day / 360;
     const int month = day % 360 / 30 + 1;
     const int date = day % 30 % 28 + 1;
-    char text[16];
+    char text[40];
     std::snprintf(text, sizeof text, "%04d-%02d-%02d", year, month, date);
     return text;
 }
