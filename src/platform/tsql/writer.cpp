@@ -224,8 +224,8 @@ void Writer::order(const BoundSelect &select) {
             key(*one->value);
         if (one->descending)
             *this << " DESC";
-        decided = decided || (one->value->op == Op::ColumnValue && select.sources->next == nullptr &&
-                              columnOf(*one->value).identity);
+        decided = decided || (one->value->op == Op::ColumnValue && select.sources != nullptr &&
+                              select.sources->next == nullptr && columnOf(*one->value).identity);
     }
     const bool rowsAreSources =
         !select.distinct && select.groupBy == nullptr && !select.aggregate && !select.having;
