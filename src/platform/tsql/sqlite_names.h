@@ -106,8 +106,8 @@ inline constexpr char Round[] = "zel_round";
 // -------------------------------------------------------------------------------------------------
 
 /// (number, scale) -> the exact sum of the numbers, each taken as a decimal of `scale` digits (0 to 8), over
-/// any number of rows; NULLs are left out, NULL when there is nothing to add; a decimal result. Also usable
-/// as `zel_sum(DISTINCT x, s)`. A sum that no longer fits: 8115.
+/// any number of rows; NULLs are left out, NULL when there is nothing to add; a decimal result. With one
+/// argument, as DISTINCT asks for: at 8 digits. A sum that no longer fits: 8115.
 inline constexpr char Sum[] = "zel_sum";
 /// (value) -> the value of the only row; NULL without rows; two rows or more (whatever their values): 512
 /// "Subquery returned more than 1 value. ..."
