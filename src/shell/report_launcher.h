@@ -19,18 +19,20 @@ enum class Logon { User, Fixed };
 
 /// What a screen sets on a report before it is shown.
 struct ReportSettings {
-    struct Named {
+    struct Formula {
         QString name;
-        Sql text;
+        QString text; ///< a text stands in double quotes: "\"" + batch + "\""
+    };
+    struct SubReport {
+        QString name;
+        Sql selection;
     };
 
     Logon logon = Logon::User;
     /// The record selection formula; none leaves the definition's own.
     std::optional<Sql> selection;
-    /// Formula fields. A text is written with its double quotes: "\""_sql + batch + "\"".
-    std::vector<Named> formulas;
-    /// Selection formulas of sub-reports, by the sub-report's name.
-    std::vector<Named> subReports;
+    std::vector<Formula> formulas;
+    std::vector<SubReport> subReports;
 };
 
 /// The printing of one screen: it opens the definition, sets it up and hands it to the one viewer. A screen
