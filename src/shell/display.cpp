@@ -2,13 +2,11 @@
 
 namespace zel::shell {
 
-std::optional<DisplayMode> Display::mode(int) const
-{
+std::optional<DisplayMode> Display::mode(int) const {
     return std::nullopt;
 }
 
-int Display::change(const DisplayMode &, std::uint32_t)
-{
+int Display::change(const DisplayMode &, std::uint32_t) {
     return -1;
 }
 
@@ -16,8 +14,7 @@ void Display::broadcast(std::uint32_t, std::uint32_t, std::uint32_t, std::int32_
 
 void Display::exitSystem(std::uint32_t, std::uint32_t) {}
 
-void changeResolution(Display &display, std::uint32_t width, std::uint32_t height, AskRestart ask)
-{
+void changeResolution(Display &display, std::uint32_t width, std::uint32_t height, AskRestart ask) {
     std::optional<DisplayMode> mode = display.mode(0);
     if (!mode)
         return;

@@ -31,15 +31,16 @@ public:
     [[nodiscard]] virtual std::optional<DisplayMode> mode(int number) const;
     /// Successful, RestartNeeded, or another code of the platform for a refusal.
     virtual int change(const DisplayMode &mode, std::uint32_t flags);
-    virtual void broadcast(std::uint32_t window, std::uint32_t message, std::uint32_t first, std::int32_t second);
+    virtual void broadcast(std::uint32_t window, std::uint32_t message, std::uint32_t first,
+                           std::int32_t second);
     virtual void exitSystem(std::uint32_t flags, std::uint32_t reserved);
 };
 
 /// Asks the person a Yes/No question in a system-modal box; true for Yes.
 using AskRestart = bool (*)(const QString &text, const QString &title);
 
-/// Changes the display to this size, at once where the platform can, after a restart where it must; asks before it
-/// restarts. Does nothing on a platform that knows no modes.
+/// Changes the display to this size, at once where the platform can, after a restart where it must; asks
+/// before it restarts. Does nothing on a platform that knows no modes.
 void changeResolution(Display &display, std::uint32_t width, std::uint32_t height, AskRestart ask);
 
 } // namespace zel::shell

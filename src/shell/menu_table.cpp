@@ -65,8 +65,7 @@ constexpr MenuRow rows[] = {
 };
 } // namespace
 
-std::span<const MenuRow> menuTable()
-{
+std::span<const MenuRow> menuTable() {
     return rows;
 }
 

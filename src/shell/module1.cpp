@@ -1,7 +1,7 @@
 #include "shell/module1.h"
 
-#include "shell/frmLogin.h"
 #include "shell/MDIForm1.h"
+#include "shell/frmLogin.h"
 
 #include <QCoreApplication>
 
@@ -43,8 +43,7 @@ namespace {
 
 QString theApplicationPath;
 
-void open(ado::Recordset &recordset, const Sql &statement)
-{
+void open(ado::Recordset &recordset, const Sql &statement) {
     if (recordset.State() == ado::adStateOpen)
         recordset.Close();
     recordset.Open(statement, gCon, ado::adOpenKeyset, ado::adLockOptimistic, ado::adCmdText);
@@ -52,33 +51,27 @@ void open(ado::Recordset &recordset, const Sql &statement)
 
 } // namespace
 
-void OpenRs(const Sql &statement)
-{
+void OpenRs(const Sql &statement) {
     open(gRs, statement);
 }
 
-void OpenRs1(const Sql &statement)
-{
+void OpenRs1(const Sql &statement) {
     open(gRs1, statement);
 }
 
-void OpenRs2(const Sql &statement)
-{
+void OpenRs2(const Sql &statement) {
     open(gRs2, statement);
 }
 
-QString applicationPath()
-{
+QString applicationPath() {
     return theApplicationPath.isEmpty() ? QCoreApplication::applicationDirPath() : theApplicationPath;
 }
 
-void setApplicationPath(const QString &path)
-{
+void setApplicationPath(const QString &path) {
     theApplicationPath = path;
 }
 
-void Main()
-{
+void Main() {
     for (ado::Recordset *recordset : {&gRs, &gRs2, &gRsSpare, &gRs1})
         recordset->CursorLocation = ado::adUseClient;
     frmLogin::reference->Show();

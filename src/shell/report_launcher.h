@@ -53,6 +53,9 @@ public:
     /// Shows the report in frmVeiwer, in place of the one before.
     void view();
 
+    /// The report opened last, for what a single screen sets beside the settings.
+    [[nodiscard]] report::Report &report() const { return *m_report; }
+
     /// All three in a row.
     void print(const QString &file, const ReportSettings &settings);
 

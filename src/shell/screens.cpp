@@ -8,13 +8,11 @@ namespace {
 Screens theScreens;
 } // namespace
 
-void setScreens(Screens screens)
-{
+void setScreens(Screens screens) {
     theScreens = std::move(screens);
 }
 
-const Opener *screen(const QString &name)
-{
+const Opener *screen(const QString &name) {
     const auto found = theScreens.find(name);
     return found == theScreens.end() ? nullptr : &found->second;
 }

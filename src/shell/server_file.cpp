@@ -8,8 +8,7 @@
 
 namespace zel::shell {
 
-QString firstItem(const QString &path)
-{
+QString firstItem(const QString &path) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         throw Error(errors::FileNotFound, "File not found: " + path);
