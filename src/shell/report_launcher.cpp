@@ -1,6 +1,7 @@
 #include "shell/report_launcher.h"
 
 #include "platform/report/report.h"
+#include "platform/report/viewer/cr_viewer.h"
 #include "shell/frmVeiwer.h"
 #include "shell/module1.h"
 
@@ -31,7 +32,7 @@ void ReportLauncher::view() {
     viewer.setWindowTitle(QString());
     viewer.CRViewer91()->setReportSource(m_report);
     viewer.CRViewer91()->ViewReport();
-    viewer.Show();
+    viewer.ShowMaximized();
 }
 
 void ReportLauncher::print(const QString &file, const ReportSettings &settings) {
