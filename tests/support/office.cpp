@@ -43,7 +43,9 @@ void unloadAll() {
 } // namespace
 
 Office::Office(Chart chart) {
-    schema::createCatalog(folder(), {.demoChart = chart == Chart::Demo});
+    schema::NewCatalog wanted;
+    wanted.demoChart = chart == Chart::Demo;
+    schema::createCatalog(folder(), wanted);
     QFile server(folder() + "/Server.txt");
     if (!server.open(QIODevice::WriteOnly) || server.write(folder().toUtf8()) < 0)
         qFatal("Server.txt can't be written");
