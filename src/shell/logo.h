@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QSvgRenderer>
+#include <QWidget>
+
+namespace zel::shell {
+
+/// The institute's program mark, drawn as large as the widget allows, its shape kept.
+class Logo : public QWidget {
+    Q_OBJECT
+public:
+    explicit Logo(QWidget *parent = nullptr);
+    [[nodiscard]] QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    QSvgRenderer m_renderer;
+};
+
+} // namespace zel::shell
