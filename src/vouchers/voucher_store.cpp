@@ -11,8 +11,7 @@ using shell::gCon;
 using shell::gRs;
 using shell::OpenRs;
 
-Sql code(const VoucherKind &kind)
-{
+Sql code(const VoucherKind &kind) {
     return Sql::trusted(kind.code);
 }
 
@@ -24,8 +23,7 @@ struct Posting {
     Decimal sum;
 };
 
-Value valueOf(const Posted &posted, const Posting &posting)
-{
+Value valueOf(const Posted &posted, const Posting &posting) {
     const controls::Grid &grid = posting.lines.grid;
     const auto cell = [&](int row) { return grid.TextMatrix(row, posted.cell); };
     switch (posted.from) {
@@ -59,8 +57,7 @@ Value valueOf(const Posted &posted, const Posting &posting)
     Q_UNREACHABLE();
 }
 
-void writeLine(PostedLine line, const Posting &posting)
-{
+void writeLine(PostedLine line, const Posting &posting) {
     gRs.AddNew();
     for (const Posted &posted : line)
         gRs.Fields(posted.column) = valueOf(posted, posting);
@@ -69,8 +66,7 @@ void writeLine(PostedLine line, const Posting &posting)
 
 } // namespace
 
-QString nextNumber(const VoucherKind &kind, std::int64_t start)
-{
+QString nextNumber(const VoucherKind &kind, std::int64_t start) {
     OpenRs("Select VouNo From MasJV Where Voustatus = '"_sql + code(kind) + "'");
     if (gRs.RecordCount() == 0)
         return QString::number(start);
@@ -78,8 +74,7 @@ QString nextNumber(const VoucherKind &kind, std::int64_t start)
     return gRs.Fields("VouNo").text();
 }
 
-void writeHeader(const VoucherKind &kind, const VoucherHeader &header, bool isNew)
-{
+void writeHeader(const VoucherKind &kind, const VoucherHeader &header, bool isNew) {
     if (isNew) {
         OpenRs("Select * From MasJV Where 0=1");
         gRs.AddNew();
@@ -98,8 +93,7 @@ void writeHeader(const VoucherKind &kind, const VoucherHeader &header, bool isNe
     gRs.Update();
 }
 
-void replaceLines(const VoucherKind &kind, const VoucherHeader &header, const VoucherLines &lines)
-{
+void replaceLines(const VoucherKind &kind, const VoucherHeader &header, const VoucherLines &lines) {
     gCon.Execute("Delete From DetJV Where VouNo = "_sql + header.number + " And VouStatus = '" + code(kind) +
                  "' ");
     OpenRs("Select * From DetJV where 0=1");
@@ -116,33 +110,29 @@ void replaceLines(const VoucherKind &kind, const VoucherHeader &header, const Vo
         writeLine(kind.summary, posting);
 }
 
-void deleteVoucher(const VoucherKind &kind, const QString &number)
-{
+void deleteVoucher(const VoucherKind &kind, const QString &number) {
     gCon.Execute("Delete From DetJV where VouNo="_sql + number + " And VouStatus='" + code(kind) + "'");
     gCon.Execute("Delete From MasJV where VouNo="_sql + number + " And VouStatus='" + code(kind) + "'");
 }
 
-void openHeader(const VoucherKind &kind, const QString &number)
-{
+void openHeader(const VoucherKind &kind, const QString &number) {
     OpenRs("Select * From MasJv Where VouNo = "_sql + number + " And VouStatus = '" + code(kind) + "' ");
 }
 
-void openLines(const VoucherKind &kind, const QString &number)
-{
+void openLines(const VoucherKind &kind, const QString &number) {
     OpenRs(Sql::trusted(kind.readLines) + number + Sql::trusted(kind.readLinesTail));
 }
 
-void openSetting(const VoucherKind &kind)
-{
+void openSetting(const VoucherKind &kind) {
     OpenRs("Select VouNo,AcCode,Fix,AcStatus,AcTitle=(Select AcName From Accounts Where AcStatus='DD' and "
            "RowId=AcCode) From VouSetting Where VouStatus ='"_sql +
            code(kind) + "'");
 }
 
-void openSearch(const VoucherKind &kind, Criterion criterion, const QString &text, QDate date)
-{
+void openSearch(const VoucherKind &kind, Criterion criterion, const QString &text, QDate date) {
     Sql statement =
-        "Select VouNo,right('0' + rtrim(day(VouDate)),2) + '-' + right('0' + rtrim(month(VouDate)),2) + '-' + "
+        "Select VouNo,right('0' + rtrim(day(VouDate)),2) + '-' + right('0' + rtrim(month(VouDate)),2) + '-' "
+        "+ "
         "rtrim(year(VouDate)) as VouDate,PaidReceive,TotalAmount,Multi=case When (select count(vouno) from "
         "detjv where voustatus='"_sql +
         code(kind) + "' and vouno=a.vouno and DrAmt>0) > 1 then 'M' end  From MasJv a  Where VouStatus='" +
