@@ -39,7 +39,7 @@ QString catalogFile(const QString &folder) {
     return path;
 }
 
-std::string quoted(std::string_view name) {
+std::string quotedName(std::string_view name) {
     std::string text = "\"";
     for (const char c : name) {
         text += c;
@@ -199,14 +199,14 @@ void SqliteDriver::write(const std::string &sql, std::span<const Assignment> val
 }
 
 std::int64_t SqliteDriver::insertRow(std::string_view table, std::span<const Assignment> values) {
-    std::string sql = "insert into " + quoted(table);
+    std::string sql = "insert into " + quotedName(table);
     if (values.empty()) {
         sql += " default values";
     } else {
         std::string parameters;
         sql += " (";
         for (const Assignment &assignment : values) {
-            sql += (parameters.empty() ? "" : ", ") + quoted(assignment.column);
+            sql += (parameters.empty() ? "" : ", ") + quotedName(assignment.column);
             parameters += parameters.empty() ? "?" : ", ?";
         }
         sql += ") values (" + parameters + ')';
@@ -217,9 +217,9 @@ std::int64_t SqliteDriver::insertRow(std::string_view table, std::span<const Ass
 
 bool SqliteDriver::updateRow(std::string_view table, std::int64_t identity,
                              std::span<const Assignment> values) {
-    std::string sql = "update " + quoted(table) + " set ";
+    std::string sql = "update " + quotedName(table) + " set ";
     for (const Assignment &assignment : values)
-        sql += (&assignment == values.data() ? "" : ", ") + quoted(assignment.column) + " = ?";
+        sql += (&assignment == values.data() ? "" : ", ") + quotedName(assignment.column) + " = ?";
     sql += " where rowid = ?";
     write(sql, values, identity);
     return sqlite3_changes(m_session.handle()) > 0;
