@@ -26,6 +26,8 @@ public:
     /// Ends the program with this failure; does not return.
     [[noreturn]] static void fail(int number, const QString &description);
     [[nodiscard]] static bool failing();
+    /// Ends `run` once the event under way is done, if no form is loaded then.
+    static void endWithoutForms();
 
 private:
     [[noreturn]] static void failWithCurrentException();

@@ -20,6 +20,8 @@ public:
     /// Picks the item of that text, none when there is none.
     void setText(const QString &text);
 
+    void showPopup() override;
+
     [[nodiscard]] const QString &Tag() const { return m_tag; }
     void setTag(const QString &tag) { m_tag = tag; }
     [[nodiscard]] const QString &DataField() const { return m_dataField; }

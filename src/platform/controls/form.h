@@ -42,12 +42,16 @@ protected:
 
     [[nodiscard]] QWidget *shell() override;
     [[nodiscard]] bool isChild() const override { return m_kind == Kind::Child; }
+    void bringForward(bool maximized) override;
     void closeEvent(QCloseEvent *event) override;
     void changeEvent(QEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
 
 private:
     friend class ScreenWindow;
+    void makeWindow(QMdiArea *area);
+    void focusFirst();
+
     Kind m_kind;
     QPointer<QMdiSubWindow> m_window;
     QPoint m_place{-1, -1};
@@ -63,8 +67,9 @@ public:
 
 protected:
     [[nodiscard]] QWidget *shell() override { return this; }
+    void unloadOthers() override;
+    void bringForward(bool maximized) override;
     void closeEvent(QCloseEvent *event) override;
-    void changeEvent(QEvent *event) override;
 };
 
 } // namespace zel::controls

@@ -49,12 +49,16 @@ protected:
     /// The window that is shown: the form's own, or the child window around it.
     [[nodiscard]] virtual QWidget *shell() = 0;
     [[nodiscard]] virtual bool isChild() const { return false; }
+    /// What must go before Form_Unload runs.
+    virtual void unloadOthers() {}
+    /// Shows the shell and brings it to the front.
+    virtual void bringForward(bool maximized) = 0;
     /// To be called when the window becomes active; tells the form once per change of the active form.
     void becameActive();
 
 private:
     enum class State { Created, Loaded, Unloading, Unloaded };
-    void bringForward(bool maximized);
+    void discard();
 
     State m_state = State::Created;
     static FormLife *s_active;

@@ -49,6 +49,7 @@ private:
     std::vector<QStringList>
         m_cells; ///< rows below the heading while none are bound; a short one is blank at its end
     QStringList m_headings;
+    QList<bool> m_numbers;
     QHash<int, Qt::Alignment> m_alignments;
     int m_cols = 2;
 };

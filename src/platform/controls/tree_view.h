@@ -52,7 +52,7 @@ private:
     QHash<QString, TreeNode *> m_nodes;
     QList<TreeNode *> m_order;
     QList<QIcon> m_images;
-    TreeNode *m_pressed = nullptr;
+    QString m_pressedKey;
 };
 
 } // namespace zel::controls
