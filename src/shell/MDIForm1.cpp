@@ -1,10 +1,11 @@
 #include "shell/MDIForm1.h"
-#include "shell/ui_MDIForm1.h"
-#include "shell/ui_Picture1.h"
+#include "ui_MDIForm1.h"
+#include "ui_Picture1.h"
 
 #include "platform/controls/look.h"
 #include "shell/frmLocPass.h"
 #include "shell/frmLogin.h"
+#include "shell/logo.h"
 #include "shell/menu_table.h"
 #include "shell/module1.h"
 #include "shell/screens.h"
@@ -24,6 +25,7 @@ QString clockText(const QDateTime &moment) {
 }
 
 MDIForm1::MDIForm1() : ui(std::make_unique<Ui::MDIForm1>()), m_panel(std::make_unique<Ui::Panel>()) {
+    loadImages();
     ui->setupUi(this);
     setWindowIcon(controls::icon("logo"));
     Picture1 = new QWidget(ui->mdiArea->viewport());
@@ -93,7 +95,7 @@ void MDIForm1::choose(const QAction &item) {
         return openLocked("frmSecMenus", caption, gOpenSetMenus);
     if (name == "mnuRemoveData")
         return openLocked("frmRemoveData", caption, gOpenRemoveData);
-    const Opener *open = screen(name);
+    const Opener *open = opener(name);
     if (!open)
         return tellMissing(caption);
     close_Menu();
@@ -101,7 +103,7 @@ void MDIForm1::choose(const QAction &item) {
 }
 
 void MDIForm1::openLocked(const QString &screenName, const QString &caption, bool &destination) {
-    if (!screen(screenName))
+    if (!opener(screenName))
         return tellMissing(caption);
     close_Menu();
     destination = true;

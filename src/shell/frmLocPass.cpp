@@ -1,5 +1,5 @@
 #include "shell/frmLocPass.h"
-#include "shell/ui_frmLocPass.h"
+#include "ui_frmLocPass.h"
 
 #include "platform/controls/focus.h"
 #include "platform/controls/msg_box.h"
@@ -24,7 +24,7 @@ void openDestination() {
     for (const auto &destination : destinations) {
         if (!destination.chosen)
             continue;
-        if (const Opener *open = screen(destination.name))
+        if (const Opener *open = opener(destination.name))
             (*open)();
         return;
     }

@@ -1,5 +1,5 @@
 #include "shell/frmLogin.h"
-#include "shell/ui_frmLogin.h"
+#include "ui_frmLogin.h"
 
 #include "platform/base/error.h"
 #include "platform/controls/focus.h"

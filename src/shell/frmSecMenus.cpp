@@ -1,5 +1,5 @@
 #include "shell/frmSecMenus.h"
-#include "shell/ui_frmSecMenus.h"
+#include "ui_frmSecMenus.h"
 
 #include "shell/module1.h"
 

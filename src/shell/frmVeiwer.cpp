@@ -1,5 +1,5 @@
 #include "shell/frmVeiwer.h"
-#include "shell/ui_frmVeiwer.h"
+#include "ui_frmVeiwer.h"
 
 namespace zel::shell {
 

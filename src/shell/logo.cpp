@@ -2,16 +2,19 @@
 
 #include <QPainter>
 
-namespace {
-void loadShellImages() {
+// A static library's resources are linked only when they are named, outside every namespace.
+static void initResources() {
     Q_INIT_RESOURCE(shell);
 }
-} // namespace
 
 namespace zel::shell {
 
+void loadImages() {
+    initResources();
+}
+
 Logo::Logo(QWidget *parent) : QWidget(parent) {
-    loadShellImages();
+    loadImages();
     m_renderer.load(QStringLiteral(":/shell/logo.svg"));
 }
 

@@ -5,6 +5,9 @@
 
 namespace zel::shell {
 
+/// Makes the images under ":/shell/" readable; to be called before a design that names one is set up.
+void loadImages();
+
 /// The institute's program mark, drawn as large as the widget allows, its shape kept.
 class Logo : public QWidget {
     Q_OBJECT

@@ -10,7 +10,7 @@ void ApplyMenus() {
     frame.showPanel();
     OpenRs("Select Active From Menus Where Active='1'");
     if (gRs.RecordCount() == 0)
-        throw Error(errors::ObjectNotSet, "Object variable or With block variable not set");
+        throw Error(errors::ObjectNotSet, QString("Object variable or With block variable not set"));
     OpenRs("Select Menus,Active From Menus");
     gRs.MoveFirst();
     for (; !gRs.atEnd(); gRs.MoveNext())

@@ -12,7 +12,7 @@ void setScreens(Screens screens) {
     theScreens = std::move(screens);
 }
 
-const Opener *screen(const QString &name) {
+const Opener *opener(const QString &name) {
     const auto found = theScreens.find(name);
     return found == theScreens.end() ? nullptr : &found->second;
 }

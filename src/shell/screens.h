@@ -20,7 +20,7 @@ using Screens = std::map<QString, Opener>;
 void setScreens(Screens screens);
 
 /// The opener of that name, or nullptr while there is no such screen.
-[[nodiscard]] const Opener *screen(const QString &name);
+[[nodiscard]] const Opener *opener(const QString &name);
 
 /// The opener of a screen without more to do.
 template <class T>
