@@ -3,8 +3,11 @@
 #include "platform/ado/drivers/sqlite_driver.h"
 #include "platform/base/error.h"
 
+#include <QByteArrayView>
 #include <QCoreApplication>
 #include <QDir>
+
+#include <algorithm>
 
 namespace zel::ado {
 
@@ -21,6 +24,27 @@ void runStatements(Driver &driver, const Sql &text, const std::function<void(Out
         outcome.statement = std::move(statement);
         told(std::move(outcome));
     }
+}
+
+std::vector<Batch> batches(std::string_view file) {
+    std::vector<Batch> result;
+    Batch batch;
+    const auto end = [&result, &batch](int nextLine) {
+        if (batch.text.find_first_not_of(" \t\r\n") != std::string::npos)
+            result.push_back(std::move(batch));
+        batch = {{}, nextLine};
+    };
+    for (int line = 1; !file.empty(); ++line) {
+        const std::size_t length = std::min(file.find('\n'), file.size() - 1) + 1;
+        const QByteArrayView words = QByteArrayView(file.data(), qsizetype(length)).trimmed();
+        if (words.compare("GO", Qt::CaseInsensitive) == 0)
+            end(line + 1);
+        else
+            batch.text += file.substr(0, length);
+        file.remove_prefix(length);
+    }
+    end(0);
+    return result;
 }
 
 std::unique_ptr<Driver> openCatalog(const QString &dataSource, const QString &user, const QString &password) {

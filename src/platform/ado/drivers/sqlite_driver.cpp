@@ -225,6 +225,10 @@ bool SqliteDriver::updateRow(std::string_view table, std::int64_t identity,
     return sqlite3_changes(m_session.handle()) > 0;
 }
 
+void SqliteDriver::analyze() {
+    m_session.execute("pragma analysis_limit = 0; analyze");
+}
+
 void SqliteDriver::begin() {
     if (m_transaction)
         throw Error(3988, "A transaction is open on this connection already.");

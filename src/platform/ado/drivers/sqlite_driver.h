@@ -47,6 +47,8 @@ public:
     void commit() override;
     void rollback() noexcept override;
 
+    /// Gathers what query plans need to know about the rows that are there now.
+    void analyze();
     [[nodiscard]] SqliteLogins &logins() { return m_logins; }
     [[nodiscard]] SqliteSession &session() { return m_session; }
 

@@ -35,6 +35,8 @@ public:
 
     /// Sets a login's password without asking for the old one; 15007 when there is no such login.
     void setPassword(const std::string &name, const std::string &password);
+    /// 15007 when there is no such login.
+    void requireLogin(const std::string &name);
 
 private:
     using Arguments = std::vector<std::optional<std::string>>;
@@ -47,7 +49,6 @@ private:
     [[nodiscard]] bool isUser(const std::string &name);
     [[nodiscard]] bool isAdministrator(const std::string &name);
     [[nodiscard]] bool verify(const std::string &hash, const std::string &password);
-    void requireLogin(const std::string &name);
 
     SqliteSession &m_session;
 };
