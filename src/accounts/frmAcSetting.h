@@ -17,7 +17,7 @@ struct SettingTables;
 class frmAcSetting : public controls::Form {
     Q_OBJECT
 public:
-    static controls::FormReference<frmAcSetting> reference;
+    inline static controls::FormReference<frmAcSetting> reference;
 
     frmAcSetting();
     ~frmAcSetting() override;

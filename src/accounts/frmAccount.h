@@ -2,6 +2,7 @@
 
 #include "platform/ado/recordset.h"
 #include "platform/controls/form.h"
+#include "shell/report_launcher.h"
 
 #include <QString>
 
@@ -25,7 +26,7 @@ class frmAccount;
 class frmAccount : public controls::Form {
     Q_OBJECT
 public:
-    static controls::FormReference<frmAccount> reference;
+    inline static controls::FormReference<frmAccount> reference;
 
     frmAccount();
     ~frmAccount() override;
@@ -63,13 +64,13 @@ private:
     void prepareSubControl(const QString &parentTitle);
     void prepareSubsidiary(const QString &parentTitle, const QString &parentID);
 
-    /// What a save wrote: a code for the tree, and whether the account is a new one.
+    /// What a save wrote: the account's code, '' for none, and whether it is a new one.
     struct Saved {
-        QString code;
+        QString code{};
         bool created = false;
     };
-    /// "&Save".
-    void save();
+    /// "&Save". False: nothing was written, and the user has been told why.
+    bool save();
     /// False: the title is taken, and the user has been told.
     bool titleIsFree();
     Saved saveControlAccount();
@@ -78,14 +79,18 @@ private:
     Saved saveSubsidiary(const QString &parentCode);
     /// Into the row of gRs under edit.
     void saveDetail();
+    /// Opens the rebuilt tree down to the saved account.
     void reopenPath(const Saved &saved);
     QString nextDcode(const QString &parentID);
+    /// Adds a row to gRs with its place in the tree.
+    void addAccount(const QString &parentID, const QString &number, const char *status);
 
     void select(const QString &key);
     [[nodiscard]] bool isSaveOffered() const;
     void offer(const char *caption);
 
     std::unique_ptr<Ui::frmAccount> ui;
+    shell::ReportLauncher m_report;
     ado::Recordset m_types;
     QMenu *mnuPop;
     bool IsNew = false;      ///< the next save creates an account

@@ -22,7 +22,7 @@ class frmFindAC;
 class frmFindAC : public controls::Form {
     Q_OBJECT
 public:
-    static controls::FormReference<frmFindAC> reference;
+    inline static controls::FormReference<frmFindAC> reference;
 
     frmFindAC();
     ~frmFindAC() override;
