@@ -1,48 +1,20 @@
 #pragma once
 
-#include "platform/ado/connection.h"
-
 #include <QMessageBox>
 #include <QString>
-#include <QTemporaryDir>
+#include <QStringList>
 
 #include <functional>
 #include <vector>
 
-class QAction;
 class QWidget;
 
 namespace zel::controls {
 class Grid;
 }
 
-/// The real screens in the test's own process, on a fresh catalog, driven by keys.
+/// Real keys into real screens. A missing control is a fault of the test and ends it.
 namespace zel::test {
-
-/// A fresh catalog as `zeldb create` makes it, in a folder of its own with Server.txt, which is the
-/// application path while the object lives. The program's shared state is put back to what it is at start.
-class Office {
-public:
-    Office();
-    ~Office();
-
-    [[nodiscard]] QString folder() const { return m_folder.path(); }
-
-    /// Shows the login and logs in by keys; the main window stands when it returns.
-    void logIn(const QString &user = "sa", const QString &password = {});
-    /// Unloads every screen and the main window.
-    void logOut();
-
-    /// Statements of the test's own, past the program's connection: rows to start from, and what is there
-    /// now.
-    void execute(const char *statements);
-    /// All cells of the first result, rows from 0, as texts, Null as "NULL".
-    [[nodiscard]] std::vector<std::vector<QString>> select(const char *statement);
-
-private:
-    QTemporaryDir m_folder;
-    ado::Connection m_own;
-};
 
 /// A message box as it was shown.
 struct Box {
@@ -52,31 +24,57 @@ struct Box {
     QMessageBox::StandardButtons buttons;
 };
 
-/// Runs `action` and answers the message boxes that it brings up, in turn; further boxes than answers get the
-/// box's own escape. Gives what was shown.
+/// Runs `action` and answers the message boxes that it brings up, in turn; boxes beyond the answers are
+/// closed with Esc. Gives what was shown.
 std::vector<Box> boxesOf(const std::function<void()> &action,
-                         std::vector<QMessageBox::StandardButton> answers = {QMessageBox::Ok});
+                         std::vector<QMessageBox::StandardButton> answers = {});
+/// The texts alone.
+QStringList textsOf(const std::function<void()> &action,
+                    std::vector<QMessageBox::StandardButton> answers = {});
 
-/// The open screen of that objectName; nullptr when it is not open.
+/// The loaded screen of that objectName; nullptr when there is none.
 [[nodiscard]] QWidget *form(const QString &name);
-/// The control of that objectName on a screen; fails the test when there is none.
+/// The screen that has the focus; '' when none has.
+[[nodiscard]] QString activeForm();
+/// objectName of the control that has the focus; of a combo box its own, not its inner editor's.
+[[nodiscard]] QString focused();
+
+/// The control of that objectName on a screen.
 [[nodiscard]] QWidget *control(QWidget *form, const QString &name);
 template <class T>
 [[nodiscard]] T *control(QWidget *form, const QString &name) {
-    return qobject_cast<T *>(control(form, name));
+    T *found = qobject_cast<T *>(control(form, name));
+    if (!found)
+        qFatal("%s is of another class", qPrintable(name));
+    return found;
 }
 
-/// Opens a screen by its menu item ("mnuSession") and gives it, active and painted.
+/// The text of a box, a button, a label or a combo.
+[[nodiscard]] QString text(QWidget *form, const QString &name);
+
+/// Chooses a menu item: by its key when it has one, else in the opened menu. Gives the screen of that name;
+/// the name may be '' when none opens.
 QWidget *openByMenu(const QString &item, const QString &formName);
 
-/// Types into the control that has the focus. Text is typed letter by letter.
+/// Keys to whatever has the focus. Text goes letter by letter.
 void type(const QString &text);
 void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
-/// Focus to a control first, then the keys.
+/// Focus to a control, its text selected, then the keys.
 void typeInto(QWidget *form, const QString &name, const QString &text);
+/// Focus to a control, then one key.
+void pressOn(QWidget *form, const QString &name, Qt::Key key,
+             Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+/// The space bar on a button or a check box.
 void click(QWidget *form, const QString &name);
+/// Focus to the tabs, then as many arrow keys as it takes to bring a page to the front.
+void turnTo(QWidget *form, const QString &tabs, int page);
+/// Delivers what is queued.
+void settle();
 
-/// The texts of a grid, row 0 being the headings.
-[[nodiscard]] std::vector<std::vector<QString>> cells(const controls::Grid &grid);
+/// The visible and hidden cells of a grid, one text a row with "|" between cells; the first is the heading.
+[[nodiscard]] QStringList cells(QWidget *form, const QString &grid);
+
+/// A picture of a widget into the folder that ZEL_PICTURES names; nothing without it.
+void picture(QWidget *widget, const QString &name);
 
 } // namespace zel::test
