@@ -1,4 +1,4 @@
-#include "new_catalog.h"
+#include "schema/new_catalog.h"
 
 #include <QProcess>
 #include <QRandomGenerator>
@@ -34,8 +34,10 @@ const char *const Unsound =
     "(select count(*) from DetJV d where d.VouNo = m.VouNo and d.VouStatus = m.VouStatus) <> "
     "case when VouStatus in ('CP', 'CR') then cast(PaidReceive as integer) + 1 "
     "else 2 * cast(PaidReceive as integer) end "
-    "or (select sum(DrAmt) from DetJV d where d.VouNo = m.VouNo and d.VouStatus = m.VouStatus) <> TotalAmount "
-    "or (select sum(CrAmt) from DetJV d where d.VouNo = m.VouNo and d.VouStatus = m.VouStatus) <> TotalAmount "
+    "or (select sum(DrAmt) from DetJV d where d.VouNo = m.VouNo and d.VouStatus = m.VouStatus) <> "
+    "TotalAmount "
+    "or (select sum(CrAmt) from DetJV d where d.VouNo = m.VouNo and d.VouStatus = m.VouStatus) <> "
+    "TotalAmount "
     "union all select VouNo, VouStatus from DetJV d where not exists "
     "(select 1 from MasJV m where m.VouNo = d.VouNo and m.VouStatus = d.VouStatus) "
     "union all select VouNo, VouStatus from MasJV group by VouNo, VouStatus having count(*) > 1";
@@ -55,7 +57,8 @@ int tst_voucher_cuts::save(const char *kind, const char *state, const char *how,
     QProcess process;
     process.setProcessChannelMode(QProcess::ForwardedChannels);
     process.start(Writer, {"save", m_folder->path(), kind, state, how, QString::number(statement)});
-    return process.waitForFinished() && process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    return process.waitForFinished() && process.exitStatus() == QProcess::NormalExit ? process.exitCode()
+                                                                                     : -1;
 }
 
 /// The rows as text, "" for none; the failure's text when there is one.
@@ -67,7 +70,9 @@ QByteArray tst_voucher_cuts::select(const char *statement) {
     sqlite3_busy_timeout(database, 5000);
     const auto row = [](void *out, int columns, char **cells, char **) {
         for (int i = 0; i < columns; ++i)
-            static_cast<QByteArray *>(out)->append(cells[i] ? cells[i] : "NULL").append(i + 1 < columns ? " " : "\n");
+            static_cast<QByteArray *>(out)
+                ->append(cells[i] ? cells[i] : "NULL")
+                .append(i + 1 < columns ? " " : "\n");
         return 0;
     };
     if (sqlite3_exec(database, statement, row, &text, &message) != SQLITE_OK)

@@ -1,44 +1,27 @@
 #include "vouchers/voucher_desk.h"
 
-#include "platform/controls/application.h"
-
 using namespace zel::test;
-using zel::vouchers::VoucherKind;
+using zel::Sql;
 
 Q_DECLARE_METATYPE(std::vector<Line>)
 
 namespace {
 
-/// Lines of the two tables as text, one row a line: what an accountant compares.
-Table posted(Desk &desk, const char *kind) {
-    const QByteArray select =
-        QByteArray("select EntryNo, Ac=(select AcName from Accounts where RowID=AcCode), Contra=(select AcName "
-                   "from Accounts where RowID=CrAc), DrAmt, CrAmt, ChecqNo, Naration, FileNo, BillNo, VouNo, "
-                   "VouStatus, VouDate, SessionID, SubID from DetJV where VouStatus='") +
-        kind + "'";
-    return desk.office.select(select.constData());
+/// Rows of the two tables as text: what an accountant compares.
+QStringList posted(Desk &desk, const QString &kind) {
+    return desk.office.rows(
+        "select EntryNo, Ac=(select AcName from Accounts where RowID=AcCode), Contra=(select AcName from "
+        "Accounts "
+        "where RowID=CrAc), DrAmt, CrAmt, ChecqNo, Naration, FileNo, BillNo, VouNo, VouStatus, VouDate, "
+        "SessionID, SubID from DetJV where VouStatus='"_sql +
+        kind + "'");
 }
 
-Table headers(Desk &desk, const char *kind) {
-    const QByteArray select = QByteArray("select VouNo, VouStatus, VouDate, PaidReceive, TotalAmount, Login, "
-                                         "SlipNo, IRStatus, ChecqNo from MasJV where VouStatus='") +
-                              kind + "'";
-    return desk.office.select(select.constData());
-}
-
-/// A table written as lines of cells parted by "|"; "''" is an empty text.
-Table table(const char *text) {
-    Table rows;
-    for (const QString &line : QString(text).split('\n', Qt::SkipEmptyParts)) {
-        rows.emplace_back();
-        for (const QString &cell : line.split('|'))
-            rows.back().push_back(cell.trimmed() == "''" ? QString() : cell.trimmed());
-    }
-    return rows;
-}
-
-void compare(const Table &actual, const Table &expected) {
-    QVERIFY2(actual == expected, "\nis:\n" + printed(actual) + "should be:\n" + printed(expected));
+QStringList headers(Desk &desk, const QString &kind) {
+    return desk.office.rows(
+        "select VouNo, VouStatus, VouDate, PaidReceive, TotalAmount, Login, SlipNo, IRStatus, "
+        "ChecqNo from MasJV where VouStatus='"_sql +
+        kind + "'");
 }
 
 } // namespace
@@ -65,14 +48,17 @@ void tst_voucher_posting::posts_data() {
     QTest::addColumn<const char *>("header");
     QTest::addColumn<const char *>("rows");
 
-    QTest::newRow("BP")
-        << std::vector<Line>{{"RENT", "BANK ONE", "1000", "c-1", "Rent of March", "7", "8"},
-                             {"LIGHT", "", "250.5"}}
-        << "1 | BP | 05/03/2026 | Landlord | 1250.5 | sa | NULL | NULL | NULL"
-        << "1 | RENT     | BANK ONE | 1000  | 0     | c-1 | Rent of March | 7    | 8    | 1 | BP | 05/03/2026 | NULL | NULL\n"
-           "1 | BANK ONE | RENT     | 0     | 1000  | c-1 | Rent of March | 7    | 8    | 1 | BP | 05/03/2026 | NULL | NULL\n"
-           "2 | LIGHT    | BANK ONE | 250.5 | 0     | ''  | ''            | NULL | NULL | 1 | BP | 05/03/2026 | NULL | NULL\n"
-           "2 | BANK ONE | LIGHT    | 0     | 250.5 | ''  | ''            | NULL | NULL | 1 | BP | 05/03/2026 | NULL | NULL";
+    QTest::newRow("BP") << std::vector<Line>{{"RENT", "BANK ONE", "1000", "c-1", "Rent of March", "7", "8"},
+                                             {"LIGHT", "", "250.5"}}
+                        << "1 | BP | 05/03/2026 | Landlord | 1250.5 | sa | NULL | NULL | NULL"
+                        << "1 | RENT     | BANK ONE | 1000  | 0     | c-1 | Rent of March | 7    | 8    | 1 "
+                           "| BP | 05/03/2026 | NULL | NULL\n"
+                           "1 | BANK ONE | RENT     | 0     | 1000  | c-1 | Rent of March | 7    | 8    | 1 "
+                           "| BP | 05/03/2026 | NULL | NULL\n"
+                           "2 | LIGHT    | BANK ONE | 250.5 | 0     | ''  | ''            | NULL | NULL | 1 "
+                           "| BP | 05/03/2026 | NULL | NULL\n"
+                           "2 | BANK ONE | LIGHT    | 0     | 250.5 | ''  | ''            | NULL | NULL | 1 "
+                           "| BP | 05/03/2026 | NULL | NULL";
     QTest::newRow("BP, two banks and one account twice")
         << std::vector<Line>{{"RENT", "BANK ONE", "1", "", "a"}, {"RENT", "BANK TWO", "2", "", "a"}}
         << "1 | BP | 05/03/2026 | Landlord | 3 | sa | NULL | NULL | NULL"
@@ -87,24 +73,30 @@ void tst_voucher_posting::posts_data() {
            "1 | FEES     | BANK ONE | 0   | 100 | '' | '' | NULL | 12   | 1 | BR | 05/03/2026 | NULL | NULL\n"
            "2 | BANK ONE | RENT     | 50  | 0   | 9  | n  | NULL | NULL | 1 | BR | 05/03/2026 | NULL | NULL\n"
            "2 | RENT     | BANK ONE | 0   | 50  | 9  | n  | NULL | NULL | 1 | BR | 05/03/2026 | NULL | NULL";
-    QTest::newRow("CP")
-        << std::vector<Line>{{"RENT", "CASH BOX", "10", "c", "first", "1", "2"},
-                             {"LIGHT", "", "20.25", "", "second"},
-                             {"FEES", "", "0.755"}}
-        << "1 | CP | 05/03/2026 | Landlord | 31.01 | sa | NULL | NULL | NULL"
-        << "1 | RENT     | CASH BOX | 10    | 0     | c    | first  | 1    | 2    | 1 | CP | 05/03/2026 | NULL | NULL\n"
-           "2 | LIGHT    | CASH BOX | 20.25 | 0     | ''   | second | NULL | NULL | 1 | CP | 05/03/2026 | NULL | NULL\n"
-           "3 | FEES     | CASH BOX | 0.76  | 0     | ''   | ''     | NULL | NULL | 1 | CP | 05/03/2026 | NULL | NULL\n"
-           "4 | CASH BOX | NULL     | 0     | 31.01 | NULL | first  | NULL | NULL | 1 | CP | 05/03/2026 | NULL | NULL";
-    QTest::newRow("CR")
-        << std::vector<Line>{{"CASH BOX", "FEES", "10", "", "one", "", ""},
-                             {"", "RENT", "20"},
-                             {"", "LIGHT", "30", "k", "three", "", "5"}}
-        << "1 | CR | 05/03/2026 | Landlord | 60 | sa | NULL | NULL | NULL"
-        << "1 | FEES     | CASH BOX | 0  | 10 | ''   | one   | NULL | NULL | 1 | CR | 05/03/2026 | NULL | NULL\n"
-           "2 | RENT     | CASH BOX | 0  | 20 | ''   | ''    | NULL | NULL | 1 | CR | 05/03/2026 | NULL | NULL\n"
-           "3 | LIGHT    | CASH BOX | 0  | 30 | k    | three | NULL | 5    | 1 | CR | 05/03/2026 | NULL | NULL\n"
-           "4 | CASH BOX | NULL     | 60 | 0  | NULL | one   | NULL | NULL | 1 | CR | 05/03/2026 | NULL | NULL";
+    QTest::newRow("CP") << std::vector<Line>{{"RENT", "CASH BOX", "10", "c", "first", "1", "2"},
+                                             {"LIGHT", "", "20.25", "", "second"},
+                                             {"FEES", "", "0.755"}}
+                        << "1 | CP | 05/03/2026 | Landlord | 31.01 | sa | NULL | NULL | NULL"
+                        << "1 | RENT     | CASH BOX | 10    | 0     | c    | first  | 1    | 2    | 1 | CP | "
+                           "05/03/2026 | NULL | NULL\n"
+                           "2 | LIGHT    | CASH BOX | 20.25 | 0     | ''   | second | NULL | NULL | 1 | CP | "
+                           "05/03/2026 | NULL | NULL\n"
+                           "3 | FEES     | CASH BOX | 0.76  | 0     | ''   | ''     | NULL | NULL | 1 | CP | "
+                           "05/03/2026 | NULL | NULL\n"
+                           "4 | CASH BOX | NULL     | 0     | 31.01 | NULL | first  | NULL | NULL | 1 | CP | "
+                           "05/03/2026 | NULL | NULL";
+    QTest::newRow("CR") << std::vector<Line>{{"CASH BOX", "FEES", "10", "", "one", "", ""},
+                                             {"", "RENT", "20"},
+                                             {"", "LIGHT", "30", "k", "three", "", "5"}}
+                        << "1 | CR | 05/03/2026 | Landlord | 60 | sa | NULL | NULL | NULL"
+                        << "1 | FEES     | CASH BOX | 0  | 10 | ''   | one   | NULL | NULL | 1 | CR | "
+                           "05/03/2026 | NULL | NULL\n"
+                           "2 | RENT     | CASH BOX | 0  | 20 | ''   | ''    | NULL | NULL | 1 | CR | "
+                           "05/03/2026 | NULL | NULL\n"
+                           "3 | LIGHT    | CASH BOX | 0  | 30 | k    | three | NULL | 5    | 1 | CR | "
+                           "05/03/2026 | NULL | NULL\n"
+                           "4 | CASH BOX | NULL     | 60 | 0  | NULL | one   | NULL | NULL | 1 | CR | "
+                           "05/03/2026 | NULL | NULL";
     QTest::newRow("JV, a further line by its amount alone")
         << std::vector<Line>{{"RENT", "FEES", "5", "", "x", "3", "4"}, {"", "", "6"}}
         << "1 | JV | 05/03/2026 | Landlord | 11 | sa | NULL | NULL | NULL"
@@ -132,7 +124,7 @@ void tst_voucher_posting::posts() {
     QCOMPARE(desk.text("txtVoucher"), "2");
     QCOMPARE(desk.grid("MshEntry")->Rows(), 1);
     QCOMPARE(desk.label("lblTotalAmount"), "Total Amount : 0.00");
-    QCOMPARE(desk.focus(), "DTPicker");
+    QCOMPARE(focused(), "DTPicker");
 }
 
 void tst_voucher_posting::rowUnderEditIsWrittenInPlace() {
@@ -185,16 +177,13 @@ void tst_voucher_posting::changedVoucherKeepsItsNumberAndLosesItsOldLines() {
     desk.add(second);
     desk.push("cmdSave");
     QVERIFY(!desk.enabled("cmdDelete"));
-    const Table all = headers(desk, kind);
-    QCOMPARE(all.size(), 2U);
-    QCOMPARE(all[0][0], "7");
-    QCOMPARE(all[0][2], "31/12/2025");
-    QCOMPARE(all[0][3], "Changed");
-    QCOMPARE(all[0][4], "30");
-    const QByteArray lines = "select count(*), sum(DrAmt), sum(CrAmt) from DetJV where VouNo = 7 and "
-                             "VouStatus = '" +
-                             kind + "' and VouDate = '2025-12-31'";
-    compare(desk.office.select(lines), {{QString::number(rowsAfter), "30", "30"}});
+    const QStringList all = headers(desk, kind);
+    QCOMPARE(all.size(), 2);
+    QCOMPARE(all[0], QString("7|%1|31/12/2025|Changed|30|sa|NULL|NULL|NULL").arg(kind));
+    compare(desk.office.rows(
+                "select count(*), sum(DrAmt), sum(CrAmt) from DetJV where VouNo = 7 and VouStatus = '"_sql +
+                QString(kind) + "' and VouDate = '2025-12-31'"),
+            {QString("%1|30|30").arg(rowsAfter)});
 }
 
 void tst_voucher_posting::cashVoucherMovesToTheAccountInTheBox() {
@@ -207,7 +196,7 @@ void tst_voucher_posting::cashVoucherMovesToTheAccountInTheBox() {
     desk.openFromSearch(1);
     QCOMPARE(desk.text("txtCrAc"), "BANK ONE");
     desk.push("cmdSave");
-    compare(desk.office.select("select AcCode, CrAc from DetJV"), table("4 | 1\n1 | NULL"));
+    compare(desk.office.rows("select AcCode, CrAc from DetJV"), table("4 | 1\n1 | NULL"));
 }
 
 void tst_voucher_posting::numbers() {
@@ -243,8 +232,8 @@ void tst_voucher_posting::numberIsTakenAfreshAtTheSave() {
     desk.add({"RENT", "BANK ONE", "1"});
     desk.office.execute("insert into MasJV (VouNo, VouStatus) values (9, 'BP')");
     desk.push("cmdSave");
-    compare(desk.office.select("select VouNo from MasJV where TotalAmount = 1"), {{"10"}});
-    compare(desk.office.select("select VouNo, count(*) from DetJV group by VouNo"), {{"10", "2"}});
+    compare(desk.office.rows("select VouNo from MasJV where TotalAmount = 1"), {"10"});
+    compare(desk.office.rows("select VouNo, count(*) from DetJV group by VouNo"), {"10|2"});
 }
 
 void tst_voucher_posting::firstNumberWithoutASettingIsZero() {
@@ -253,13 +242,13 @@ void tst_voucher_posting::firstNumberWithoutASettingIsZero() {
     QCOMPARE(desk.text("txtVoucher"), "0");
     desk.add({"RENT", "FEES", "1"});
     desk.push("cmdSave");
-    compare(desk.office.select("select VouNo from MasJV"), {{"0"}});
+    compare(desk.office.rows("select VouNo from MasJV"), {"0"});
     QCOMPARE(desk.text("txtVoucher"), "1");
 }
 
 void tst_voucher_posting::deletes() {
-    Desk desk("insert into MasJV (VouNo, VouStatus, TotalAmount) values (5, 'BR', 1)"
-              "insert into DetJV (VouNo, VouStatus, DrAmt) values (5, 'BR', 1)"
+    Desk desk("insert into MasJV (VouNo, VouStatus, TotalAmount) values (5, 'BR', 1) "
+              "insert into DetJV (VouNo, VouStatus, DrAmt) values (5, 'BR', 1) "
               "update VouSetting set VouNo = '5'");
     desk.open("BP");
     desk.add({"RENT", "BANK ONE", "1"});
@@ -272,13 +261,13 @@ void tst_voucher_posting::deletes() {
     QCOMPARE(asked[0].icon, QMessageBox::Information);
     QVERIFY(asked[0].buttons == (QMessageBox::Yes | QMessageBox::No));
     QVERIFY(desk.enabled("cmdDelete"));
-    QCOMPARE(desk.office.select("select VouNo from MasJV where VouStatus = 'BP'").size(), 1U);
+    QCOMPARE(desk.office.rows("select VouNo from MasJV where VouStatus = 'BP'").size(), 1);
 
     desk.push("cmdDelete", QMessageBox::Yes);
     QVERIFY(!desk.enabled("cmdDelete"));
-    QCOMPARE(desk.focus(), "DTPicker");
-    compare(desk.office.select("select VouNo, VouStatus from MasJV"), {{"5", "BR"}});
-    compare(desk.office.select("select VouNo, VouStatus from DetJV"), {{"5", "BR"}});
+    QCOMPARE(focused(), "DTPicker");
+    compare(desk.office.rows("select VouNo, VouStatus from MasJV"), {"5|BR"});
+    compare(desk.office.rows("select VouNo, VouStatus from DetJV"), {"5|BR"});
     compare(desk.seen("mshSearch"), table("''|''|''|''|''"));
 }
 
@@ -294,7 +283,7 @@ void tst_voucher_posting::emptyGridIsRefused() {
     QCOMPARE(said.size(), 1U);
     QCOMPARE(said[0].text, "Please enter less than one entry in detail");
     QVERIFY(!desk.enabled("cmdDelete"));
-    compare(desk.office.select("select count(*) from DetJV"), {{"2"}});
+    compare(desk.office.rows("select count(*) from DetJV"), {"2"});
 }
 
 void tst_voucher_posting::amountsAreExact() {
@@ -305,16 +294,12 @@ void tst_voucher_posting::amountsAreExact() {
         desk.add({"RENT", "", amount});
     QCOMPARE(desk.label("lblTotalAmount"), "Total Amount : 100,000,000,003.98");
     desk.push("cmdSave");
-    compare(desk.office.select("select TotalAmount from MasJV"), {{"100000000003.98"}});
-    compare(desk.office.select("select CrAmt from DetJV where CrAc is null"), {{"100000000003.98"}});
-    compare(desk.office.select("select DrAmt from DetJV where CrAc is not null"),
+    compare(desk.office.rows("select TotalAmount from MasJV"), {"100000000003.98"});
+    compare(desk.office.rows("select CrAmt from DetJV where CrAc is null"), {"100000000003.98"});
+    compare(desk.office.rows("select DrAmt from DetJV where CrAc is not null"),
             table("0.1\n0.2\n99999999999.99\n1.01\n2.68"));
 }
 
-int main(int argc, char **argv) {
-    zel::controls::Application application(argc, argv);
-    tst_voucher_posting test;
-    return QTest::qExec(&test, argc, argv);
-}
+ZEL_TEST_MAIN(tst_voucher_posting)
 
 #include "tst_voucher_posting.moc"

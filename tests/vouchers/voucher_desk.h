@@ -4,15 +4,16 @@
 #include "platform/controls/grid.h"
 #include "platform/controls/memo_box.h"
 #include "platform/controls/text_box.h"
-#include "support/driver.h"
+#include "tests/support/driver.h"
+#include "tests/support/office.h"
+#include "tests/support/test_program.h"
 #include "vouchers/voucher_kind.h"
 
+#include <QApplication>
 #include <QTest>
 
 /// A clerk at a voucher screen: the real screen on a real catalog, worked by keys.
 namespace zel::test {
-
-using Table = std::vector<std::vector<QString>>;
 
 /// The accounts of these tests; RowID is the place in the list.
 inline const char *const Accounts[] = {"", "BANK ONE", "BANK TWO", "CASH BOX", "RENT", "LIGHT", "FEES"};
@@ -38,16 +39,13 @@ struct Line {
 class Desk {
 public:
     /// A fresh catalog with the accounts above and a user logged in.
-    explicit Desk(const char *rows = nullptr) {
+    explicit Desk(const Sql &rows = {}) {
         for (int i = 1; i < int(std::size(Accounts)); ++i) {
-            const QByteArray insert =
-                QByteArray("insert into Accounts (ParentID, Dcode, AcNodes, AcName, AcStatus, BStatus) values "
-                           "('1.1', ") +
-                QByteArray::number(i) + ", '1.1." + QByteArray::number(i) + "', '" + Accounts[i] + "', 'DD', " +
-                (i <= 2 ? "'B'" : "null") + ")";
-            office.execute(insert.constData());
+            office.execute(
+                "insert into Accounts (ParentID, Dcode, AcName, AcStatus, BStatus) values ('1.1', "_sql + i +
+                ", '" + QString(Accounts[i]) + "', 'DD', " + (i <= 2 ? Sql("'B'") : Sql("null")) + ")");
         }
-        if (rows)
+        if (!rows.text().empty())
             office.execute(rows);
         office.logIn();
     }
@@ -70,19 +68,16 @@ public:
     [[nodiscard]] QString label(const char *name) const {
         return control(m_form, name)->property("text").toString();
     }
-    [[nodiscard]] QString focus() const {
-        const QWidget *focused = QApplication::focusWidget();
-        return focused ? focused->objectName() : QString();
-    }
     /// The cells of a grid below the heading, the columns that can be seen.
-    [[nodiscard]] Table seen(const char *name) const {
-        Table rows;
+    [[nodiscard]] QStringList seen(const char *name) const {
+        QStringList rows;
         const controls::Grid *cells = grid(name);
         for (int row = 1; row < cells->Rows(); ++row) {
-            rows.emplace_back();
+            QStringList texts;
             for (int col = 0; col < cells->Cols(); ++col)
                 if (!cells->isColumnHidden(col))
-                    rows.back().push_back(cells->TextMatrix(row, col));
+                    texts << cells->TextMatrix(row, col);
+            rows << texts.join('|');
         }
         return rows;
     }
@@ -145,15 +140,22 @@ private:
     QWidget *m_form = nullptr;
 };
 
-/// A table in a failed test's report.
-inline QByteArray printed(const Table &table) {
-    QByteArray text;
-    for (const auto &row : table) {
-        for (const QString &cell : row)
-            text += cell.toUtf8() + " | ";
-        text += '\n';
+/// Rows written as lines of cells parted by "|", with blanks around them for the eye, as Office::rows gives
+/// them; "''" is an empty text.
+inline QStringList table(const char *text) {
+    QStringList rows;
+    for (const QString &line : QString(text).split('\n', Qt::SkipEmptyParts)) {
+        QStringList cells;
+        for (const QString &cell : line.split('|'))
+            cells << (cell.trimmed() == "''" ? QString() : cell.trimmed());
+        rows << cells.join('|');
     }
-    return text;
+    return rows;
+}
+
+inline void compare(const QStringList &actual, const QStringList &expected) {
+    QVERIFY2(actual == expected,
+             qPrintable("\nis:\n" + actual.join('\n') + "\nshould be:\n" + expected.join('\n')));
 }
 
 } // namespace zel::test

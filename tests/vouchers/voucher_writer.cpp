@@ -26,7 +26,7 @@ namespace {
 
 /// Counts the statements that reach the engine; the one that brings `left` to 0 is cut.
 struct Cut {
-    int left = -1;
+    int left = 0;
     bool stop = false;
     bool failing = false;
 } cut;
@@ -89,20 +89,20 @@ void openNewest(QWidget *screen) {
     Q_EMIT list->rowDoubleClicked(1);
 }
 
-int save(const char *kind, bool changed) {
+int save(const char *kind, bool changed, int statement) {
     QWidget *screen = open(kind);
     if (changed)
         openNewest(screen);
     for (int line = 1; line <= (changed ? 1 : 3); ++line)
         addLine(screen, line * 10);
     tellLines(screen);
-    const int asked = std::exchange(cut.left, cut.left < 0 ? -cut.left : 0);
+    cut.left = statement;
     try {
         click(screen, "cmdSave");
     } catch (const zel::Error &) {
         return 1;
     }
-    return asked < 0 && cut.left == 0 ? 3 : 0;
+    return 0;
 }
 
 [[noreturn]] void loop() {
@@ -137,6 +137,5 @@ int main(int argc, char **argv) {
     if (arguments.at(1) == "loop")
         loop();
     cut.stop = arguments.at(5) == "stop";
-    cut.left = -arguments.at(6).toInt();
-    _exit(save(arguments.at(3).toLatin1(), arguments.at(4) == "changed"));
+    _exit(save(arguments.at(3).toLatin1(), arguments.at(4) == "changed", arguments.at(6).toInt()));
 }
