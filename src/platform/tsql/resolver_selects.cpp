@@ -82,6 +82,9 @@ BoundSelect *Resolver::select(const SelectNode &node, bool inOrder) {
     Expr **lastGroup = &made->groupBy;
     for (const Node *group = node.groupBy; group != nullptr; group = group->next) {
         *lastGroup = copy(*value(*group));
+        if (isLiteral(**lastGroup))
+            fail(group->at, 164,
+                 "Each GROUP BY expression must contain at least one column that is not an outer reference.");
         lastGroup = &(*lastGroup)->next;
     }
     scope.aggregatesAllowed = true;
@@ -253,6 +256,8 @@ BoundOrder *Resolver::orderOf(const OrderNode &node, BoundSelect &select) {
              "operator.");
     }
     made->value = m_converter.settled(value(what));
+    if (isLiteral(*made->value))
+        fail(what.at, 408, "A constant expression was encountered in the ORDER BY list.");
     if (select.distinct) {
         const BoundItem *item = select.items;
         while (item != nullptr && !sameValue(item->value, made->value))
