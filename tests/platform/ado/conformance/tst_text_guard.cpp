@@ -21,8 +21,12 @@ private Q_SLOTS:
     void numbers();
     void dates_data();
     void dates();
+    void counts_data();
+    void counts();
     void titles_data();
     void titles();
+    void serverCalls_data();
+    void serverCalls();
     void oldPasswords_data();
     void oldPasswords();
     void numbersOnTheirPlaces();
@@ -248,6 +252,23 @@ const TextPlace TextPlaces[] = {
      "select AcName,ParentID from Accounts where AcName='ALI RAZA'", "AcName"},
 };
 
+/// Where a stored code stands between quotes and rows are counted.
+struct CountPlace {
+    const char *name;
+    const char *before;
+    const char *after;
+    const char *texts; ///< of all rows that may be counted
+};
+
+constexpr CountPlace CountPlaces[] = {
+    {"children of a code", "select count(dcode) as chkNod from accounts where acnodes like '", ".%'",
+     "select AcNodes from Accounts where Dcode is not null"},
+    {"children of a parent", "select count(dcode) as chkLvl from accounts where  parentid='",
+     "' and dcode<>0", "select ParentID from Accounts where Dcode<>0"},
+    {"next child, less one", "Select isnull(max(dcode),0) as Dcode from  accounts where rtrim(parentid)='",
+     "' and 0=1", "select ParentID from Accounts where 0=1"},
+};
+
 struct NumberPlace {
     const char *name;
     std::string before;
@@ -437,6 +458,68 @@ void tst_text_guard::dates() {
     m_catalog->undo();
     QCOMPARE(answer.error.value_or(0), typed.text.isEmpty() ? 0 : 241);
     QCOMPARE(m_catalog->checksum(), before);
+}
+
+void tst_text_guard::counts_data() {
+    QTest::addColumn<int>("place");
+    QTest::addColumn<int>("text");
+    int placeNumber = 0;
+    for (const CountPlace &place : CountPlaces) {
+        int textNumber = 0;
+        for (const Hostile &text : hostile())
+            QTest::addRow("%s: %s", place.name, text.name) << placeNumber << textNumber++;
+        ++placeNumber;
+    }
+}
+
+void tst_text_guard::counts() {
+    QFETCH(int, place);
+    QFETCH(int, text);
+    const CountPlace &at = CountPlaces[std::size_t(place)];
+    const Hostile typed = hostile()[std::size_t(text)];
+    const Sql statement = built(at.before, typed.text, at.after);
+    QCOMPARE(refusal(statement), typed.inText);
+    if (typed.inText != 0)
+        return;
+    const Answer answer = m_catalog->run(statement);
+    QVERIFY2(answer.ok(), qPrintable(answer.description));
+    const Answer all = m_catalog->run(Sql::trusted(at.texts));
+    const bool searched = std::string_view(at.after).starts_with('.');
+    int expected = 0;
+    for (qsizetype row = 0; row < all.rows->rowCount(); ++row) {
+        const QString value = all.rows->text(row, 0);
+        expected +=
+            searched ? isLike(value, typed.data() + QStringLiteral(".%")) : equalAsText(value, typed.data());
+    }
+    QCOMPARE(answer.rows->value(0, 0).integer(), expected);
+}
+
+void tst_text_guard::serverCalls_data() {
+    titles_data();
+}
+
+/// Names and passwords of logins between quotes: they arrive as they were typed, or nothing is called.
+void tst_text_guard::serverCalls() {
+    QFETCH(int, text);
+    const Hostile typed = hostile()[std::size_t(text)];
+    const std::pair<Sql, std::size_t> calls[] = {
+        {built("sp_addlogin '", typed.text, "','PASS1','Ward_System'"), 0},
+        {built("sp_addlogin 'NAME','", typed.text, "','Ward_System'"), 1},
+        {built("sp_adduser '", typed.text, "'"), 0},
+        {built("Sp_AddSrvroleMember '", typed.text, "','sysadmin'"), 0},
+        {built("sp_password OLD,'", typed.text, "','NAME'"), 1},
+        {built("sp_password OLD,'NEW','", typed.text, "'"), 2},
+    };
+    for (const auto &[call, argument] : calls) {
+        QCOMPARE(refusal(call), typed.inText);
+        if (typed.inText != 0)
+            continue;
+        const auto statements = zel::tsql::translate(call, m_catalog->driver(), zel::tsql::sqlite());
+        QCOMPARE(statements.size(), std::size_t(1));
+        QCOMPARE(statements[0].kind, zel::tsql::StatementKind::ServerCall);
+        QVERIFY(argument < statements[0].arguments.size());
+        QCOMPARE(QString::fromStdString(statements[0].arguments[argument].value_or("")), typed.data());
+    }
 }
 
 void tst_text_guard::titles_data() {
