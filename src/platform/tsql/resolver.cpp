@@ -176,81 +176,87 @@ void Resolver::checkInsertedColumns(const BoundInsert &insert, std::uint32_t at)
     }
 }
 
+BoundAssignment *Resolver::insertedColumn(const NameNode &name, const Table &target,
+                                          const BoundAssignment *before) {
+    const int index = columnIndex(target, name.text);
+    if (index < 0)
+        failColumn(name.at, name.text);
+    const Column &column = target.columns[static_cast<std::size_t>(index)];
+    if (column.identity) {
+        fail(name.at, 544,
+             "Cannot insert explicit value for identity column in table '" + target.name +
+                 "' when IDENTITY_INSERT is set to OFF.");
+    }
+    for (; before != nullptr; before = before->next) {
+        if (before->column == &column) {
+            fail(name.at, 264,
+                 "The column name '" + column.name +
+                     "' is specified more than once in the SET clause or column list of an INSERT.");
+        }
+    }
+    return m_arena.make<BoundAssignment>({&column, nullptr, nullptr});
+}
+
+/// 213, 109 or 110 for a row at `at` whose values are not as many as the columns.
+void Resolver::checkValueCount(const ActionNode &node, std::uint32_t at, int columns, int values) const {
+    if (values == columns)
+        return;
+    if (node.names == nullptr)
+        fail(at, 213, "Column name or number of supplied values does not match table definition.");
+    fail(at, values < columns ? 109 : 110,
+         std::string("There are ") + (values < columns ? "more" : "fewer") +
+             " columns in the INSERT statement than values specified in the VALUES clause.");
+}
+
 BoundInsert *Resolver::insertion(const ActionNode &node) {
     BoundInsert *made = m_arena.make<BoundInsert>();
     const Table &target = table(node.table);
     made->table = &target;
     BoundAssignment **last = &made->columns;
     int count = 0;
-    const auto add = [&](const Column &column) {
+    for (const NameNode *name = node.names; name != nullptr; name = name->next, ++count) {
+        *last = insertedColumn(*name, target, made->columns);
+        last = &(*last)->next;
+    }
+    for (const Column &column : target.columns) {
+        if (node.names != nullptr || column.identity)
+            continue;
         *last = m_arena.make<BoundAssignment>({&column, nullptr, nullptr});
         last = &(*last)->next;
         ++count;
-    };
-    for (const NameNode *name = node.names; name != nullptr; name = name->next) {
-        const int index = columnIndex(target, name->text);
-        if (index < 0)
-            failColumn(name->at, name->text);
-        const Column &column = target.columns[static_cast<std::size_t>(index)];
-        if (column.identity) {
-            fail(name->at, 544,
-                 "Cannot insert explicit value for identity column in table '" + target.name +
-                     "' when IDENTITY_INSERT is set to OFF.");
-        }
-        for (const BoundAssignment *given = made->columns; given != nullptr; given = given->next) {
-            if (given->column == &column) {
-                fail(name->at, 264,
-                     "The column name '" + column.name +
-                         "' is specified more than once in the SET clause or column list of an INSERT.");
-            }
-        }
-        add(column);
-    }
-    if (node.names == nullptr) {
-        for (const Column &column : target.columns) {
-            if (!column.identity)
-                add(column);
-        }
     }
     checkInsertedColumns(*made, node.at);
-    const auto countMismatch = [&](std::uint32_t at, int values) {
-        if (node.names == nullptr)
-            fail(at, 213, "Column name or number of supplied values does not match table definition.");
-        fail(at, values < count ? 109 : 110,
-             std::string("There are ") + (values < count ? "more" : "fewer") +
-                 " columns in the INSERT statement than values specified in the VALUES clause.");
-    };
     BoundRow **lastRow = &made->rows;
     for (const RowNode *row = node.rows; row != nullptr; row = row->next) {
-        *lastRow = m_arena.make<BoundRow>();
-        Expr **lastValue = &(*lastRow)->values;
-        const BoundAssignment *target2 = made->columns;
-        int values = 0;
-        for (const Node *value = row->values; value != nullptr; value = value->next, ++values) {
-            if (target2 == nullptr)
-                countMismatch(row->at, count + 1);
-            *lastValue = copy(*assigned(this->value(*value), *target2->column));
-            lastValue = &(*lastValue)->next;
-            target2 = target2->next;
-        }
-        if (target2 != nullptr)
-            countMismatch(row->at, values);
+        *lastRow = insertedRow(node, *row, made->columns, count);
         lastRow = &(*lastRow)->next;
     }
-    if (node.select != nullptr) {
-        made->select = select(*node.select, true);
-        for (BoundSelect *part = made->select; part != nullptr; part = part->unionAll) {
-            const BoundAssignment *target2 = made->columns;
-            int values = 0;
-            for (BoundItem *item = part->items; item != nullptr; item = item->next, ++values) {
-                if (target2 == nullptr)
-                    countMismatch(node.select->at, count + 1);
-                item->value = assigned(item->value, *target2->column);
-                target2 = target2->next;
-            }
-            if (target2 != nullptr)
-                countMismatch(node.select->at, values);
-        }
+    if (node.select == nullptr)
+        return made;
+    made->select = select(*node.select, true);
+    for (BoundSelect *part = made->select; part != nullptr; part = part->unionAll) {
+        int values = 0;
+        for (const BoundItem *item = part->items; item != nullptr; item = item->next)
+            ++values;
+        checkValueCount(node, node.select->at, count, values);
+        const BoundAssignment *into = made->columns;
+        for (BoundItem *item = part->items; item != nullptr; item = item->next, into = into->next)
+            item->value = assigned(item->value, *into->column);
+    }
+    return made;
+}
+
+BoundRow *Resolver::insertedRow(const ActionNode &node, const RowNode &row, const BoundAssignment *columns,
+                                int count) {
+    int values = 0;
+    for (const Node *one = row.values; one != nullptr; one = one->next)
+        ++values;
+    checkValueCount(node, row.at, count, values);
+    BoundRow *made = m_arena.make<BoundRow>();
+    Expr **last = &made->values;
+    for (const Node *one = row.values; one != nullptr; one = one->next, columns = columns->next) {
+        *last = copy(*assigned(value(*one), *columns->column));
+        last = &(*last)->next;
     }
     return made;
 }

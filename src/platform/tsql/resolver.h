@@ -98,6 +98,10 @@ private:
     [[noreturn]] void fail(std::size_t at, int number, std::string_view message) const;
     [[noreturn]] void failColumn(std::size_t at, std::string_view name) const;
     Expr *assigned(Expr *value, const Column &column);
+    BoundAssignment *insertedColumn(const NameNode &name, const Table &target, const BoundAssignment *before);
+    BoundRow *insertedRow(const ActionNode &node, const RowNode &row, const BoundAssignment *columns,
+                          int count);
+    void checkValueCount(const ActionNode &node, std::uint32_t at, int columns, int values) const;
     void checkInsertedColumns(const BoundInsert &insert, std::uint32_t at) const;
 
     const Catalog &m_catalog;

@@ -19,6 +19,10 @@ namespace zel::tsql::sqlite_names {
 /// character beyond ASCII folds into ASCII (the Kelvin sign and the long s stay themselves). Accents stay
 /// distinct.
 inline constexpr char Fold[] = "zel_fold";
+/// (text) -> text: every text of the same zel_fold is, under NOCASE, at least the first and below the second.
+/// The range lets an index find them.
+inline constexpr char RangeBegin[] = "zel_rangebegin";
+inline constexpr char RangeEnd[] = "zel_rangeend";
 /// (value text, pattern text) -> 1 or 0: '%', '_', [abc], [a-c], [^a-c]; case ignored as zel_fold does; a '['
 /// that is never closed matches nothing, a ']' alone is itself, '[]' matches nothing, "[x-]" matches nothing,
 /// "[-x]" is '-' or 'x'. Matches when the value as it is or the value without its trailing blanks does.

@@ -65,6 +65,13 @@ void tst_index_use::plans_data() {
     row("account of a setting",
         "Select AcTitle=(Select AcName From Accounts Where rowid=AcCode) From VouSetting",
         {"INTEGER PRIMARY KEY (rowid=?)"});
+    row("code of another table",
+        "select (select min(AcName) from Accounts a where a.AcNodes = VouSetting.AcCode) from VouSetting",
+        {"iNodes (AcNodes>? AND AcNodes<?)"});
+    row("join over codes", "select a.AcName from VouSetting v join Accounts a on v.AcCode = a.AcNodes",
+        {"iNodes (AcNodes>? AND AcNodes<?)"});
+    row("letters beyond ASCII", "select AcName from Accounts where AcNodes = 'Ñ 1'",
+        {"iNodes (AcNodes>? AND AcNodes<?)"});
     row("kinds",
         "select VouNo from DetJV where AcCode = 7 and VouStatus in ('FR','CF') and VouDate >= '2024-01-01'",
         {"iAccount (AcCode=? AND VouDate>?)"});

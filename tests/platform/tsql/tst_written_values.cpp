@@ -56,6 +56,9 @@ void tst_written_values::values_data() {
     row("select Id from T where V not in ('nandu')", {"1", "2", "4"});
     row("select Id from T where V = ''", {"4"});
     row("select a.Id,b.K from T a join U b on a.V = b.V where a.Id = 1", {"1|1", "1|2"});
+    row("select a.Id,b.Id from T a join T b on b.V = a.V where a.Id < b.Id", {"1|2"});
+    row("select a.Id,b.Id from T a join T b on b.C = a.V+'' where a.Id < 5", {"4|4"});
+    row("select Id,(select count(*) from U where U.V = T.V) from T where Id < 4", {"1|2", "2|2", "3|1"});
     row("select Id from T where V like '%ÑAN%'", {"1", "2"});
     row("select Id from T where V like 'nand_'", {"3"});
     row("select Id from T where C = 'AB'", {"1", "2"});

@@ -32,6 +32,25 @@ void fold(sqlite3_context *context, Arguments arguments) {
     giveText(context, tsql::comparisonKey(text));
 }
 
+/// The text up to its first letter beyond ASCII: only that far does NOCASE fold as the dialect does.
+std::string_view asciiPart(std::string_view text) {
+    text = tsql::withoutTrailingBlanks(text);
+    const auto end =
+        std::find_if(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
+    return text.substr(0, std::size_t(end - text.begin()));
+}
+
+void rangeBegin(sqlite3_context *context, Arguments arguments) {
+    giveText(context, asciiPart(textOf(arguments[0])));
+}
+
+void rangeEnd(sqlite3_context *context, Arguments arguments) {
+    const std::string_view text = tsql::withoutTrailingBlanks(textOf(arguments[0]));
+    const std::string_view part = asciiPart(text);
+    // Behind the whole text only blanks may follow, behind a part of it any letter beyond ASCII.
+    giveText(context, std::string(part) + (part.size() == text.size() ? "!" : "\xF4\x8F\xBF\xBF"));
+}
+
 /// The pattern is read once for a statement when it is the same for all rows.
 void like(sqlite3_context *context, Arguments arguments) {
     constexpr int Place = 1;
@@ -114,6 +133,8 @@ void fittingText(sqlite3_context *context, Arguments arguments) {
 
 constexpr Function Functions[] = {
     {names::Fold, 1, guarded<fold>},
+    {names::RangeBegin, 1, guarded<rangeBegin>},
+    {names::RangeEnd, 1, guarded<rangeEnd>},
     {names::Like, 2, guarded<like>},
     {names::Pad, 2, guarded<pad>},
     {names::Replace, 3, guarded<replace>},

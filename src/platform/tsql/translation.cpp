@@ -1,0 +1,163 @@
+#include "platform/tsql/translation.h"
+
+#include "platform/tsql/names.h"
+#include "platform/tsql/parser.h"
+
+namespace zel::tsql {
+
+std::vector<Statement> Translation::run(std::string_view source, const std::vector<Token> &tokens) {
+    m_resolver.setSource(source);
+    statements(Parser(source, tokens, m_arena).statements());
+    return std::move(m_statements);
+}
+
+void Translation::statement(const ActionNode &action) {
+    Writer out = writer();
+    switch (action.kind) {
+    case ActionKind::Select:
+        return select(action);
+    case ActionKind::Insert:
+        out.insertion(*m_resolver.insertion(action));
+        add(StatementKind::Insert, &out);
+        return;
+    case ActionKind::Update:
+        out.update(*m_resolver.change(action));
+        add(StatementKind::Update, &out);
+        return;
+    case ActionKind::Delete:
+        out.deletion(*m_resolver.change(action));
+        add(StatementKind::Delete, &out);
+        return;
+    case ActionKind::CreateTable:
+        return createTable(action);
+    case ActionKind::DropTable:
+        return dropTable(action);
+    case ActionKind::CreateIndex:
+        return createIndex(action);
+    case ActionKind::CreateProcedure:
+        return createProcedure(action);
+    case ActionKind::DropProcedure:
+        return dropProcedure(action);
+    case ActionKind::Execute:
+        return execute(action);
+    case ActionKind::Declare:
+        return declare(action);
+    case ActionKind::SetVariable:
+        m_resolver.assign(action.assignments->name, action.assignments->at, *action.assignments->value);
+        return;
+    case ActionKind::Analyze:
+        out.analyze(m_resolver.table(action.table));
+        add(StatementKind::Analyze, &out);
+        return;
+    }
+}
+
+void Translation::select(const ActionNode &action) {
+    const BoundSelect &rows = *m_resolver.topSelect(*action.select);
+    Writer out = writer();
+    out.topSelect(rows);
+    Statement &made = add(StatementKind::Select, &out);
+    if (rows.rowIdentity)
+        made.baseTable = rows.sources->table->name;
+    std::size_t count = 0;
+    for (const BoundItem *item = rows.items; item != nullptr; item = item->next)
+        ++count;
+    made.columns.reserve(count);
+    for (const BoundItem *item = rows.items; item != nullptr; item = item->next) {
+        ResultColumn &column = made.columns.emplace_back();
+        column.name = item->name;
+        column.type = item->value->type;
+        if (rows.rowIdentity && item->value->op == Op::ColumnValue)
+            column.baseColumn = columnOf(*item->value).name;
+    }
+}
+
+void Translation::createTable(const ActionNode &action) {
+    if (m_resolver.findTable(action.table) != nullptr) {
+        fail(action.table.at, 2714,
+             "There is already an object named '" + std::string(action.table.name) + "' in the database.");
+    }
+    Table table;
+    table.name = action.table.name;
+    int identities = 0;
+    for (const ColumnNode *column = action.columns; column != nullptr; column = column->next) {
+        for (const Column &other : table.columns) {
+            if (sameName(other.name, column->name)) {
+                fail(column->at, 2705,
+                     "Column names in each table must be unique. Column name '" + std::string(column->name) +
+                         "' in table '" + table.name + "' is specified more than once.");
+            }
+        }
+        identities += column->identity ? 1 : 0;
+        if (identities > 1)
+            fail(column->at, 2744, "Multiple identity columns specified for table '" + table.name + "'.");
+        table.columns.push_back(
+            {std::string(column->name), column->type, !column->notNull, column->identity});
+    }
+    for (const NameNode *key = action.names; key != nullptr; key = key->next) {
+        bool found = false;
+        for (Column &column : table.columns) {
+            if (sameName(column.name, key->text)) {
+                column.nullable = false;
+                found = true;
+            }
+        }
+        if (!found)
+            fail(key->at, 1911,
+                 "Column name '" + std::string(key->text) + "' does not exist in the target table.");
+    }
+    Writer out = writer();
+    out.createTable(action);
+    add(StatementKind::CreateTable, &out).name = table.name;
+    m_resolver.created(std::move(table));
+}
+
+void Translation::dropTable(const ActionNode &action) {
+    const Table *found = m_resolver.findTable(action.table);
+    if (found == nullptr) {
+        fail(action.table.at, 3701,
+             "Cannot drop the table '" + std::string(action.table.name) +
+                 "', because it does not exist or you do not have permission.");
+    }
+    Writer out = writer();
+    out.dropTable(*found);
+    add(StatementKind::DropTable, &out).name = found->name;
+    m_resolver.dropped(*found);
+}
+
+void Translation::createIndex(const ActionNode &action) {
+    const Table &table = m_resolver.table(action.indexed);
+    for (const NameNode *name = action.names; name != nullptr; name = name->next) {
+        bool found = false;
+        for (const Column &column : table.columns)
+            found = found || sameName(column.name, name->text);
+        if (!found) {
+            fail(name->at, 1911,
+                 "Column name '" + std::string(name->text) + "' does not exist in the target table.");
+        }
+    }
+    Writer out = writer();
+    out.createIndex(action, table);
+    add(StatementKind::CreateIndex, &out).name = action.table.name;
+}
+
+void Translation::createProcedure(const ActionNode &action) {
+    if (m_catalog.procedure(action.table.name) != nullptr) {
+        fail(action.table.at, 2714,
+             "There is already an object named '" + std::string(action.table.name) + "' in the database.");
+    }
+    Statement &made = add(StatementKind::CreateProcedure);
+    made.name = action.table.name;
+    made.text = m_resolver.source();
+}
+
+void Translation::dropProcedure(const ActionNode &action) {
+    if (m_catalog.procedure(action.table.name) == nullptr) {
+        fail(action.table.at, 3701,
+             "Cannot drop the procedure '" + std::string(action.table.name) +
+                 "', because it does not exist or you do not have permission.");
+    }
+    add(StatementKind::DropProcedure).name = action.table.name;
+}
+
+} // namespace zel::tsql
