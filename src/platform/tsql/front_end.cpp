@@ -30,6 +30,8 @@ std::vector<std::string_view> batches(std::string_view script) {
         std::string_view word = script.substr(line, end - line);
         while (!word.empty() && (word.back() == ' ' || word.back() == '\r' || word.back() == '\t'))
             word.remove_suffix(1);
+        while (!word.empty() && (word.front() == ' ' || word.front() == '\t'))
+            word.remove_prefix(1);
         if (sameName(word, "go")) {
             add(line);
             begin = std::min(end + 1, script.size());

@@ -7,7 +7,13 @@ namespace zel::tsql {
 
 std::vector<Statement> Translation::run(std::string_view source, const std::vector<Token> &tokens) {
     m_resolver.setSource(source);
-    statements(Parser(source, tokens, m_arena).statements());
+    for (const ActionNode *action = Parser(source, tokens, m_arena).statements(); action != nullptr;
+         action = action->next) {
+        const std::size_t first = m_statements.size();
+        statement(*action);
+        for (std::size_t further = first + 1; further < m_statements.size(); ++further)
+            m_statements[further].continues = true;
+    }
     return std::move(m_statements);
 }
 

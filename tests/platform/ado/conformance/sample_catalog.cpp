@@ -13,11 +13,11 @@ namespace {
 
 void runFile(ado::Driver &driver, const char *name) {
     const QByteArray text = factFile(name);
-    for (const ado::Batch &batch : ado::batches({text.constData(), std::size_t(text.size())})) {
+    for (const std::string_view batch : tsql::batches({text.constData(), std::size_t(text.size())})) {
         try {
-            ado::runStatements(driver, Sql::trusted(batch.text), [](const ado::Outcome &) {});
+            ado::runStatements(driver, Sql::trusted(batch), [](const ado::Outcome &) {});
         } catch (const Error &error) {
-            qFatal("%s, batch at line %d: %d %s", name, batch.firstLine, error.number(), error.what());
+            qFatal("%s: %d %s", name, error.number(), error.what());
         }
     }
 }
