@@ -27,7 +27,10 @@ Expr *Converter::number(std::string_view text, Type type, std::uint32_t at) {
 }
 
 Expr *Converter::settled(Expr *value) {
-    const bool inexact = value->op == Op::Add || value->op == Op::Subtract || value->op == Op::Multiply;
+    const Expr *inner = value;
+    while (inner->op == Op::Negate)
+        inner = inner->a;
+    const bool inexact = inner->op == Op::Add || inner->op == Op::Subtract || inner->op == Op::Multiply;
     if (!inexact || !isDecimal(value->type))
         return value;
     Expr *rounded = make(Op::RoundTo, value->type, value->at, value);

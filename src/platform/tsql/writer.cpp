@@ -7,6 +7,19 @@
 
 namespace zel::tsql {
 
+namespace {
+
+/// Distinct rows are groups by keys: texts that differ in case only are one. Where the rows are groups or one
+/// row already, or nothing but literals, the engine's own word does.
+bool distinctByGroups(const BoundSelect &select) {
+    const BoundItem *item = select.items;
+    while (item != nullptr && isLiteral(*item->value))
+        item = item->next;
+    return item != nullptr && select.groupBy == nullptr && !select.aggregate;
+}
+
+} // namespace
+
 Writer &Writer::operator<<(int number) {
     std::array<char, 12> text{};
     const auto end = std::to_chars(text.data(), text.data() + text.size(), number);
@@ -196,9 +209,8 @@ void Writer::groups(const BoundSelect &select) {
     };
     for (const Expr *group = select.groupBy; group != nullptr; group = group->next)
         add(*group);
-    if (!select.distinct || select.groupBy != nullptr || select.aggregate)
+    if (!select.distinct || !distinctByGroups(select))
         return;
-    // Distinct rows are groups by keys: texts that differ in case only are one.
     for (const BoundItem *item = select.items; item != nullptr; item = item->next) {
         if (!isLiteral(*item->value))
             add(*item->value);
@@ -238,8 +250,7 @@ void Writer::body(const BoundSelect &select, SelectUse use, bool top) {
         return unionInOrder(select);
     const bool named = m_named;
     *this << "SELECT ";
-    // Beside group by, equal rows can come from different groups only.
-    if (select.distinct && select.groupBy != nullptr)
+    if (select.distinct && !distinctByGroups(select))
         *this << "DISTINCT ";
     items(select, use, top);
     if (select.sources != nullptr) {

@@ -65,6 +65,9 @@ void tst_written_values::values_data() {
     row("select Id from T where C like 'ab %'", {"1", "2"});
     row("select count(distinct V) from T", {"3"});
     row("select distinct C from T where C > '' order by C", {"ab ", "abc"});
+    row("select distinct 'x' from T", {"x"});
+    row("select distinct count(*) from T group by C", {"1", "2"});
+    row("select -(N+0.1) from T where -(N+0.1) = -0.3", {"-0.3"});
     row("select count(*) from T where V is not null group by V order by 1", {"1", "1", "2"});
     row("select V from T where V > 'Z' order by V desc", {"Ñandú", "ñANDÚ  "});
     row("select Id from T where rtrim(V) = 'nandu'", {"3"});
