@@ -3,8 +3,10 @@
 #include "platform/base/error.h"
 #include "platform/tsql/front_end.h"
 
+#include <QRegularExpression>
 #include <QTest>
 
+#include <random>
 #include <set>
 
 using zel::Sql;
@@ -30,6 +32,7 @@ private Q_SLOTS:
     void oldPasswords_data();
     void oldPasswords();
     void numbersOnTheirPlaces();
+    void anyTextIsDataOrRefused();
 
 private:
     /// The number of the failure that the front end alone raises; 0 when the text gets through.
@@ -582,6 +585,35 @@ void tst_text_guard::numbersOnTheirPlaces() {
         QVERIFY2(answer.ok(), number);
         QCOMPARE(answer.rows->rowCount(), *number == '-' ? 0 : 1);
     }
+}
+
+void tst_text_guard::anyTextIsDataOrRefused() {
+    static const QString Letters = QStringLiteral("--/*[]\";; \t\nA1N0.x=()@#%_\\e+,\u00e9\uff07\u2019");
+    static const QRegularExpression Number(QStringLiteral("^\\s*[+-]?\\s*(\\d+\\.?\\d*|\\.\\d+)\\s*$"));
+    constexpr int Times = 20'000;
+    std::mt19937 random(9);
+    const auto any = [&random](qsizetype count) {
+        return std::uniform_int_distribution<qsizetype>(0, count - 1)(random);
+    };
+    int asData = 0;
+    for (int i = 0; i < Times; ++i) {
+        QString text;
+        for (qsizetype length = any(9); length > 0; --length)
+            text += Letters[any(Letters.size())];
+        const Sql quoted = built("select x='", text, "', y='it''s' --'\n where 1=1");
+        if (refusal(quoted) == 0) {
+            ++asData;
+            const Answer answer = m_catalog->run(quoted);
+            QVERIFY2(answer.ok(), qPrintable(text));
+            QCOMPARE(answer.rows->text(0, 0), QString(text).replace(QLatin1String("''"), QLatin1String("'")));
+            QCOMPARE(answer.rows->text(0, 1), QStringLiteral("it's"));
+        } else {
+            QVERIFY2(QString(text).remove(QLatin1String("''")).contains(u'\''), qPrintable(text));
+        }
+        if (refusal(built("select RowID from Accounts where RowID = ", text, " and 1=1")) == 0)
+            QVERIFY2(Number.match(text).hasMatch(), qPrintable(text));
+    }
+    QVERIFY(asData > Times / 10);
 }
 
 QTEST_GUILESS_MAIN(tst_text_guard)
