@@ -31,6 +31,11 @@ Expr *Converter::settled(Expr *value) {
     while (inner->op == Op::Negate)
         inner = inner->a;
     const bool inexact = inner->op == Op::Add || inner->op == Op::Subtract || inner->op == Op::Multiply;
+    if (inexact && isInteger(value->type)) { // the engine's integers are wider
+        Expr *checked = make(Op::ToInteger, value->type, value->at, value);
+        checked->n = integerBits(value->type);
+        return checked;
+    }
     if (!inexact || !isDecimal(value->type))
         return value;
     Expr *rounded = make(Op::RoundTo, value->type, value->at, value);

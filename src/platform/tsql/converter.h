@@ -24,7 +24,8 @@ public:
     [[nodiscard]] Expr *convert(Expr *value, Type to, Purpose purpose, int style = 0);
     /// As a varchar, a char with its blanks.
     [[nodiscard]] Expr *asText(Expr *value);
-    /// Arithmetic on decimals is done in doubles; behind this it has exactly its decimals again.
+    /// Arithmetic on decimals is done in doubles; behind this it has exactly its decimals again. A whole
+    /// number outside its type's range is 8115.
     [[nodiscard]] Expr *settled(Expr *value);
 
     [[nodiscard]] Expr *make(Op op, Type type, std::uint32_t at, Expr *a = nullptr, Expr *b = nullptr,

@@ -290,7 +290,8 @@ void Resolver::checkGrouped(const Expr &value, const BoundSelect &select) {
     if (isAggregate(value))
         return;
     for (const Expr *group = select.groupBy; group != nullptr; group = group->next) {
-        if (sameValue(&value, group) || (value.op == Op::RoundTo && sameValue(value.a, group)))
+        if (sameValue(&value, group) ||
+            ((value.op == Op::RoundTo || value.op == Op::ToInteger) && sameValue(value.a, group)))
             return;
     }
     if (value.op == Op::ColumnValue) {

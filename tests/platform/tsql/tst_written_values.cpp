@@ -83,6 +83,8 @@ void tst_written_values::values_data() {
     row("select Id from T where N + 0.1 = 0.3", {"2"});
     row("select N*3,N-0.3 from T where Id = 1", {"0.3|-0.2"});
     row("select 7/2,-7/2,7%3,7/2.0,1.0/3", {"3|-3|1|3.5|0.333333"});
+    row("select 2147483647+Id from T", {"8115"});
+    row("select I+1,count(*) from T where I < 3 group by I+1", {"2|1", "3|1"});
     row("select 5 - -3, -(-2)", {"8|2"});
     row("select avg(I),avg(N) from T where Id < 3", {"1|0.15"});
     row("select '5'+1,'5'+'1',rtrim(7)+'!'", {"6|51|7!"});
