@@ -42,7 +42,9 @@ std::unique_ptr<Driver> openCatalog(const QString &dataSource, const QString &us
                           dataSource.startsWith(QLatin1String("../")) || dataSource.startsWith(u'/');
     if (!embedded)
         throw Error(17, QStringLiteral("This build can't reach a SQL Server (\"%1\").").arg(dataSource));
-    const QString folder = QDir(QCoreApplication::applicationDirPath()).filePath(dataSource);
+    const QString folder = QDir::isAbsolutePath(dataSource)
+                               ? dataSource
+                               : QCoreApplication::applicationDirPath() + u'/' + dataSource;
     return SqliteDriver::open(QDir::cleanPath(folder),
                               Credentials{user.toStdString(), password.toStdString()});
 }
