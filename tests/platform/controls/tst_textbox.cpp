@@ -25,6 +25,8 @@ private Q_SLOTS:
     void enter_data();
     void enter();
     void lockedBoxAnswersEnterAlone();
+    void focusPassedOn();
+    void pastedLinesBecomeOne();
     void changedTellsOfTheProgramToo();
     void propertiesByName();
     void memo_data();
@@ -231,6 +233,45 @@ void tst_textbox::lockedBoxAnswersEnterAlone() {
     QCOMPARE(box.text(), QStringLiteral("12"));
     QCOMPARE(pressed.size(), 1);
     QVERIFY(box.focusPolicy() & Qt::TabFocus);
+}
+
+/// A box that hands the focus to another as soon as it has it.
+void tst_textbox::focusPassedOn() {
+    QWidget screen;
+    auto *layout = new QVBoxLayout(&screen);
+    auto *first = new TextBox;
+    auto *passing = new TextBox;
+    auto *target = new TextBox;
+    for (TextBox *box : {target, first, passing})
+        layout->addWidget(box);
+    QWidget::setTabOrder(first, passing);
+    connect(passing, &TextBox::gotFocus, target, [target] { target->setFocus(); });
+    screen.show();
+    screen.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&screen));
+    first->setFocus();
+    QSignalSpy got(target, &TextBox::gotFocus);
+    QTest::keyClick(first, Qt::Key_Return);
+    QVERIFY(target->hasFocus());
+    QCOMPARE(got.size(), 1);
+    QTest::keyClicks(screen.focusWidget(), "x");
+    QCOMPARE(target->text(), QStringLiteral("x"));
+    QVERIFY(!passing->hasFocus());
+}
+
+void tst_textbox::pastedLinesBecomeOne() {
+    TextBox box;
+    QGuiApplication::clipboard()->setText("one\r\ntwo\nthree");
+    QTest::keyClick(&box, Qt::Key_V, Qt::ControlModifier);
+    QCOMPARE(box.text(), QStringLiteral("one two three"));
+    const QString wide = QString::fromUtf8("\xF0\x9F\x8E\x93"); // two units long
+    box.setText(QString(40000, 'x'));
+    QCOMPARE(box.text().size(), 40000);
+    box.clear();
+    box.setMaxTyped(3);
+    QGuiApplication::clipboard()->setText(wide + wide);
+    QTest::keyClick(&box, Qt::Key_V, Qt::ControlModifier);
+    QCOMPARE(box.text(), wide);
 }
 
 void tst_textbox::changedTellsOfTheProgramToo() {
