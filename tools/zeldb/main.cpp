@@ -1,4 +1,214 @@
-int main()
-{
+#include "check.h"
+#include "schema/new_catalog.h"
+#include "shown.h"
+
+#include "platform/ado/drivers/sqlite_driver.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QFile>
+#include <QTextStream>
+
+#include <termios.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <exception>
+#include <optional>
+
+using namespace zel;
+using zel::tool::asJson;
+using zel::tool::asTable;
+
+namespace {
+
+void put(std::FILE *stream, const QByteArray &text) {
+    std::fwrite(text.constData(), 1, std::size_t(text.size()), stream);
+    std::fflush(stream);
+}
+
+void say(const QString &text) {
+    put(stdout, text.toUtf8());
+}
+
+[[noreturn]] void refuse(const QString &sentence) {
+    throw Error(errors::InvalidCall, sentence);
+}
+
+std::unique_ptr<ado::SqliteDriver> openAsOwner(const QString &folder) {
+    return ado::SqliteDriver::open(folder, std::nullopt);
+}
+
+/// The terminal without echo while one lives.
+class SilentTerminal {
+public:
+    SilentTerminal() {
+        tcgetattr(STDIN_FILENO, &m_before);
+        termios silent = m_before;
+        silent.c_lflag &= ~tcflag_t(ECHO);
+        tcsetattr(STDIN_FILENO, TCSAFLUSH, &silent);
+    }
+    ~SilentTerminal() { tcsetattr(STDIN_FILENO, TCSAFLUSH, &m_before); }
+    SilentTerminal(const SilentTerminal &) = delete;
+    SilentTerminal &operator=(const SilentTerminal &) = delete;
+
+private:
+    termios m_before{};
+};
+
+QString readLine(QTextStream &input) {
+    const QString line = input.readLine();
+    if (line.isNull())
+        refuse(QStringLiteral("No password was given."));
+    return line;
+}
+
+/// Typed twice on a terminal, else the first line of the standard input.
+QString askPassword() {
+    QTextStream input(stdin);
+    if (!isatty(STDIN_FILENO))
+        return readLine(input);
+    const SilentTerminal silent;
+    put(stderr, "New password: ");
+    const QString password = readLine(input);
+    put(stderr, "\nOnce more: ");
+    const QString again = readLine(input);
+    put(stderr, "\n");
+    if (password != again)
+        refuse(QStringLiteral("The two passwords differ; nothing was changed."));
+    return password;
+}
+
+int create(const QCommandLineParser &line, const QStringList &words) {
+    schema::createCatalog(words[1], {.bare = line.isSet(QStringLiteral("bare")),
+                                     .demoChart = line.isSet(QStringLiteral("demo-chart")),
+                                     .saPassword = {}});
+    say(QStringLiteral("Made the catalog %1/ZEL.db; log in as \"sa\" with an empty password.\n")
+            .arg(words[1]));
     return 0;
+}
+
+int changePassword(const QCommandLineParser &, const QStringList &words) {
+    const auto driver = openAsOwner(words[1]);
+    driver->logins().requireLogin(words[2].toStdString());
+    driver->logins().setPassword(words[2].toStdString(), askPassword().toStdString());
+    say(QStringLiteral("The password of \"%1\" is changed.\n").arg(words[2]));
+    return 0;
+}
+
+/// The text of -f or of the command line.
+QByteArray statementText(const QCommandLineParser &line, const QStringList &words) {
+    const QString name = line.value(QStringLiteral("f"));
+    if (name.isEmpty() == (words.size() < 3))
+        refuse(QStringLiteral("Give either one statement or a file of statements with -f."));
+    if (name.isEmpty())
+        return words[2].toUtf8();
+    QFile file;
+    const bool open = name == QLatin1String("-") ? file.open(stdin, QIODevice::ReadOnly)
+                                                 : (file.setFileName(name), file.open(QIODevice::ReadOnly));
+    if (!open)
+        refuse(QStringLiteral("The file \"%1\" can't be read: %2.").arg(name, file.errorString()));
+    return file.readAll();
+}
+
+/// Batches after a failed one run all the same, as the rest of its own does not.
+int sql(const QCommandLineParser &line, const QStringList &words) {
+    const bool json = line.isSet(QStringLiteral("json"));
+    const QByteArray text = statementText(line, words);
+    const auto driver = openAsOwner(words[1]);
+    int status = 0;
+    for (const ado::Batch &batch : ado::batches({text.constData(), std::size_t(text.size())})) {
+        try {
+            ado::runStatements(*driver, Sql::authored(batch.text), [json](const ado::Outcome &outcome) {
+                put(stdout, json ? asJson(outcome) + '\n' : asTable(outcome).toUtf8());
+            });
+        } catch (const Error &failure) {
+            status = 1;
+            if (json)
+                put(stdout, asJson(failure) + '\n');
+            else
+                put(stderr, QStringLiteral("Error %1 in the batch at line %2: %3\n")
+                                .arg(failure.number())
+                                .arg(batch.firstLine)
+                                .arg(failure.description())
+                                .toUtf8());
+        }
+    }
+    if (line.isSet(QStringLiteral("f")))
+        driver->analyze();
+    return status;
+}
+
+int check(const QCommandLineParser &, const QStringList &words) {
+    const auto driver = openAsOwner(words[1]);
+    const QStringList found = tool::findings(*driver);
+    for (const QString &finding : found)
+        say(finding + u'\n');
+    if (found.isEmpty())
+        say(QStringLiteral("The catalog is sound.\n"));
+    return found.isEmpty() ? 0 : 1;
+}
+
+struct Command {
+    const char *name;
+    const char *arguments;
+    int least; ///< words, the command's own and those that must follow it
+    int most;
+    int (*run)(const QCommandLineParser &line, const QStringList &words);
+};
+
+constexpr Command Commands[] = {
+    {"create", "DIR [--bare] [--demo-chart]", 2, 2, create},
+    {"passwd", "DIR LOGIN", 3, 3, changePassword},
+    {"sql", "DIR (STATEMENT | -f FILE) [--json]", 2, 3, sql},
+    {"check", "DIR", 2, 2, check},
+};
+
+QString usage() {
+    QString text =
+        QStringLiteral("Makes, fills and checks an embedded catalog: the file ZEL.db in a folder.\n");
+    for (const Command &command : Commands)
+        text += QStringLiteral("\n  zeldb %1 %2")
+                    .arg(QLatin1String(command.name), QLatin1String(command.arguments));
+    return text;
+}
+
+int run(QCommandLineParser &line) {
+    const QStringList words = line.positionalArguments();
+    for (const Command &command : Commands) {
+        if (words.isEmpty() || words.first() != QLatin1String(command.name))
+            continue;
+        if (words.size() < command.least || words.size() > command.most)
+            refuse(QStringLiteral("Use: zeldb %1 %2").arg(words.first(), QLatin1String(command.arguments)));
+        return command.run(line, words);
+    }
+    refuse(words.isEmpty()
+               ? QStringLiteral("No command was given; zeldb --help lists them.")
+               : QStringLiteral("There is no command \"%1\"; zeldb --help lists them.").arg(words.first()));
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    const QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("zeldb"));
+    QCommandLineParser line;
+    line.setApplicationDescription(usage());
+    line.addHelpOption();
+    line.addOptions(
+        {{QStringLiteral("bare"), QStringLiteral("create: no tables, only the login \"sa\".")},
+         {QStringLiteral("demo-chart"), QStringLiteral("create: with a small chart of accounts.")},
+         {QStringLiteral("json"), QStringLiteral("sql: one JSON object a statement, a line each.")},
+         {{QStringLiteral("f"), QStringLiteral("file")},
+          QStringLiteral("sql: statements of a file (- is the standard input), batches parted by GO."),
+          QStringLiteral("FILE")}});
+    line.process(application);
+    try {
+        return run(line);
+    } catch (const Error &failure) {
+        put(stderr, "zeldb: " + failure.description().toUtf8() + '\n');
+    } catch (const std::exception &failure) {
+        put(stderr, QByteArray("zeldb: ") + failure.what() + '\n');
+    }
+    return 1;
 }

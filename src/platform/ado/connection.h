@@ -43,7 +43,8 @@ private:
     std::unique_ptr<Private> d;
 };
 
-/// From construction to commit(): one transaction on the connection. Without commit() the destructor undoes all.
+/// From construction to commit(): one transaction on the connection. Without commit() the destructor undoes
+/// all.
 class Transaction {
 public:
     explicit Transaction(Connection &connection);

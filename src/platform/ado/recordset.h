@@ -23,7 +23,8 @@ public:
     [[nodiscard]] QString text() const { return value().text(); }
     [[nodiscard]] bool isNull() const { return value().isNull(); }
     /// Sets the field in the row under edit. Refuses what the column can't hold (8152 for a text too long,
-    /// 245/8114 for a text that is no number, 241/242 for no such date); a text date dd/MM/yyyy is read day first.
+    /// 245/8114 for a text that is no number, 241/242 for no such date); a text date dd/MM/yyyy is read day
+    /// first.
     Field &operator=(const Value &value);
     /// An integer column's are 11 and 10; a text's both its width.
     [[nodiscard]] int DefinedSize() const;

@@ -13,6 +13,7 @@ namespace zel {
 class Error : public std::runtime_error {
 public:
     Error(int number, const std::string &description) : std::runtime_error(description), m_number(number) {}
+    Error(int number, const char *description) : Error(number, std::string(description)) {}
     Error(int number, const QString &description) : Error(number, description.toStdString()) {}
 
     [[nodiscard]] int number() const noexcept { return m_number; }

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QString>
+
+namespace zel::schema {
+
+struct NewCatalog {
+    bool bare = false;      ///< no tables, procedures and rows
+    bool demoChart = false; ///< a small chart of accounts, set up in the voucher kinds
+    QString saPassword;     ///< of the administrator's login "sa"
+};
+
+/// Makes the catalog ZEL.db in a folder, and the folder when only that is missing. It comes under its name
+/// when it is whole and on the disk, and never over one that is there (Error 1802); a failure leaves nothing
+/// behind.
+void createCatalog(const QString &folder, const NewCatalog &wanted = {});
+
+} // namespace zel::schema

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "platform/ado/drivers/row_set.h"
+#include "platform/base/value.h"
+#include "platform/tsql/front_end.h"
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace zel::ado {
+
+/// A column and what it is to hold, already of the column's type.
+struct Assignment {
+    std::string column;
+    Value value;
+};
+
+/// One open catalog on one engine. Every failure is an Error with the server's number. A statement that
+/// writes commits by itself, except between begin() and commit().
+class Driver : public tsql::Catalog {
+public:
+    Driver() = default;
+    Driver(const Driver &) = delete;
+    Driver &operator=(const Driver &) = delete;
+
+    [[nodiscard]] virtual const tsql::Traits &traits() const = 0;
+
+    /// Makes table() and procedure() answer as the catalog stands now, other programs' changes included. To
+    /// be called before a statement text is read; pointers that they gave are valid until then.
+    virtual void refresh() = 0;
+
+    /// All rows of a Select, read to the end.
+    [[nodiscard]] virtual std::shared_ptr<const RowSet> query(const tsql::Statement &statement) = 0;
+    /// Any other statement; the number of rows that it changed.
+    virtual std::int64_t run(const tsql::Statement &statement) = 0;
+
+    /// Adds a row; the row identity that it got. Columns that are not named take their default.
+    virtual std::int64_t insertRow(std::string_view table, std::span<const Assignment> values) = 0;
+    /// False when no row has that identity any more.
+    [[nodiscard]] virtual bool updateRow(std::string_view table, std::int64_t identity,
+                                         std::span<const Assignment> values) = 0;
+
+    virtual void begin() = 0;
+    virtual void commit() = 0;
+    /// Undoes what was written since begin(); can't fail.
+    virtual void rollback() noexcept = 0;
+};
+
+} // namespace zel::ado

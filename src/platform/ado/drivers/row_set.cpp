@@ -1,0 +1,188 @@
+#include "platform/ado/drivers/row_set.h"
+
+#include <charconv>
+#include <stdexcept>
+
+namespace zel::ado {
+
+namespace {
+
+using tsql::TypeKind;
+
+/// The digits at `text[from, from + length)`; -1 when one of them is no digit.
+int digits(std::string_view text, std::size_t from, std::size_t length) {
+    int number = 0;
+    for (std::size_t i = from; i < from + length; ++i) {
+        if (text[i] < '0' || text[i] > '9')
+            return -1;
+        number = number * 10 + (text[i] - '0');
+    }
+    return number;
+}
+
+std::int64_t wholeOf(const Decimal &number) {
+    return number.tenThousandths() / Decimal::Scale;
+}
+
+Value fromInteger(std::int64_t cell, TypeKind kind) {
+    switch (kind) {
+    case TypeKind::Numeric:
+    case TypeKind::Money:
+        return Decimal::fromInteger(cell);
+    case TypeKind::Float:
+        return double(cell);
+    case TypeKind::Char:
+    case TypeKind::VarChar:
+        return std::to_string(cell);
+    default:
+        return cell;
+    }
+}
+
+Value fromReal(double cell, TypeKind kind) {
+    switch (kind) {
+    case TypeKind::Float:
+        return cell;
+    case TypeKind::Bit:
+    case TypeKind::SmallInt:
+    case TypeKind::Int:
+    case TypeKind::BigInt:
+        return wholeOf(Decimal::fromDouble(cell));
+    case TypeKind::Char:
+    case TypeKind::VarChar:
+        return Decimal::fromDouble(cell).toString();
+    default:
+        return Decimal::fromDouble(cell);
+    }
+}
+
+Value fromText(std::string_view cell, TypeKind kind) {
+    switch (kind) {
+    case TypeKind::Numeric:
+    case TypeKind::Money:
+        if (const auto number = Decimal::parse(cell))
+            return *number;
+        break;
+    case TypeKind::Bit:
+    case TypeKind::SmallInt:
+    case TypeKind::Int:
+    case TypeKind::BigInt:
+        if (const auto number = Decimal::parse(cell))
+            return wholeOf(*number);
+        break;
+    case TypeKind::Float: {
+        double number = 0;
+        const auto [end, failure] = std::from_chars(cell.data(), cell.data() + cell.size(), number);
+        if (failure == std::errc() && end == cell.data() + cell.size())
+            return number;
+        break;
+    }
+    case TypeKind::Date:
+    case TypeKind::DateTime:
+        if (const auto moment = storedMoment(cell))
+            return *moment;
+        break;
+    default:
+        break;
+    }
+    return std::string(cell);
+}
+
+} // namespace
+
+std::optional<DateTime> storedMoment(std::string_view text) {
+    if (text.size() < 10 || text[4] != '-' || text[7] != '-')
+        return std::nullopt;
+    DateTime moment;
+    moment.date = QDate(digits(text, 0, 4), digits(text, 5, 2), digits(text, 8, 2));
+    if (!moment.date.isValid())
+        return std::nullopt;
+    if (text.size() == 10)
+        return moment;
+    if (text.size() < 16 || (text[10] != ' ' && text[10] != 'T') || text[13] != ':')
+        return std::nullopt;
+    int seconds = 0;
+    int milliseconds = 0;
+    if (text.size() >= 19 && text[16] == ':')
+        seconds = digits(text, 17, 2);
+    if (text.size() >= 23 && text[19] == '.')
+        milliseconds = digits(text, 20, 3);
+    moment.time = QTime(digits(text, 11, 2), digits(text, 14, 2), seconds, milliseconds);
+    if (!moment.time.isValid())
+        return std::nullopt;
+    return moment;
+}
+
+RowSet::RowSet(std::vector<tsql::ResultColumn> columns, bool withIdentity)
+    : m_columns(std::move(columns)), m_width(qsizetype(m_columns.size()) + (withIdentity ? 1 : 0)) {
+    for (const tsql::ResultColumn &column : m_columns)
+        m_names.append(QString::fromStdString(column.name));
+}
+
+void RowSet::finish() {
+    m_tags.trim();
+    m_cells.trim();
+    m_bytes.trim();
+}
+
+std::size_t RowSet::index(qsizetype row, qsizetype column) const {
+    if (row < 0 || column < 0 || column >= m_width || row >= rowCount())
+        throw std::out_of_range("RowSet");
+    return std::size_t(row * m_width + column);
+}
+
+int RowSet::columnIndex(const QString &name) const {
+    for (qsizetype column = 0; column < m_names.size(); ++column)
+        if (m_names[column].compare(name, Qt::CaseInsensitive) == 0)
+            return int(column);
+    return -1;
+}
+
+bool RowSet::isNumber(int column) const {
+    const TypeKind kind = m_columns.at(std::size_t(column)).type.kind;
+    return kind >= TypeKind::Bit && kind <= TypeKind::Float;
+}
+
+bool RowSet::isNull(qsizetype row, int column) const {
+    return m_tags[index(row, column)] == Tag::Null;
+}
+
+Value RowSet::value(qsizetype row, int column) const {
+    const std::size_t at = index(row, column);
+    const TypeKind kind = m_columns.at(std::size_t(column)).type.kind;
+    switch (m_tags[at]) {
+    case Tag::Integer:
+        return fromInteger(m_cells[at], kind);
+    case Tag::Real:
+        return fromReal(std::bit_cast<double>(m_cells[at]), kind);
+    case Tag::Text:
+        return fromText(bytes(m_cells[at]), kind);
+    case Tag::Null:
+        break;
+    }
+    return {};
+}
+
+QString RowSet::text(qsizetype row, int column) const {
+    const std::size_t at = index(row, column);
+    const TypeKind kind = m_columns.at(std::size_t(column)).type.kind;
+    const Tag tag = m_tags[at];
+    if (tag == Tag::Text && (kind == TypeKind::VarChar || kind == TypeKind::Char)) {
+        const std::string_view utf8 = bytes(m_cells[at]);
+        return QString::fromUtf8(utf8.data(), qsizetype(utf8.size()));
+    }
+    if (tag == Tag::Integer)
+        return QString::number(m_cells[at]);
+    return value(row, column).text();
+}
+
+std::optional<std::int64_t> RowSet::identity(qsizetype row) const {
+    if (m_width == qsizetype(m_columns.size()))
+        return std::nullopt;
+    const std::size_t at = index(row, columnCount());
+    if (m_tags[at] != Tag::Integer)
+        return std::nullopt;
+    return m_cells[at];
+}
+
+} // namespace zel::ado

@@ -1,0 +1,78 @@
+#pragma once
+
+#include "platform/ado/drivers/packed_array.h"
+#include "platform/base/rows.h"
+#include "platform/tsql/front_end.h"
+
+#include <QStringList>
+
+#include <bit>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace zel::ado {
+
+/// The rows of one result: eight bytes and a tag a cell, all texts in one arena. Filled once by a driver, row
+/// by row and in each row column by column, and immutable from then on.
+class RowSet final : public Rows {
+public:
+    /// `withIdentity`: each row carries the engine's row identity as one more cell behind the columns.
+    explicit RowSet(std::vector<tsql::ResultColumn> columns, bool withIdentity = false);
+
+    void appendNull() { append(Tag::Null, 0); }
+    void appendInteger(std::int64_t value) { append(Tag::Integer, value); }
+    void appendReal(double value) { append(Tag::Real, std::bit_cast<std::int64_t>(value)); }
+    void appendText(std::string_view utf8) {
+        const auto place = static_cast<std::int64_t>(m_bytes.size());
+        m_bytes.append(utf8.data(), utf8.size());
+        append(Tag::Text, place << LengthBits | static_cast<std::int64_t>(utf8.size()));
+    }
+    /// Gives back what growing held in reserve.
+    void finish();
+
+    [[nodiscard]] qsizetype rowCount() const override {
+        return m_width ? qsizetype(m_cells.size()) / m_width : 0;
+    }
+    [[nodiscard]] int columnCount() const override { return int(m_columns.size()); }
+    [[nodiscard]] QString columnName(int column) const override { return m_names.at(column); }
+    [[nodiscard]] int columnIndex(const QString &name) const override;
+    [[nodiscard]] bool isNumber(int column) const override;
+    [[nodiscard]] Value value(qsizetype row, int column) const override;
+    [[nodiscard]] QString text(qsizetype row, int column) const override;
+    [[nodiscard]] bool isNull(qsizetype row, int column) const override;
+
+    [[nodiscard]] const std::vector<tsql::ResultColumn> &columns() const { return m_columns; }
+    /// The engine's row identity; nullopt where the rows carry none.
+    [[nodiscard]] std::optional<std::int64_t> identity(qsizetype row) const;
+
+    /// Longest text of one cell, in bytes.
+    static constexpr int LengthBits = 28;
+    static constexpr std::size_t LongestText = (std::size_t(1) << LengthBits) - 1;
+
+private:
+    enum class Tag : std::uint8_t { Null, Integer, Real, Text };
+
+    void append(Tag tag, std::int64_t cell) {
+        m_tags.append(tag);
+        m_cells.append(cell);
+    }
+    /// The place of a cell; rows and columns that are not there fail with std::out_of_range.
+    [[nodiscard]] std::size_t index(qsizetype row, qsizetype column) const;
+    [[nodiscard]] std::string_view bytes(std::int64_t cell) const {
+        return {m_bytes.data() + (cell >> LengthBits), static_cast<std::size_t>(cell) & LongestText};
+    }
+
+    std::vector<tsql::ResultColumn> m_columns;
+    QStringList m_names;
+    qsizetype m_width;
+    PackedArray<Tag> m_tags;
+    PackedArray<std::int64_t> m_cells;
+    PackedArray<char> m_bytes;
+};
+
+/// The moment that a stored text shows: YYYY-MM-DD, with a time of day behind a blank or a T if it has one.
+[[nodiscard]] std::optional<DateTime> storedMoment(std::string_view text);
+
+} // namespace zel::ado

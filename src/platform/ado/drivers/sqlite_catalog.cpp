@@ -1,0 +1,139 @@
+#include "platform/ado/drivers/sqlite_catalog.h"
+
+#include "platform/base/error.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace zel::ado {
+
+namespace {
+
+using tsql::TypeKind;
+
+struct NamedType {
+    std::string_view name;
+    TypeKind kind;
+};
+
+constexpr NamedType TypeNames[] = {
+    {"int", TypeKind::Int},          {"integer", TypeKind::Int},       {"smallint", TypeKind::SmallInt},
+    {"tinyint", TypeKind::SmallInt}, {"bigint", TypeKind::BigInt},     {"bit", TypeKind::Bit},
+    {"numeric", TypeKind::Numeric},  {"decimal", TypeKind::Numeric},   {"money", TypeKind::Money},
+    {"float", TypeKind::Float},      {"real", TypeKind::Float},        {"char", TypeKind::Char},
+    {"nchar", TypeKind::Char},       {"varchar", TypeKind::VarChar},   {"nvarchar", TypeKind::VarChar},
+    {"text", TypeKind::VarChar},     {"datetime", TypeKind::DateTime}, {"smalldatetime", TypeKind::DateTime},
+    {"date", TypeKind::Date},
+};
+
+std::string lower(std::string_view text) {
+    std::string result(text);
+    std::transform(result.begin(), result.end(), result.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? char(c + ('a' - 'A')) : c; });
+    return result;
+}
+
+int numberAfter(std::string_view text, std::size_t from) {
+    while (from < text.size() && text[from] == ' ')
+        ++from;
+    int number = 0;
+    std::from_chars(text.data() + from, text.data() + text.size(), number);
+    return number;
+}
+
+} // namespace
+
+tsql::Type declaredType(std::string_view declaration) {
+    const std::string text = lower(declaration);
+    const std::size_t open = text.find('(');
+    std::string_view name = std::string_view(text).substr(0, open);
+    while (!name.empty() && name.back() == ' ')
+        name.remove_suffix(1);
+    tsql::Type type;
+    for (const NamedType &known : TypeNames)
+        if (known.name == name)
+            type.kind = known.kind;
+    if (open != std::string::npos) {
+        type.length = numberAfter(text, open + 1);
+        if (const std::size_t comma = text.find(',', open); comma != std::string::npos)
+            type.scale = numberAfter(text, comma + 1);
+    } else if (type.kind == TypeKind::Numeric) {
+        type.length = 18;
+    }
+    return type;
+}
+
+void SqliteCatalog::refresh() {
+    m_procedures.clear();
+    SqliteSession::Running version = m_session.prepare("pragma schema_version");
+    version.step();
+    if (m_version != version.integer(0)) {
+        m_version = version.integer(0);
+        m_tables.clear();
+        m_read = false;
+    }
+}
+
+void SqliteCatalog::readTables() {
+    m_read = true;
+    const SqliteSession::OwnTables access(m_session);
+    SqliteSession::Running columns = m_session.prepare(
+        "select t.name, c.name, c.type, c.\"notnull\", c.pk, instr(upper(t.sql), 'AUTOINCREMENT') > 0"
+        " from sqlite_master t, pragma_table_info(t.name) c where t.type = 'table' order by t.rowid, c.cid");
+    while (columns.step()) {
+        const std::string name = columns.text(0);
+        if (SqliteSession::isOwnTable(name))
+            continue;
+        tsql::Table &table = m_tables[lower(name)];
+        table.name = name;
+        tsql::Column column;
+        column.name = columns.text(1);
+        column.type = declaredType(columns.text(2));
+        const bool key = columns.integer(4) != 0;
+        column.nullable = columns.integer(3) == 0 && !key;
+        column.identity = key && columns.integer(5) != 0;
+        table.columns.push_back(std::move(column));
+    }
+}
+
+const tsql::Table *SqliteCatalog::table(std::string_view name) {
+    if (!m_read)
+        readTables();
+    const auto found = m_tables.find(lower(name));
+    return found == m_tables.end() ? nullptr : &found->second;
+}
+
+const std::string *SqliteCatalog::procedure(std::string_view name) {
+    const std::string key = lower(name);
+    if (const auto known = m_procedures.find(key); known != m_procedures.end())
+        return &known->second;
+    const SqliteSession::OwnTables access(m_session);
+    SqliteSession::Running found = m_session.prepare("select Text from sys_procedures where NameKey = ?");
+    found.bind(1, std::string_view(key));
+    if (!found.step())
+        return nullptr;
+    return &m_procedures.emplace(key, found.text(0)).first->second;
+}
+
+void SqliteCatalog::storeProcedure(const std::string &name, const std::string &text) {
+    const SqliteSession::OwnTables access(m_session);
+    SqliteSession::Running insert =
+        m_session.prepare("insert or ignore into sys_procedures (NameKey, Name, Text) values (?, ?, ?)");
+    insert.bind(1, std::string_view(lower(name)))
+        .bind(2, std::string_view(name))
+        .bind(3, std::string_view(text));
+    insert.step();
+    if (sqlite3_changes(m_session.handle()) == 0)
+        throw Error(2714, "There is already an object named '" + name + "' in the database.");
+}
+
+void SqliteCatalog::dropProcedure(const std::string &name) {
+    const SqliteSession::OwnTables access(m_session);
+    SqliteSession::Running drop = m_session.prepare("delete from sys_procedures where NameKey = ?");
+    drop.bind(1, std::string_view(lower(name))).step();
+    if (sqlite3_changes(m_session.handle()) == 0)
+        throw Error(3701, "Cannot drop the procedure '" + name +
+                              "', because it does not exist or you do not have permission.");
+}
+
+} // namespace zel::ado

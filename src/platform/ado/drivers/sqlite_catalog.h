@@ -1,0 +1,42 @@
+#pragma once
+
+#include "platform/ado/drivers/sqlite_session.h"
+#include "platform/tsql/front_end.h"
+
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace zel::ado {
+
+/// The tables and procedures of a file as the front end asks for them, read once per state of the schema. The
+/// driver's own tables are not among them.
+class SqliteCatalog {
+public:
+    explicit SqliteCatalog(SqliteSession &session) : m_session(session) {}
+
+    /// Lets go of what another program's or our own change of the schema has made old.
+    void refresh();
+    [[nodiscard]] const tsql::Table *table(std::string_view name);
+    [[nodiscard]] const std::string *procedure(std::string_view name);
+
+    /// 2714 when there is one of that name.
+    void storeProcedure(const std::string &name, const std::string &text);
+    /// 3701 when there is none.
+    void dropProcedure(const std::string &name);
+
+private:
+    void readTables();
+
+    SqliteSession &m_session;
+    std::optional<std::int64_t> m_version;
+    bool m_read = false;
+    std::map<std::string, tsql::Table> m_tables; ///< by name in lower case
+    std::map<std::string, std::string> m_procedures;
+};
+
+/// The type that a column was declared with: "varchar(50)", "numeric(18,2)", "INTEGER".
+[[nodiscard]] tsql::Type declaredType(std::string_view declaration);
+
+} // namespace zel::ado

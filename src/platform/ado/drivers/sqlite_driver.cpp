@@ -1,0 +1,251 @@
+#include "platform/ado/drivers/sqlite_driver.h"
+
+#include "platform/base/error.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace zel::ado {
+
+namespace {
+
+using tsql::StatementKind;
+
+bool mayWrite(const QString &path, int more = 0) {
+    return ::faccessat(AT_FDCWD, QFile::encodeName(path).constData(), R_OK | W_OK | more, AT_EACCESS) == 0;
+}
+
+/// The path of the folder's catalog, after all that can be said before SQLite looks at it.
+QString catalogFile(const QString &folder) {
+    const QFileInfo place(folder);
+    if (!place.isDir())
+        throw Error(4060, QStringLiteral("There is no folder \"%1\".").arg(folder));
+    const QString path = place.absoluteFilePath() + u'/' + QLatin1String(SqliteDriver::FileName);
+    const QFileInfo file(path);
+    if (!file.exists())
+        throw Error(4060, QStringLiteral("The folder \"%1\" holds no catalog ZEL.db.").arg(folder));
+    if (!file.isFile())
+        throw Error(4060, QStringLiteral("\"%1\" is no file.").arg(path));
+    if (!mayWrite(path))
+        throw Error(3906, QStringLiteral("The catalog \"%1\" may only be read, not written.").arg(path));
+    if (!mayWrite(folder, X_OK))
+        throw Error(3906,
+                    QStringLiteral("The folder \"%1\" may only be read, not written, so its catalog can't be "
+                                   "used.")
+                        .arg(folder));
+    return path;
+}
+
+std::string quotedName(std::string_view name) {
+    std::string text = "\"";
+    for (const char c : name) {
+        text += c;
+        if (c == '"')
+            text += c;
+    }
+    return text + '"';
+}
+
+void appendCell(RowSet &rows, sqlite3_stmt *statement, int column) {
+    switch (sqlite3_column_type(statement, column)) {
+    case SQLITE_INTEGER:
+        rows.appendInteger(sqlite3_column_int64(statement, column));
+        break;
+    case SQLITE_FLOAT:
+        rows.appendReal(sqlite3_column_double(statement, column));
+        break;
+    case SQLITE_NULL:
+        rows.appendNull();
+        break;
+    default: {
+        const auto *bytes = static_cast<const char *>(sqlite3_column_blob(statement, column));
+        const auto length = std::size_t(sqlite3_column_bytes(statement, column));
+        if (length > RowSet::LongestText)
+            throw Error(8152, "A text of the result is too long.");
+        rows.appendText({bytes, length});
+    }
+    }
+}
+
+} // namespace
+
+SqliteDriver::SqliteDriver(const std::string &path, SqliteSession::Purpose purpose)
+    : m_session(path, purpose), m_catalog(m_session), m_logins(m_session),
+      m_inUse(purpose == SqliteSession::Purpose::Use) {}
+
+std::unique_ptr<SqliteDriver> SqliteDriver::open(const QString &folder,
+                                                 const std::optional<Credentials> &credentials) {
+    const QString path = catalogFile(folder);
+    std::unique_ptr<SqliteDriver> driver(new SqliteDriver(path.toStdString(), SqliteSession::Purpose::Use));
+    {
+        SqliteSession::Running ours = driver->m_session.prepare(
+            "select count(*) from sqlite_master where name in ('sys_logins', 'sys_users', 'sys_rolemembers',"
+            " 'sys_procedures')");
+        if (!ours.step() || ours.integer(0) != 4)
+            throw Error(4060, QStringLiteral("The database \"%1\" is no catalog of this program.").arg(path));
+    }
+    if (credentials) {
+        driver->m_logins.check(*credentials);
+        driver->m_caller = credentials->name;
+    }
+    driver->m_catalog.refresh();
+    return driver;
+}
+
+std::unique_ptr<SqliteDriver> SqliteDriver::make(const QString &path) {
+    const int file = ::open(QFile::encodeName(path).constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+    if (file < 0)
+        throw Error(3906, QStringLiteral("The file \"%1\" can't be made: %2.").arg(path, qt_error_string()));
+    ::close(file);
+    std::unique_ptr<SqliteDriver> driver(new SqliteDriver(path.toStdString(), SqliteSession::Purpose::Make));
+    driver->m_logins.createTables();
+    driver->m_catalog.refresh();
+    return driver;
+}
+
+void SqliteDriver::seal(std::unique_ptr<SqliteDriver> made) {
+    const std::string path = made->m_session.path();
+    made->m_session.execute("pragma synchronous = full");
+    {
+        SqliteSession::Running journal = made->m_session.prepare("pragma journal_mode = wal");
+        if (!journal.step() || journal.text(0) != "wal")
+            throw Error(945, "The catalog \"" + path +
+                                 "\" can't be written with a write-ahead log on this file system.");
+    }
+    made.reset();
+    const int file = ::open(path.c_str(), O_RDWR | O_CLOEXEC);
+    const bool synced = file >= 0 && ::fsync(file) == 0;
+    if (file >= 0)
+        ::close(file);
+    if (!synced)
+        throw Error(823, QStringLiteral("The catalog \"%1\" can't be written: %2.")
+                             .arg(QString::fromStdString(path), qt_error_string()));
+}
+
+/// Leaves behind what the next run's query plans need, where that is cheap; a failure here harms nobody.
+SqliteDriver::~SqliteDriver() {
+    if (!m_inUse)
+        return;
+    rollback();
+    sqlite3_busy_timeout(m_session.handle(), 0);
+    sqlite3_exec(m_session.handle(), "pragma analysis_limit = 400; pragma optimize", nullptr, nullptr,
+                 nullptr);
+}
+
+std::shared_ptr<const RowSet> SqliteDriver::query(const tsql::Statement &statement) {
+    SqliteSession::Running running = m_session.prepare(statement.sql);
+    sqlite3_stmt *engine = running.get();
+    const int cells = sqlite3_column_count(engine);
+    const bool withIdentity = !statement.baseTable.empty();
+    if (cells != int(statement.columns.size()) + (withIdentity ? 1 : 0))
+        throw Error(50000, "The engine gives other columns than the statement has.");
+    auto rows = std::make_shared<RowSet>(statement.columns, withIdentity);
+    while (running.step())
+        for (int column = 0; column < cells; ++column)
+            appendCell(*rows, engine, column);
+    rows->finish();
+    return rows;
+}
+
+void SqliteDriver::requireTransaction() const {
+    if (m_transaction && !m_session.inTransaction())
+        throw Error(3902, "The transaction was undone by an earlier failure.");
+}
+
+std::int64_t SqliteDriver::run(const tsql::Statement &statement) {
+    requireTransaction();
+    switch (statement.kind) {
+    case StatementKind::Select:
+        return query(statement)->rowCount();
+    case StatementKind::CreateProcedure:
+        m_catalog.storeProcedure(statement.name, statement.text);
+        m_catalog.refresh();
+        return 0;
+    case StatementKind::DropProcedure:
+        m_catalog.dropProcedure(statement.name);
+        m_catalog.refresh();
+        return 0;
+    case StatementKind::ServerCall:
+        m_logins.call(statement.name, statement.arguments, m_caller);
+        return 0;
+    case StatementKind::Insert:
+    case StatementKind::Update:
+    case StatementKind::Delete: {
+        SqliteSession::Running running = m_session.prepare(statement.sql);
+        while (running.step()) {
+        }
+        return sqlite3_changes64(m_session.handle());
+    }
+    default:
+        m_session.execute(statement.sql.c_str());
+        m_catalog.refresh();
+        return 0;
+    }
+}
+
+void SqliteDriver::write(const std::string &sql, std::span<const Assignment> values,
+                         std::optional<std::int64_t> identity) {
+    requireTransaction();
+    SqliteSession::Running running = m_session.prepare(sql);
+    int parameter = 0;
+    for (const Assignment &assignment : values)
+        running.bind(++parameter, assignment.value);
+    if (identity)
+        running.bind(++parameter, Value(*identity));
+    running.step();
+}
+
+std::int64_t SqliteDriver::insertRow(std::string_view table, std::span<const Assignment> values) {
+    std::string sql = "insert into " + quotedName(table);
+    if (values.empty()) {
+        sql += " default values";
+    } else {
+        std::string parameters;
+        sql += " (";
+        for (const Assignment &assignment : values) {
+            sql += (parameters.empty() ? "" : ", ") + quotedName(assignment.column);
+            parameters += parameters.empty() ? "?" : ", ?";
+        }
+        sql += ") values (" + parameters + ')';
+    }
+    write(sql, values, std::nullopt);
+    return sqlite3_last_insert_rowid(m_session.handle());
+}
+
+bool SqliteDriver::updateRow(std::string_view table, std::int64_t identity,
+                             std::span<const Assignment> values) {
+    std::string sql = "update " + quotedName(table) + " set ";
+    for (const Assignment &assignment : values)
+        sql += (&assignment == values.data() ? "" : ", ") + quotedName(assignment.column) + " = ?";
+    sql += " where rowid = ?";
+    write(sql, values, identity);
+    return sqlite3_changes(m_session.handle()) > 0;
+}
+
+void SqliteDriver::analyze() {
+    m_session.execute("pragma analysis_limit = 0; analyze");
+}
+
+void SqliteDriver::begin() {
+    if (m_transaction)
+        throw Error(3988, "A transaction is open on this connection already.");
+    m_session.execute("begin immediate");
+    m_transaction = true;
+}
+
+void SqliteDriver::commit() {
+    requireTransaction();
+    m_session.execute("commit");
+    m_transaction = false;
+}
+
+void SqliteDriver::rollback() noexcept {
+    m_transaction = false;
+    if (m_session.inTransaction())
+        sqlite3_exec(m_session.handle(), "rollback", nullptr, nullptr, nullptr);
+}
+
+} // namespace zel::ado

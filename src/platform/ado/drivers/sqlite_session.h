@@ -1,0 +1,100 @@
+#pragma once
+
+#include "platform/base/value.h"
+
+#include <sqlite3.h>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+namespace zel::ado {
+
+/// One open SQLite file with the statements prepared on it. All failures of SQLite, and those of our
+/// functions (texts "NUMBER|message"), leave as Error with the server's number.
+class SqliteSession {
+public:
+    /// What a statement waits for a lock that another program holds, before it fails with 1222.
+    static constexpr int WaitForLockMs = 6000;
+
+    enum class Purpose { Use, Make };
+    /// Use: a file that exists, in WAL with full synchronisation. Make: a new one that nobody else sees yet,
+    /// without journal.
+    SqliteSession(const std::string &path, Purpose purpose);
+
+    /// A prepared statement in use: bound, stepped, read, and given back when it goes.
+    class Running {
+    public:
+        Running(SqliteSession &session, sqlite3_stmt *statement)
+            : m_session(session), m_statement(statement) {}
+        ~Running();
+        Running(const Running &) = delete;
+        Running &operator=(const Running &) = delete;
+
+        /// Parameters count from 1.
+        Running &bind(int parameter, const Value &value);
+        Running &bind(int parameter, std::string_view text);
+        /// False when there are no more rows.
+        bool step() {
+            const int code = sqlite3_step(m_statement);
+            if (code == SQLITE_ROW)
+                return true;
+            if (code != SQLITE_DONE)
+                m_session.fail(code);
+            return false;
+        }
+        [[nodiscard]] std::string text(int column) const;
+        [[nodiscard]] std::int64_t integer(int column) const {
+            return sqlite3_column_int64(m_statement, column);
+        }
+        [[nodiscard]] sqlite3_stmt *get() const { return m_statement; }
+
+    private:
+        SqliteSession &m_session;
+        sqlite3_stmt *m_statement;
+    };
+
+    /// The prepared statement of that text, kept for the next time. Text of one statement only.
+    [[nodiscard]] Running prepare(const std::string &sql);
+    /// Statements of ours without parameters and rows.
+    void execute(const char *sql);
+
+    /// While one lives, statements reach the program's own tables; all others are refused there.
+    class OwnTables {
+    public:
+        explicit OwnTables(SqliteSession &session) : m_session(session) { ++m_session.m_ownTables; }
+        ~OwnTables() { --m_session.m_ownTables; }
+        OwnTables(const OwnTables &) = delete;
+        OwnTables &operator=(const OwnTables &) = delete;
+
+    private:
+        SqliteSession &m_session;
+    };
+    /// Tables of the engine and of this driver, which no statement of the program's may name.
+    [[nodiscard]] static bool isOwnTable(std::string_view name);
+
+    [[nodiscard]] sqlite3 *handle() const { return m_handle.get(); }
+    [[nodiscard]] const std::string &path() const { return m_path; }
+    [[nodiscard]] bool inTransaction() const { return sqlite3_get_autocommit(m_handle.get()) == 0; }
+    [[noreturn]] void fail(int code);
+
+private:
+    struct Close {
+        void operator()(sqlite3 *handle) const { sqlite3_close_v2(handle); }
+    };
+    struct Finalize {
+        void operator()(sqlite3_stmt *statement) const { sqlite3_finalize(statement); }
+    };
+    static int authorize(void *session, int action, const char *first, const char *second, const char *,
+                         const char *);
+    void useWal();
+
+    std::string m_path;
+    std::unique_ptr<sqlite3, Close> m_handle;
+    std::unordered_map<std::string, std::unique_ptr<sqlite3_stmt, Finalize>> m_statements;
+    int m_ownTables = 0;
+};
+
+} // namespace zel::ado
