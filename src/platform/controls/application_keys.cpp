@@ -1,0 +1,92 @@
+#include "platform/controls/application.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QComboBox>
+#include <QDateTimeEdit>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QShortcutEvent>
+
+namespace zel::controls {
+
+namespace {
+
+bool anyTakes(const QList<QAction *> &actions, const QKeySequence &key) {
+    for (const QAction *action : actions) {
+        if (!action->isVisible() || !action->isEnabled())
+            continue;
+        if (action->shortcuts().contains(key) || (action->menu() && anyTakes(action->menu()->actions(), key)))
+            return true;
+    }
+    return false;
+}
+
+bool hasSelection(const QWidget *control) {
+    if (const auto *memo = qobject_cast<const QPlainTextEdit *>(control))
+        return memo->textCursor().hasSelection();
+    const auto *line = qobject_cast<const QLineEdit *>(control);
+    if (!line)
+        line = control->findChild<QLineEdit *>();
+    return line && line->hasSelectedText();
+}
+
+/// The screen that has the focus: a child window or a window.
+QWidget *activeScreen() {
+    QWidget *at = QApplication::focusWidget();
+    while (at && !at->isWindow() && at->windowType() != Qt::SubWindow)
+        at = at->parentWidget();
+    return at;
+}
+
+/// What the mnemonic leads to: the control itself, or the buddy of a label.
+QWidget *targetOf(QWidget *widget, const QKeySequence &key) {
+    if (auto *button = qobject_cast<QAbstractButton *>(widget))
+        return button->shortcut() == key ? button : nullptr;
+    if (auto *label = qobject_cast<QLabel *>(widget))
+        return label->buddy() && QKeySequence::mnemonic(label->text()) == key ? label->buddy() : nullptr;
+    return nullptr;
+}
+
+} // namespace
+
+bool Application::menuTakes(QObject *receiver, QEvent *event) const {
+    const auto *pressed = static_cast<QKeyEvent *>(event);
+    auto *control = qobject_cast<QWidget *>(receiver);
+    if (!control || activeModalWidget() || activePopupWidget())
+        return false;
+    const QKeySequence key(pressed->keyCombination().toCombined() & ~int(Qt::KeypadModifier));
+    for (const QMenuBar *bar : control->window()->findChildren<QMenuBar *>(Qt::FindDirectChildrenOnly)) {
+        if (anyTakes(bar->actions(), key))
+            return !(pressed->matches(QKeySequence::Copy) && hasSelection(control));
+    }
+    return false;
+}
+
+bool Application::mnemonicGoesToScreen(QEvent *event) const {
+    const auto *pressed = static_cast<QShortcutEvent *>(event);
+    QWidget *screen = activeScreen();
+    if (!pressed->isAmbiguous() || !screen)
+        return false;
+    QList<QWidget *> targets;
+    for (QWidget *widget : screen->findChildren<QWidget *>()) {
+        QWidget *target = widget->isVisible() ? targetOf(widget, pressed->key()) : nullptr;
+        if (target && target->isVisible() && target->isEnabled())
+            targets << target;
+    }
+    if (targets.isEmpty())
+        return false;
+    const auto next = targets.indexOf(focusWidget()) + 1;
+    QWidget *target = targets[next % targets.size()];
+    target->setFocus(Qt::ShortcutFocusReason);
+    auto *button = qobject_cast<QAbstractButton *>(target);
+    if (button && targets.size() == 1)
+        button->click();
+    return true;
+}
+
+} // namespace zel::controls

@@ -1,0 +1,142 @@
+#include "platform/controls/form.h"
+
+#include "platform/controls/focus.h"
+#include "platform/controls/typing.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QMdiArea>
+#include <QMenu>
+
+namespace zel::controls {
+
+namespace {
+
+QPointer<QMdiArea> &hostArea() {
+    static QPointer<QMdiArea> area;
+    return area;
+}
+
+} // namespace
+
+QMdiArea *FormHost::area() {
+    return hostArea();
+}
+
+void FormHost::setArea(QMdiArea *area) {
+    hostArea() = area;
+}
+
+/// The child window around a screen. Its system menu has no shortcuts: Ctrl+F4 is the menu bar's.
+class ScreenWindow : public QMdiSubWindow {
+public:
+    explicit ScreenWindow(Form *form) : m_form(form) {
+        setWidget(form);
+        setWindowIcon(form->windowIcon());
+        setAttribute(Qt::WA_DeleteOnClose, false);
+        for (QAction *action : systemMenu()->actions())
+            action->setShortcuts(QList<QKeySequence>());
+        connect(this, &QMdiSubWindow::windowStateChanged, this, [this](auto before, auto now) {
+            if (m_form && now.testFlag(Qt::WindowActive) && !before.testFlag(Qt::WindowActive))
+                m_form->becameActive();
+        });
+    }
+
+protected:
+    void closeEvent(QCloseEvent *event) override {
+        event->ignore();
+        if (m_form)
+            m_form->Unload();
+    }
+
+private:
+    QPointer<Form> m_form;
+};
+
+Form::Form(Kind kind, QWidget *parent) : QWidget(parent), m_kind(kind) {}
+
+Form::~Form() = default;
+
+QWidget *Form::shell() {
+    return m_window ? static_cast<QWidget *>(m_window) : this;
+}
+
+void Form::makeWindow(QMdiArea *area) {
+    m_window = new ScreenWindow(this);
+    area->addSubWindow(m_window);
+    if (m_place.x() >= 0)
+        m_window->move(m_place);
+}
+
+void Form::bringForward(bool maximized) {
+    QMdiArea *area = FormHost::area();
+    const bool first = !m_window && !isVisible();
+    if (isChild() && !m_window && area)
+        makeWindow(area);
+    QWidget *window = shell();
+    if (maximized)
+        window->showMaximized();
+    else if (window->isMinimized())
+        window->showNormal();
+    else
+        window->show();
+    window->raise();
+    if (first && !focusWidget())
+        focusFirst();
+    if (!m_window) {
+        window->activateWindow();
+        return;
+    }
+    area->setActiveSubWindow(m_window);
+    // A hidden child window may have kept its active state, and then tells of no edge.
+    if (m_window->windowState().testFlag(Qt::WindowActive))
+        becameActive();
+}
+
+/// The first control in tab order gets the focus; the form itself when it has none that could.
+void Form::focusFirst() {
+    if (!focusNextPrevChild(true))
+        setFocus(Qt::OtherFocusReason);
+}
+
+void Form::closeEvent(QCloseEvent *event) {
+    event->accept();
+    Unload();
+}
+
+void Form::changeEvent(QEvent *event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isWindow() && isActiveWindow())
+        becameActive();
+}
+
+void Form::focusOutEvent(QFocusEvent *event) {
+    QWidget::focusOutEvent(event);
+    if (!isBorrowed(event) && isLoaded())
+        Form_LostFocus();
+}
+
+MainForm::MainForm(QWidget *parent) : QMainWindow(parent) {}
+
+MainForm::~MainForm() = default;
+
+void MainForm::unloadOthers() {
+    unloadScreens();
+    FormHost::setArea(nullptr);
+}
+
+void MainForm::bringForward(bool maximized) {
+    if (maximized)
+        showMaximized();
+    else
+        show();
+    raise();
+    activateWindow();
+}
+
+void MainForm::closeEvent(QCloseEvent *event) {
+    event->accept();
+    Unload();
+}
+
+} // namespace zel::controls

@@ -1,0 +1,192 @@
+#include "platform/controls/grid.h"
+
+#include "platform/controls/grid_model.h"
+#include "platform/controls/look.h"
+#include "platform/controls/typing.h"
+
+#include <QContextMenuEvent>
+#include <QHeaderView>
+
+namespace zel::controls {
+
+namespace {
+
+constexpr int DefaultTwips = 1440;
+constexpr int HeadingMargin = 16;
+
+int headingWidth(const QHeaderView *header, const QString &heading) {
+    return QFontMetrics(header->font()).horizontalAdvance(heading) + HeadingMargin;
+}
+
+} // namespace
+
+Grid::Grid(QWidget *parent) : QTableView(parent), m_model(new GridModel(this)) {
+    setModel(m_model);
+    setSelectionBehavior(QAbstractItemView::SelectRows);
+    setSelectionMode(QAbstractItemView::SingleSelection);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setTabKeyNavigation(false);
+    setAlternatingRowColors(true);
+    setWordWrap(false);
+    setCornerButtonEnabled(false);
+    setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    verticalHeader()->hide();
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setSectionsClickable(false);
+    QFont bold = font();
+    bold.setBold(true);
+    horizontalHeader()->setFont(bold);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
+
+    connect(this, &QAbstractItemView::clicked, this,
+            [this](const QModelIndex &index) { Q_EMIT rowClicked(index.row() + 1); });
+    connect(this, &QAbstractItemView::doubleClicked, this,
+            [this](const QModelIndex &index) { Q_EMIT rowDoubleClicked(index.row() + 1); });
+    setRows(2);
+    applyWidths();
+}
+
+int Grid::Rows() const {
+    return m_model->rows();
+}
+
+void Grid::setRows(int rows) {
+    const int row = Row();
+    m_model->setRows(rows);
+    keepRow(row);
+}
+
+int Grid::Cols() const {
+    return m_model->cols();
+}
+
+void Grid::setCols(int cols) {
+    const int row = Row();
+    m_model->setCols(cols);
+    applyWidths();
+    keepRow(row);
+}
+
+QString Grid::TextMatrix(int row, int col) const {
+    return m_model->text(row, col);
+}
+
+void Grid::setTextMatrix(int row, int col, const QString &text) {
+    m_model->setText(row, col, text);
+    if (row == 0)
+        applyWidth(col);
+}
+
+void Grid::RemoveItem(int row) {
+    const int current = Row();
+    m_model->removeRow(row);
+    keepRow(current);
+}
+
+void Grid::Clear() {
+    const int row = Row();
+    m_model->clear();
+    applyWidths();
+    keepRow(row);
+}
+
+void Grid::setDataSource(zel::RowsPtr rows) {
+    m_model->bind(std::move(rows));
+    applyWidths();
+    keepRow(1);
+}
+
+void Grid::setColWidth(int col, int twips) {
+    m_twips[col] = twips;
+    if (col < Cols())
+        applyWidth(col);
+}
+
+int Grid::ColWidth(int col) const {
+    return m_twips.value(col, DefaultTwips);
+}
+
+void Grid::setColAlignment(int col, Qt::Alignment alignment) {
+    m_model->setAlignment(col, alignment);
+}
+
+void Grid::setColumns(const QList<Column> &columns) {
+    const int row = Row();
+    m_model->setCols(int(columns.size()));
+    for (int col = 0; col < columns.size(); ++col) {
+        m_model->setText(0, col, columns[col].heading);
+        m_twips[col] = columns[col].twips;
+        if (columns[col].alignment)
+            m_model->setAlignment(col, columns[col].alignment);
+    }
+    applyWidths();
+    keepRow(row);
+}
+
+int Grid::Row() const {
+    return currentIndex().isValid() ? currentIndex().row() + 1 : 0;
+}
+
+void Grid::setRow(int row) {
+    keepRow(row);
+}
+
+int Grid::Col() const {
+    return currentIndex().isValid() ? currentIndex().column() : 0;
+}
+
+/// Makes `row`, or the nearest there is, the current one. The current cell is never in a hidden column, which
+/// the arrow keys could not leave.
+void Grid::keepRow(int row) {
+    if (Rows() < 2)
+        return;
+    int col = 0;
+    while (col < Cols() - 1 && isColumnHidden(col))
+        ++col;
+    setCurrentIndex(m_model->index(qBound(1, row, Rows() - 1) - 1, col));
+}
+
+void Grid::applyWidth(int col) {
+    const int twips = ColWidth(col);
+    setColumnHidden(col, twips <= 0);
+    if (twips > 0)
+        setColumnWidth(col, qMax(pixels(twips), headingWidth(horizontalHeader(), m_model->text(0, col))));
+}
+
+void Grid::applyWidths() {
+    for (int col = 0; col < Cols(); ++col)
+        applyWidth(col);
+}
+
+void Grid::keyPressEvent(QKeyEvent *event) {
+    if (isEnter(event)) {
+        Q_EMIT enterPressed(Row());
+    } else if (event->key() == Qt::Key_F2) {
+        if (const int row = Row(); row > 0) {
+            Q_EMIT rowClicked(row);
+            Q_EMIT rowDoubleClicked(row);
+        }
+    } else {
+        QTableView::keyPressEvent(event);
+    }
+}
+
+void Grid::contextMenuEvent(QContextMenuEvent *event) {
+    const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
+    const QRect cell = visualRect(currentIndex());
+    Q_EMIT contextMenuAsked(byKey ? viewport()->mapToGlobal(cell.center()) : event->globalPos());
+}
+
+void Grid::changeEvent(QEvent *event) {
+    QTableView::changeEvent(event);
+    if (event->type() != QEvent::FontChange && event->type() != QEvent::StyleChange)
+        return;
+    QFont bold = font();
+    bold.setBold(true);
+    horizontalHeader()->setFont(bold);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
+    applyWidths();
+}
+
+} // namespace zel::controls

@@ -1,0 +1,167 @@
+#include "platform/controls/grid_model.h"
+
+#include "platform/base/error.h"
+
+#include <limits>
+
+namespace zel::controls {
+
+void GridModel::bind(RowsPtr rows) {
+    beginResetModel();
+    if (rows) {
+        m_cells.clear();
+        m_headings.clear();
+        m_cols = rows->columnCount();
+        for (int col = 0; col < m_cols; ++col)
+            m_headings << rows->columnName(col);
+    } else if (m_bound) {
+        m_cells.assign(static_cast<std::size_t>(m_bound->rowCount()), QStringList());
+    }
+    m_bound = std::move(rows);
+    m_numbers.clear();
+    for (int col = 0; m_bound && col < m_cols; ++col)
+        m_numbers << m_bound->isNumber(col);
+    endResetModel();
+}
+
+void GridModel::clear() {
+    beginResetModel();
+    const auto count = static_cast<std::size_t>(rows() - 1);
+    m_bound.reset();
+    m_cells.assign(count, QStringList());
+    m_headings.clear();
+    m_numbers.clear();
+    endResetModel();
+}
+
+int GridModel::rows() const {
+    const qsizetype below = m_bound ? m_bound->rowCount() : static_cast<qsizetype>(m_cells.size());
+    return static_cast<int>(qMin<qsizetype>(below, std::numeric_limits<int>::max() - 1)) + 1;
+}
+
+void GridModel::setRows(int rows) {
+    const int below = rows - 1;
+    const int present = this->rows() - 1;
+    if (below < 0)
+        throw Error(380, QStringLiteral("Invalid property value"));
+    if (below == present)
+        return;
+    copyBound();
+    if (below > present)
+        beginInsertRows({}, present, below - 1);
+    else
+        beginRemoveRows({}, below, present - 1);
+    m_cells.resize(static_cast<std::size_t>(below));
+    if (below > present)
+        endInsertRows();
+    else
+        endRemoveRows();
+}
+
+void GridModel::setCols(int cols) {
+    if (cols < 0)
+        throw Error(380, QStringLiteral("Invalid property value"));
+    if (cols == m_cols)
+        return;
+    const bool grows = cols > m_cols;
+    if (grows)
+        beginInsertColumns({}, m_cols, cols - 1);
+    else
+        beginRemoveColumns({}, cols, m_cols - 1);
+    m_cols = cols;
+    if (grows)
+        endInsertColumns();
+    else
+        endRemoveColumns();
+}
+
+void GridModel::removeRow(int row) {
+    if (row < 1 || row >= rows())
+        throw Error(30009, QStringLiteral("Invalid Row value"));
+    copyBound();
+    beginRemoveRows({}, row - 1, row - 1);
+    m_cells.erase(m_cells.begin() + (row - 1));
+    endRemoveRows();
+}
+
+void GridModel::checkCell(int row, int col) const {
+    if (row < 0 || row >= rows() || col < 0 || col >= m_cols)
+        throw Error(381, QStringLiteral("Subscript out of range"));
+}
+
+QString GridModel::text(int row, int col) const {
+    checkCell(row, col);
+    if (row > 0 && m_bound)
+        return col < m_bound->columnCount() ? m_bound->text(row - 1, col) : QString();
+    const QStringList &cells = row == 0 ? m_headings : m_cells[static_cast<std::size_t>(row - 1)];
+    return cells.value(col);
+}
+
+void GridModel::setText(int row, int col, const QString &text) {
+    checkCell(row, col);
+    if (row > 0)
+        copyBound();
+    QStringList &cells = row == 0 ? m_headings : m_cells[static_cast<std::size_t>(row - 1)];
+    if (cells.size() <= col)
+        cells.resize(col + 1);
+    cells[col] = text;
+    if (row == 0)
+        Q_EMIT headerDataChanged(Qt::Horizontal, col, col);
+    else
+        Q_EMIT dataChanged(index(row - 1, col), index(row - 1, col));
+}
+
+void GridModel::copyBound() {
+    if (!m_bound)
+        return;
+    const RowsPtr source = std::move(m_bound);
+    m_bound.reset();
+    m_cells.assign(static_cast<std::size_t>(source->rowCount()), QStringList());
+    for (std::size_t row = 0; row < m_cells.size(); ++row) {
+        for (int col = 0; col < source->columnCount(); ++col)
+            m_cells[row] << source->text(static_cast<qsizetype>(row), col);
+    }
+}
+
+void GridModel::setAlignment(int col, Qt::Alignment alignment) {
+    m_alignments[col] = alignment;
+    Q_EMIT headerDataChanged(Qt::Horizontal, col, col);
+    if (rowCount() > 0 && col < m_cols)
+        Q_EMIT dataChanged(index(0, col), index(rowCount() - 1, col), {Qt::TextAlignmentRole});
+}
+
+Qt::Alignment GridModel::alignment(int col) const {
+    const Qt::Alignment fallback = m_numbers.value(col) ? Qt::AlignRight : Qt::AlignLeft;
+    const Qt::Alignment set = m_alignments.value(col);
+    return (set ? set : fallback) | Qt::AlignVCenter;
+}
+
+int GridModel::rowCount(const QModelIndex &parent) const {
+    return parent.isValid() ? 0 : rows() - 1;
+}
+
+int GridModel::columnCount(const QModelIndex &parent) const {
+    return parent.isValid() ? 0 : m_cols;
+}
+
+QVariant GridModel::data(const QModelIndex &index, int role) const {
+    if (!index.isValid())
+        return {};
+    if (role == Qt::TextAlignmentRole)
+        return QVariant::fromValue(alignment(index.column()));
+    if (role == Qt::DisplayRole)
+        return text(index.row() + 1, index.column());
+    return {};
+}
+
+QVariant GridModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal || section < 0 || section >= m_cols)
+        return {};
+    if (role == Qt::TextAlignmentRole)
+        return QVariant::fromValue(alignment(section));
+    if (role == Qt::DisplayRole)
+        return m_headings.value(section);
+    return {};
+}
+
+} // namespace zel::controls

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "platform/base/rows.h"
+
+#include <QAbstractTableModel>
+#include <QHash>
+
+#include <vector>
+
+namespace zel::controls {
+
+/// The cells of a grid as texts. Grid rows count from 0, the heading; the model's own rows from grid row 1.
+/// While rows are bound it reads them cell by cell and copies none; the first change of a cell or of the
+/// number of rows makes a copy.
+class GridModel : public QAbstractTableModel {
+    Q_OBJECT
+public:
+    using QAbstractTableModel::QAbstractTableModel;
+
+    /// Shows these rows with their column names as headings. Null lets go of the bound rows and leaves as
+    /// many blank ones; headings stay.
+    void bind(RowsPtr rows);
+    [[nodiscard]] const RowsPtr &bound() const { return m_bound; }
+    /// Blanks every cell and heading.
+    void clear();
+
+    [[nodiscard]] int rows() const; ///< the heading counted
+    void setRows(int rows);
+    [[nodiscard]] int cols() const { return m_cols; }
+    void setCols(int cols);
+    void removeRow(int row);
+
+    /// Error 381 outside the grid.
+    [[nodiscard]] QString text(int row, int col) const;
+    void setText(int row, int col, const QString &text);
+    void setAlignment(int col, Qt::Alignment alignment);
+
+    [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
+    [[nodiscard]] int columnCount(const QModelIndex &parent = {}) const override;
+    [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
+    [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+private:
+    void checkCell(int row, int col) const;
+    void copyBound();
+    [[nodiscard]] Qt::Alignment alignment(int col) const;
+
+    RowsPtr m_bound;
+    std::vector<QStringList>
+        m_cells; ///< rows below the heading while none are bound; a short one is blank at its end
+    QStringList m_headings;
+    QList<bool> m_numbers;
+    QHash<int, Qt::Alignment> m_alignments;
+    int m_cols = 2;
+};
+
+} // namespace zel::controls

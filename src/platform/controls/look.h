@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QIcon>
+#include <QString>
+
+class QApplication;
+
+namespace zel::controls {
+
+/// Style, palette, font and style sheet of the whole program, and its icons.
+void applyLook(QApplication &application);
+
+/// A line icon of the program's set: "save", "new", "delete", "print", "exit", "search", "add", "remove",
+/// "cancel", "edit", "first", "previous", "next", "last", "zoom-in", "zoom-out", "fit-width", "fit-page",
+/// "export", "refresh", "user", "calendar", "level-1", "level-2", "level-3", "logo". In a .ui file: the
+/// resource
+/// ":/icons/<name>.svg".
+[[nodiscard]] QIcon icon(const QString &name);
+
+/// Pixels of a length in twips (1440 to the inch) on the screen of the program.
+[[nodiscard]] int pixels(int twips);
+
+} // namespace zel::controls

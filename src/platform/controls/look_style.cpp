@@ -1,0 +1,89 @@
+#include "platform/controls/look_style.h"
+
+#include <QPainter>
+#include <QStyleOption>
+
+namespace zel::controls {
+
+namespace {
+
+void drawRing(const QRect &around, QPainter *painter) {
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(QPen(LookStyle::accent(), 2));
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRoundedRect(QRectF(around).adjusted(1, 1, -1, -1), 2.5, 2.5);
+    painter->restore();
+}
+
+bool hasFocus(const QStyleOption *option) {
+    return option->state.testFlag(QStyle::State_HasFocus) && option->state.testFlag(QStyle::State_Enabled);
+}
+
+} // namespace
+
+LookStyle::LookStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
+
+void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
+                              const QWidget *widget) const {
+    if (element == PE_FrameFocusRect) {
+        // Rows of a grid or a tree show where they are by their selection alone.
+        if (!widget || !widget->inherits("QAbstractItemView"))
+            drawRing(option->rect, painter);
+        return;
+    }
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+    const bool box = element == PE_FrameLineEdit || element == PE_PanelLineEdit;
+    const auto *frame = qstyleoption_cast<const QStyleOptionFrame *>(option);
+    if (box && hasFocus(option) && frame && frame->lineWidth > 0)
+        drawRing(option->rect, painter);
+}
+
+void LookStyle::drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
+                            const QWidget *widget) const {
+    QProxyStyle::drawControl(element, option, painter, widget);
+    if (element == CE_ShapedFrame && widget && widget->hasFocus() && widget->inherits("QAbstractScrollArea"))
+        drawRing(option->rect, painter);
+    if (element == CE_PushButton && hasFocus(option))
+        drawRing(option->rect, painter);
+}
+
+void LookStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex *option,
+                                   QPainter *painter, const QWidget *widget) const {
+    QProxyStyle::drawComplexControl(control, option, painter, widget);
+    if ((control == CC_ComboBox || control == CC_SpinBox) && hasFocus(option))
+        drawRing(option->rect, painter);
+}
+
+int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const {
+    switch (metric) {
+    case PM_ButtonIconSize:
+        return 18;
+    case PM_SmallIconSize:
+        return 18;
+    case PM_LayoutHorizontalSpacing:
+        return 8;
+    case PM_LayoutVerticalSpacing:
+        return 7;
+    default:
+        return QProxyStyle::pixelMetric(metric, option, widget);
+    }
+}
+
+int LookStyle::styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                         QStyleHintReturn *data) const {
+    switch (hint) {
+    case SH_FormLayoutLabelAlignment:
+        return int(Qt::AlignRight | Qt::AlignVCenter);
+    case SH_LineEdit_PasswordCharacter:
+        return '*';
+    case SH_UnderlineShortcut:
+        return 1;
+    case SH_ItemView_ShowDecorationSelected:
+        return 1;
+    default:
+        return QProxyStyle::styleHint(hint, option, widget, data);
+    }
+}
+
+} // namespace zel::controls

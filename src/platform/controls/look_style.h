@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QColor>
+#include <QProxyStyle>
+
+namespace zel::controls {
+
+/// Fusion with one focus mark for all controls: a ring in the accent colour.
+class LookStyle : public QProxyStyle {
+    Q_OBJECT
+public:
+    LookStyle();
+    [[nodiscard]] static QColor accent() { return QColor(0x1f, 0x6f, 0xb8); }
+
+    void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
+                       const QWidget *widget) const override;
+    void drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
+                     const QWidget *widget) const override;
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex *option, QPainter *painter,
+                            const QWidget *widget) const override;
+    [[nodiscard]] int pixelMetric(PixelMetric metric, const QStyleOption *option,
+                                  const QWidget *widget) const override;
+    [[nodiscard]] int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                                QStyleHintReturn *data) const override;
+};
+
+} // namespace zel::controls

@@ -1,0 +1,148 @@
+#include "shell/MDIForm1.h"
+#include "ui_MDIForm1.h"
+#include "ui_Picture1.h"
+
+#include "platform/controls/look.h"
+#include "shell/frmLocPass.h"
+#include "shell/frmLogin.h"
+#include "shell/logo.h"
+#include "shell/menu_table.h"
+#include "shell/module1.h"
+#include "shell/screens.h"
+
+#include <QAction>
+#include <QEvent>
+#include <QLocale>
+#include <QMenu>
+
+#include <vector>
+
+namespace zel::shell {
+
+QString clockText(const QDateTime &moment) {
+    const QString time = QLocale::c().toString(moment.time(), " hh:mm:ss AP");
+    return QLocale::c().toString(moment.date(), "dddd, dd-MMMM-yyyy") + " " + time;
+}
+
+MDIForm1::MDIForm1() : ui(std::make_unique<Ui::MDIForm1>()), m_panel(std::make_unique<Ui::Panel>()) {
+    loadImages();
+    ui->setupUi(this);
+    setWindowIcon(controls::icon("logo"));
+    Picture1 = new QWidget(ui->mdiArea->viewport());
+    m_panel->setupUi(Picture1);
+    ui->mdiArea->viewport()->installEventFilter(this);
+    Timer1.setObjectName("Timer1");
+    Timer1.setInterval(500);
+    connect(&Timer1, &QTimer::timeout, this, &MDIForm1::Timer1_Timer);
+    buildMenu();
+}
+
+MDIForm1::~MDIForm1() = default;
+
+void MDIForm1::Form_Load() {
+    controls::FormHost::setArea(ui->mdiArea);
+    m_panel->lblTitle->setText("Login :   " + gUserName);
+    Timer1.start();
+    setWindowState(Qt::WindowMaximized);
+}
+
+void MDIForm1::Form_Unload() {
+    Timer1.stop();
+    controls::FormHost::setArea(nullptr);
+}
+
+bool MDIForm1::eventFilter(QObject *watched, QEvent *event) {
+    if (event->type() == QEvent::Resize && watched == ui->mdiArea->viewport())
+        Picture1->setGeometry(ui->mdiArea->viewport()->rect());
+    return MainForm::eventFilter(watched, event);
+}
+
+void MDIForm1::buildMenu() {
+    std::vector<QMenu *> parents;
+    const std::span<const MenuRow> table = menuTable();
+    for (std::size_t i = 0; i < table.size(); ++i) {
+        const MenuRow &row = table[i];
+        parents.resize(std::size_t(row.level));
+        QAction *action = nullptr;
+        if (i + 1 < table.size() && table[i + 1].level > row.level) {
+            auto *menu = new QMenu(row.caption, this);
+            action = menu->menuAction();
+            parents.push_back(menu);
+        } else {
+            action = new QAction(row.caption, this);
+            action->setShortcut(QKeySequence(row.key));
+            connect(action, &QAction::triggered, this, [this, action] { choose(*action); });
+        }
+        action->setObjectName(row.name);
+        action->setProperty("Caption", row.caption);
+        if (qstrcmp(row.caption, "-") == 0) {
+            action->setText(QString());
+            action->setSeparator(true);
+        }
+        if (row.level == 0)
+            ui->menuBar->addAction(action);
+        else
+            parents[std::size_t(row.level - 1)]->addAction(action);
+    }
+}
+
+void MDIForm1::choose(const QAction &item) {
+    const QString name = item.objectName();
+    const QString caption = item.property("Caption").toString();
+    if (name == "mnuExit")
+        return mnuExit_Click();
+    if (name == "mnuSetMenu")
+        return openLocked("frmSecMenus", caption, gOpenSetMenus);
+    if (name == "mnuRemoveData")
+        return openLocked("frmRemoveData", caption, gOpenRemoveData);
+    const Opener *open = opener(name);
+    if (!open)
+        return tellMissing(caption);
+    close_Menu();
+    (*open)();
+}
+
+void MDIForm1::openLocked(const QString &screenName, const QString &caption, bool &destination) {
+    if (!opener(screenName))
+        return tellMissing(caption);
+    close_Menu();
+    destination = true;
+    frmLocPass::reference->Show();
+}
+
+void MDIForm1::tellMissing(const QString &caption) {
+    ui->statusBar->showMessage(caption + " is not part of this version yet.", 10'000);
+}
+
+void MDIForm1::close_Menu() {
+    Picture1->hide();
+    showTaggedItems(false);
+}
+
+void MDIForm1::showPanel() {
+    Picture1->show();
+    showTaggedItems(true);
+}
+
+void MDIForm1::showTaggedItems(bool visible) {
+    for (QAction *item : findChildren<QAction *>())
+        if (item->property("Tag").toString() == "M")
+            item->setVisible(visible);
+}
+
+void MDIForm1::setItemVisible(const QString &caption, bool visible) {
+    for (QAction *item : findChildren<QAction *>())
+        if (item->property("Caption").isValid() && item->property("Caption").toString() == caption)
+            item->setVisible(visible);
+}
+
+void MDIForm1::mnuExit_Click() {
+    Unload();
+    frmLogin::reference->Show();
+}
+
+void MDIForm1::Timer1_Timer() {
+    m_panel->lblDate->setText(clockText(QDateTime::currentDateTime()));
+}
+
+} // namespace zel::shell

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/controls/form.h"
+
+#include <memory>
+
+namespace zel::viewer {
+class CRViewer91;
+}
+
+namespace zel::shell {
+
+namespace Ui {
+class frmVeiwer;
+}
+
+/// The one screen that shows reports; its reference is kept when it closes.
+class frmVeiwer : public controls::Form {
+    Q_OBJECT
+public:
+    inline static controls::FormReference<frmVeiwer> reference;
+
+    frmVeiwer();
+    ~frmVeiwer() override;
+
+    [[nodiscard]] viewer::CRViewer91 *CRViewer91() const;
+
+private:
+    std::unique_ptr<Ui::frmVeiwer> ui;
+};
+
+} // namespace zel::shell

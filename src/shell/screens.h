@@ -1,0 +1,35 @@
+#pragma once
+
+#include "platform/controls/form_life.h"
+
+#include <QString>
+
+#include <functional>
+#include <map>
+
+namespace zel::shell {
+
+/// Brings a screen up: creates it when its reference is empty, shows it, brings it to the front.
+using Opener = std::function<void()>;
+
+/// The screens that there are, filled by the program's start: menu items by their names ("mnuSession"), and
+/// the lock prompt's destinations by the screens' ("frmAccount", "frmSecMenus", "frmRemoveData"). The menu
+/// itself knows none of them; an item without a screen says so and does nothing.
+using Screens = std::map<QString, Opener>;
+
+void setScreens(Screens screens);
+
+/// The opener of that name, or nullptr while there is no such screen.
+[[nodiscard]] const Opener *opener(const QString &name);
+
+/// The opener of a screen without more to do.
+template <class T>
+[[nodiscard]] Opener shows(controls::FormReference<T> &reference) {
+    return [&reference] { reference->Show(); };
+}
+template <class T>
+[[nodiscard]] Opener showsMaximized(controls::FormReference<T> &reference) {
+    return [&reference] { reference->ShowMaximized(); };
+}
+
+} // namespace zel::shell
