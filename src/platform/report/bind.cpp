@@ -42,7 +42,8 @@ public:
             return bindName(*node);
         case Op::Call:
             return bindCall(*node);
-        case Op::Negate: return bindNegation(*node);
+        case Op::Negate:
+            return bindNegation(*node);
         case Op::Subtract:
         case Op::Multiply:
         case Op::Divide:

@@ -76,19 +76,23 @@ void tst_definitions::refuses_data() {
     row("sum of a text", "<total name='t2' sum='{T.B}'/>", "3:23", "numbers");
     row("total of a total", "<total name='a' sum='{T.A}'/><total name='b' sum='{a}'/>", "3:51", "rows hold");
     row("total of nothing", "<total name='a'/>", "3:1", "one of");
-    row("group by a page", "<group name='g' by='PageNumber'/>", "3:21", "what they hold");
+    row("group by a page", "<group name='g' by='PageNumber'/>", "3:21", "can't be part");
+    row("group by what no statement holds", "<group name='g' by=\"Left({T.B}, 2)\"/>", "3:21",
+        "can't be part");
+    row("where that no statement holds", "<where>{T.A} = 1 and Abs({T.A}) > 1</where>", "3:22",
+        "can't be part");
     row("length", "<detail height='high'/>", "3:17", "high");
     row("colour", "<style name='a' color='reddish'/>", "3:24", "reddish");
     row("yes or no", "<style name='a' bold='true'/>", "3:23", "true");
     row("over the margin", "<detail><text x='150' w='31'>x</text></detail>", "3:9", "right margin");
-    row("page header too high", "<pageHeader height='260'/>", "1:1", "no room");
+    row("page header too high", "<pageHeader height='265'/>", "1:1", "no room");
     row("growing page header", "<pageHeader><field grow='yes'>{T.B}</field></pageHeader>", "1:1", "grows");
     row("sub-report", "<detail><place subreport='s'/></detail>", "3:27", "sub-report s");
     row("image", "<detail><image src='none.png'/></detail>", "3:21", "none.png");
     row("link outside", "<link outer='{T.A}' inner='{T.A}'/>", "3:1", "sub-report");
     row("links of two kinds",
-        "<subreport name='s'><table name='U'>K text</table><link outer='{T.A}' inner='{U.K}'/></subreport>", "3:51",
-        "one kind");
+        "<subreport name='s'><table name='U'>K text</table><link outer='{T.A}' inner='{U.K}'/></subreport>",
+        "3:51", "one kind");
     row("not well formed", "<detail>", "4:10", "");
 }
 

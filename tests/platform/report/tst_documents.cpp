@@ -32,7 +32,8 @@ private Q_SLOTS:
 
 private:
     [[nodiscard]] std::shared_ptr<Report> open(const char *file, const QString &password = {});
-    void addPair(int voucher, int entry, const char *account, const char *amount, const QString &narration = {});
+    void addPair(int voucher, int entry, const char *account, const char *amount,
+                 const QString &narration = {});
     void addVoucher(int number);
 
     std::unique_ptr<QTemporaryDir> m_folder;
@@ -53,8 +54,9 @@ void tst_documents::init() {
     m_program->setProperty("Data Source", m_folder->path());
     m_program->setProperty("User ID", "sa");
     m_program->Open();
-    m_program->Execute("update Company set Company = 'NORTHFIELD INSTITUTE OF ACCOUNTANCY', comAddr = 'STATION ROAD 14', "
-                       "comTel = '042-111', comEmail = 'office@northfield.example'");
+    m_program->Execute(
+        "update Company set Company = 'NORTHFIELD INSTITUTE OF ACCOUNTANCY', comAddr = 'STATION ROAD 14', "
+        "comTel = '042-111', comEmail = 'office@northfield.example'");
 }
 
 void tst_documents::cleanup() {
@@ -73,10 +75,13 @@ std::shared_ptr<Report> tst_documents::open(const char *file, const QString &pas
 
 void tst_documents::addPair(int voucher, int entry, const char *account, const char *amount,
                             const QString &narration) {
-    const auto code = [](const Sql &nodes) { return "(select RowID from Accounts where AcNodes = '"_sql + nodes + "')"; };
-    const Sql head = "insert into DetJV (VouNo, VouStatus, VouDate, EntryNo, AcCode, CrAc, DrAmt, CrAmt, ChecqNo, "
-                     "Naration, FileNo, BillNo) select "_sql +
-                     voucher + ", 'BP', '2024-03-14', " + entry + ", ";
+    const auto code = [](const Sql &nodes) {
+        return "(select RowID from Accounts where AcNodes = '"_sql + nodes + "')";
+    };
+    const Sql head =
+        "insert into DetJV (VouNo, VouStatus, VouDate, EntryNo, AcCode, CrAc, DrAmt, CrAmt, ChecqNo, "
+        "Naration, FileNo, BillNo) select "_sql +
+        voucher + ", 'BP', '2024-03-14', " + entry + ", ";
     const Sql tail = ", '00451872', '"_sql + narration + "', 'F-9', '77'";
     const Sql nodes = Sql::trusted(account);
     const Sql amounts = Sql::trusted(amount);
@@ -85,8 +90,9 @@ void tst_documents::addPair(int voucher, int entry, const char *account, const c
 }
 
 void tst_documents::addVoucher(int number) {
-    m_program->Execute("insert into MasJV (VouNo, VouStatus, VouDate, PaidReceive, TotalAmount, Login) values ("_sql +
-                       number + ", 'BP', '2024-03-14', 'CITY PROPERTIES', 1, 'AMINA')");
+    m_program->Execute(
+        "insert into MasJV (VouNo, VouStatus, VouDate, PaidReceive, TotalAmount, Login) values ("_sql +
+        number + ", 'BP', '2024-03-14', 'CITY PROPERTIES', 1, 'AMINA')");
 }
 
 void tst_documents::voucher() {
@@ -99,21 +105,22 @@ void tst_documents::voucher() {
     report->RecordSelectionFormula =
         "{MasJV.VouNo}= "_sql + QString("5") + " and {MasJV.VouStatus} = 'BP' and {Company.comActive} = 'Y'";
     const auto document = report->document();
-    QCOMPARE(document->plainText(), QString("NORTHFIELD INSTITUTE OF ACCOUNTANCY\n"
-                                            "STATION ROAD 14\n"
-                                            "Tel. 042-111   office@northfield.example BANK PAYMENT VOUCHER\n"
-                                            "Voucher No. BP - 5 Date 14/03/2024\n"
-                                            "Paid to CITY PROPERTIES\n"
-                                            "Code Account Cheque no. Bill no. File no. Amount\n"
-                                            "5.1.1 RENT 00451872 77 F-9 125,000.00\n"
-                                            "Rent for March  (1.1.2 CITY BANK)\n"
-                                            "5.1.2 ELECTRICITY 00451872 77 F-9 18,450.75\n"
-                                            "(1.1.2 CITY BANK)\n"
-                                            "Total 143,450.75\n"
-                                            "Amount in words One Hundred Forty Three Thousand Four Hundred Fifty and 75/100 Only\n"
-                                            "AMINA\n"
-                                            "Prepared by Checked by Approved by Received by\n"
-                                            "Printed by sa on 14/03/2024 at 09:05 Page 1 of 1"));
+    QCOMPARE(document->plainText(),
+             QString("NORTHFIELD INSTITUTE OF ACCOUNTANCY\n"
+                     "STATION ROAD 14\n"
+                     "Tel. 042-111   office@northfield.example BANK PAYMENT VOUCHER\n"
+                     "Voucher No. BP - 5 Date 14/03/2024\n"
+                     "Paid to CITY PROPERTIES\n"
+                     "Code Account Cheque no. Bill no. File no. Amount\n"
+                     "5.1.1 RENT 00451872 77 F-9 125,000.00\n"
+                     "Rent for March  (1.1.2 CITY BANK)\n"
+                     "5.1.2 ELECTRICITY 00451872 77 F-9 18,450.75\n"
+                     "(1.1.2 CITY BANK)\n"
+                     "Total 143,450.75\n"
+                     "Amount in words One Hundred Forty Three Thousand Four Hundred Fifty and 75/100 Only\n"
+                     "AMINA\n"
+                     "Prepared by Checked by Approved by Received by\n"
+                     "Printed by sa on 14/03/2024 at 09:05 Page 1 of 1"));
 }
 
 void tst_documents::voucherPages_data() {
@@ -123,7 +130,8 @@ void tst_documents::voucherPages_data() {
     const QString name = "NORTHFIELD INSTITUTE OF ACCOUNTANCY";
     QTest::newRow("there") << QString() << 5 << QStringList{name};
     QTest::newRow("no such voucher") << QString() << 6 << QStringList{""};
-    QTest::newRow("no active company") << QString("update Company set comActive = null") << 5 << QStringList{""};
+    QTest::newRow("no active company")
+        << QString("update Company set comActive = null") << 5 << QStringList{""};
     QTest::newRow("two active companies")
         << QString("insert into Company (Company, comActive) values ('SOUTHFIELD', 'Y')") << 5
         << QStringList{name, "SOUTHFIELD"};
@@ -181,10 +189,11 @@ void tst_documents::logonRefused() {
 void tst_documents::longVoucher() {
     addVoucher(5);
     for (int entry = 1; entry <= 40; ++entry)
-        addPair(5, entry, "5.1.1", "1000.01", "A narration that is long enough to need a second line on the voucher " +
-                                                  QString(60, 'x'));
+        addPair(5, entry, "5.1.1", "1000.01",
+                "A narration that is long enough to need a second line on the voucher " + QString(60, 'x'));
     auto report = open("rptBP.rpt");
-    report->RecordSelectionFormula = "{MasJV.VouNo}= 5 and {MasJV.VouStatus} = 'BP' and {Company.comActive} = 'Y'";
+    report->RecordSelectionFormula =
+        "{MasJV.VouNo}= 5 and {MasJV.VouStatus} = 'BP' and {Company.comActive} = 'Y'";
     const auto document = report->document();
     QVERIFY(document->pageCount() > 1);
     qsizetype rows = 0;
@@ -204,10 +213,12 @@ void tst_documents::longVoucher() {
 
 void tst_documents::chart() {
     for (int code = 6; code <= 11; ++code) {
-        m_program->Execute("insert into Accounts (ParentID, Dcode, AcNodes, AcName, AcStatus, OpenBal, openDate) values ('5.1', "_sql +
-                           code + ", '5.1." + code + "', 'EXPENSE " + code + "', 'DD', -100.05, '2024-01-01')");
+        m_program->Execute(
+            "insert into Accounts (ParentID, Dcode, AcNodes, AcName, AcStatus, OpenBal, openDate) values ('5.1', "_sql +
+            code + ", '5.1." + code + "', 'EXPENSE " + code + "', 'DD', -100.05, '2024-01-01')");
     }
-    m_program->Execute("insert into Accounts (ParentID, Dcode, AcNodes, AcName, AcStatus) values ('10', 0, '10', 'EMPTY', 'HH')");
+    m_program->Execute("insert into Accounts (ParentID, Dcode, AcNodes, AcName, AcStatus) values ('10', 0, "
+                       "'10', 'EMPTY', 'HH')");
     const auto document = open("rptChartAC.rpt")->document();
     const QStringList lines = document->plainText().split(QRegularExpression("[\n\f]"));
     QStringList codes;
@@ -216,8 +227,9 @@ void tst_documents::chart() {
         if (const auto match = shape.match(line); match.hasMatch())
             codes += match.captured(1);
     }
-    QCOMPARE(codes.join(' '), QString("1 1.1 1.1.1 1.1.2 1.2 2 2.1 2.1.1 3 3.1 3.1.1 4 4.1 4.1.1 4.1.2 5 5.1 5.1.1 5.1.2 "
-                                      "5.1.3 5.1.4 5.1.5 5.1.6 5.1.7 5.1.8 5.1.9 5.1.10 5.1.11 10"));
+    QCOMPARE(codes.join(' '),
+             QString("1 1.1 1.1.1 1.1.2 1.2 2 2.1 2.1.1 3 3.1 3.1.1 4 4.1 4.1.1 4.1.2 5 5.1 5.1.1 5.1.2 "
+                     "5.1.3 5.1.4 5.1.5 5.1.6 5.1.7 5.1.8 5.1.9 5.1.10 5.1.11 10"));
     QVERIFY(lines.contains("5.1.11 EXPENSE 11 01/01/2024 -100.05"));
     QVERIFY(lines.contains("Total EXPENSES, 11 accounts -600.30"));
     QVERIFY(lines.contains("Control accounts 6 Total of opening balances -600.30"));
@@ -228,7 +240,9 @@ void tst_documents::chart() {
     QCOMPARE(groups[0].title, QString("1  ASSETS"));
     QCOMPARE(groups[0].children[1].title, QString("1.2  STUDENTS"));
     for (const GroupNode &group : groups)
-        QVERIFY(document->page(group.page).plainText().contains('\n' + QString(group.title).replace("  ", " ") + '\n'));
+        QVERIFY(document->page(group.page)
+                    .plainText()
+                    .contains('\n' + QString(group.title).replace("  ", " ") + '\n'));
 }
 
 void tst_documents::wordsComeRightFromPdf() {
@@ -238,7 +252,8 @@ void tst_documents::wordsComeRightFromPdf() {
     addVoucher(5);
     addPair(5, 1, "5.1.1", "125000", "office affidavit fjord efficient flight 1,234.50 Peña");
     auto report = open("rptBP.rpt");
-    report->RecordSelectionFormula = "{MasJV.VouNo}= 5 and {MasJV.VouStatus} = 'BP' and {Company.comActive} = 'Y'";
+    report->RecordSelectionFormula =
+        "{MasJV.VouNo}= 5 and {MasJV.VouStatus} = 'BP' and {Company.comActive} = 'Y'";
     const auto document = report->document();
     const QString path = m_folder->filePath("voucher.pdf");
     exportPdf(*document, path);

@@ -40,9 +40,10 @@ public:
 };
 
 QString valueOf(const QString &formula) {
-    const auto definition = readDefinition("<report name='r'><table name='R'>N number, Z number, W number, T text, E text, "
-                                           "D date</table><parameter name='P'/></report>",
-                                           "r.rpt");
+    const auto definition =
+        readDefinition("<report name='r'><table name='R'>N number, Z number, W number, T text, E text, "
+                       "D date</table><parameter name='P'/></report>",
+                       "r.rpt");
     const ExpressionPtr bound = report::bind(parse(Sql::trusted(formula.toStdString())), *definition);
     const Value value = evaluate(*bound, RowScene());
     return value.isNull() ? "NULL" : value.text();
@@ -115,7 +116,8 @@ void tst_formulas::evaluates() {
 }
 
 void tst_formulas::overflowIsAnError() {
-    for (const char *formula : {"900000000000000 * 2", "900000000000000 + 900000000000000", "900000000000000 / 0.1"}) {
+    for (const char *formula :
+         {"900000000000000 * 2", "900000000000000 + 900000000000000", "900000000000000 / 0.1"}) {
         try {
             valueOf(formula);
             QFAIL(formula);
@@ -150,9 +152,11 @@ void tst_formulas::words_data() {
     row("1200300004000", "One Trillion Two Hundred Billion Three Hundred Million Four Thousand Only",
         "One Lakh Twenty Thousand Thirty Crore Four Thousand Only");
     row("-15.1", "Minus Fifteen and 10/100 Only");
-    row("922337203685477.5807", "Nine Hundred Twenty Two Trillion Three Hundred Thirty Seven Billion Two Hundred Three "
-                                "Million Six Hundred Eighty Five Thousand Four Hundred Seventy Seven and 58/100 Only",
-        "Nine Crore Twenty Two Lakh Thirty Three Thousand Seven Hundred Twenty Crore Thirty Six Lakh Eighty Five "
+    row("922337203685477.5807",
+        "Nine Hundred Twenty Two Trillion Three Hundred Thirty Seven Billion Two Hundred Three "
+        "Million Six Hundred Eighty Five Thousand Four Hundred Seventy Seven and 58/100 Only",
+        "Nine Crore Twenty Two Lakh Thirty Three Thousand Seven Hundred Twenty Crore Thirty Six Lakh Eighty "
+        "Five "
         "Thousand Four Hundred Seventy Seven and 58/100 Only");
 }
 

@@ -25,7 +25,8 @@ std::shared_ptr<Definition> definition() {
     return readDefinition(
         "<report name='r'>"
         "<table name='M'>No number, Kind text, Day date, Name text</table>"
-        "<table name='L' join='inner' on='{L.No} = {M.No} and {L.Kind} = {M.Kind}'>No number, Kind text, Amt number</table>"
+        "<table name='L' join='inner' on='{L.No} = {M.No} and {L.Kind} = {M.Kind}'>No number, Kind text, Amt "
+        "number</table>"
         "<table name='A' source='Accounts' join='left' on='{A.Id} = {L.No}'>Id number, Code text</table>"
         "<table name='Company'>Name text, comActive text</table>"
         "<parameter name='Session'/>"
@@ -46,7 +47,8 @@ Made made(const Sql &formula) {
     const auto scope = definition();
     const Parameters parameters{17};
     const Selection selection = selectionOf(*scope, report::bind(parse(formula), *scope));
-    return {rowsSelect(*scope, selection, parameters).text, lookupSelect(*scope, 3, selection, parameters).text};
+    return {rowsSelect(*scope, selection, parameters).text,
+            lookupSelect(*scope, 3, selection, parameters).text};
 }
 
 QString whereOf(const Sql &statement) {
@@ -172,10 +174,13 @@ void tst_selection::foreignPieces() {
 
 void tst_selection::wholeStatement() {
     const Made statements = made("{M.No} = 5"_sql);
-    QCOMPARE(QString::fromStdString(statements.rows.text()),
-             QString("select M.Name as M_Name, A.Code as A_Code, M.Kind as M_Kind, L.Amt as L_Amt from M inner join L on "
-                     "(L.No = M.No and L.Kind = M.Kind) left join Accounts A on A.Id = L.No where M.No = 5 order by "
-                     "cast(rtrim(M.Kind) as bigint) desc, L.No"));
+    QCOMPARE(
+        QString::fromStdString(statements.rows.text()),
+        QString(
+            "select M.Name as M_Name, A.Code as A_Code, M.Kind as M_Kind, L.Amt as L_Amt from M inner join L "
+            "on "
+            "(L.No = M.No and L.Kind = M.Kind) left join Accounts A on A.Id = L.No where M.No = 5 order by "
+            "cast(rtrim(M.Kind) as bigint) desc, L.No"));
     QCOMPARE(QString::fromStdString(statements.lookup.text()),
              QString("select Company.Name as Company_Name from Company"));
 }
