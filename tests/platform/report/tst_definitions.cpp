@@ -2,6 +2,7 @@
 #include "platform/report/definition.h"
 
 #include <QDir>
+#include <QFile>
 #include <QTest>
 
 using namespace zel;
@@ -16,6 +17,7 @@ private Q_SLOTS:
     void missingFile();
     void shippedOnesAreGood_data();
     void shippedOnesAreGood();
+    void theGuideIsGood();
     void onlyWhatDiffers();
 };
 
@@ -128,6 +130,15 @@ void tst_definitions::shippedOnesAreGood() {
     QFETCH(QString, path);
     const auto definition = readDefinition(path);
     QCOMPARE(definition->name + ".rpt", QFileInfo(path).fileName());
+}
+
+void tst_definitions::theGuideIsGood() {
+    QFile file(ZEL_SOURCE_DIR "/rpt/README.md");
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QString example = QString::fromUtf8(file.readAll()).section("```xml", 1).section("```", 0, 0);
+    const auto definition = readDefinition(example.toUtf8(), "README.md");
+    QCOMPARE(definition->name, QString("rptExample"));
+    QCOMPARE(definition->totals.size(), std::size_t(2));
 }
 
 void tst_definitions::onlyWhatDiffers() {
