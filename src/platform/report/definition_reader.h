@@ -7,6 +7,11 @@
 
 namespace zel::report {
 
+/// Letters, digits and "_", a letter first.
+[[nodiscard]] bool isIdentifier(const QString &name);
+/// "number", "text" and "date".
+[[nodiscard]] const std::map<QString, Kind> &kinds();
+
 /// The attributes of an element, each asked for by name; done() refuses those that nobody asked for.
 class Attributes {
 public:
@@ -21,8 +26,8 @@ public:
     [[nodiscard]] bool flag(const QString &name, bool otherwise = false);
     [[nodiscard]] QColor color(const QString &name, const QColor &otherwise);
     template <typename Choice>
-    [[nodiscard]] Choice choice(const QString &name, const std::map<QString, Choice> &choices, Choice otherwise)
-    {
+    [[nodiscard]] Choice choice(const QString &name, const std::map<QString, Choice> &choices,
+                                Choice otherwise) {
         const XmlAttribute *given = find(name);
         if (!given)
             return otherwise;
@@ -39,8 +44,8 @@ private:
     std::vector<QString> m_known;
 };
 
-/// Fills a definition from an element: what is declared first, in the file's order, so that each formula names only
-/// what stands above it; then the bands, which may name all of it.
+/// Fills a definition from an element: what is declared first, in the file's order, so that each formula
+/// names only what stands above it; then the bands, which may name all of it.
 class DefinitionReader {
 public:
     DefinitionReader(const XmlFile &file, const QString &folder) : m_file(file), m_folder(folder) {}
@@ -74,6 +79,11 @@ private:
 
     [[nodiscard]] ExpressionPtr formula(const QString &text, qsizetype at, Definition &scope);
     [[nodiscard]] ExpressionPtr condition(const QString &text, qsizetype at);
+    /// One that stands in the report's statement: a group or sort key, or a condition on rows.
+    [[nodiscard]] ExpressionPtr pushed(const QString &text, qsizetype at);
+    [[nodiscard]] ExpressionPtr pushedCondition(const QString &text, qsizetype at);
+    template <typename Make>
+    [[nodiscard]] auto inPlace(const QString &text, qsizetype at, Make make) const;
     [[nodiscard]] ExpressionPtr optional(Attributes &attributes, const QString &name);
     [[nodiscard]] ExpressionPtr when(Attributes &attributes);
     [[nodiscard]] QString freshName(Attributes &attributes);
