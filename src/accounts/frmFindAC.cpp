@@ -1,0 +1,113 @@
+#include "accounts/frmFindAC.h"
+
+#include "accounts/account_list.h"
+#include "accounts/frmAccount.h"
+#include "platform/controls/focus.h"
+#include "shell/frmLocPass.h"
+#include "shell/module1.h"
+
+#include "ui_frmFindAC.h"
+
+#include <map>
+
+using namespace zel::shell;
+
+namespace zel::accounts {
+
+frmFindAC::frmFindAC() : ui(std::make_unique<Ui::frmFindAC>())
+{
+    ui->setupUi(this);
+    connect(ui->txtFindAC, &controls::TextBox::changed, this, &frmFindAC::FillGrid);
+    connect(ui->txtFindAC, &controls::TextBox::upOrDown, this, [this] { controls::SetFocus(ui->mshSearch); });
+    connect(ui->chkAll, &controls::CheckBox::clicked, this, &frmFindAC::chkAll_Click);
+    connect(ui->mshSearch, &controls::Grid::rowDoubleClicked, this, &frmFindAC::mshSearch_DblClick);
+    connect(ui->mshSearch, &controls::Grid::enterPressed, this, &frmFindAC::mshSearch_DblClick);
+    connect(ui->cmdAccounts, &controls::Button::clicked, this, &frmFindAC::cmdAccounts_Click);
+    connect(ui->cmdExit, &controls::Button::clicked, this, &frmFindAC::cmdExit_Click);
+}
+
+frmFindAC::~frmFindAC() = default;
+
+controls::CheckBox &frmFindAC::chkAll()
+{
+    return *ui->chkAll;
+}
+
+void frmFindAC::Form_Load()
+{
+    SavedFilter = gFindFilter;
+    FillGrid();
+}
+
+void frmFindAC::Form_Activate()
+{
+    FillGrid();
+}
+
+void frmFindAC::Form_Unload()
+{
+    gAddAccount = false;
+    gFinderOpen = false;
+    ui->chkAll->setChecked(false);
+}
+
+void frmFindAC::FillGrid()
+{
+    static const std::map<QString, Sql> filters{
+        {"B", "Select RowID,AcNodes,AcName,OpenBal,Contact,Fax,Addr,Addr2 From Accounts Where acStatus='DD'  and "
+              "BStatus='B' and AcName Like '%"},
+        {"S", "Select RowID,AcNodes,AcName,OpenBal,Contact,Fax,Addr,Addr2 From Accounts Where acStatus='DD'  and "
+              "BStatus='S' and AcName Like '%"},
+        {"SUB", "Select RowID,AcNodes,AcName,OpenBal,Contact,Fax,Addr,Addr2 From Accounts Where acStatus='HD'  and "
+                "AcName Like '%"},
+    };
+    static const Sql plain =
+        "Select RowID,AcNodes,AcName,OpenBal,Contact,Fax,Addr,Addr2 From Accounts Where acStatus='DD'  and AcName "
+        "Like '%";
+    const auto filter = filters.find(gFindFilter);
+    OpenRs((filter == filters.end() ? plain : filter->second) + ui->txtFindAC->text() + "%' order by AcName");
+    fillAccountList(*ui->mshSearch, {{"", 0},
+                                     {"Code", 1200},
+                                     {"Account Title", 5000},
+                                     {"Opening Balance", 1500},
+                                     {"Contact", 2000},
+                                     {"", 0},
+                                     {"", 0},
+                                     {"", 0}});
+}
+
+void frmFindAC::chkAll_Click()
+{
+    gFindFilter = ui->chkAll->isChecked() ? QString() : SavedFilter;
+    FillGrid();
+}
+
+void frmFindAC::mshSearch_DblClick(int row)
+{
+    const controls::Grid &list = *ui->mshSearch;
+    if (row < 1 || list.TextMatrix(row, 0).isEmpty())
+        return;
+    gFoundRowID = list.TextMatrix(row, 0).toInt();
+    gFoundName = list.TextMatrix(row, 2);
+    gFoundContact = list.TextMatrix(row, 4);
+    gFoundFax = list.TextMatrix(row, 5);
+    gFoundAddr = list.TextMatrix(row, 6);
+    gFoundAddr2 = list.TextMatrix(row, 7);
+    Unload();
+    frmAccount::reference.clear();
+}
+
+void frmFindAC::cmdAccounts_Click()
+{
+    gAddAccount = true;
+    gFinderOpen = true;
+    frmLocPass::reference->Show();
+}
+
+void frmFindAC::cmdExit_Click()
+{
+    Unload();
+    reference.clear();
+}
+
+} // namespace zel::accounts
