@@ -42,6 +42,7 @@ const QStringList everything = {"SESSION NO|SESSION NAME", "10|SPRING 2025", "2|
 class tst_session : public QObject {
     Q_OBJECT
 private Q_SLOTS:
+    void tabOrder();
     void savesByKeys();
     void changesChosenRow();
     void searches_data();
@@ -55,6 +56,23 @@ private Q_SLOTS:
     void endsProgram_data();
     void endsProgram();
 };
+
+void tst_session::tabOrder() {
+    OpenSessions sessions;
+    const auto round = [](int steps) {
+        QStringList names;
+        for (int i = 0; i < steps; ++i) {
+            names << focused();
+            press(Qt::Key_Tab);
+        }
+        return names.join(' ');
+    };
+    const QString buttons = " cmdSave cmdCancel cmdDelete cmdPrint cmdExit SSTab1";
+    QCOMPARE(round(8), "txtSessionName" + buttons + " txtSessionName");
+    turnTo(sessions.screen, "SSTab1", 1);
+    controls::SetFocus(control(sessions.screen, "cmb_s_cri"));
+    QCOMPARE(round(10), "cmb_s_cri txt_s_value Msh" + buttons + " cmb_s_cri");
+}
 
 void tst_session::savesByKeys() {
     OpenSessions sessions;
