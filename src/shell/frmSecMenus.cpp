@@ -3,6 +3,8 @@
 
 #include "shell/module1.h"
 
+#include <algorithm>
+
 namespace zel::shell {
 
 namespace {
@@ -11,6 +13,15 @@ void setBold(QCheckBox &box, bool bold) {
     QFont font = box.font();
     font.setBold(bold);
     box.setFont(font);
+}
+
+/// A ticked box is bold and wider: the screen has room for all of them from the start.
+int boldWidth(const QCheckBox &box) {
+    QFont bold = box.font();
+    bold.setBold(true);
+    const int more =
+        QFontMetrics(bold).horizontalAdvance(box.text()) - box.fontMetrics().horizontalAdvance(box.text());
+    return box.sizeHint().width() + std::max(more, 0);
 }
 
 } // namespace
@@ -29,12 +40,8 @@ frmSecMenus::frmSecMenus() : ui(std::make_unique<Ui::frmSecMenus>()) {
 frmSecMenus::~frmSecMenus() = default;
 
 void frmSecMenus::Form_Load() {
-    // A ticked box is bold and wider: the screen has room for all of them from the start.
-    for (QCheckBox *box : m_boxes) {
-        setBold(*box, true);
-        box->setMinimumWidth(box->sizeHint().width());
-        setBold(*box, false);
-    }
+    for (QCheckBox *box : m_boxes)
+        box->setMinimumWidth(boldWidth(*box));
     OpenMenus();
 }
 

@@ -39,6 +39,16 @@ QAction *menuItem(const QString &name) {
     return item;
 }
 
+/// The window behind a closed box becomes active again, which not every platform does by itself.
+void reactivate() {
+    if (QApplication::activeWindow() || controls::FormLife::loaded().isEmpty())
+        return;
+    QWidget *window = controls::FormLife::loaded().last()->formWidget()->window();
+    window->activateWindow();
+    if (!QTest::qWaitForWindowActive(window))
+        qFatal("no window is active behind the box");
+}
+
 } // namespace
 
 std::vector<Box> boxesOf(const std::function<void()> &action,
@@ -62,6 +72,8 @@ std::vector<Box> boxesOf(const std::function<void()> &action,
     watch.start();
     action();
     settle();
+    if (!shown.empty())
+        reactivate();
     return shown;
 }
 

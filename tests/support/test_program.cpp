@@ -4,6 +4,7 @@
 
 #include <QMessageBox>
 #include <QProcess>
+#include <QTemporaryDir>
 #include <QtTest>
 
 namespace zel::test {
@@ -51,6 +52,8 @@ Ended play(const QString &scene) {
     QProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("ZEL_SCENE", scene);
+    const QTemporaryDir leftovers; // a program that ends at once leaves its folder behind
+    environment.insert("TMPDIR", leftovers.path());
     process.setProcessEnvironment(environment);
     process.start(QCoreApplication::applicationFilePath(), {});
     if (!process.waitForFinished(60'000)) {
