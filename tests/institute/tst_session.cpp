@@ -115,6 +115,7 @@ void tst_session::changesChosenRow() {
     QCOMPARE(text(sessions.screen, "cmdSave"), "&Save");
     QCOMPARE(cells(sessions.screen, "Msh").first(), "Session No|SESSION NAME");
     picture(sessions.screen, "session-entry");
+    picture(form("MDIForm1"), "main-session");
 
     press(Qt::Key_End);
     type(" late");

@@ -63,12 +63,12 @@ QWidget *Form::shell() {
 }
 
 void Form::makeWindow(QMdiArea *area) {
+    // A screen whose design has a size keeps it, any other is as large as it asks for.
+    const QSize inner = testAttribute(Qt::WA_Resized) ? size() : sizeHint();
     m_window = new ScreenWindow(this);
-    // A screen whose design has a size of its own keeps it, any other is as large as it asks for.
-    const bool hasSize = testAttribute(Qt::WA_Resized);
     area->addSubWindow(m_window);
-    if (!hasSize)
-        m_window->resize(m_window->sizeHint().boundedTo(area->viewport()->size()));
+    const QSize frame = m_window->sizeHint() - sizeHint();
+    m_window->resize((inner + frame).boundedTo(area->viewport()->size()));
     if (m_place.x() >= 0)
         m_window->move(m_place);
 }
