@@ -10,6 +10,8 @@
 #include <QAbstractButton>
 #include <QTabWidget>
 
+#include <utility>
+
 namespace zel::institute {
 
 using namespace shell;
@@ -44,6 +46,11 @@ void MasterScreen::Form_Load() {
     fillCombos();
     FillGrid({});
     SetMaxlength();
+}
+
+void MasterScreen::Form_Activate() {
+    if (!std::exchange(m_shownBefore, true))
+        controls::SetFocus(m_first);
 }
 
 void MasterScreen::Form_Unload() {

@@ -55,6 +55,8 @@ protected:
     void connectControls();
 
     void Form_Load() override;
+    /// The entry begins in the first box.
+    void Form_Activate() override;
     void Form_Unload() override;
     void Form_LostFocus() override;
 
@@ -83,6 +85,7 @@ private:
     void unloadForGood();
 
     const MasterTable &m_table;
+    bool m_shownBefore = false;
     QTabWidget *m_tabs = nullptr;
     controls::TextBox *m_key = nullptr;
     controls::TextBox *m_first = nullptr;

@@ -3,14 +3,26 @@
 
 #include "shell/module1.h"
 
+#include <QStyle>
+
 namespace zel::shell {
 
 namespace {
 
 void setBold(QCheckBox &box, bool bold) {
-    QFont font = box.font();
+    QFont font; // of this font only the weight is the box's own
     font.setBold(bold);
     box.setFont(font);
+}
+
+/// A ticked box is bold and wider: the screen has room for all of them from the start. Asks the box for no
+/// size of its own, since that would fix its font before the screen stands in its window.
+int boldWidth(const QCheckBox &box) {
+    QFont bold = box.font();
+    bold.setBold(true);
+    const QStyle &style = *box.style();
+    return QFontMetrics(bold).horizontalAdvance(box.text()) + style.pixelMetric(QStyle::PM_IndicatorWidth) +
+           2 * style.pixelMetric(QStyle::PM_CheckBoxLabelSpacing);
 }
 
 } // namespace
@@ -29,12 +41,8 @@ frmSecMenus::frmSecMenus() : ui(std::make_unique<Ui::frmSecMenus>()) {
 frmSecMenus::~frmSecMenus() = default;
 
 void frmSecMenus::Form_Load() {
-    // A ticked box is bold and wider: the screen has room for all of them from the start.
-    for (QCheckBox *box : m_boxes) {
-        setBold(*box, true);
-        box->setMinimumWidth(box->sizeHint().width());
-        setBold(*box, false);
-    }
+    for (QCheckBox *box : m_boxes)
+        box->setMinimumWidth(boldWidth(*box));
     OpenMenus();
 }
 

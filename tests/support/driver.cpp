@@ -21,13 +21,14 @@ namespace zel::test {
 namespace {
 
 QWidget *keyTarget() {
+    // A window that has just been shown becomes active when the platform says so.
+    if (!QTest::qWaitFor([] { return QApplication::activeWindow() != nullptr; }))
+        qFatal("no window is active");
     if (QWidget *popup = QApplication::activePopupWidget())
         return popup;
     if (QWidget *focus = QApplication::focusWidget())
         return focus;
-    if (QWidget *window = QApplication::activeWindow())
-        return window;
-    qFatal("no window takes keys");
+    return QApplication::activeWindow();
 }
 
 QAction *menuItem(const QString &name) {
@@ -36,6 +37,16 @@ QAction *menuItem(const QString &name) {
     if (!item)
         qFatal("no menu item %s", qPrintable(name));
     return item;
+}
+
+/// The window behind a closed box becomes active again, which not every platform does by itself.
+void reactivate() {
+    if (QApplication::activeWindow() || controls::FormLife::loaded().isEmpty())
+        return;
+    QWidget *window = controls::FormLife::loaded().last()->formWidget()->window();
+    window->activateWindow();
+    if (!QTest::qWaitForWindowActive(window))
+        qFatal("no window is active behind the box");
 }
 
 } // namespace
@@ -61,6 +72,8 @@ std::vector<Box> boxesOf(const std::function<void()> &action,
     watch.start();
     action();
     settle();
+    if (!shown.empty())
+        reactivate();
     return shown;
 }
 

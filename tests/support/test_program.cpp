@@ -4,6 +4,7 @@
 
 #include <QMessageBox>
 #include <QProcess>
+#include <QTemporaryDir>
 #include <QtTest>
 
 namespace zel::test {
@@ -42,7 +43,7 @@ int playHere(int argc, char *argv[], const Scenes &scenes) {
 int run(int argc, char *argv[], QObject &tests, const Scenes &scenes) {
     if (qEnvironmentVariableIsSet("ZEL_SCENE"))
         return playHere(argc, argv, scenes);
-    controls::Application application(argc, argv);
+    SceneApplication application(argc, argv); // a failure ends the tests instead of waiting for a click
     QTEST_SET_MAIN_SOURCE_PATH
     return QTest::qExec(&tests, argc, argv);
 }
@@ -51,6 +52,8 @@ Ended play(const QString &scene) {
     QProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("ZEL_SCENE", scene);
+    const QTemporaryDir leftovers; // a program that ends at once leaves its folder behind
+    environment.insert("TMPDIR", leftovers.path());
     process.setProcessEnvironment(environment);
     process.start(QCoreApplication::applicationFilePath(), {});
     if (!process.waitForFinished(60'000)) {

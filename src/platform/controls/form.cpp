@@ -63,8 +63,12 @@ QWidget *Form::shell() {
 }
 
 void Form::makeWindow(QMdiArea *area) {
+    // A screen whose design has a size keeps it, any other is as large as it asks for.
+    const QSize inner = testAttribute(Qt::WA_Resized) ? size() : sizeHint();
     m_window = new ScreenWindow(this);
     area->addSubWindow(m_window);
+    const QSize frame = m_window->sizeHint() - sizeHint();
+    m_window->resize((inner + frame).boundedTo(area->viewport()->size()));
     if (m_place.x() >= 0)
         m_window->move(m_place);
 }

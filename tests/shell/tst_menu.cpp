@@ -1,0 +1,340 @@
+#include "shell/MDIForm1.h"
+#include "shell/frmLocPass.h"
+#include "shell/frmSecMenus.h"
+#include "shell/menu_table.h"
+#include "shell/module1.h"
+#include "shell/screens.h"
+#include "tests/support/driver.h"
+#include "tests/support/office.h"
+#include "tests/support/test_program.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QStatusBar>
+#include <QTabWidget>
+#include <QtTest>
+
+using namespace zel;
+using namespace zel::test;
+
+namespace {
+
+/// A screen of the test's own, as far as the lock prompt and the menu need one.
+class OtherScreen : public controls::Form {
+public:
+    inline static controls::FormReference<OtherScreen> reference;
+    OtherScreen() { setObjectName("other"); }
+
+protected:
+    void Form_Unload() override { shell::ApplyMenus(); }
+};
+
+/// An office, logged in, with the lock's two screens and one of the test's own behind "Company".
+struct OpenFrame {
+    OpenFrame() {
+        shell::setScreens({
+            {"frmSecMenus", shell::shows(shell::frmSecMenus::reference)},
+            {"frmRemoveData", [this] { opened << "frmRemoveData"; }},
+            {"frmAccount", [this] { opened << "frmAccount"; }},
+            {"mnuCompany", shell::shows(OtherScreen::reference)},
+        });
+        office.logIn();
+        frame = form("MDIForm1");
+    }
+    ~OpenFrame() { shell::setScreens({}); }
+
+    [[nodiscard]] QStringList hiddenItems() const {
+        QStringList names;
+        for (const QAction *action : frame->findChildren<QAction *>())
+            if (action->property("Caption").isValid() && !action->isVisible())
+                names << action->objectName();
+        names.sort();
+        return names;
+    }
+    [[nodiscard]] bool panelShown() const { return !control(frame, "Picture1")->isHidden(); }
+
+    Office office;
+    QWidget *frame = nullptr;
+    QStringList opened;
+};
+
+} // namespace
+
+class tst_menu : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void appliesRights_data();
+    void appliesRights();
+    void endsProgramWithoutRights_data();
+    void endsProgramWithoutRights();
+    void separatorsAreNamed();
+    void missingScreenLeavesAllAlone();
+    void lockLeadsTo_data();
+    void lockLeadsTo();
+    void lockRefuses();
+    void lockCancels();
+    void editsRights();
+    void clock_data();
+    void clock();
+};
+
+void tst_menu::appliesRights_data() {
+    QTest::addColumn<QString>("statement");
+    QTest::addColumn<QStringList>("hidden");
+    QTest::newRow("all active") << "" << QStringList{};
+    QTest::newRow("some off") << "update Menus set Active = '0' where Menus in ('Course', 'CASH BOOK')"
+                              << QStringList{"mnuCashBook", "mnuCourse"};
+    QTest::newRow("caption of no item")
+        << "update Menus set Active = '0' where Menus = 'STOCK SUMMARY REPORT'" << QStringList{};
+    QTest::newRow("item without a row") << "delete from Menus where Menus = 'Course'" << QStringList{};
+    QTest::newRow("case counts") << "update Menus set Menus = 'COURSE', Active = '0' where Menus = 'Course'"
+                                 << QStringList{};
+    QTest::newRow("a whole menu") << "insert into Menus (Menus, Active) values ('TRANSACTION', '0')"
+                                  << QStringList{"mnuMainTrans"};
+    QTest::newRow("other than 1 is off")
+        << "update Menus set Active = '2' where Menus = 'Session'" << QStringList{"mnuSession"};
+}
+
+void tst_menu::appliesRights() {
+    QFETCH(QString, statement);
+    QFETCH(QStringList, hidden);
+    OpenFrame frame;
+    if (!statement.isEmpty())
+        frame.office.execute(Sql::trusted(statement.toStdString()));
+    QCOMPARE(frame.hiddenItems(), QStringList{});
+    QVERIFY(frame.panelShown());
+    QWidget *other = openByMenu("mnuCompany", "other");
+    QCOMPARE(frame.hiddenItems(), QStringList{});
+    QVERIFY(!frame.panelShown());
+    QCOMPARE(openByMenu("mnuCompany", "other"), other);
+    other->parentWidget()->close();
+    QVERIFY(frame.panelShown());
+    QCOMPARE(frame.hiddenItems(), hidden);
+}
+
+void tst_menu::endsProgramWithoutRights_data() {
+    QTest::addColumn<QString>("scene");
+    QTest::newRow("no row") << "no row";
+    QTest::newRow("all off") << "all off";
+    QTest::newRow("by the lock's Cancel") << "cancel";
+    QTest::newRow("by Exit with a screen open") << "exit";
+}
+
+void tst_menu::endsProgramWithoutRights() {
+    QFETCH(QString, scene);
+    const Ended ended = play(scene);
+    QVERIFY2(ended.status == 1, qPrintable(ended.errorStream));
+    QCOMPARE(ended.box, "Error 91:\n\nObject variable or With block variable not set");
+}
+
+void tst_menu::separatorsAreNamed() {
+    OpenFrame frame;
+    QStringList names;
+    for (const QAction *action : frame.frame->findChildren<QAction *>())
+        if (action->isSeparator() && action->property("Caption").isValid())
+            names << action->objectName();
+    names.sort();
+    QCOMPARE(names.join(' '), "gp0 gp01 gp1 gp2 gp3 gp4 gp5 gpFD gpS gpS1 gpt mnuBVouc13 mnuBVouc2 mnuBVouc3 "
+                              "mnuRBlank mnuRBlank1 mnuRBlank2 mnuRBlank3 mnuRBlank4 mnuRBlank5");
+}
+
+void tst_menu::missingScreenLeavesAllAlone() {
+    OpenFrame frame;
+    openByMenu("mnuCPVou", {});
+    QVERIFY(frame.panelShown());
+    QVERIFY(frame.frame->findChild<QStatusBar *>()->currentMessage().contains("Cash Payment Voucher"));
+    shell::setScreens({});
+    openByMenu("mnuRemoveData", {});
+    QVERIFY(frame.panelShown());
+    QVERIFY(!shell::gOpenRemoveData);
+    QVERIFY(!form("frmLocPass"));
+}
+
+void tst_menu::lockLeadsTo_data() {
+    QTest::addColumn<QStringList>("flags"); // set before the item is chosen
+    QTest::addColumn<QString>("item");
+    QTest::addColumn<QString>("destination");
+    QTest::newRow("remove data") << QStringList{} << "mnuRemoveData"
+                                 << "frmRemoveData";
+    QTest::newRow("set menus") << QStringList{} << "mnuSetMenu"
+                               << "frmSecMenus";
+    QTest::newRow("remove data after set menus") << QStringList{"menus"} << "mnuRemoveData"
+                                                 << "frmSecMenus";
+    QTest::newRow("set menus after remove data") << QStringList{"remove"} << "mnuSetMenu"
+                                                 << "frmSecMenus";
+    QTest::newRow("account before set menus") << QStringList{"account"} << "mnuSetMenu"
+                                              << "frmAccount";
+    QTest::newRow("account before all") << QStringList{"account", "menus"} << "mnuRemoveData"
+                                        << "frmAccount";
+    QTest::newRow("the spare has no screen") << QStringList{"spare"} << "mnuRemoveData"
+                                             << "";
+}
+
+void tst_menu::lockLeadsTo() {
+    QFETCH(QStringList, flags);
+    QFETCH(QString, item);
+    QFETCH(QString, destination);
+    OpenFrame frame;
+    shell::gAddAccount = flags.contains("account");
+    shell::gLockSpare = flags.contains("spare");
+    shell::gOpenSetMenus = flags.contains("menus");
+    shell::gOpenRemoveData = flags.contains("remove");
+
+    QWidget *lock = openByMenu(item, "frmLocPass");
+    QVERIFY(!frame.panelShown());
+    QCOMPARE(focused(), "txtPassword");
+    picture(lock, "lock");
+    type("ZEL");
+    press(Qt::Key_Return);
+    settle();
+    QVERIFY(!form("frmLocPass"));
+    QVERIFY(!shell::frmLocPass::reference);
+    QCOMPARE(frame.opened + QStringList(form("frmSecMenus") ? 1 : 0, "frmSecMenus"),
+             QStringList(destination.isEmpty() ? 0 : 1, destination));
+    QCOMPARE(shell::gOpenRemoveData, flags.contains("remove") || item == "mnuRemoveData");
+    QCOMPARE(shell::gOpenSetMenus, flags.contains("menus") || item == "mnuSetMenu");
+}
+
+void tst_menu::lockRefuses() {
+    OpenFrame frame;
+    QWidget *lock = openByMenu("mnuSetMenu", "frmLocPass");
+    std::vector<Box> boxes = boxesOf([] { press(Qt::Key_Return); });
+    QCOMPARE(boxes.size(), 1U);
+    QCOMPARE(boxes[0].text, "please enter your password");
+    QCOMPARE(boxes[0].icon, QMessageBox::Information);
+    QCOMPARE(focused(), "txtPassword");
+
+    type("wrong");
+    boxes = boxesOf([&] { click(lock, "cmdOK"); });
+    QCOMPARE(boxes.size(), 1U);
+    QCOMPARE(boxes[0].text, "please check your password");
+    QCOMPARE(boxes[0].icon, QMessageBox::Information);
+    QCOMPARE(text(lock, "txtPassword"), "");
+    QCOMPARE(focused(), "txtPassword");
+    QVERIFY(!form("frmSecMenus"));
+
+    // Typed text is kept over a refusal only; the next activation empties the box.
+    type("half");
+    QWidget *other = openByMenu("mnuCompany", "other");
+    QVERIFY(other);
+    QCOMPARE(openByMenu("mnuRemoveData", "frmLocPass"), lock);
+    QCOMPARE(text(lock, "txtPassword"), "");
+}
+
+void tst_menu::lockCancels() {
+    OpenFrame frame;
+    frame.office.execute("update Menus set Active = '0' where Menus = 'Course'");
+    QWidget *lock = openByMenu("mnuSetMenu", "frmLocPass");
+    shell::gFinderOpen = true;
+    click(lock, "cmdCancel");
+    QVERIFY(form("frmLocPass"));
+    QVERIFY(!shell::frmLocPass::reference->isShown());
+    QVERIFY(!frame.panelShown());
+
+    shell::gFinderOpen = false;
+    QCOMPARE(openByMenu("mnuSetMenu", "frmLocPass"), lock);
+    click(lock, "cmdCancel");
+    QVERIFY(!form("frmLocPass"));
+    QVERIFY(frame.panelShown());
+    QCOMPARE(frame.hiddenItems(), QStringList{"mnuCourse"});
+    QVERIFY(shell::gOpenSetMenus);
+}
+
+void tst_menu::editsRights() {
+    OpenFrame frame;
+    frame.office.execute("update Menus set Active = '0' where Menus = 'CASH BOOK'");
+    frame.office.execute("delete from Menus where Menus = 'STUDENT FEE DETAIL'");
+    openByMenu("mnuSetMenu", "frmLocPass");
+    type("ZEL");
+    press(Qt::Key_Return);
+    settle();
+    QWidget *rights = form("frmSecMenus");
+    for (int i = 1; i <= 19; ++i) {
+        const auto *box = control<QCheckBox>(rights, "Check" + QString::number(i));
+        QCOMPARE(box->isChecked(), i != 10 && i != 19);
+        QVERIFY2(box->font().bold() == box->isChecked(), qPrintable(box->text()));
+        QVERIFY2(box->width() >= box->sizeHint().width(), qPrintable(box->text()));
+    }
+    picture(rights, "menus");
+
+    click(rights, "Check10");
+    click(rights, "Check8");
+    QVERIFY(control(rights, "Check10")->font().bold());
+    QVERIFY(!control(rights, "Check8")->font().bold());
+    click(rights, "cmdSave");
+    const QStringList stored = frame.office.rows("select Menus, Active from Menus");
+    QCOMPARE(stored.size(), 19);
+    QCOMPARE(stored.first(), "Application Form|1");
+    QCOMPARE(stored.at(7), "Course|0");
+    QCOMPARE(stored.at(9), "CASH BOOK|1");
+    QCOMPARE(stored.last(), "STUDENT FEE DETAIL|0");
+    QCOMPARE(frame.hiddenItems(), QStringList{});
+    QVERIFY(form("frmSecMenus"));
+
+    click(rights, "Command1");
+    QVERIFY(!form("frmSecMenus"));
+    QCOMPARE(frame.hiddenItems(), QStringList{"mnuCourse"});
+    QVERIFY(frame.panelShown());
+
+    // A hidden item's key opens nothing.
+    openByMenu("mnuCourse", {});
+    QVERIFY(frame.panelShown());
+}
+
+void tst_menu::clock_data() {
+    QTest::addColumn<QDateTime>("moment");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("morning") << QDateTime({2024, 3, 5}, {9, 4, 7}) << "Tuesday, 05-March-2024  09:04:07 AM";
+    QTest::newRow("noon") << QDateTime({2024, 12, 31}, {12, 0, 0})
+                          << "Tuesday, 31-December-2024  12:00:00 PM";
+    QTest::newRow("midnight") << QDateTime({2025, 2, 1}, {0, 30, 0})
+                              << "Saturday, 01-February-2025  12:30:00 AM";
+    QTest::newRow("evening") << QDateTime({2025, 2, 1}, {23, 59, 59})
+                             << "Saturday, 01-February-2025  11:59:59 PM";
+}
+
+void tst_menu::clock() {
+    QFETCH(QDateTime, moment);
+    QFETCH(QString, shown);
+    QCOMPARE(shell::clockText(moment), shown);
+    if (QTest::currentDataTag() != QByteArray("morning"))
+        return;
+    OpenFrame frame;
+    QTRY_VERIFY(text(frame.frame, "lblDate").endsWith("M"));
+    picture(frame.frame, "main");
+}
+
+static const Scenes scenes = {
+    {"no row",
+     [] {
+         OpenFrame frame;
+         frame.office.execute("delete from Menus");
+         openByMenu("mnuCompany", "other")->parentWidget()->close();
+     }},
+    {"all off",
+     [] {
+         OpenFrame frame;
+         frame.office.execute("update Menus set Active = '0'");
+         openByMenu("mnuCompany", "other")->parentWidget()->close();
+     }},
+    {"cancel",
+     [] {
+         OpenFrame frame;
+         frame.office.execute("update Menus set Active = '0'");
+         click(openByMenu("mnuSetMenu", "frmLocPass"), "cmdCancel");
+     }},
+    {"exit",
+     [] {
+         OpenFrame frame;
+         openByMenu("mnuCompany", "other");
+         frame.office.execute("update Menus set Active = '0'");
+         openByMenu("mnuExit", {});
+     }},
+};
+
+int main(int argc, char *argv[]) {
+    tst_menu tests;
+    return run(argc, argv, tests, scenes);
+}
+
+#include "tst_menu.moc"
