@@ -8,6 +8,8 @@
 #include "tests/support/test_program.h"
 
 #include <QCheckBox>
+#include <QContextMenuEvent>
+#include <QLineEdit>
 #include <QTimer>
 #include <QtTest>
 
