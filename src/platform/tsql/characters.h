@@ -2,10 +2,7 @@
 
 #include <QChar>
 
-#include <algorithm>
 #include <array>
-#include <cstdint>
-#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -26,17 +23,6 @@ inline constexpr auto UpperAscii = asciiTable('a', 'z', 'A' - 'a');
 
 inline bool isAscii(char c) {
     return (static_cast<unsigned char>(c) & 0x80U) == 0;
-}
-
-inline bool isAscii(std::string_view text) {
-    std::size_t i = 0;
-    for (; i + 8 <= text.size(); i += 8) {
-        std::uint64_t word = 0;
-        std::memcpy(&word, text.data() + i, 8);
-        if ((word & 0x8080808080808080U) != 0)
-            return false;
-    }
-    return std::all_of(text.begin() + std::ptrdiff_t(i), text.end(), [](char c) { return isAscii(c); });
 }
 
 inline bool isContinuation(char c) {
@@ -108,10 +94,14 @@ inline void appendCharacter(std::string &text, char32_t character) {
     }
 }
 
+/// Nothing beyond ASCII folds into ASCII, so that plain texts can be compared byte by byte.
 inline char32_t foldedCharacter(char32_t character) {
     if (character < 0x80)
         return char32_t(LowerAscii[character]);
-    return character < StrayByte ? QChar::toCaseFolded(character) : character;
+    if (character >= StrayByte)
+        return character;
+    const char32_t folded = QChar::toCaseFolded(character);
+    return folded < 0x80 ? character : folded;
 }
 
 } // namespace zel::tsql::characters

@@ -1,7 +1,7 @@
 #include "platform/tsql/conversions.h"
 
 #include "platform/base/error.h"
-#include "platform/tsql/dates.h"
+#include "platform/tsql/names.h"
 #include "platform/tsql/text_rules.h"
 
 #include <array>
@@ -12,13 +12,6 @@
 namespace zel::tsql {
 
 namespace {
-
-template <class... Ts>
-struct Overloaded : Ts... {
-    using Ts::operator()...;
-};
-template <class... Ts>
-Overloaded(Ts...) -> Overloaded<Ts...>;
 
 const char *typeName(TypeKind kind) {
     switch (kind) {
@@ -73,7 +66,7 @@ const char *typeName(TypeKind kind) {
 }
 
 std::string_view trimmed(std::string_view text) {
-    text = rightTrimmed(text);
+    text = withoutTrailingBlanks(text);
     const auto first = text.find_first_not_of(' ');
     return text.substr(first == std::string_view::npos ? text.size() : first);
 }
@@ -89,13 +82,6 @@ bool fits(std::int64_t value, TypeKind kind) {
     default:
         return true;
     }
-}
-
-std::int64_t powerOfTen(int exponent) {
-    std::int64_t power = 1;
-    for (; exponent > 0; --exponent)
-        power *= 10;
-    return power;
 }
 
 } // namespace
@@ -121,15 +107,10 @@ std::int64_t integerFromText(std::string_view text, TypeKind kind) {
     return value;
 }
 
-Decimal numericFromText(std::string_view text, int precision, int scale) {
-    const auto parsed = Decimal::parse(text);
-    if (!parsed)
-        throw Error(8114, std::string("Error converting data type varchar to numeric."));
-    return fittingNumeric(*parsed, precision, scale);
-}
-
 Decimal moneyFromText(std::string_view text) {
     std::string plain(trimmed(text));
+    if (const auto mark = plain.find('$'); mark < 2)
+        plain.erase(mark, 1);
     std::erase(plain, ',');
     if (plain.empty())
         return {};
@@ -176,12 +157,6 @@ std::int64_t fittingInteger(std::int64_t value, TypeKind kind) {
     return value;
 }
 
-std::int64_t integerFromDecimal(Decimal value, TypeKind kind) {
-    if (kind == TypeKind::Bit)
-        return value != Decimal() ? 1 : 0;
-    return fittingInteger(value.tenThousandths() / Decimal::Scale, kind);
-}
-
 std::int64_t integerFromDouble(double value, TypeKind kind) {
     if (kind == TypeKind::Bit)
         return value != 0 ? 1 : 0;
@@ -190,29 +165,6 @@ std::int64_t integerFromDouble(double value, TypeKind kind) {
     if (!(whole >= -Limit && whole < Limit))
         overflow(typeName(kind));
     return fittingInteger(std::int64_t(whole), kind);
-}
-
-Decimal fittingNumeric(Decimal value, int precision, int scale) {
-    const Decimal rounded = value.rounded(std::min(scale, 4));
-    const int wholeDigits = precision - scale;
-    if (wholeDigits < 15) {
-        const std::int64_t whole = rounded.tenThousandths() / Decimal::Scale;
-        const std::int64_t limit = powerOfTen(std::max(wholeDigits, 0));
-        if (whole >= limit || whole <= -limit)
-            overflow("numeric");
-    }
-    return rounded;
-}
-
-std::string numericText(Decimal value, int scale) {
-    std::string text = value.rounded(std::min(scale, 4)).toString();
-    if (scale <= 0)
-        return text;
-    const auto point = text.find('.');
-    const std::size_t shown = point == std::string::npos ? 0 : text.size() - point - 1;
-    if (point == std::string::npos)
-        text += '.';
-    return text.append(std::size_t(scale) - std::min(shown, std::size_t(scale)), '0');
 }
 
 std::string floatText(double value) {
@@ -228,114 +180,10 @@ std::string floatText(double value) {
 std::string_view fittingText(std::string_view text, int width) {
     if (std::int64_t(text.size()) <= width || characterCount(text) <= width)
         return text;
-    const std::string_view cut = leftCharacters(text, width);
-    if (!rightTrimmed(text.substr(cut.size())).empty())
+    const std::string_view cut = firstCharacters(text, width);
+    if (!withoutTrailingBlanks(text.substr(cut.size())).empty())
         throw Error(8152, std::string("String or binary data would be truncated."));
     return cut;
-}
-
-std::string_view cutText(std::string_view text, int width) {
-    return std::int64_t(text.size()) <= width ? text : leftCharacters(text, width);
-}
-
-namespace {
-
-std::string textOf(const Value &value) {
-    return std::visit(
-        Overloaded{[](Null) { return std::string(); }, [](std::int64_t v) { return std::to_string(v); },
-                   [](Decimal v) { return v.toString(); }, [](double v) { return floatText(v); },
-                   [](const std::string &v) { return v; }, [](const DateTime &v) { return dateText(v); }},
-        value.storage());
-}
-
-[[noreturn]] void noConversion(TypeKind to) {
-    throw Error(206, std::string("Operand type clash: datetime is incompatible with ") + typeName(to));
-}
-
-Value integerOf(const Value &value, TypeKind kind) {
-    return std::visit(Overloaded{[](Null) { return Value(); },
-                                 [&](std::int64_t v) { return Value(fittingInteger(v, kind)); },
-                                 [&](Decimal v) { return Value(integerFromDecimal(v, kind)); },
-                                 [&](double v) { return Value(integerFromDouble(v, kind)); },
-                                 [&](const std::string &v) {
-                                     return Value(kind == TypeKind::Bit ? bitFromText(v)
-                                                                        : integerFromText(v, kind));
-                                 },
-                                 [&](const DateTime &) -> Value { noConversion(kind); }},
-                      value.storage());
-}
-
-Value numericOf(const Value &value, const Type &type) {
-    const bool money = type.kind == TypeKind::Money;
-    const int precision = money ? 19 : type.length;
-    const int scale = money ? 4 : type.scale;
-    return std::visit(
-        Overloaded{
-            [](Null) { return Value(); },
-            [&](std::int64_t v) { return Value(fittingNumeric(Decimal::fromInteger(v), precision, scale)); },
-            [&](Decimal v) { return Value(fittingNumeric(v, precision, scale)); },
-            [&](double v) { return Value(fittingNumeric(Decimal::fromDouble(v), precision, scale)); },
-            [&](const std::string &v) {
-                return Value(money ? moneyFromText(v) : numericFromText(v, precision, scale));
-            },
-            [&](const DateTime &) -> Value { noConversion(type.kind); }},
-        value.storage());
-}
-
-Value floatOf(const Value &value) {
-    return std::visit(
-        Overloaded{[](Null) { return Value(); }, [](std::int64_t v) { return Value(double(v)); },
-                   [](Decimal v) { return Value(v.toDouble()); }, [](double v) { return Value(v); },
-                   [](const std::string &v) { return Value(floatFromText(v)); },
-                   [](const DateTime &) -> Value { noConversion(TypeKind::Float); }},
-        value.storage());
-}
-
-Value textValueOf(const Value &value, const Type &type) {
-    if (value.isNull())
-        return {};
-    const std::string text = textOf(value);
-    const bool wasText = std::holds_alternative<std::string>(value.storage());
-    if (!wasText && std::int64_t(text.size()) > type.length)
-        overflow(typeName(type.kind));
-    return Value(std::string(fittingText(text, type.length)));
-}
-
-Value dateOf(const Value &value, TypeKind kind) {
-    Value moment = std::visit(Overloaded{[](Null) { return Value(); },
-                                         [](std::int64_t v) { return Value(dateFromDays(double(v))); },
-                                         [](Decimal v) { return Value(dateFromDays(v.toDouble())); },
-                                         [](double v) { return Value(dateFromDays(v)); },
-                                         [](const std::string &v) { return Value(dateFromText(v)); },
-                                         [](const DateTime &v) { return Value(v); }},
-                              value.storage());
-    return kind == TypeKind::Date && !moment.isNull() ? Value(moment.date()) : moment;
-}
-
-} // namespace
-
-Value converted(const Value &value, const Type &type) {
-    switch (type.kind) {
-    case TypeKind::Bit:
-    case TypeKind::SmallInt:
-    case TypeKind::Int:
-    case TypeKind::BigInt:
-        return integerOf(value, type.kind);
-    case TypeKind::Numeric:
-    case TypeKind::Money:
-        return numericOf(value, type);
-    case TypeKind::Float:
-        return floatOf(value);
-    case TypeKind::Char:
-    case TypeKind::VarChar:
-        return textValueOf(value, type);
-    case TypeKind::Date:
-    case TypeKind::DateTime:
-        return dateOf(value, type.kind);
-    case TypeKind::Null:
-        break;
-    }
-    return value;
 }
 
 } // namespace zel::tsql

@@ -1,27 +1,20 @@
 #pragma once
 
 #include "platform/base/decimal.h"
-#include "platform/base/value.h"
 #include "platform/tsql/front_end.h"
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
 namespace zel::tsql {
 
-/// The dialect's conversions of single values, as the statements, the literals and the fields of a recordset
-/// share them. What does not convert throws Error with the server's number.
-
-/// A value as a column or a `cast` of that type holds it: integers, exact decimals, doubles (Float), texts,
-/// or date-times. Null stays Null. Texts over the width fail with 8152, blanks at their end are cut first.
-[[nodiscard]] Value converted(const Value &value, const Type &type);
+// The dialect's conversions of single values. What does not convert throws Error with the server's number.
 
 /// '' and blanks are 0. 245 for what is no whole number (8114 for BigInt), 248, 244 or 8115 for one that is
 /// too large. Kind is SmallInt, Int or BigInt.
 [[nodiscard]] std::int64_t integerFromText(std::string_view text, TypeKind kind);
-/// Rounds half away from zero; '' fails like any other text that is no number (8114); 8115 when too large.
-[[nodiscard]] Decimal numericFromText(std::string_view text, int precision, int scale);
-/// '' is 0, grouping commas are allowed; 235 for what is no number.
+/// '' is 0, grouping commas and one $ in front are allowed; 235 for what is no number.
 [[nodiscard]] Decimal moneyFromText(std::string_view text);
 /// '' is 0, an exponent is allowed; 8114 for what is no number.
 [[nodiscard]] double floatFromText(std::string_view text);
@@ -30,21 +23,13 @@ namespace zel::tsql {
 
 /// Within the range of the integer type; 220 or 8115 else.
 [[nodiscard]] std::int64_t fittingInteger(std::int64_t value, TypeKind kind);
-/// The decimals cut off, within the range.
-[[nodiscard]] std::int64_t integerFromDecimal(Decimal value, TypeKind kind);
 /// The decimals cut off, within the range; 8115 for what no integer holds.
 [[nodiscard]] std::int64_t integerFromDouble(double value, TypeKind kind);
-/// Rounded half away from zero to `scale`, at most `precision` digits; 8115 else.
-[[nodiscard]] Decimal fittingNumeric(Decimal value, int precision, int scale);
-/// The text of a numeric with `scale` decimals, zeros at the end shown.
-[[nodiscard]] std::string numericText(Decimal value, int scale);
 /// The shortest plain text of a float, without an exponent where it has fewer than 16 digits.
 [[nodiscard]] std::string floatText(double value);
 
 /// A text for a column `width` characters wide: the same, or without the blanks at its end that don't fit;
 /// 8152.
 [[nodiscard]] std::string_view fittingText(std::string_view text, int width);
-/// A text that a `cast`, or a procedure's parameter, cuts without a word.
-[[nodiscard]] std::string_view cutText(std::string_view text, int width);
 
 } // namespace zel::tsql

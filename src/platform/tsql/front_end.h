@@ -10,13 +10,30 @@
 
 namespace zel::tsql {
 
-enum class TypeKind { Null, Bit, SmallInt, Int, BigInt, Numeric, Money, Float, Char, VarChar, Date, DateTime };
+enum class TypeKind {
+    Null,
+    Bit,
+    SmallInt,
+    Int,
+    BigInt,
+    Numeric,
+    Money,
+    Float,
+    Char,
+    VarChar,
+    Date,
+    DateTime
+};
 
 struct Type {
     TypeKind kind = TypeKind::Null;
     int length = 0; ///< characters of a text type; precision of a numeric
     int scale = 0;  ///< decimals of a numeric
 };
+
+/// The type that a declared type text ("varchar(50)", "numeric(18,2)", "INTEGER") means, for the columns of a
+/// catalog; nullopt for a text that is no type of the dialect.
+[[nodiscard]] std::optional<Type> parseType(std::string_view declared);
 
 struct Column {
     std::string name;
@@ -40,7 +57,7 @@ public:
 };
 
 struct ResultColumn {
-    std::string name;       ///< '' for an unnamed expression
+    std::string name; ///< '' for an unnamed expression
     Type type;
     std::string baseColumn; ///< the column of baseTable that it shows; '' for a computed one
 };
@@ -55,17 +72,17 @@ enum class StatementKind {
     CreateIndex,
     CreateProcedure, ///< `name` and `text` are to be stored by the connection
     DropProcedure,
-    ServerCall,      ///< sp_addlogin and the like: `name` and `arguments`
+    ServerCall, ///< sp_addlogin and the like: `name` and `arguments`
     Analyze,
 };
 
 /// One statement, ready for the engine.
 struct Statement {
     StatementKind kind = StatementKind::Select;
-    std::string sql;                 ///< text for the engine; '' for CreateProcedure, DropProcedure and ServerCall
+    std::string sql; ///< text for the engine; '' for CreateProcedure, DropProcedure and ServerCall
     std::vector<ResultColumn> columns; ///< what a Select shows, without the hidden row identity
-    /// The one table that a Select can be edited through; '' when it can't. Then the engine's own row identity
-    /// is the last column of the engine's result, behind `columns`.
+    /// The one table that a Select can be edited through; '' when it can't. Then the engine's own row
+    /// identity is the last column of the engine's result, behind `columns`.
     std::string baseTable;
     std::string name;
     std::string text;
@@ -76,12 +93,17 @@ struct Statement {
 struct Traits;
 [[nodiscard]] const Traits &sqlite();
 
-/// Reads `text` (any number of statements), checks its foreign pieces, resolves it against `catalog` and writes
-/// it for the engine; `exec` of a stored procedure is expanded to the procedure's statements. Throws Error with
-/// the server's number; the description names line and column and shows the line with a caret under it.
+/// Reads `text` (any number of statements), checks its foreign pieces, resolves it against `catalog` and
+/// writes it for the engine; `exec` of a stored procedure is expanded to the procedure's statements. Throws
+/// Error with the server's number; the description names line and column and shows the line with a caret
+/// under it.
 [[nodiscard]] std::vector<Statement> translate(const Sql &text, const Catalog &catalog, const Traits &engine);
 
-/// The two steps before resolving, by themselves: lexes and checks the foreign pieces. Throws as translate does.
+/// The batches of a script: the texts between lines that hold only the word GO. Empty batches are left out.
+[[nodiscard]] std::vector<std::string_view> batches(std::string_view script);
+
+/// The two steps before resolving, by themselves: lexes and checks the foreign pieces. Throws as translate
+/// does.
 void checkPieces(const Sql &text);
 
 } // namespace zel::tsql

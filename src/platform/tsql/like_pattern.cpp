@@ -1,6 +1,8 @@
 #include "platform/tsql/characters.h"
+#include "platform/tsql/names.h"
 #include "platform/tsql/text_rules.h"
 
+#include <algorithm>
 #include <optional>
 
 namespace zel::tsql {
@@ -12,7 +14,8 @@ namespace {
 /// Whether `needle`, folded and plain ASCII, stands in a text that is plain ASCII too.
 bool containsAscii(std::string_view text, std::string_view needle) {
     const auto same = [](char stored, char wanted) { return LowerAscii[std::size_t(stored)] == wanted; };
-    return std::search(text.begin(), text.end(), needle.begin(), needle.end(), same) != text.end();
+    return needle.empty() ||
+           std::search(text.begin(), text.end(), needle.begin(), needle.end(), same) != text.end();
 }
 
 /// The text between the % of %text%, when it has no wildcard and is plain ASCII.
@@ -90,7 +93,7 @@ bool LikePattern::readSet(std::string_view &pattern) {
 bool LikePattern::matches(std::string_view value) const {
     if (m_shape == Shape::Nothing)
         return false;
-    if (m_shape == Shape::Contains && isAscii(value))
+    if (m_shape == Shape::Contains)
         return containsAscii(value, m_needle);
     return matchesGeneral(value);
 }
@@ -106,7 +109,7 @@ bool LikePattern::matchesGeneral(std::string_view value) const {
             retry = value;
             continue;
         }
-        if (at == m_elements.size() && (rightTrimmed(value).empty() || behindRun == at))
+        if (at == m_elements.size() && (withoutTrailingBlanks(value).empty() || behindRun == at))
             return true;
         if (at < m_elements.size() && !value.empty()) {
             std::string_view rest = value;

@@ -75,7 +75,7 @@ inline constexpr char FloatText[] = "zel_floattext";
 /// m/d/y, m-d-y, m.d.y (two-digit years: 00-49 are 20xx), 'd Mon yyyy', 'Mon d yyyy' (comma allowed), each
 /// optionally followed by a blank or 'T' and h:m[:s[.mmm]] [am|pm]. Styles 103, 104, 105 (and 3, 4, 5) read
 /// day first. No date at all: 241; out of range, or before 1753-01-01: 242. A text that is in the stored form
-/// already comes back as it is, quickly. front_end.h has parseDate(), which does all this.
+/// already comes back as it is, quickly. date_text.h has parseDate(), which does all this.
 inline constexpr char Date[] = "zel_date";
 /// (number or text, style) -> 'YYYY-MM-DD': as zel_date with the time cut, from year 1 on; '' and a time
 /// alone: 241.

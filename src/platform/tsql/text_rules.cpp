@@ -1,6 +1,9 @@
 #include "platform/tsql/text_rules.h"
 
 #include "platform/tsql/characters.h"
+#include "platform/tsql/names.h"
+
+#include <algorithm>
 
 namespace zel::tsql {
 
@@ -9,11 +12,17 @@ using namespace characters;
 namespace {
 
 char32_t upperCharacter(char32_t character) {
-    return character < StrayByte ? QChar::toUpper(character) : character;
+    if (character >= StrayByte)
+        return character;
+    const char32_t other = QChar::toUpper(character);
+    return other < 0x80 ? character : other;
 }
 
 char32_t lowerCharacter(char32_t character) {
-    return character < StrayByte ? QChar::toLower(character) : character;
+    if (character >= StrayByte)
+        return character;
+    const char32_t other = QChar::toLower(character);
+    return other < 0x80 ? character : other;
 }
 
 template <typename Map>
@@ -45,18 +54,13 @@ std::string lowerCased(std::string_view text) {
     return mapped(text, LowerAscii, lowerCharacter);
 }
 
-std::string_view rightTrimmed(std::string_view text) {
-    const auto last = text.find_last_not_of(' ');
-    return text.substr(0, last == std::string_view::npos ? 0 : last + 1);
-}
-
 std::string comparisonKey(std::string_view text) {
-    return folded(rightTrimmed(text));
+    return folded(withoutTrailingBlanks(text));
 }
 
 int compareTexts(std::string_view left, std::string_view right) {
-    left = rightTrimmed(left);
-    right = rightTrimmed(right);
+    left = withoutTrailingBlanks(left);
+    right = withoutTrailingBlanks(right);
     while (!left.empty() && !right.empty()) {
         const char32_t a = foldedCharacter(nextCharacter(left));
         const char32_t b = foldedCharacter(nextCharacter(right));
@@ -66,26 +70,11 @@ int compareTexts(std::string_view left, std::string_view right) {
     return int(!left.empty()) - int(!right.empty());
 }
 
-std::int64_t characterCount(std::string_view text) {
-    if (isAscii(text))
-        return std::int64_t(text.size());
-    std::int64_t count = 0;
-    for (; !text.empty(); text.remove_prefix(characterLength(text)))
-        ++count;
-    return count;
-}
-
-std::string_view leftCharacters(std::string_view text, std::int64_t count) {
-    std::size_t end = 0;
-    for (; count > 0 && end < text.size(); --count)
-        end += characterLength(text.substr(end));
-    return text.substr(0, end);
-}
-
 std::string_view rightCharacters(std::string_view text, std::int64_t count) {
-    const std::int64_t all = characterCount(text);
-    return count >= all ? text
-                        : text.substr(leftCharacters(text, all - std::max<std::int64_t>(count, 0)).size());
+    const int all = characterCount(text);
+    if (count >= all)
+        return text;
+    return text.substr(firstCharacters(text, all - int(count)).size());
 }
 
 std::string replaced(std::string_view text, std::string_view search, std::string_view by) {

@@ -8,23 +8,18 @@
 namespace zel::tsql {
 
 /// One character for another, by the simple folding of Unicode and no locale: 'A' and 'a' become one, 'e' and
-/// its accented forms stay apart, and no text changes its number of characters. Text is UTF-8; bytes that
-/// are none pass through.
+/// its accented forms stay apart, nothing beyond ASCII folds into ASCII, and no text changes its number of
+/// characters. Text is UTF-8; bytes that are none pass through.
 [[nodiscard]] std::string folded(std::string_view text);
 [[nodiscard]] std::string upperCased(std::string_view text);
 [[nodiscard]] std::string lowerCased(std::string_view text);
-
-/// Without the blanks at its end.
-[[nodiscard]] std::string_view rightTrimmed(std::string_view text);
 
 /// What `=`, `distinct`, `group by` and `order by` see of a text: folded, without the blanks at its end.
 [[nodiscard]] std::string comparisonKey(std::string_view text);
 /// Below 0, 0 or above 0, as comparisonKey() of both compares bytewise.
 [[nodiscard]] int compareTexts(std::string_view left, std::string_view right);
 
-[[nodiscard]] std::int64_t characterCount(std::string_view text);
-/// The first, or the last, `count` characters; all of a shorter text.
-[[nodiscard]] std::string_view leftCharacters(std::string_view text, std::int64_t count);
+/// The last `count` characters; all of a shorter text.
 [[nodiscard]] std::string_view rightCharacters(std::string_view text, std::int64_t count);
 
 /// A text every `search` of which, in any case, is replaced; an empty search changes nothing.

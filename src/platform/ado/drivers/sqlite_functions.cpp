@@ -1,9 +1,31 @@
 #include "platform/ado/drivers/sqlite_functions.h"
 
-#include <sqlite3.h>
+#include "platform/ado/drivers/sqlite_function_glue.h"
 
 namespace zel::ado {
 
-void registerFunctions(sqlite3 *) {}
+void registerFunctions(sqlite3 *db) {
+    constexpr int Flags = SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS;
+    for (const auto &functions : {textFunctions(), numberFunctions(), dateFunctions()}) {
+        for (const Function &function : functions)
+            sqlite3_create_function_v2(db, function.name, function.arguments, Flags, nullptr, function.call,
+                                       nullptr, nullptr, nullptr);
+    }
+    registerAggregates(db);
+}
+
+void giveDecimal(sqlite3_context *context, ScaledCount count, int scale) {
+    const ScaledCount unit = powerOfTen(scale);
+    const ScaledCount whole = count / unit;
+    if (whole * unit == count && whole >= INT64_MIN && whole <= INT64_MAX)
+        sqlite3_result_int64(context, std::int64_t(whole));
+    else
+        sqlite3_result_double(context, scaledToDouble(count, scale));
+}
+
+void overflow(const char *type) {
+    throw Error(8115,
+                std::string("Arithmetic overflow error converting expression to data type ") + type + ".");
+}
 
 } // namespace zel::ado

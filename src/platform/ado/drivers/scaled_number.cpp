@@ -1,0 +1,157 @@
+#include "platform/ado/drivers/scaled_number.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+
+namespace zel::ado {
+
+namespace {
+
+constexpr auto Powers = [] {
+    std::array<ScaledCount, MostDigits + 1> powers{};
+    powers[0] = 1;
+    for (std::size_t i = 1; i < powers.size(); ++i)
+        powers[i] = powers[i - 1] * 10;
+    return powers;
+}();
+
+/// Up to this count the error of a multiplication in doubles stays far below the distance to a half that the
+/// fast way asks for.
+constexpr double FastLimit = 1099511627776.0;
+constexpr double HalfDistance = 1.0 / 1024;
+
+std::optional<ScaledCount> shifted(ScaledCount digits, int digitCount, int shift) {
+    if (digits == 0)
+        return 0;
+    if (shift < -MostDigits)
+        return 0;
+    if (shift < 0)
+        return roundedQuotient(digits, powerOfTen(-shift));
+    if (digitCount + shift > MostDigits)
+        return std::nullopt;
+    return digits * powerOfTen(shift);
+}
+
+std::optional<ScaledCount> fromShortestText(double value, int scale) {
+    std::array<char, 40> text{};
+    const auto end =
+        std::to_chars(text.data(), text.data() + text.size(), std::abs(value), std::chars_format::scientific);
+    const std::string_view all(text.data(), std::size_t(end.ptr - text.data()));
+    const auto mark = all.find('e');
+    std::int64_t digits = 0;
+    int digitCount = 0;
+    for (const char c : all.substr(0, mark)) {
+        if (c != '.') {
+            digits = digits * 10 + (c - '0');
+            ++digitCount;
+        }
+    }
+    int exponent = 0;
+    const std::size_t first = mark + (all[mark + 1] == '+' ? 2 : 1);
+    std::from_chars(all.data() + first, all.data() + all.size(), exponent);
+    const auto count = shifted(digits, digitCount, exponent - (digitCount - 1) + scale);
+    return count && value < 0 ? std::optional(-*count) : count;
+}
+
+} // namespace
+
+ScaledCount powerOfTen(int exponent) {
+    return Powers[std::size_t(std::clamp(exponent, 0, MostDigits))];
+}
+
+ScaledCount roundedQuotient(ScaledCount count, ScaledCount divisor) {
+    const ScaledCount quotient = count / divisor;
+    const ScaledCount rest = count % divisor;
+    const ScaledCount magnitude = rest < 0 ? -rest : rest;
+    const ScaledCount whole = divisor < 0 ? -divisor : divisor;
+    if (magnitude < whole - magnitude)
+        return quotient;
+    return (count < 0) == (divisor < 0) ? quotient + 1 : quotient - 1;
+}
+
+std::optional<ScaledCount> scaledFromDouble(double value, int scale) {
+    if (!std::isfinite(value))
+        return std::nullopt;
+    if (scale >= 0 && scale <= 8) {
+        const double scaled = std::abs(value) * double(std::int64_t(powerOfTen(scale)));
+        if (scaled < FastLimit) {
+            const double whole = std::floor(scaled);
+            const double fraction = scaled - whole;
+            if (std::abs(fraction - 0.5) > HalfDistance) {
+                const auto count = std::int64_t(whole) + (fraction > 0.5 ? 1 : 0);
+                return value < 0 ? -count : count;
+            }
+        }
+    }
+    return fromShortestText(value, scale);
+}
+
+ScaledCount scaledFromInteger(std::int64_t value, int scale) {
+    return ScaledCount(value) * powerOfTen(std::min(scale, 19));
+}
+
+ScaledText scaledFromText(std::string_view text, int scale) {
+    const auto first = text.find_first_not_of(' ');
+    const auto last = text.find_last_not_of(' ');
+    text = first == std::string_view::npos ? std::string_view() : text.substr(first, last - first + 1);
+    const bool negative = text.starts_with('-');
+    if (negative || text.starts_with('+'))
+        text.remove_prefix(1);
+    ScaledText result;
+    result.fits = true;
+    int decimals = -1; // -1 before the point, else the digits seen behind it
+    for (const char c : text) {
+        if (c == '.' && decimals < 0) {
+            decimals = 0;
+            continue;
+        }
+        if (c < '0' || c > '9')
+            return {};
+        result.isNumber = true;
+        if (decimals == scale && c >= '5')
+            ++result.count;
+        if (decimals < scale) {
+            if (result.count >= powerOfTen(MostDigits - 1))
+                result.fits = false;
+            else
+                result.count = result.count * 10 + (c - '0');
+        }
+        decimals += decimals >= 0 ? 1 : 0;
+    }
+    for (int i = std::max(decimals, 0); i < scale && result.fits; ++i) {
+        result.fits = result.count < powerOfTen(MostDigits - 1);
+        result.count *= result.fits ? 10 : 1;
+    }
+    if (negative)
+        result.count = -result.count;
+    return result;
+}
+
+std::string scaledText(ScaledCount count, int scale) {
+    ScaledCount magnitude = count < 0 ? -count : count;
+    std::string digits;
+    for (; magnitude != 0; magnitude /= 10)
+        digits += char('0' + int(magnitude % 10));
+    while (digits.size() <= std::size_t(std::max(scale, 0)))
+        digits += '0';
+    if (scale > 0)
+        digits.insert(std::size_t(scale), 1, '.');
+    if (count < 0)
+        digits += '-';
+    std::reverse(digits.begin(), digits.end());
+    return digits;
+}
+
+double scaledToDouble(ScaledCount count, int scale) {
+    constexpr ScaledCount Exact = ScaledCount(1) << 53;
+    if (count <= Exact && count >= -Exact && scale <= 18)
+        return double(std::int64_t(count)) / double(std::int64_t(powerOfTen(scale)));
+    const std::string text = scaledText(count, scale);
+    double value = 0;
+    std::from_chars(text.data(), text.data() + text.size(), value);
+    return value;
+}
+
+} // namespace zel::ado

@@ -1,0 +1,97 @@
+#include "platform/ado/drivers/sqlite_function_glue.h"
+
+#include "platform/tsql/sqlite_names.h"
+
+#include <cstring>
+
+namespace zel::ado {
+
+namespace {
+
+namespace names = tsql::sqlite_names;
+
+/// SQLite aligns an aggregate's memory to eight bytes only, so the sum is kept as bytes.
+struct RunningSum {
+    unsigned char bytes[sizeof(ScaledCount)];
+    int scale;
+    bool any;
+    bool failed;
+
+    [[nodiscard]] ScaledCount sum() const {
+        ScaledCount sum = 0;
+        std::memcpy(&sum, bytes, sizeof sum);
+        return sum;
+    }
+    void setSum(ScaledCount sum) { std::memcpy(bytes, &sum, sizeof sum); }
+};
+
+void sumStep(sqlite3_context *context, int count, sqlite3_value **values) {
+    constexpr int ScaleOfOneArgument = 8;
+    if (sqlite3_value_type(values[0]) == SQLITE_NULL)
+        return;
+    auto *running = static_cast<RunningSum *>(sqlite3_aggregate_context(context, sizeof(RunningSum)));
+    if (running == nullptr)
+        return sqlite3_result_error_nomem(context);
+    running->scale = count > 1 ? sqlite3_value_int(values[1]) : ScaleOfOneArgument;
+    const auto number = isInteger(values[0])
+                            ? scaledFromInteger(sqlite3_value_int64(values[0]), running->scale)
+                            : scaledFromDouble(sqlite3_value_double(values[0]), running->scale);
+    ScaledCount sum = 0;
+    if (!number || __builtin_add_overflow(running->sum(), *number, &sum)) {
+        running->failed = true;
+        return giveError(context,
+                         Error(8115, std::string("Arithmetic overflow error converting expression to data "
+                                                 "type numeric.")));
+    }
+    running->any = true;
+    running->setSum(sum);
+}
+
+void sumFinal(sqlite3_context *context) {
+    const auto *running = static_cast<const RunningSum *>(sqlite3_aggregate_context(context, 0));
+    if (running == nullptr || !running->any)
+        return sqlite3_result_null(context);
+    if (!running->failed)
+        giveDecimal(context, running->sum(), running->scale);
+}
+
+/// The only value of a sub-select that must have one row at most.
+struct OnlyValue {
+    sqlite3_value *value;
+    bool any;
+};
+
+void oneStep(sqlite3_context *context, int, sqlite3_value **values) {
+    auto *only = static_cast<OnlyValue *>(sqlite3_aggregate_context(context, sizeof(OnlyValue)));
+    if (only == nullptr)
+        return sqlite3_result_error_nomem(context);
+    if (only->any)
+        return giveError(context,
+                         Error(512, std::string("Subquery returned more than 1 value. This is not permitted "
+                                                "when the subquery follows =, !=, <, <= , >, >= or when the "
+                                                "subquery is used as an expression.")));
+    only->any = true;
+    only->value = sqlite3_value_dup(values[0]);
+}
+
+void oneFinal(sqlite3_context *context) {
+    auto *only = static_cast<OnlyValue *>(sqlite3_aggregate_context(context, 0));
+    if (only == nullptr || only->value == nullptr)
+        return sqlite3_result_null(context);
+    sqlite3_result_value(context, only->value);
+    sqlite3_value_free(only->value);
+    only->value = nullptr;
+}
+
+} // namespace
+
+void registerAggregates(sqlite3 *db) {
+    constexpr int Flags = SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS;
+    // One argument: DISTINCT takes no more.
+    for (const int arguments : {1, 2})
+        sqlite3_create_function_v2(db, names::Sum, arguments, Flags, nullptr, nullptr, sumStep, sumFinal,
+                                   nullptr);
+    sqlite3_create_function_v2(db, names::One, 1, Flags, nullptr, nullptr, oneStep, oneFinal, nullptr);
+}
+
+} // namespace zel::ado

@@ -1,0 +1,187 @@
+#include "platform/ado/drivers/sqlite_function_glue.h"
+
+#include "platform/tsql/conversions.h"
+#include "platform/tsql/sqlite_names.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace zel::ado {
+
+namespace {
+
+namespace names = tsql::sqlite_names;
+using tsql::TypeKind;
+
+/// Decimals enough for every exact number that statements meet.
+constexpr int WorkingScale = 8;
+
+[[noreturn]] void divideByZero() {
+    throw Error(8134, std::string("Divide by zero error encountered."));
+}
+
+TypeKind integerKind(int bits) {
+    switch (bits) {
+    case 1:
+        return TypeKind::Bit;
+    case 16:
+        return TypeKind::SmallInt;
+    case 64:
+        return TypeKind::BigInt;
+    default:
+        return TypeKind::Int;
+    }
+}
+
+/// The number as a count of 10^-scale; `type` is what an overflow names.
+ScaledCount scaled(sqlite3_value *value, int scale, const char *type) {
+    if (isInteger(value))
+        return scaledFromInteger(sqlite3_value_int64(value), scale);
+    const auto count = scaledFromDouble(sqlite3_value_double(value), scale);
+    if (!count)
+        overflow(type);
+    return *count;
+}
+
+void toInteger(sqlite3_context *context, Arguments arguments) {
+    sqlite3_value *value = arguments[0];
+    const int bits = sqlite3_value_int(arguments[1]);
+    const TypeKind kind = integerKind(bits);
+    std::int64_t whole = 0;
+    if (isText(value))
+        whole = kind == TypeKind::Bit ? tsql::bitFromText(textOf(value))
+                                      : tsql::integerFromText(textOf(value), kind);
+    else if (isInteger(value))
+        whole = tsql::fittingInteger(sqlite3_value_int64(value), kind);
+    else
+        whole = tsql::integerFromDouble(sqlite3_value_double(value), kind);
+    if (bits == 8 && (whole < 0 || whole > 255))
+        overflow("tinyint");
+    sqlite3_result_int64(context, whole);
+}
+
+void toNumeric(sqlite3_context *context, Arguments arguments) {
+    sqlite3_value *value = arguments[0];
+    const int precision = sqlite3_value_int(arguments[1]);
+    const int scale = sqlite3_value_int(arguments[2]);
+    ScaledCount count = 0;
+    if (isText(value)) {
+        const ScaledText parsed = scaledFromText(textOf(value), scale);
+        if (!parsed.isNumber)
+            throw Error(8114, std::string("Error converting data type varchar to numeric."));
+        if (!parsed.fits)
+            overflow("numeric");
+        count = parsed.count;
+    } else {
+        count = scaled(value, scale, "numeric");
+    }
+    const ScaledCount limit = powerOfTen(precision);
+    if (count >= limit || count <= -limit)
+        overflow("numeric");
+    giveDecimal(context, count, scale);
+}
+
+void toMoney(sqlite3_context *context, Arguments arguments) {
+    constexpr int Scale = 4;
+    const ScaledCount count = isText(arguments[0])
+                                  ? tsql::moneyFromText(textOf(arguments[0])).tenThousandths()
+                                  : scaled(arguments[0], Scale, "money");
+    if (count > INT64_MAX || count < INT64_MIN)
+        overflow("money");
+    giveDecimal(context, count, Scale);
+}
+
+void toFloat(sqlite3_context *context, Arguments arguments) {
+    sqlite3_result_double(context, isText(arguments[0]) ? tsql::floatFromText(textOf(arguments[0]))
+                                                        : sqlite3_value_double(arguments[0]));
+}
+
+void numericText(sqlite3_context *context, Arguments arguments) {
+    const int scale = sqlite3_value_int(arguments[1]);
+    const int width = sqlite3_value_int(arguments[2]);
+    const std::string text = scaledText(scaled(arguments[0], scale, "varchar"), scale);
+    if (width > 0 && text.size() > std::size_t(width))
+        overflow("varchar");
+    giveText(context, text);
+}
+
+void floatText(sqlite3_context *context, Arguments arguments) {
+    giveText(context, tsql::floatText(sqlite3_value_double(arguments[0])));
+}
+
+void integerQuotient(sqlite3_context *context, Arguments arguments) {
+    const std::int64_t dividend = sqlite3_value_int64(arguments[0]);
+    const std::int64_t divisor = sqlite3_value_int64(arguments[1]);
+    if (divisor == 0)
+        divideByZero();
+    if (divisor == -1 && dividend == INT64_MIN)
+        overflow("bigint");
+    sqlite3_result_int64(context, dividend / divisor);
+}
+
+void quotient(sqlite3_context *context, Arguments arguments) {
+    const double divisor = sqlite3_value_double(arguments[1]);
+    const int scale = sqlite3_value_int(arguments[2]);
+    if (divisor == 0)
+        divideByZero();
+    if (scale < 0)
+        return sqlite3_result_double(context, sqlite3_value_double(arguments[0]) / divisor);
+    const ScaledCount above = scaled(arguments[0], WorkingScale, "numeric");
+    const ScaledCount below = scaled(arguments[1], WorkingScale, "numeric");
+    ScaledCount count = 0;
+    if (below != 0 && !__builtin_mul_overflow(above, powerOfTen(scale), &count))
+        return giveDecimal(context, roundedQuotient(count, below), scale);
+    const auto near = scaledFromDouble(sqlite3_value_double(arguments[0]) / divisor, scale);
+    if (!near)
+        overflow("numeric");
+    giveDecimal(context, *near, scale);
+}
+
+void remainder(sqlite3_context *context, Arguments arguments) {
+    if (isInteger(arguments[0]) && isInteger(arguments[1])) {
+        const std::int64_t divisor = sqlite3_value_int64(arguments[1]);
+        if (divisor == 0)
+            divideByZero();
+        return sqlite3_result_int64(context, divisor == -1 ? 0 : sqlite3_value_int64(arguments[0]) % divisor);
+    }
+    const ScaledCount divisor = scaled(arguments[1], WorkingScale, "numeric");
+    if (divisor == 0)
+        divideByZero();
+    giveDecimal(context, scaled(arguments[0], WorkingScale, "numeric") % divisor, WorkingScale);
+}
+
+void rounded(sqlite3_context *context, Arguments arguments) {
+    const int digits = std::clamp(sqlite3_value_int(arguments[1]), -MostDigits, MostDigits / 2);
+    if (isInteger(arguments[0]) && digits >= 0)
+        return sqlite3_result_value(context, arguments[0]);
+    if (digits >= 0) {
+        const auto count = scaledFromDouble(sqlite3_value_double(arguments[0]), digits);
+        // What has no more digits to round stays as it is.
+        return count ? giveDecimal(context, *count, digits) : sqlite3_result_value(context, arguments[0]);
+    }
+    const ScaledCount unit = powerOfTen(-digits);
+    const ScaledCount whole = isInteger(arguments[0]) ? ScaledCount(sqlite3_value_int64(arguments[0]))
+                                                      : scaled(arguments[0], WorkingScale, "numeric");
+    const ScaledCount units =
+        isInteger(arguments[0]) ? unit : unit * powerOfTen(std::min(WorkingScale, MostDigits + digits));
+    const ScaledCount result = roundedQuotient(whole, units) * unit;
+    if (result > INT64_MAX || result < INT64_MIN)
+        overflow("numeric");
+    sqlite3_result_int64(context, std::int64_t(result));
+}
+
+constexpr Function Functions[] = {
+    {names::Int, 2, guarded<toInteger>},          {names::Num, 3, guarded<toNumeric>},
+    {names::Money, 1, guarded<toMoney>},          {names::Float, 1, guarded<toFloat>},
+    {names::NumText, 3, guarded<numericText>},    {names::FloatText, 1, guarded<floatText>},
+    {names::IntDiv, 2, guarded<integerQuotient>}, {names::Div, 3, guarded<quotient>},
+    {names::Mod, 2, guarded<remainder>},          {names::Round, 2, guarded<rounded>},
+};
+
+} // namespace
+
+std::span<const Function> numberFunctions() {
+    return Functions;
+}
+
+} // namespace zel::ado

@@ -1,0 +1,244 @@
+#include "platform/ado/drivers/sqlite_functions.h"
+
+#include <QTest>
+
+#include <sqlite3.h>
+
+#include <memory>
+
+using Database = std::unique_ptr<sqlite3, decltype(&sqlite3_close)>;
+
+namespace {
+
+Database opened() {
+    sqlite3 *db = nullptr;
+    sqlite3_open(":memory:", &db);
+    zel::ado::registerFunctions(db);
+    return {db, &sqlite3_close};
+}
+
+/// The first value of the first row as SQLite shows it: NULL, 'text', whole, or a real with its point; a
+/// failure as the number in front of its text.
+QString answer(sqlite3 *db, const QByteArray &statement) {
+    sqlite3_stmt *prepared = nullptr;
+    if (sqlite3_prepare_v2(db, statement.constData(), int(statement.size()), &prepared, nullptr) != SQLITE_OK)
+        return QStringLiteral("unprepared: ") + QString::fromUtf8(sqlite3_errmsg(db));
+    const std::unique_ptr<sqlite3_stmt, decltype(&sqlite3_finalize)> owner(prepared, &sqlite3_finalize);
+    if (sqlite3_step(prepared) == SQLITE_ERROR)
+        return QString::fromUtf8(sqlite3_errmsg(db)).section(u'|', 0, 0);
+    switch (sqlite3_column_type(prepared, 0)) {
+    case SQLITE_NULL:
+        return QStringLiteral("NULL");
+    case SQLITE_TEXT:
+        return u'\'' + QString::fromUtf8(reinterpret_cast<const char *>(sqlite3_column_text(prepared, 0))) +
+               u'\'';
+    default:
+        return QString::fromUtf8(reinterpret_cast<const char *>(sqlite3_column_text(prepared, 0)));
+    }
+}
+
+} // namespace
+
+class tst_sqlite_functions : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void answers_data();
+    void answers();
+    void sumsTenMillionRowsExactly();
+    void nowStandsStillWithinAStatement();
+};
+
+void tst_sqlite_functions::answers_data() {
+    QTest::addColumn<QString>("expression");
+    QTest::addColumn<QString>("expected");
+    const auto row = [](const char *expression, const char *expected) {
+        QTest::newRow(expression) << QString::fromUtf8(expression) << QString::fromUtf8(expected);
+    };
+    row("zel_fold('ALI Raza  ')", "'ali raza'");
+    row("zel_fold('ÉCOLE Ωмега')", "'école ωмега'");
+    row("zel_fold('e') = zel_fold('é')", "0");
+    row("zel_fold('K') = zel_fold('\u212A')", "0");
+    row("zel_fold(X'41FF42')", "'a\xEF\xBF\xBD"
+                               "b'");
+    row("zel_fold(NULL)", "NULL");
+    row("zel_fold('ß') = zel_fold('ẞ')", "1");
+    row("length(zel_upper('straße ŉ'))", "8");
+    row("zel_upper('é') || zel_lower('ÉA')", "'Ééa'");
+    // like
+    row("zel_like('HABIB BANK', '%bank%')", "1");
+    row("zel_like('HABIB BANK', '%BANKS%')", "0");
+    row("zel_like('École', '%éCO%')", "1");
+    row("zel_like('École', '%co%')", "1");
+    row("zel_like('', '%%')", "1");
+    row("zel_like(NULL, '%%')", "NULL");
+    row("zel_like('a  ', 'a')", "1");
+    row("zel_like('a', 'a  ')", "0");
+    row("zel_like('a   ', 'a  ')", "1");
+    row("zel_like('  ', '')", "1");
+    row("zel_like('a[b', 'a[b')", "0");
+    row("zel_like('a[b', '%[%')", "0");
+    row("zel_like('a[b', 'a[[]b')", "1");
+    row("zel_like('a]b', 'a]b')", "1");
+    row("zel_like('a]b', 'a[]]b')", "0");
+    row("zel_like('a%b', 'a[%]b')", "1");
+    row("zel_like('axb', 'a[%]b')", "0");
+    row("zel_like('abb', '[A-C]B[^c-z]')", "1");
+    row("zel_like('abc', '[A-C]B[^c-z]')", "0");
+    row("zel_like('axb', 'a[x-]b')", "0");
+    row("zel_like('a-b', 'a[-x]b')", "1");
+    row("zel_like('a^b', 'a[x^]b')", "1");
+    row("zel_like('éa', '_a')", "1");
+    row("zel_like('mississippi', '%is%ip%i')", "1");
+    row("zel_like('mississippi', '%is%ip%s')", "0");
+    row("zel_like('100', '1%0')", "1");
+    row("zel_like('2.1.10', '2.1._')", "0");
+    // parts of texts
+    row("zel_replace('CASH IN HAND', ' ', '')", "'CASHINHAND'");
+    row("zel_replace('aXbxA', 'x', '-')", "'a-b-A'");
+    row("zel_replace('aab', 'AB', 'c')", "'ac'");
+    row("zel_replace('ABC', '', 'x')", "'ABC'");
+    row("zel_right('015', 2)", "'15'");
+    row("zel_right('é1', 2)", "'é1'");
+    row("zel_right('abc', 5)", "'abc'");
+    row("zel_right('abc', -1)", "536");
+    row("zel_left('éab', 2)", "'éa'");
+    row("zel_substring('abcdef', 2, 3)", "'bcd'");
+    row("zel_substring('abcdef', 0, 3)", "'ab'");
+    row("zel_substring('abcdef', -5, 3)", "''");
+    row("zel_substring('abcdef', 5, 99)", "'ef'");
+    row("zel_substring('abcdef', 1, -1)", "537");
+    row("zel_charindex('B', 'éaba', 1)", "3");
+    row("zel_charindex('a', 'éaba', 3)", "4");
+    row("zel_charindex('z', 'éaba', 1)", "0");
+    row("zel_pad('DD', 4) || '|'", "'DD  |'");
+    row("zel_text('ab   ', 3) || '|'", "'ab |'");
+    row("zel_text('abcd', 3)", "8152");
+    row("zel_text('éèê', 3)", "'éèê'");
+    // numbers
+    row("zel_int(' 12 ', 32)", "12");
+    row("zel_int('', 32)", "0");
+    row("zel_int('12.0', 32)", "245");
+    row("zel_int('abc', 64)", "8114");
+    row("zel_int('3000000000', 32)", "248");
+    row("zel_int('-9223372036854775808', 64)", "-9223372036854775808");
+    row("zel_int(3000000000, 32)", "8115");
+    row("zel_int(-2.9, 32)", "-2");
+    row("zel_int(256, 8)", "8115");
+    row("zel_int('TRUE', 1) + zel_int(7, 1) + zel_int('0', 1)", "2");
+    row("zel_num(1.005, 18, 2)", "1.01");
+    row("zel_num(-1.005, 18, 2)", "-1.01");
+    row("zel_num(75.555e0, 18, 2)", "75.56");
+    row("zel_num(2.675, 18, 2)", "2.68");
+    row("zel_num(1250.0, 18, 2)", "1250");
+    row("zel_num(' 5.675 ', 18, 2)", "5.68");
+    row("zel_num('', 18, 2)", "8114");
+    row("zel_num('1,000', 18, 2)", "8114");
+    row("zel_num('.', 18, 2)", "8114");
+    row("zel_num('999.995', 5, 2)", "8115");
+    row("zel_num(1000, 5, 2)", "8115");
+    row("zel_num('9999999999999999.99', 18, 2)", "1.0e+16");
+    row("zel_num(1e300, 18, 2)", "8115");
+    row("zel_num(90000000000.335, 18, 2)", "90000000000.34");
+    row("zel_money('-$1,234.50')", "-1234.5");
+    row("zel_money('')", "0");
+    row("zel_money('1e3')", "235");
+    row("zel_float('1e3')", "1000.0");
+    row("zel_float('1,5')", "8114");
+    row("zel_numtext(12.5, 2, 0)", "'12.50'");
+    row("zel_numtext(-0.005, 2, 0)", "'-0.01'");
+    row("zel_numtext(12345678901, 0, 10)", "8115");
+    row("zel_floattext(1234567.25)", "'1234567.25'");
+    row("zel_floattext(12.0)", "'12'");
+    // arithmetic
+    row("zel_idiv(-7, 2)", "-3");
+    row("zel_idiv(1, 0)", "8134");
+    row("zel_div(1, 3, 6)", "0.333333");
+    row("zel_div(2.01, 2, 2)", "1.01");
+    row("zel_div(1, 0.0, 2)", "8134");
+    row("zel_div(1, 4, -1)", "0.25");
+    row("zel_mod(-7, 2)", "-1");
+    row("zel_mod(0.3, 0.1)", "0");
+    row("zel_mod(7, 0)", "8134");
+    row("zel_round(2.345, 2)", "2.35");
+    row("zel_round(1.00499999999, 2)", "1");
+    row("zel_round(150, -2)", "200");
+    row("zel_round(-149.9, -2)", "-100");
+    // dates
+    row("zel_date('2024-3-5', 0)", "'2024-03-05'");
+    row("zel_date('2024-03-05 10:20:30.123', 0)", "'2024-03-05 10:20:30.123'");
+    row("zel_date('2024-03-05T10:20:30', 0)", "'2024-03-05 10:20:30.000'");
+    row("zel_date('2024-03-05 00:00:00.000', 0)", "'2024-03-05'");
+    row("zel_date('10:20:30.999', 0)", "'1900-01-01 10:20:30.999'");
+    row("zel_date('1:20 pm', 0)", "'1900-01-01 13:20:00.000'");
+    row("zel_date('12:05AM', 0)", "'1900-01-01 00:05:00.000'");
+    row("zel_date('', 0)", "'1900-01-01'");
+    row("zel_date('5/3/2024', 0)", "'2024-05-03'");
+    row("zel_date('05/03/2024', 103)", "'2024-03-05'");
+    row("zel_date('31.12.24', 4)", "'2024-12-31'");
+    row("zel_date('1/1/49', 0) || zel_date('1-1-50', 0)", "'2049-01-011950-01-01'");
+    row("zel_date('5 Mar 2024', 0)", "'2024-03-05'");
+    row("zel_date('March 5, 2024 10:20', 0)", "'2024-03-05 10:20:00.000'");
+    row("zel_date('20240305', 0)", "'2024-03-05'");
+    row("zel_date('2024', 0)", "'2024-01-01'");
+    row("zel_date('12', 0)", "241");
+    row("zel_date('abc', 0)", "241");
+    row("zel_date('2024-03-05x', 0)", "241");
+    row("zel_date('2024-03', 0)", "241");
+    row("zel_date('31/12/2024', 0)", "242");
+    row("zel_date('2024-02-30', 0)", "242");
+    row("zel_date('2024-0-0', 0)", "242");
+    row("zel_date('1752-12-31', 0)", "242");
+    row("zel_date('2024-03-05 25:00', 0)", "242");
+    row("zel_date(0, 0)", "'1900-01-01'");
+    row("zel_date(45354.5, 0)", "'2024-03-05 12:00:00.000'");
+    row("zel_date(1e9, 0)", "8115");
+    row("zel_day('1752-12-31', 0)", "'1752-12-31'");
+    row("zel_day('2024-03-05 10:20', 0)", "'2024-03-05'");
+    row("zel_day('10:20', 0)", "241");
+    row("zel_day('', 0)", "241");
+    row("zel_datetext('2024-03-05', 0)", "'2024-03-05 00:00:00'");
+    row("zel_datetext('2024-03-05 10:20:30.123', 126)", "'2024-03-05T10:20:30.123'");
+    row("zel_datetext('2024-03-05', 103)", "'05/03/2024'");
+    row("zel_datetext('2024-03-05', 7)", "'Mar 05, 24'");
+    row("zel_datetext('2024-03-05', 99)", "281");
+    // aggregates
+    row("zel_sum(x, 2) from (select 0.1 as x union all select 0.2 union all select null)", "0.3");
+    row("zel_sum(x, 2) from (select 1 as x where 0)", "NULL");
+    row("zel_sum(x, 2) from (select null as x)", "NULL");
+    row("zel_sum(distinct x) from (select 0.1 as x union all select 0.1 union all select 0.2)", "0.3");
+    row("zel_sum(x, 2) from (select 9.0e35 as x union all select 9.0e35)", "8115");
+    row("zel_one(x) from (select 'a' as x)", "'a'");
+    row("zel_one(x) from (select 'a' as x where 0)", "NULL");
+    row("zel_one(x) from (select null as x union all select null)", "512");
+}
+
+void tst_sqlite_functions::answers() {
+    QFETCH(QString, expression);
+    QFETCH(QString, expected);
+    const Database db = opened();
+    QCOMPARE(answer(db.get(), "select " + expression.toUtf8()), expected);
+}
+
+void tst_sqlite_functions::sumsTenMillionRowsExactly() {
+    const Database db = opened();
+    QCOMPARE(
+        answer(db.get(),
+               "with recursive n(i) as (select 1 union all select i + 1 from n where i < 10000000) "
+               "select zel_sum(case i % 3 when 0 then 1234567.89 when 1 then -0.01 else 0.1 end, 2) from n"),
+        QStringLiteral("4115226188477.33"));
+}
+
+void tst_sqlite_functions::nowStandsStillWithinAStatement() {
+    const Database db = opened();
+    QCOMPARE(answer(db.get(),
+                    "with recursive n(i) as (select 1 union all select i + 1 from n where i < 200000) "
+                    "select count(distinct zel_now()) from n"),
+             QStringLiteral("1"));
+    QCOMPARE(answer(db.get(),
+                    "select zel_date(zel_now(), 0) between datetime('now', 'localtime', '-5 seconds') and "
+                    "datetime('now', 'localtime', '+5 seconds')"),
+             QStringLiteral("1"));
+}
+
+QTEST_APPLESS_MAIN(tst_sqlite_functions)
+#include "tst_sqlite_functions.moc"

@@ -1,0 +1,152 @@
+#include "schema/new_catalog.h"
+
+#include <QProcess>
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <sqlite3.h>
+
+/// Saves that do not come to their end, each in a process of its own, and what is left in the catalog.
+class tst_voucher_cuts : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void init();
+    void aSaveCutAtEachStatement_data();
+    void aSaveCutAtEachStatement();
+    void processesKilledAtRandom();
+
+private:
+    int save(const char *kind, const char *state, const char *how, int statement);
+    QByteArray select(const char *statement);
+    void checkCatalog();
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+};
+
+namespace {
+
+const QString Writer = QStringLiteral(ZEL_BINARY_DIR "/bin/voucher_writer");
+
+/// Vouchers of which something is missing: not as many lines as the header tells, or sums that differ.
+const char *const Unsound =
+    "select VouNo, VouStatus from MasJV m where "
+    "(select count(*) from DetJV d where d.VouNo = m.VouNo and d.VouStatus = m.VouStatus) <> "
+    "case when VouStatus in ('CP', 'CR') then cast(PaidReceive as integer) + 1 "
+    "else 2 * cast(PaidReceive as integer) end "
+    "or (select sum(DrAmt) from DetJV d where d.VouNo = m.VouNo and d.VouStatus = m.VouStatus) <> "
+    "TotalAmount "
+    "or (select sum(CrAmt) from DetJV d where d.VouNo = m.VouNo and d.VouStatus = m.VouStatus) <> "
+    "TotalAmount "
+    "union all select VouNo, VouStatus from DetJV d where not exists "
+    "(select 1 from MasJV m where m.VouNo = d.VouNo and m.VouStatus = d.VouStatus) "
+    "union all select VouNo, VouStatus from MasJV group by VouNo, VouStatus having count(*) > 1";
+
+const char *const Everything =
+    "select 'H', VouNo, VouStatus, VouDate, PaidReceive, TotalAmount, Login, 0 from MasJV union all "
+    "select EntryNo, VouNo, VouStatus, AcCode, CrAc, DrAmt, CrAmt, Naration from DetJV";
+
+} // namespace
+
+void tst_voucher_cuts::init() {
+    m_folder = std::make_unique<QTemporaryDir>();
+    zel::schema::createCatalog(m_folder->path());
+}
+
+int tst_voucher_cuts::save(const char *kind, const char *state, const char *how, int statement) {
+    QProcess process;
+    process.setProcessChannelMode(QProcess::ForwardedChannels);
+    process.start(Writer, {"save", m_folder->path(), kind, state, how, QString::number(statement)});
+    return process.waitForFinished() && process.exitStatus() == QProcess::NormalExit ? process.exitCode()
+                                                                                     : -1;
+}
+
+/// The rows as text, "" for none; the failure's text when there is one.
+QByteArray tst_voucher_cuts::select(const char *statement) {
+    QByteArray text;
+    sqlite3 *database = nullptr;
+    char *message = nullptr;
+    sqlite3_open((m_folder->path() + "/ZEL.db").toUtf8().constData(), &database);
+    sqlite3_busy_timeout(database, 5000);
+    const auto row = [](void *out, int columns, char **cells, char **) {
+        for (int i = 0; i < columns; ++i)
+            static_cast<QByteArray *>(out)
+                ->append(cells[i] ? cells[i] : "NULL")
+                .append(i + 1 < columns ? " " : "\n");
+        return 0;
+    };
+    if (sqlite3_exec(database, statement, row, &text, &message) != SQLITE_OK)
+        text += message;
+    sqlite3_free(message);
+    sqlite3_close(database);
+    return text;
+}
+
+void tst_voucher_cuts::checkCatalog() {
+    QCOMPARE(select("pragma integrity_check"), "ok\n");
+    QCOMPARE(select(Unsound), "");
+}
+
+void tst_voucher_cuts::aSaveCutAtEachStatement_data() {
+    QTest::addColumn<const char *>("kind");
+    QTest::addColumn<const char *>("state");
+    QTest::addColumn<const char *>("how");
+    QTest::addColumn<int>("cutStatus");
+    for (const char *kind : {"BP", "CR"}) {
+        for (const char *state : {"new", "changed"}) {
+            QTest::addRow("%s %s, a statement fails", kind, state) << kind << state << "fail" << 1;
+            QTest::addRow("%s %s, the process goes", kind, state) << kind << state << "stop" << 2;
+        }
+    }
+}
+
+void tst_voucher_cuts::aSaveCutAtEachStatement() {
+    QFETCH(const char *, kind);
+    QFETCH(const char *, state);
+    QFETCH(const char *, how);
+    QFETCH(int, cutStatus);
+    QCOMPARE(save(kind, "new", how, 0), 0);
+    const QByteArray before = select(Everything);
+    QVERIFY(before.count('\n') >= 5);
+    // After the last statement of the save those of the clearing follow, when the voucher is there.
+    int asBefore = 0;
+    int statement = 1;
+    int status = cutStatus;
+    for (; status == cutStatus; ++statement) {
+        status = save(kind, state, how, statement);
+        QVERIFY2(status == cutStatus || status == 0, QByteArray::number(status));
+        checkCatalog();
+        const QByteArray now = select(Everything);
+        if (now != before)
+            break;
+        ++asBefore;
+    }
+    // begin, numbers or the header's row, header, search, delete, lines: at least one each.
+    QVERIFY2(asBefore >= 8, QByteArray::number(asBefore));
+    QVERIFY(select(Everything) != before);
+}
+
+void tst_voucher_cuts::processesKilledAtRandom() {
+    bool given = false;
+    const int asked = qEnvironmentVariableIntValue("ZEL_KILLS", &given);
+    const int kills = given ? asked : 20;
+    const auto vouchers = [this] { return select("select count(*) from MasJV").toInt(); };
+    int before = 0;
+    for (int kill = 0; kill < kills; ++kill) {
+        QProcess process;
+        process.start(Writer, {"loop", m_folder->path()});
+        QVERIFY(process.waitForReadyRead());
+        QTest::qSleep(int(QRandomGenerator::global()->bounded(300)));
+        QCOMPARE(process.state(), QProcess::Running);
+        process.kill();
+        QVERIFY(process.waitForFinished());
+        QCOMPARE(process.exitStatus(), QProcess::CrashExit);
+        checkCatalog();
+        QVERIFY(vouchers() > before);
+        before = vouchers();
+    }
+    qInfo("%d kills, %d vouchers", kills, before);
+}
+
+QTEST_GUILESS_MAIN(tst_voucher_cuts)
+#include "tst_voucher_cuts.moc"

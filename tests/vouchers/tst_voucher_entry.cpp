@@ -1,0 +1,517 @@
+#include "vouchers/voucher_desk.h"
+
+#include "shell/module1.h"
+
+using namespace zel;
+using namespace zel::test;
+
+namespace {
+
+const char *const NoDebit = "Please Select Debit Account";
+const char *const NoCredit = "Please Select Credit Account";
+const char *const SameAccount = "same account title not allow, please change debit or cedit Account";
+const char *const NoAmount = "please enter Amount";
+
+} // namespace
+
+class tst_voucher_entry : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void refusals_data();
+    void refusals();
+    void afterALine_data();
+    void afterALine();
+    void removingALine_data();
+    void removingALine();
+    void cancelling_data();
+    void cancelling();
+    void chosenAccount_data();
+    void chosenAccount();
+    void setupRow_data();
+    void setupRow();
+    void fixedSideIsEmptyAfterCancelAndEndsTheProgram();
+    void fixedSideComesBackWithAFreshScreen();
+    void amountsTyped_data();
+    void amountsTyped();
+    void keysOfTheLineBoxes();
+    void enterWalksTheBoxes();
+    void enterInTheNumberOfANewVoucher();
+    void enterInTheNumberOfAnOpenedVoucher();
+    void headingIsNotEdited();
+    void limits();
+    void kindBoxHandsTheFocusOn_data();
+    void kindBoxHandsTheFocusOn();
+    void screensStandBesideEachOther();
+};
+
+void tst_voucher_entry::refusals_data() {
+    QTest::addColumn<QString>("debit");
+    QTest::addColumn<QString>("credit");
+    QTest::addColumn<QString>("amount");
+    QTest::addColumn<const char *>("message");
+    QTest::addColumn<QString>("focus");
+
+    const QString stays = "cmdAdd";
+    const struct {
+        const char *kind;
+        QString noDebit, noCredit, same;
+    } kinds[] = {
+        {"BP", "cmdSelectDr", "cmdSelectCr", stays},
+        {"BR", "cmdSelectDr", "cmdSelectCr", stays},
+        {"CP", "cmdSelectDr", stays, stays},
+        {"CR", stays, "cmdSelectCr", stays},
+        {"JV", "cmdSelectDr", "cmdSelectCr", "cmdSelectDr"},
+    };
+    for (const auto &kind : kinds) {
+        const auto row = [&](const char *name) -> QTestData & {
+            return QTest::addRow("%s %s", kind.kind, name);
+        };
+        row("no debit account") << ""
+                                << "BANK ONE"
+                                << "5" << NoDebit << kind.noDebit;
+        row("neither account") << ""
+                               << ""
+                               << "5" << NoDebit << kind.noDebit;
+        row("no credit account") << "BANK ONE"
+                                 << ""
+                                 << "5" << NoCredit << kind.noCredit;
+        row("one account twice") << "BANK ONE"
+                                 << "BANK ONE"
+                                 << "5" << SameAccount << kind.same;
+        row("no amount") << "BANK ONE"
+                         << "BANK TWO"
+                         << "" << NoAmount << "txtDRCR";
+        row("a point") << "BANK ONE"
+                       << "BANK TWO"
+                       << "." << NoAmount << "txtDRCR";
+        row("nought") << "BANK ONE"
+                      << "BANK TWO"
+                      << "0.00" << NoAmount << "txtDRCR";
+    }
+}
+
+void tst_voucher_entry::refusals() {
+    QFETCH(QString, debit);
+    QFETCH(QString, credit);
+    QFETCH(QString, amount);
+    QFETCH(const char *, message);
+    QFETCH(QString, focus);
+    Desk desk;
+    desk.open(QByteArray(QTest::currentDataTag()).left(2));
+    const std::vector<Box> said = desk.add({debit, credit, amount});
+    QCOMPARE(said.size(), 1U);
+    QCOMPARE(said[0].text, message);
+    QCOMPARE(said[0].icon, QMessageBox::Information);
+    QCOMPARE(focused(), focus);
+    QCOMPARE(desk.grid("MshEntry")->Rows(), 1);
+    QCOMPARE(desk.text("txtDrAc"), debit);
+    QCOMPARE(desk.text("txtCrAc"), credit);
+    QCOMPARE(desk.text("txtDRCR"), amount == "." ? QString() : amount);
+}
+
+void tst_voucher_entry::afterALine_data() {
+    QTest::addColumn<QString>("debit");
+    QTest::addColumn<QString>("credit");
+    QTest::newRow("BP") << ""
+                        << "BANK TWO";
+    QTest::newRow("BR") << "BANK ONE"
+                        << "";
+    QTest::newRow("CP") << ""
+                        << "BANK TWO";
+    QTest::newRow("CR") << "BANK ONE"
+                        << "";
+    QTest::newRow("JV") << "BANK ONE"
+                        << "BANK TWO";
+}
+
+void tst_voucher_entry::afterALine() {
+    QFETCH(QString, debit);
+    QFETCH(QString, credit);
+    Desk desk;
+    desk.open(QTest::currentDataTag());
+    desk.replace("txtPaidTo", "p");
+    QVERIFY(desk.add({"BANK ONE", "BANK TWO", "1234567.5", "1", "n", "2", "3"}).empty());
+    QCOMPARE(desk.text("txtDrAc"), debit);
+    QCOMPARE(desk.tag("txtDrAc").isEmpty(), debit.isEmpty());
+    QCOMPARE(desk.text("txtCrAc"), credit);
+    QCOMPARE(desk.tag("txtCrAc").isEmpty(), credit.isEmpty());
+    for (const char *name : {"txtDRCR", "txtChecque", "txtBill", "txtFile", "txtGrdRow"})
+        QCOMPARE(desk.text(name), QString());
+    QCOMPARE(control<controls::MemoBox>(desk.screen(), "txtNaration")->text(), "n");
+    QCOMPARE(desk.text("txtPaidTo"), "p");
+    QCOMPARE(focused(), "cmdSelectDr");
+    QCOMPARE(desk.label("lblTotalAmount"), "Total Amount : 1,234,567.50");
+    QVERIFY(!control(desk.screen(), "txtTotAmount")->isVisible());
+    QCOMPARE(desk.text("txtTotAmount"), "1234567.50");
+}
+
+void tst_voucher_entry::removingALine_data() {
+    QTest::addColumn<bool>("debitEmptied");
+    QTest::newRow("BP") << true;
+    QTest::newRow("BR") << true;
+    QTest::newRow("CP") << true;
+    QTest::newRow("CR") << false;
+    QTest::newRow("JV") << true;
+}
+
+void tst_voucher_entry::removingALine() {
+    QFETCH(bool, debitEmptied);
+    Desk desk;
+    desk.open(QTest::currentDataTag());
+    desk.add({"BANK ONE", "BANK TWO", "1"});
+    desk.add({"RENT", "LIGHT", "2"});
+    desk.add({"FEES", "LIGHT", "4"});
+    desk.fill({"BANK ONE", "BANK TWO", "9", "8", "n", "7", "6"});
+    desk.grid("MshEntry")->setRow(2);
+    desk.push("acmRemove");
+    QCOMPARE(desk.grid("MshEntry")->Rows(), 3);
+    QCOMPARE(desk.label("lblTotalAmount"), "Total Amount : 5.00");
+    QCOMPARE(desk.text("txtDrAc"), debitEmptied ? "" : "BANK ONE");
+    QCOMPARE(desk.tag("txtDrAc"), debitEmptied ? "" : "1");
+    QCOMPARE(desk.text("txtCrAc"), debitEmptied ? "BANK TWO" : "");
+    QCOMPARE(desk.text("txtDRCR"), "");
+    QCOMPARE(control<controls::MemoBox>(desk.screen(), "txtNaration")->text(), "");
+    QCOMPARE(desk.text("txtChecque"), "8");
+    QCOMPARE(desk.text("txtFile"), "7");
+    QCOMPARE(desk.text("txtBill"), "6");
+    desk.push("acmRemove");
+    desk.push("acmRemove");
+    QCOMPARE(desk.grid("MshEntry")->Rows(), 1);
+    QCOMPARE(desk.label("lblTotalAmount"), "Total Amount : 0.00");
+    desk.push("acmRemove");
+    QCOMPARE(desk.grid("MshEntry")->Rows(), 1);
+}
+
+void tst_voucher_entry::cancelling_data() {
+    QTest::addColumn<QString>("debit");
+    QTest::addColumn<QString>("credit");
+    QTest::newRow("BP") << ""
+                        << "";
+    QTest::newRow("BR") << ""
+                        << "";
+    QTest::newRow("CP") << ""
+                        << "BANK TWO";
+    QTest::newRow("CR") << "BANK ONE"
+                        << "";
+    QTest::newRow("JV") << ""
+                        << "";
+}
+
+void tst_voucher_entry::cancelling() {
+    QFETCH(QString, debit);
+    QFETCH(QString, credit);
+    Desk desk;
+    desk.open(QTest::currentDataTag());
+    desk.date(2020, 2, 29);
+    desk.replace("txtPaidTo", "p");
+    desk.add({"BANK ONE", "BANK TWO", "1"});
+    desk.fill({"BANK ONE", "BANK TWO", "9", "8", "n", "7", "6"});
+    desk.push("cmdCancel");
+    QCOMPARE(desk.text("txtDrAc"), debit);
+    QCOMPARE(desk.tag("txtDrAc"), debit.isEmpty() ? "" : "1");
+    QCOMPARE(desk.text("txtCrAc"), credit);
+    QCOMPARE(desk.tag("txtCrAc"), credit.isEmpty() ? "" : "2");
+    for (const char *name : {"txtDRCR", "txtChecque", "txtBill", "txtGrdRow", "txtPaidTo"})
+        QCOMPARE(desk.text(name), QString());
+    QCOMPARE(desk.text("txtFile"), "7");
+    QCOMPARE(desk.text("txtVoucher"), "1");
+    QCOMPARE(desk.grid("MshEntry")->Rows(), 1);
+    QCOMPARE(control<controls::DateBox>(desk.screen(), "DTPicker")->Value(), QDate(2020, 2, 29));
+    QCOMPARE(focused(), "DTPicker");
+}
+
+void tst_voucher_entry::chosenAccount_data() {
+    QTest::addColumn<QString>("button");
+    QTest::addColumn<bool>("banksOnly");
+    QTest::addColumn<QString>("focus");
+    QTest::newRow("BP debit") << "cmdSelectDr" << false << "txtDRCR";
+    QTest::newRow("BP credit") << "cmdSelectCr" << true << "txtDRCR";
+    QTest::newRow("BR debit") << "cmdSelectDr" << true << "txtDRCR";
+    QTest::newRow("BR credit") << "cmdSelectCr" << false << "txtDRCR";
+    QTest::newRow("CP debit") << "cmdSelectDr" << false << "txtDRCR";
+    QTest::newRow("CP credit") << "cmdSelectCr" << false << "txtDRCR";
+    QTest::newRow("CR debit") << "cmdSelectDr" << false << "txtDRCR";
+    QTest::newRow("CR credit") << "cmdSelectCr" << false << "txtDRCR";
+    QTest::newRow("JV debit") << "cmdSelectDr" << false << "cmdSelectCr";
+    QTest::newRow("JV credit") << "cmdSelectCr" << false << "txtDRCR";
+}
+
+void tst_voucher_entry::chosenAccount() {
+    QFETCH(QString, button);
+    QFETCH(bool, banksOnly);
+    QFETCH(QString, focus);
+    const QByteArray name = button.toLatin1();
+    Desk desk;
+    desk.open(QByteArray(QTest::currentDataTag()).left(2));
+    control(desk.screen(), button)->setFocus();
+    press(Qt::Key_Return);
+    QWidget *finder = form("frmFindAC");
+    QVERIFY(finder);
+    QCOMPARE(control<controls::Grid>(finder, "mshSearch")->Rows(), banksOnly ? 3 : 7);
+    // Going away without a choice changes nothing and takes the filter back.
+    click(finder, "cmdExit");
+    QTRY_VERIFY(!form("frmFindAC"));
+    QCOMPARE(shell::gFindFilter, QString());
+    QCOMPARE(desk.text("txtDrAc") + desk.text("txtCrAc"), QString());
+
+    desk.choose(name, "BANK TWO");
+    QCOMPARE(focused(), focus);
+    QCOMPARE(desk.text(button == "cmdSelectDr" ? "txtDrAc" : "txtCrAc"), "BANK TWO");
+    QCOMPARE(desk.text(button == "cmdSelectDr" ? "txtCrAc" : "txtDrAc"), QString());
+    QCOMPARE(shell::gFoundRowID, 0);
+    QCOMPARE(shell::gFoundName, QString());
+}
+
+void tst_voucher_entry::setupRow_data() {
+    QTest::addColumn<const char *>("setting");
+    QTest::addColumn<QString>("debit");
+    QTest::addColumn<QString>("credit");
+    QTest::addColumn<bool>("debitFree");
+    QTest::addColumn<bool>("creditFree");
+    QTest::newRow("credit, free") << "AcCode = '1', AcStatus = 'CR', Fix = 'N'"
+                                  << ""
+                                  << "BANK ONE" << true << true;
+    QTest::newRow("credit, fixed") << "AcCode = '1', AcStatus = 'CR', Fix = 'Y'"
+                                   << ""
+                                   << "BANK ONE" << true << false;
+    QTest::newRow("debit, fixed") << "AcCode = '4', AcStatus = 'DR', Fix = 'Y'"
+                                  << "RENT"
+                                  << "" << false << true;
+    QTest::newRow("no side") << "AcCode = '4', AcStatus = null, Fix = 'Y'"
+                             << ""
+                             << "" << true << true;
+    QTest::newRow("account gone, fixed") << "AcCode = '99', AcStatus = 'CR', Fix = 'Y'"
+                                         << ""
+                                         << "" << true << false;
+    QTest::newRow("no account") << "AcCode = '', AcStatus = 'CR', Fix = 'N'"
+                                << ""
+                                << "" << true << true;
+}
+
+void tst_voucher_entry::setupRow() {
+    QFETCH(const char *, setting);
+    QFETCH(QString, debit);
+    QFETCH(QString, credit);
+    QFETCH(bool, debitFree);
+    QFETCH(bool, creditFree);
+    Desk desk("update VouSetting set "_sql + Sql::trusted(setting));
+    for (const char *kind : {"BP", "BR", "CP", "CR", "JV"}) {
+        desk.open(kind);
+        QCOMPARE(desk.text("txtDrAc"), debit);
+        QCOMPARE(desk.text("txtCrAc"), credit);
+        QCOMPARE(desk.tag("txtDrAc"), debit.isEmpty() ? "" : QString::number(accountId(debit)));
+        QCOMPARE(desk.tag("txtCrAc"), credit.isEmpty() ? "" : QString::number(accountId(credit)));
+        QCOMPARE(desk.enabled("txtDrAc"), debitFree);
+        QCOMPARE(desk.enabled("cmdSelectDr"), debitFree);
+        QCOMPARE(desk.enabled("txtCrAc"), creditFree);
+        QCOMPARE(desk.enabled("cmdSelectCr"), creditFree);
+    }
+}
+
+/// The side that the setup fixes stands empty after a cancel: the next line asks for it, at a button that is
+/// disabled.
+void fixedSideAskedFor() {
+    Desk desk("update VouSetting set AcCode = '1', AcStatus = 'CR', Fix = 'Y' where VouStatus = 'BP'");
+    desk.open("BP");
+    desk.push("cmdCancel");
+    desk.fill({"RENT", "", "5"});
+    QCOMPARE(desk.push("cmdAdd").at(0).text, NoCredit);
+}
+
+void tst_voucher_entry::fixedSideIsEmptyAfterCancelAndEndsTheProgram() {
+    const Ended ended = play("fixedSideAskedFor");
+    QCOMPARE(ended.status, 1);
+    QVERIFY2(ended.box.contains("5") && ended.box.contains("Invalid procedure call or argument"),
+             qPrintable(ended.box + ended.errorStream));
+}
+
+void tst_voucher_entry::fixedSideComesBackWithAFreshScreen() {
+    Desk desk("update VouSetting set AcCode = '1', AcStatus = 'CR', Fix = 'Y' where VouStatus = 'BP'");
+    desk.open("BP");
+    desk.add({"RENT", "", "5"});
+    QCOMPARE(focused(), "cmdSelectDr");
+    desk.push("cmdCancel");
+    QCOMPARE(desk.text("txtCrAc"), "");
+    QVERIFY(!desk.enabled("cmdSelectCr"));
+    click(desk.screen(), "cmdExit");
+    QVERIFY(!form("frmBP"));
+    desk.open("BP");
+    QCOMPARE(desk.text("txtCrAc"), "BANK ONE");
+    QVERIFY(!desk.enabled("cmdSelectCr"));
+}
+
+void tst_voucher_entry::amountsTyped_data() {
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("shown");
+    QTest::addColumn<QString>("cell");
+    QTest::newRow("plain") << "1234.5"
+                           << "1234.5"
+                           << "1,234.50";
+    QTest::newRow("letters and a sign") << "-12a,3"
+                                        << "123"
+                                        << "123.00";
+    QTest::newRow("blanks") << "1 2"
+                            << "12"
+                            << "12.00";
+    QTest::newRow("second point") << "1.2.3"
+                                  << "1.23"
+                                  << "1.23";
+    QTest::newRow("half a hundredth") << "2.345"
+                                      << "2.345"
+                                      << "2.35";
+    QTest::newRow("fourteen characters") << "123456789012345"
+                                         << "12345678901234"
+                                         << "12,345,678,901,234.00";
+    QTest::newRow("begins with a point") << ".5"
+                                         << ".5"
+                                         << "0.50";
+}
+
+void tst_voucher_entry::amountsTyped() {
+    QFETCH(QString, typed);
+    QFETCH(QString, shown);
+    QFETCH(QString, cell);
+    Desk desk;
+    desk.open("BP");
+    desk.fill({"RENT", "BANK ONE", typed});
+    QCOMPARE(desk.text("txtDRCR"), shown);
+    desk.push("cmdAdd");
+    QCOMPARE(desk.grid("MshEntry")->TextMatrix(1, 3), cell);
+}
+
+void tst_voucher_entry::keysOfTheLineBoxes() {
+    Desk desk;
+    desk.open("BP");
+    desk.replace("txtBill", "a1 2.3-4567890123");
+    QCOMPARE(desk.text("txtBill"), "1234567890");
+    desk.replace("txtFile", "x 9");
+    QCOMPARE(desk.text("txtFile"), "9");
+    desk.replace("txtChecque", "ab C-1'");
+    QCOMPARE(desk.text("txtChecque"), "ab C-1'");
+    desk.replace("txtPaidTo", "Mr. d'Souza");
+    QCOMPARE(desk.text("txtPaidTo"), "Mr. d'Souza");
+    control(desk.screen(), "txtVoucher")->setFocus();
+    type("5");
+    QCOMPARE(desk.text("txtVoucher"), "1");
+    desk.add({"RENT", "BANK ONE", "1", "ab C-1'", "it's"});
+    desk.replace("txtPaidTo", "Mr. d'Souza");
+    desk.push("cmdSave");
+    QCOMPARE(desk.office.rows("select PaidReceive from MasJV").value(0), "Mr. d'Souza");
+    QCOMPARE(desk.office.rows("select Naration from DetJV").value(0), "it's");
+}
+
+void tst_voucher_entry::enterWalksTheBoxes() {
+    Desk desk;
+    desk.open("BP");
+    control(desk.screen(), "DTPicker")->setFocus();
+    for (const char *next : {"txtPaidTo", "cmdSelectCr"}) {
+        press(Qt::Key_Return);
+        QCOMPARE(focused(), next);
+    }
+    control(desk.screen(), "txtDRCR")->setFocus();
+    for (const char *next : {"txtChecque", "txtBill", "txtFile", "txtNaration"}) {
+        press(Qt::Key_Return);
+        QCOMPARE(focused(), next);
+    }
+    type("a");
+    press(Qt::Key_Return);
+    type("b");
+    QCOMPARE(control<controls::MemoBox>(desk.screen(), "txtNaration")->text(), "a\nb");
+    press(Qt::Key_Tab);
+    QCOMPARE(focused(), "cmdAdd");
+}
+
+void tst_voucher_entry::enterInTheNumberOfANewVoucher() {
+    Desk desk;
+    desk.open("BP");
+    desk.add({"RENT", "BANK ONE", "1"});
+    control(desk.screen(), "txtVoucher")->setFocus();
+    const std::vector<Box> said = boxesOf([] { press(Qt::Key_Return); });
+    QCOMPARE(said.size(), 1U);
+    QCOMPARE(said[0].text, "Voucher not found!");
+    QCOMPARE(desk.grid("MshEntry")->Rows(), 1);
+    QCOMPARE(desk.text("txtVoucher"), "1");
+    QCOMPARE(focused(), "DTPicker");
+}
+
+void tst_voucher_entry::enterInTheNumberOfAnOpenedVoucher() {
+    Desk desk;
+    desk.open("JV");
+    desk.add({"RENT", "FEES", "1"});
+    desk.push("cmdSave");
+    desk.openFromSearch(1);
+    desk.add({"LIGHT", "FEES", "9"});
+    desk.replace("txtPaidTo", "unsaved");
+    QCOMPARE(desk.grid("MshEntry")->Rows(), 3);
+    control(desk.screen(), "txtVoucher")->setFocus();
+    press(Qt::Key_Return);
+    QCOMPARE(desk.grid("MshEntry")->Rows(), 2);
+    QCOMPARE(desk.text("txtPaidTo"), "");
+    QVERIFY(desk.enabled("cmdDelete"));
+    desk.push("cmdSave"); // still the same voucher
+    QCOMPARE(desk.office.rows("select VouNo from MasJV").size(), 1);
+}
+
+void tst_voucher_entry::headingIsNotEdited() {
+    Desk desk;
+    desk.open("BP");
+    desk.grid("MshEntry")->setFocus();
+    press(Qt::Key_F2);
+    QCOMPARE(desk.text("txtGrdRow"), "");
+}
+
+void tst_voucher_entry::limits() {
+    Desk desk;
+    desk.open("BP");
+    desk.replace("txtChecque", QString(30, 'c'));
+    desk.replace("txtNaration", QString(250, 'n'));
+    desk.replace("txtPaidTo", QString(150, 'p'));
+    desk.choose("cmdSelectDr", "RENT");
+    desk.choose("cmdSelectCr", "BANK ONE");
+    desk.replace("txtDRCR", "1");
+    desk.push("cmdAdd");
+    desk.push("cmdSave");
+    QCOMPARE(desk.office.rows("select len(ChecqNo), len(Naration) from DetJV").value(0), "20|200");
+    QCOMPARE(desk.office.rows("select len(PaidReceive) from MasJV").value(0), "100");
+}
+
+void tst_voucher_entry::kindBoxHandsTheFocusOn_data() {
+    QTest::addColumn<QString>("focus");
+    QTest::newRow("BP") << "DTPicker";
+    QTest::newRow("BR") << "DTPicker";
+    QTest::newRow("CP") << "txtVouStatus";
+    QTest::newRow("CR") << "DTPicker";
+    QTest::newRow("JV") << "DTPicker";
+}
+
+void tst_voucher_entry::kindBoxHandsTheFocusOn() {
+    QFETCH(QString, focus);
+    Desk desk;
+    desk.open(QTest::currentDataTag());
+    QCOMPARE(desk.text("txtVouStatus"), QTest::currentDataTag());
+    control(desk.screen(), "txtPaidTo")->setFocus();
+    QTest::mouseClick(control(desk.screen(), "txtVouStatus"), Qt::LeftButton);
+    QCOMPARE(focused(), focus);
+}
+
+void tst_voucher_entry::screensStandBesideEachOther() {
+    Desk desk;
+    desk.open("BP");
+    desk.replace("txtPaidTo", "bank");
+    desk.open("JV");
+    desk.replace("txtPaidTo", "journal");
+    desk.open("BP");
+    QCOMPARE(desk.text("txtPaidTo"), "bank");
+    click(desk.screen(), "cmdExit");
+    QTRY_VERIFY(!form("frmBP"));
+    QVERIFY(form("frmJV"));
+    desk.open("BP");
+    QCOMPARE(desk.text("txtPaidTo"), "");
+}
+
+int main(int argc, char **argv) {
+    tst_voucher_entry tests;
+    return zel::test::run(argc, argv, tests, {{"fixedSideAskedFor", fixedSideAskedFor}});
+}
+
+#include "tst_voucher_entry.moc"

@@ -1,0 +1,161 @@
+#pragma once
+
+#include "platform/controls/date_box.h"
+#include "platform/controls/grid.h"
+#include "platform/controls/memo_box.h"
+#include "platform/controls/text_box.h"
+#include "tests/support/driver.h"
+#include "tests/support/office.h"
+#include "tests/support/test_program.h"
+#include "vouchers/voucher_kind.h"
+
+#include <QApplication>
+#include <QTest>
+
+/// A clerk at a voucher screen: the real screen on a real catalog, worked by keys.
+namespace zel::test {
+
+/// The accounts of these tests; RowID is the place in the list.
+inline const char *const Accounts[] = {"", "BANK ONE", "BANK TWO", "CASH BOX", "RENT", "LIGHT", "FEES"};
+
+inline int accountId(const QString &name) {
+    for (int i = 1; i < int(std::size(Accounts)); ++i)
+        if (name == Accounts[i])
+            return i;
+    return 0;
+}
+
+/// One line as it is typed. An empty account is left as the screen has it.
+struct Line {
+    QString debit;
+    QString credit;
+    QString amount;
+    QString cheque{};
+    QString naration{};
+    QString file{};
+    QString bill{};
+};
+
+class Desk {
+public:
+    /// A fresh catalog with the accounts above and a user logged in.
+    explicit Desk(const Sql &rows = {}) {
+        for (int i = 1; i < int(std::size(Accounts)); ++i) {
+            office.execute(
+                "insert into Accounts (ParentID, Dcode, AcName, AcStatus, BStatus) values ('1.1', "_sql + i +
+                ", '" + QString(Accounts[i]) + "', 'DD', " + (i <= 2 ? Sql("'B'") : Sql("null")) + ")");
+        }
+        if (!rows.text().empty())
+            office.execute(rows);
+        office.logIn();
+    }
+
+    void open(const char *kind) {
+        m_kind = &vouchers::voucherKind(kind);
+        m_form = openByMenu(m_kind->menu, m_kind->form);
+    }
+
+    [[nodiscard]] QWidget *screen() const { return m_form; }
+    [[nodiscard]] controls::TextBox *box(const char *name) const {
+        return control<controls::TextBox>(m_form, name);
+    }
+    [[nodiscard]] QString text(const char *name) const { return box(name)->text(); }
+    [[nodiscard]] QString tag(const char *name) const { return box(name)->Tag(); }
+    [[nodiscard]] controls::Grid *grid(const char *name) const {
+        return control<controls::Grid>(m_form, name);
+    }
+    [[nodiscard]] bool enabled(const char *name) const { return control(m_form, name)->isEnabled(); }
+    [[nodiscard]] QString label(const char *name) const {
+        return control(m_form, name)->property("text").toString();
+    }
+    /// The cells of a grid below the heading, the columns that can be seen.
+    [[nodiscard]] QStringList seen(const char *name) const {
+        QStringList rows;
+        const controls::Grid *cells = grid(name);
+        for (int row = 1; row < cells->Rows(); ++row) {
+            QStringList texts;
+            for (int col = 0; col < cells->Cols(); ++col)
+                if (!cells->isColumnHidden(col))
+                    texts << cells->TextMatrix(row, col);
+            rows << texts.join('|');
+        }
+        return rows;
+    }
+
+    /// Picks an account in the finder by keys.
+    void choose(const char *button, const QString &account) {
+        click(m_form, button);
+        QWidget *finder = form("frmFindAC");
+        QVERIFY(finder);
+        typeInto(finder, "txtFindAC", account);
+        press(Qt::Key_Down);
+        press(Qt::Key_Return);
+        QTRY_VERIFY(!form("frmFindAC"));
+        QTRY_COMPARE(tag(qstrcmp(button, "cmdSelectDr") == 0 ? "txtDrAc" : "txtCrAc"),
+                     QString::number(accountId(account)));
+    }
+
+    /// Fills the line's boxes.
+    void fill(const Line &line) {
+        if (!line.debit.isEmpty())
+            choose("cmdSelectDr", line.debit);
+        if (!line.credit.isEmpty())
+            choose("cmdSelectCr", line.credit);
+        replace("txtDRCR", line.amount);
+        replace("txtChecque", line.cheque);
+        replace("txtNaration", line.naration);
+        replace("txtFile", line.file);
+        replace("txtBill", line.bill);
+    }
+    /// Types over what a box holds.
+    void replace(const char *name, const QString &text) {
+        QWidget *widget = control(m_form, name);
+        widget->setFocus();
+        press(Qt::Key_Home, Qt::ControlModifier);
+        press(Qt::Key_End, Qt::ControlModifier | Qt::ShiftModifier);
+        press(Qt::Key_Delete);
+        type(text);
+    }
+    std::vector<Box> add(const Line &line) {
+        fill(line);
+        return boxesOf([this] { click(m_form, "cmdAdd"); });
+    }
+    std::vector<Box> push(const char *button, QMessageBox::StandardButton answer = QMessageBox::Ok) {
+        return boxesOf([&] { click(m_form, button); }, {answer});
+    }
+    void date(int year, int month, int day) {
+        control<controls::DateBox>(m_form, "DTPicker")->setValue(QDate(year, month, day));
+    }
+    /// Opens the voucher in that row of the search list, 1 the newest.
+    void openFromSearch(int row) {
+        grid("mshSearch")->setRow(row);
+        grid("mshSearch")->setFocus();
+        press(Qt::Key_F2);
+    }
+
+    Office office;
+
+private:
+    const vouchers::VoucherKind *m_kind = nullptr;
+    QWidget *m_form = nullptr;
+};
+
+/// Rows written as lines of cells parted by "|", with blanks around them for the eye, as Office::rows gives
+/// them; "''" is an empty text.
+inline QStringList table(const char *text) {
+    QStringList rows;
+    for (const QString &line : QString(text).split('\n', Qt::SkipEmptyParts)) {
+        QStringList cells;
+        for (const QString &cell : line.split('|'))
+            cells << (cell.trimmed() == "''" ? QString() : cell.trimmed());
+        rows << cells.join('|');
+    }
+    return rows;
+}
+
+inline void compare(const QStringList &actual, const QStringList &expected) {
+    QVERIFY2(actual == expected,
+             qPrintable("\nis:\n" + actual.join('\n') + "\nshould be:\n" + expected.join('\n')));
+}
+
+} // namespace zel::test
