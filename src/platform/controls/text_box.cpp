@@ -11,10 +11,14 @@
 #include <QInputMethodEvent>
 #include <QMenu>
 #include <QMimeData>
+#include <QRegularExpression>
+
+#include <limits>
 
 namespace zel::controls {
 
 TextBox::TextBox(QWidget *parent) : QLineEdit(parent) {
+    setMaxLength(std::numeric_limits<int>::max());
     connect(this, &QLineEdit::textChanged, this, &TextBox::changed);
 }
 
@@ -25,7 +29,9 @@ void TextBox::setMasked(bool masked) {
 void TextBox::type(const QString &text) {
     if (isReadOnly())
         return;
-    const QString admittedText = admitted(text, selectedText().size());
+    static const QRegularExpression lineEnd(QStringLiteral("\\r\\n|[\\r\\n]"));
+    const QString line = QString(text).replace(lineEnd, QStringLiteral(" "));
+    const QString admittedText = admitted(line, selectedText().size());
     if (!admittedText.isEmpty())
         insert(admittedText);
 }

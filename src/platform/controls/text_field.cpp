@@ -14,7 +14,10 @@ QString TextField::admitted(const QString &typed, qsizetype selected) const {
     const QString kept = m_rule.filtered(typed, present);
     if (m_maxTyped <= 0)
         return kept;
-    return kept.left(qMax(qsizetype(0), m_maxTyped - (present.size() - selected)));
+    QString fitting = kept.left(qMax(qsizetype(0), m_maxTyped - (present.size() - selected)));
+    if (!fitting.isEmpty() && fitting.back().isHighSurrogate())
+        fitting.chop(1);
+    return fitting;
 }
 
 std::vector<TextField *> textFields(const QWidget *screen) {

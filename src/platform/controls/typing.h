@@ -16,7 +16,7 @@ namespace zel::controls {
     const auto held = event->modifiers() & commands;
     const bool types = !held || held == (Qt::ControlModifier | Qt::AltModifier);
     const QString text = event->text();
-    return types && !text.isEmpty() && text.front().isPrint() ? text : QString();
+    return types && !text.isEmpty() && QChar::isPrint(text.toUcs4().front()) ? text : QString();
 }
 
 /// Focus that a menu or a drop-down borrows is not lost by its control.

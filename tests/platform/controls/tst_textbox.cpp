@@ -8,6 +8,7 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QVBoxLayout>
+#include <QWindow>
 
 using namespace zel::controls;
 
@@ -24,6 +25,8 @@ private Q_SLOTS:
     void enter_data();
     void enter();
     void lockedBoxAnswersEnterAlone();
+    void focusPassedOn();
+    void pastedLinesBecomeOne();
     void changedTellsOfTheProgramToo();
     void propertiesByName();
     void memo_data();
@@ -232,6 +235,45 @@ void tst_textbox::lockedBoxAnswersEnterAlone() {
     QVERIFY(box.focusPolicy() & Qt::TabFocus);
 }
 
+/// A box that hands the focus to another as soon as it has it.
+void tst_textbox::focusPassedOn() {
+    QWidget screen;
+    auto *layout = new QVBoxLayout(&screen);
+    auto *first = new TextBox;
+    auto *passing = new TextBox;
+    auto *target = new TextBox;
+    for (TextBox *box : {target, first, passing})
+        layout->addWidget(box);
+    QWidget::setTabOrder(first, passing);
+    connect(passing, &TextBox::gotFocus, target, [target] { target->setFocus(); });
+    screen.show();
+    screen.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&screen));
+    first->setFocus();
+    QSignalSpy got(target, &TextBox::gotFocus);
+    QTest::keyClick(first, Qt::Key_Return);
+    QVERIFY(target->hasFocus());
+    QCOMPARE(got.size(), 1);
+    QTest::keyClicks(screen.focusWidget(), "x");
+    QCOMPARE(target->text(), QStringLiteral("x"));
+    QVERIFY(!passing->hasFocus());
+}
+
+void tst_textbox::pastedLinesBecomeOne() {
+    TextBox box;
+    QGuiApplication::clipboard()->setText("one\r\ntwo\nthree");
+    QTest::keyClick(&box, Qt::Key_V, Qt::ControlModifier);
+    QCOMPARE(box.text(), QStringLiteral("one two three"));
+    const QString wide = QString::fromUtf8("\xF0\x9F\x8E\x93"); // two units long
+    box.setText(QString(40000, 'x'));
+    QCOMPARE(box.text().size(), 40000);
+    box.clear();
+    box.setMaxTyped(3);
+    QGuiApplication::clipboard()->setText(wide + wide);
+    QTest::keyClick(&box, Qt::Key_V, Qt::ControlModifier);
+    QCOMPARE(box.text(), wide);
+}
+
 void tst_textbox::changedTellsOfTheProgramToo() {
     TextBox box;
     QSignalSpy changed(&box, &TextBox::changed);
@@ -370,7 +412,8 @@ void tst_textbox::menuKeys() {
     }
     QGuiApplication::clipboard()->setText("before");
     const QKeyCombination pressed = QKeySequence(key)[0];
-    QTest::keyClick(used, pressed.key(), pressed.keyboardModifiers());
+    // Through the window, as the platform delivers it.
+    QTest::keyClick(window.windowHandle(), pressed.key(), pressed.keyboardModifiers());
     QCOMPARE(triggered.size(), toMenu ? 1 : 0);
     QCOMPARE(box->text(), QStringLiteral("abc"));
     if (key == "Ctrl+C")
