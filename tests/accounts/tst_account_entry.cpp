@@ -1,70 +1,12 @@
-#include "accounts/frmAccount.h"
-#include "platform/controls/button.h"
-#include "platform/controls/focus.h"
-#include "platform/controls/tree_view.h"
-#include "shell/screens.h"
-#include "tests/support/driver.h"
-#include "tests/support/office.h"
+#include "tests/accounts/account_screen.h"
 #include "tests/support/test_program.h"
 
 #include <QCheckBox>
-#include <QContextMenuEvent>
 #include <QLineEdit>
-#include <QTimer>
 #include <QtTest>
 
 using namespace zel;
 using namespace zel::test;
-
-namespace {
-
-controls::TreeView *tree(QWidget *screen) {
-    return control<controls::TreeView>(screen, "lstTree");
-}
-
-/// A click on the node of a code, by the keyboard: left is Enter, right is the menu key.
-void clickNode(QWidget *screen, const QString &code) {
-    controls::SetFocus(tree(screen));
-    tree(screen)->select(tree(screen)->node("'" + code + "'"));
-    press(Qt::Key_Return);
-    settle();
-}
-
-QString codeShown(QWidget *screen) {
-    const auto *node = dynamic_cast<controls::TreeNode *>(tree(screen)->currentItem());
-    return node ? node->Key() : QString();
-}
-
-/// The popup's one item, chosen by keys while the menu waits.
-void editByPopup(QWidget *screen, const QString &code) {
-    controls::SetFocus(tree(screen));
-    tree(screen)->select(tree(screen)->node("'" + code + "'"));
-    QTimer::singleShot(0, [] {
-        press(Qt::Key_Down);
-        press(Qt::Key_Return);
-    });
-    const QPoint place = tree(screen)->visualItemRect(tree(screen)->currentItem()).center();
-    QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, place, tree(screen)->viewport()->mapToGlobal(place));
-    QCoreApplication::sendEvent(tree(screen)->viewport(), &menuKey);
-    settle();
-}
-
-bool isShown(QWidget *screen, const QString &name) { return !control(screen, name)->isHidden(); }
-
-constexpr char chart[] = "insert into Accounts (ParentID,Dcode,AcNodes,AcName,AcStatus,OrderStatus) "
-                         "values ('1',0,'1','ASSETS','HH',5);"
-                         "insert into Accounts (ParentID,Dcode,AcNodes,AcName,AcStatus) "
-                         "values ('1',1,'1.1','BANKS','HD');"
-                         "insert into Accounts (ParentID,Dcode,AcNodes,AcName,AcStatus,OpenBal,openDate,BStatus,GST,NTN,"
-                         "ContactPer,Addr,Addr2,Contact,Fax,Email,WebSite,Location) values ('1.1',1,'1.1.1','CITY BANK',"
-                         "'DD',-1250.5,'2024-07-01','B','12-34-5678-901-23','1234567-8','MR A','4 Mall Road','2nd floor',"
-                         "'042-1','042-2','a@b.pk','b.pk','LAHORE');"
-                         "insert into Accounts (ParentID,Dcode,AcNodes,AcName,AcStatus,openDate) "
-                         "values ('1.1',2,'1.1.2','HILL BANK','DD','2024-07-01');"
-                         "insert into Accounts (ParentID,Dcode,AcNodes,AcName,AcStatus) "
-                         "values ('2',0,'2','INCOME','HH')";
-
-} // namespace
 
 class TestAccountEntry : public QObject {
     Q_OBJECT
@@ -74,7 +16,7 @@ class TestAccountEntry : public QObject {
 
     void open(bool withChart) {
         if (withChart)
-            office->execute(Sql(chart));
+            office->execute(smallChart());
         office->logIn();
         screen = openByMenu("mnuChartOfAC", "frmAccount");
     }
@@ -84,7 +26,7 @@ class TestAccountEntry : public QObject {
 
 private Q_SLOTS:
     void init() {
-        shell::setScreens({{"mnuChartOfAC", shell::shows(accounts::frmAccount::reference)}});
+        setAccountScreens();
         office = std::make_unique<Office>();
     }
     void cleanup() { office.reset(); }
@@ -155,7 +97,7 @@ private Q_SLOTS:
     void numbers() {
         QFETCH(QString, gone);
         QFETCH(QString, code);
-        office->execute(Sql(chart));
+        office->execute(smallChart());
         office->execute("delete from Accounts where AcNodes='"_sql + gone + "'");
         open(false);
         clickNode(screen, "1.1");
@@ -285,7 +227,7 @@ private Q_SLOTS:
         QCOMPARE(office->rows("select "_sql + Sql::trusted(column.toStdString()) + " from Accounts where AcNodes='1.1.1'"),
                  QStringList(stored));
         QCOMPARE(text(screen, "cmdCreateAc"), "&Save");
-        QCOMPARE(codeShown(screen), "'1.1.1'");
+        QCOMPARE(currentKey(screen), "'1.1.1'");
     }
 
     void ticks_data() {
@@ -366,7 +308,7 @@ private Q_SLOTS:
         QCOMPARE(office->rows("select AcName,OrderStatus from Accounts where AcNodes='"_sql + node + "'"),
                  QStringList(row));
         QCOMPARE(text(screen, "cmdCreateAc"), node == "1.1.1" ? "&Save" : "&New");
-        QCOMPARE(codeShown(screen), "'" + node + "'");
+        QCOMPARE(currentKey(screen), "'" + node + "'");
         QCOMPARE(focused(), "lstTree");
     }
 
@@ -426,9 +368,9 @@ namespace {
 
 /// An apostrophe typed into a box whose text goes into a statement ends the program.
 void apostrophe(const QString &node, const QString &box, bool save) {
-    shell::setScreens({{"mnuChartOfAC", shell::shows(accounts::frmAccount::reference)}});
+    setAccountScreens();
     Office office;
-    office.execute(Sql(chart));
+    office.execute(smallChart());
     office.logIn();
     QWidget *screen = openByMenu("mnuChartOfAC", "frmAccount");
     if (node == "1") {
