@@ -1,3 +1,4 @@
+#include "platform/controls/focus.h"
 #include "tests/accounts/account_screen.h"
 #include "tests/support/test_program.h"
 
@@ -75,8 +76,6 @@ private Q_SLOTS:
         QCOMPARE(keys.mid(0, 5), QStringList({"'1'", "'1.1'", "'1.1.1'", "'1.10'", "'1.2'"}));
         QVERIFY(tree(screen)->node("'1'")->isExpanded());
 
-        click(screen, "chkHead");
-        QVERIFY(!control<QCheckBox>(screen, "chkHead")->isChecked()); // it is off while a child is prepared
         clickNode(screen, "1");
         click(screen, "chkHead");
         click(screen, "cmdCreateAc");
@@ -126,7 +125,9 @@ private Q_SLOTS:
         if (cancelFirst)
             click(screen, "cmdCancel");
         if (node == "1")
-            editByPopup(screen, node), typeInto(screen, "txtAcDes", "hillbank");
+            QVERIFY(editByPopup(screen, node));
+        if (node == "1")
+            typeInto(screen, "txtAcDes", "hillbank");
         else
             click(screen, "cmdCreateAc");
         QCOMPARE(text(screen, "cmdCreateAc"), "&Save");
@@ -177,7 +178,7 @@ private Q_SLOTS:
             taken ? QStringList("Account Titel is already exitis, please change Account Title") : QStringList();
         QCOMPARE(save(), expected);
         if (taken)
-            QCOMPARE(focused(), box);
+            QCOMPARE(screen->focusWidget()->objectName(), box); // the platform may give the window back later
         QCOMPARE(office->rows("select AcName from Accounts where AcName='"_sql + title + "'").isEmpty(),
                  taken && title != "assets" && title != "hill bank");
     }
@@ -217,7 +218,8 @@ private Q_SLOTS:
             masked->setCursorPosition(0);
             type(typed);
         } else {
-            typeInto(screen, box, typed);
+            typeInto(screen, box, "");
+            type(typed);
         }
         if (stored == "FAILS") {
             QCOMPARE(text(screen, box), "1.2-34");
@@ -272,6 +274,10 @@ private Q_SLOTS:
                          : text(screen, name),
                      value);
         QVERIFY(control<QCheckBox>(screen, "chkBank")->isChecked());
+        picture(screen, "frmAccount");
+        turnTo(screen, "SSTab", 1);
+        picture(screen, "frmAccount_search");
+        turnTo(screen, "SSTab", 0);
         clickNode(screen, "1.1.2");
         QCOMPARE(text(screen, "txt_OpenBal"), "");
         QCOMPARE(control<QLineEdit>(screen, "txt_Gstno")->displayText(), "__-__-____-___-__");
@@ -295,7 +301,7 @@ private Q_SLOTS:
         QFETCH(QString, order);
         QFETCH(QString, row);
         open(true);
-        editByPopup(screen, node);
+        QCOMPARE(editByPopup(screen, node), node != "1.1.1");
         const bool isControl = node == "1";
         if (node != "1.1.1") {
             QCOMPARE(focused(), isControl ? "txtAcDes" : "txtSubControl");
@@ -309,7 +315,7 @@ private Q_SLOTS:
                  QStringList(row));
         QCOMPARE(text(screen, "cmdCreateAc"), node == "1.1.1" ? "&Save" : "&New");
         QCOMPARE(currentKey(screen), "'" + node + "'");
-        QCOMPARE(focused(), "lstTree");
+        QTRY_COMPARE(focused(), "lstTree");
     }
 
     void keys_data() {

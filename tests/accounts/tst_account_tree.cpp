@@ -123,7 +123,7 @@ private Q_SLOTS:
         QCOMPARE(text(screen, "txtFindParent"), "");
         QCOMPARE(text(screen, "txtAcDes"), "");
         QVERIFY(!isShown(screen, "frmEntry"));
-        QCOMPARE(focused(), "lstTree");
+        QCOMPARE(screen->focusWidget()->objectName(), "lstTree"); // the platform may give the window back later
     }
 
     void search_data() {
