@@ -66,10 +66,11 @@ private Q_SLOTS:
             typeInto(screen, "txtSubControl", "sub " + QString::number(number));
             QCOMPARE(save(), QStringList());
         }
-        QCOMPARE(office->rows("select AcStatus,ParentID,Dcode,AcNodes,AcName,OrderStatus,OpenBal from Accounts "
-                              "where Dcode in (0,1,10) order by RowID"),
-                 QStringList({"HH|1|0|1|ASSETS|12|NULL", "HD|1|1|1.1|CASH IN HAND|NULL|NULL",
-                              "DD|1.1|1|1.1.1|PETTY CASH|NULL|NULL", "HD|1|10|1.10|SUB 10|NULL|NULL"}));
+        QCOMPARE(
+            office->rows("select AcStatus,ParentID,Dcode,AcNodes,AcName,OrderStatus,OpenBal from Accounts "
+                         "where Dcode in (0,1,10) order by RowID"),
+            QStringList({"HH|1|0|1|ASSETS|12|NULL", "HD|1|1|1.1|CASH IN HAND|NULL|NULL",
+                         "DD|1.1|1|1.1.1|PETTY CASH|NULL|NULL", "HD|1|10|1.10|SUB 10|NULL|NULL"}));
         QStringList keys;
         for (const controls::TreeNode *node : tree(screen)->nodes())
             keys << node->Key();
@@ -89,9 +90,12 @@ private Q_SLOTS:
     void numbers_data() {
         QTest::addColumn<QString>("gone");
         QTest::addColumn<QString>("code");
-        QTest::newRow("nothing gone") << "" << "1.1.3";
-        QTest::newRow("the last one") << "1.1.2" << "1.1.2";
-        QTest::newRow("one in the middle") << "1.1.1" << "1.1.3";
+        QTest::newRow("nothing gone") << ""
+                                      << "1.1.3";
+        QTest::newRow("the last one") << "1.1.2"
+                                      << "1.1.2";
+        QTest::newRow("one in the middle") << "1.1.1"
+                                           << "1.1.3";
     }
     void numbers() {
         QFETCH(QString, gone);
@@ -152,14 +156,22 @@ private Q_SLOTS:
         QTest::addColumn<QString>("box");
         QTest::addColumn<QString>("title");
         QTest::addColumn<bool>("taken");
-        QTest::newRow("subsidiary, another level's title") << "1.1" << true << "txtSubsidiary" << "assets" << true;
-        QTest::newRow("subsidiary, other blanks") << "1.1" << true << "txtSubsidiary" << "ci ty b ank" << true;
-        QTest::newRow("subsidiary, free") << "1.1" << true << "txtSubsidiary" << "city bank 2" << false;
-        QTest::newRow("control account") << "1" << true << "txtAcDes" << " income" << true;
-        QTest::newRow("sub-control may repeat") << "1" << true << "txtSubControl" << "income" << false;
-        QTest::newRow("edit, title as it was") << "1.1.1" << false << "txtSubsidiary" << "city bank" << false;
-        QTest::newRow("edit, blanks of its own") << "1.1.1" << false << "txtSubsidiary" << "citybank" << true;
-        QTest::newRow("edit, another's title") << "1.1.1" << false << "txtSubsidiary" << "hill bank" << true;
+        QTest::newRow("subsidiary, another level's title") << "1.1" << true << "txtSubsidiary"
+                                                           << "assets" << true;
+        QTest::newRow("subsidiary, other blanks") << "1.1" << true << "txtSubsidiary"
+                                                  << "ci ty b ank" << true;
+        QTest::newRow("subsidiary, free") << "1.1" << true << "txtSubsidiary"
+                                          << "city bank 2" << false;
+        QTest::newRow("control account") << "1" << true << "txtAcDes"
+                                         << " income" << true;
+        QTest::newRow("sub-control may repeat") << "1" << true << "txtSubControl"
+                                                << "income" << false;
+        QTest::newRow("edit, title as it was") << "1.1.1" << false << "txtSubsidiary"
+                                               << "city bank" << false;
+        QTest::newRow("edit, blanks of its own") << "1.1.1" << false << "txtSubsidiary"
+                                                 << "citybank" << true;
+        QTest::newRow("edit, another's title") << "1.1.1" << false << "txtSubsidiary"
+                                               << "hill bank" << true;
     }
     void duplicates() {
         QFETCH(QString, node);
@@ -175,7 +187,8 @@ private Q_SLOTS:
             click(screen, "cmdCreateAc");
         typeInto(screen, box, title);
         const QStringList expected =
-            taken ? QStringList("Account Titel is already exitis, please change Account Title") : QStringList();
+            taken ? QStringList("Account Titel is already exitis, please change Account Title")
+                  : QStringList();
         QCOMPARE(save(), expected);
         if (taken)
             QCOMPARE(screen->focusWidget()->objectName(), box); // the platform may give the window back later
@@ -189,19 +202,58 @@ private Q_SLOTS:
         QTest::addColumn<QString>("typed");
         QTest::addColumn<QString>("column");
         QTest::addColumn<QString>("stored");
-        QTest::newRow("a lone point") << "txt_OpenBal" << "." << "OpenBal" << "NULL";
-        QTest::newRow("nothing") << "txt_OpenBal" << "" << "OpenBal" << "NULL";
-        QTest::newRow("negative") << "txt_OpenBal" << "-12.5" << "OpenBal" << "-12.5";
-        QTest::newRow("second point and minus") << "txt_OpenBal" << "1.2-.3-a 4" << "OpenBal" << "FAILS";
-        QTest::newRow("telephone") << "txt_telno" << "04 2,-35x7" << "Contact" << "042,357";
-        QTest::newRow("location in capitals") << "txtLocation" << "multan" << "Location" << "MULTAN";
-        QTest::newRow("address as typed") << "txt_address" << "12 Canal Road" << "Addr" << "12 Canal Road";
-        QTest::newRow("emptied address") << "txtAdd2" << "" << "Addr2" << "NULL";
-        QTest::newRow("an apostrophe where it is safe") << "txt_address" << "St. John's" << "Addr" << "St. John's";
-        QTest::newRow("full tax number") << "txt_Gstno" << "99887766554433" << "GST" << "99-88-7766-554-43";
-        QTest::newRow("tax number with a digit missing") << "txt_Gstno" << "998877665544" << "GST" << "12-34-5678-901-23";
-        QTest::newRow("full national number") << "txt_Ntnno" << "76543210" << "NTN" << "7654321-0";
-        QTest::newRow("half national number") << "txt_Ntnno" << "7654" << "NTN" << "1234567-8";
+        QTest::newRow("a lone point") << "txt_OpenBal"
+                                      << "."
+                                      << "OpenBal"
+                                      << "NULL";
+        QTest::newRow("nothing") << "txt_OpenBal"
+                                 << ""
+                                 << "OpenBal"
+                                 << "NULL";
+        QTest::newRow("negative") << "txt_OpenBal"
+                                  << "-12.5"
+                                  << "OpenBal"
+                                  << "-12.5";
+        QTest::newRow("second point and minus") << "txt_OpenBal"
+                                                << "1.2-.3-a 4"
+                                                << "OpenBal"
+                                                << "FAILS";
+        QTest::newRow("telephone") << "txt_telno"
+                                   << "04 2,-35x7"
+                                   << "Contact"
+                                   << "042,357";
+        QTest::newRow("location in capitals") << "txtLocation"
+                                              << "multan"
+                                              << "Location"
+                                              << "MULTAN";
+        QTest::newRow("address as typed") << "txt_address"
+                                          << "12 Canal Road"
+                                          << "Addr"
+                                          << "12 Canal Road";
+        QTest::newRow("emptied address") << "txtAdd2"
+                                         << ""
+                                         << "Addr2"
+                                         << "NULL";
+        QTest::newRow("an apostrophe where it is safe") << "txt_address"
+                                                        << "St. John's"
+                                                        << "Addr"
+                                                        << "St. John's";
+        QTest::newRow("full tax number") << "txt_Gstno"
+                                         << "99887766554433"
+                                         << "GST"
+                                         << "99-88-7766-554-43";
+        QTest::newRow("tax number with a digit missing") << "txt_Gstno"
+                                                         << "998877665544"
+                                                         << "GST"
+                                                         << "12-34-5678-901-23";
+        QTest::newRow("full national number") << "txt_Ntnno"
+                                              << "76543210"
+                                              << "NTN"
+                                              << "7654321-0";
+        QTest::newRow("half national number") << "txt_Ntnno"
+                                              << "7654"
+                                              << "NTN"
+                                              << "1234567-8";
     }
     void detail() {
         QFETCH(QString, box);
@@ -211,7 +263,8 @@ private Q_SLOTS:
         open(true);
         clickNode(screen, "1.1.1");
         QVERIFY(isShown(screen, "frmEntry"));
-        if (auto *masked = qobject_cast<QLineEdit *>(control(screen, box)); box == "txt_Gstno" || box == "txt_Ntnno") {
+        if (auto *masked = qobject_cast<QLineEdit *>(control(screen, box));
+            box == "txt_Gstno" || box == "txt_Ntnno") {
             controls::SetFocus(masked);
             masked->selectAll();
             press(Qt::Key_Delete);
@@ -226,7 +279,8 @@ private Q_SLOTS:
             return;
         }
         QCOMPARE(save(), QStringList());
-        QCOMPARE(office->rows("select "_sql + Sql::trusted(column.toStdString()) + " from Accounts where AcNodes='1.1.1'"),
+        QCOMPARE(office->rows("select "_sql + Sql::trusted(column.toStdString()) +
+                              " from Accounts where AcNodes='1.1.1'"),
                  QStringList(stored));
         QCOMPARE(text(screen, "cmdCreateAc"), "&Save");
         QCOMPARE(currentKey(screen), "'1.1.1'");
@@ -261,12 +315,14 @@ private Q_SLOTS:
         open(true);
         clickNode(screen, "1.1.1");
         const QList<std::pair<QString, QString>> expected{
-            {"txtAcDes", "ASSETS"},           {"txtSubControl", "BANKS"},       {"txtSubsidiary", "CITY BANK"},
-            {"txt_OpenBal", "-1250.5"},       {"dtpOpening", "01/07/2024"},     {"txtContactPerson", "MR A"},
-            {"txt_address", "4 Mall Road"},   {"txtAdd2", "2nd floor"},         {"txt_telno", "042-1"},
-            {"txt_faxno", "042-2"},           {"txt_email", "a@b.pk"},          {"txt_website", "b.pk"},
-            {"txtLocation", "LAHORE"},        {"txt_Gstno", "12-34-5678-901-23"}, {"txt_Ntnno", "1234567-8"},
-            {"cmdCreateAc", "&Save"},
+            {"txtAcDes", "ASSETS"},         {"txtSubControl", "BANKS"},
+            {"txtSubsidiary", "CITY BANK"}, {"txt_OpenBal", "-1250.5"},
+            {"dtpOpening", "01/07/2024"},   {"txtContactPerson", "MR A"},
+            {"txt_address", "4 Mall Road"}, {"txtAdd2", "2nd floor"},
+            {"txt_telno", "042-1"},         {"txt_faxno", "042-2"},
+            {"txt_email", "a@b.pk"},        {"txt_website", "b.pk"},
+            {"txtLocation", "LAHORE"},      {"txt_Gstno", "12-34-5678-901-23"},
+            {"txt_Ntnno", "1234567-8"},     {"cmdCreateAc", "&Save"},
         };
         for (const auto &[name, value] : expected)
             QCOMPARE(qobject_cast<QLineEdit *>(control(screen, name))
@@ -291,10 +347,18 @@ private Q_SLOTS:
         QTest::addColumn<QString>("node");
         QTest::addColumn<QString>("order");
         QTest::addColumn<QString>("row");
-        QTest::newRow("control account, order") << "1" << "7" << "FIXED ASSETS|7";
-        QTest::newRow("control account, order emptied") << "1" << "" << "FIXED ASSETS|NULL";
-        QTest::newRow("sub-control account") << "1.1" << "-" << "FIXED ASSETS|NULL";
-        QTest::newRow("a subsidiary has no menu") << "1.1.1" << "-" << "CITY BANK|NULL";
+        QTest::newRow("control account, order") << "1"
+                                                << "7"
+                                                << "FIXED ASSETS|7";
+        QTest::newRow("control account, order emptied") << "1"
+                                                        << ""
+                                                        << "FIXED ASSETS|NULL";
+        QTest::newRow("sub-control account") << "1.1"
+                                             << "-"
+                                             << "FIXED ASSETS|NULL";
+        QTest::newRow("a subsidiary has no menu") << "1.1.1"
+                                                  << "-"
+                                                  << "CITY BANK|NULL";
     }
     void edit() {
         QFETCH(QString, node);

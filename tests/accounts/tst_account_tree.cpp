@@ -46,7 +46,8 @@ private Q_SLOTS:
         QStringList shown;
         for (const controls::TreeNode *at : tree(screen)->nodes()) {
             const auto *parent = static_cast<controls::TreeNode *>(at->parent());
-            shown << (parent ? parent->Key() : QString()) + " " + at->Key() + " " + at->text(0) + " " + at->Tag;
+            shown << (parent ? parent->Key() : QString()) + " " + at->Key() + " " + at->text(0) + " " +
+                         at->Tag;
             QVERIFY(!at->isExpanded() && !at->icon(0).isNull());
         }
         QCOMPARE(shown, QStringList({" '1' ASSETS 1", "'1' '1.1' BANKS 2", "'1.1' '1.1.1' CITY BANK 3",
@@ -82,23 +83,34 @@ private Q_SLOTS:
         QTest::addColumn<QString>("code");
         QTest::addColumn<QString>("answer");
         const QString ask = "are you sure delete this account";
-        QTest::newRow("nothing selected") << "" << "" << "please select any one account";
-        QTest::newRow("heading with children") << "" << "1.1" << "this head not remove ";
-        QTest::newRow("1 has children") << "" << "1" << "this head not remove ";
-        QTest::newRow("1 isn't held by 10")
-            << "delete from Accounts where AcNodes like '1.%' insert into Accounts (ParentID,Dcode,AcNodes,AcName,"
-               "AcStatus) values ('10',1,'10.1','TEN','HD') insert into Accounts (ParentID,Dcode,AcNodes,AcName,"
-               "AcStatus) values ('10',0,'10','TEN','HH')"
-            << "1" << ask;
-        QTest::newRow("heading whose children are gone")
-            << "delete from Accounts where AcNodes like '1.1.%'" << "1.1" << ask;
+        QTest::newRow("nothing selected") << ""
+                                          << ""
+                                          << "please select any one account";
+        QTest::newRow("heading with children") << ""
+                                               << "1.1"
+                                               << "this head not remove ";
+        QTest::newRow("1 has children") << ""
+                                        << "1"
+                                        << "this head not remove ";
+        QTest::newRow("1 isn't held by 10") << "delete from Accounts where AcNodes like '1.%' insert into "
+                                               "Accounts (ParentID,Dcode,AcNodes,AcName,"
+                                               "AcStatus) values ('10',1,'10.1','TEN','HD') insert into "
+                                               "Accounts (ParentID,Dcode,AcNodes,AcName,"
+                                               "AcStatus) values ('10',0,'10','TEN','HH')"
+                                            << "1" << ask;
+        QTest::newRow("heading whose children are gone") << "delete from Accounts where AcNodes like '1.1.%'"
+                                                         << "1.1" << ask;
         QTest::newRow("posted to") << "insert into DetJV (VouNo,VouStatus,AcCode,CrAc) values (1,'JV',3,4)"
-                                   << "1.1.1" << "this Account use in vouceher detail ";
+                                   << "1.1.1"
+                                   << "this Account use in vouceher detail ";
         QTest::newRow("contra account only")
-            << "insert into DetJV (VouNo,VouStatus,AcCode,CrAc) values (1,'JV',3,4)" << "1.1.2" << ask;
-        QTest::newRow("a student's") << "insert into tblMasApp (AppID,CusCode) values (1,4)" << "1.1.2"
+            << "insert into DetJV (VouNo,VouStatus,AcCode,CrAc) values (1,'JV',3,4)"
+            << "1.1.2" << ask;
+        QTest::newRow("a student's") << "insert into tblMasApp (AppID,CusCode) values (1,4)"
+                                     << "1.1.2"
                                      << "this Account use in Application detail ";
-        QTest::newRow("with an opening balance") << "" << "1.1.1" << ask;
+        QTest::newRow("with an opening balance") << ""
+                                                 << "1.1.1" << ask;
     }
     void remove() {
         QFETCH(QString, prepared);
@@ -123,7 +135,8 @@ private Q_SLOTS:
         QCOMPARE(text(screen, "txtFindParent"), "");
         QCOMPARE(text(screen, "txtAcDes"), "");
         QVERIFY(!isShown(screen, "frmEntry"));
-        QCOMPARE(screen->focusWidget()->objectName(), "lstTree"); // the platform may give the window back later
+        QCOMPARE(screen->focusWidget()->objectName(),
+                 "lstTree"); // the platform may give the window back later
     }
 
     void search_data() {

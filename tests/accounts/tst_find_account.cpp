@@ -38,8 +38,9 @@ private Q_SLOTS:
     void init() {
         setAccountScreens();
         office = std::make_unique<Office>(Office::Chart::Demo);
-        office->execute("update Accounts set OpenBal=1500.5,Contact='0300-1',Fax='042-7',Addr='1 MALL',Addr2='LAHORE' "
-                        "where AcName='CITY BANK'");
+        office->execute(
+            "update Accounts set OpenBal=1500.5,Contact='0300-1',Fax='042-7',Addr='1 MALL',Addr2='LAHORE' "
+            "where AcName='CITY BANK'");
         office->logIn();
     }
     void cleanup() { office.reset(); }
@@ -49,17 +50,36 @@ private Q_SLOTS:
         QTest::addColumn<QString>("typed");
         QTest::addColumn<QString>("found");
         QTest::addColumn<QString>("all"); // with "All Accounts" ticked
-        QTest::newRow("banks") << "B" << "" << "CITY BANK" << "*";
-        QTest::newRow("banks, narrowed") << "B" << "x" << "" << "";
-        QTest::newRow("suppliers") << "S" << "paper" << "BOOK AND PAPER HOUSE" << "BOOK AND PAPER HOUSE";
-        QTest::newRow("suppliers that are banks") << "S" << "city" << "" << "CITY BANK,ELECTRICITY";
-        QTest::newRow("sub-control") << "SUB" << "s" << "CAPITAL ACCOUNTS,CASH AND BANK,FEES,OFFICE EXPENSES,"
-                                                        "STUDENTS,SUPPLIERS"
+        QTest::newRow("banks") << "B"
+                               << ""
+                               << "CITY BANK"
+                               << "*";
+        QTest::newRow("banks, narrowed") << "B"
+                                         << "x"
+                                         << ""
+                                         << "";
+        QTest::newRow("suppliers") << "S"
+                                   << "paper"
+                                   << "BOOK AND PAPER HOUSE"
+                                   << "BOOK AND PAPER HOUSE";
+        QTest::newRow("suppliers that are banks") << "S"
+                                                  << "city"
+                                                  << ""
+                                                  << "CITY BANK,ELECTRICITY";
+        QTest::newRow("sub-control") << "SUB"
+                                     << "s"
+                                     << "CAPITAL ACCOUNTS,CASH AND BANK,FEES,OFFICE EXPENSES,"
+                                        "STUDENTS,SUPPLIERS"
                                      << "BOOK AND PAPER HOUSE,CAPITAL OF THE INSTITUTE,CASH IN HAND,"
                                         "REGISTRATION FEE,SALARIES,STATIONERY";
-        QTest::newRow("all subsidiaries") << "" << "fee" << "REGISTRATION FEE,TUITION FEE"
+        QTest::newRow("all subsidiaries") << ""
+                                          << "fee"
+                                          << "REGISTRATION FEE,TUITION FEE"
                                           << "REGISTRATION FEE,TUITION FEE";
-        QTest::newRow("an unknown filter lists all") << "Q" << "RENT" << "RENT" << "RENT";
+        QTest::newRow("an unknown filter lists all") << "Q"
+                                                     << "RENT"
+                                                     << "RENT"
+                                                     << "RENT";
     }
     void filters() {
         QFETCH(QString, filter);

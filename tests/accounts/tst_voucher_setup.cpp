@@ -14,7 +14,8 @@ namespace {
 
 const QStringList voucherBoxes{"txtCP", "txtCR", "txtBP", "txtBR", "txtJV", "txtSalInv"};
 
-constexpr char allColumns[] = "select VouStatus,VouNo,AcCode,AcStatus,Fix,OthAcCode,ITaxAc,STaxAc from VouSetting";
+constexpr char allColumns[] =
+    "select VouStatus,VouNo,AcCode,AcStatus,Fix,OthAcCode,ITaxAc,STaxAc from VouSetting";
 
 } // namespace
 
@@ -58,7 +59,8 @@ private Q_SLOTS:
         QTest::addColumn<QString>("box");
         QTest::addColumn<QString>("filter");
         QTest::addColumn<bool>("widens");
-        const auto row = [](const char *button, const char *box, const char *filter = "", bool widens = true) {
+        const auto row = [](const char *button, const char *box, const char *filter = "",
+                            bool widens = true) {
             QTest::newRow(button) << button << box << filter << widens;
         };
         row("cmdCPFindAC", "txtCPAcc");
@@ -132,7 +134,8 @@ private Q_SLOTS:
         QTest::addColumn<QString>("button");
         QTest::addColumn<QStringList>("emptied"); // boxes; for a voucher frame its options and tick, too
         QTest::addColumn<QString>("frame");
-        const auto voucher = [](const char *button, const char *number, const char *account, const char *frame) {
+        const auto voucher = [](const char *button, const char *number, const char *account,
+                                const char *frame) {
             QTest::newRow(button) << button << QStringList({number, account}) << frame;
         };
         voucher("cmdClearCP", "txtCP", "txtCPAcc", "CP");
@@ -144,8 +147,8 @@ private Q_SLOTS:
         voucher("cmdClearGst", "txtGstInv", "txtGstACC", "");
         voucher("cmdClearInsRec", "txtInsRec", "txtInsRecACC", "");
         voucher("cmdClearAppSub", "txtAppSubACC", "txtAppSubACC", "");
-        QTest::newRow("cmdClearSTax") << "cmdClearSTax" << QStringList({"txtTaxInv", "txtSTaxACC", "txtShortFLLAC"})
-                                      << "";
+        QTest::newRow("cmdClearSTax")
+            << "cmdClearSTax" << QStringList({"txtTaxInv", "txtSTaxACC", "txtShortFLLAC"}) << "";
     }
     void clear() {
         QFETCH(QString, button);
@@ -156,10 +159,12 @@ private Q_SLOTS:
         click(screen, button);
         for (const controls::TextBox *box : screen->findChildren<controls::TextBox *>()) {
             const bool gone = emptied.contains(box->objectName());
-            QVERIFY2(box->text().isEmpty() == gone && (!gone || box->Tag().isEmpty()), qPrintable(box->objectName()));
+            QVERIFY2(box->text().isEmpty() == gone && (!gone || box->Tag().isEmpty()),
+                     qPrintable(box->objectName()));
         }
         for (const QString kind : {"CP", "CR", "BP", "BR", "JV", "SalInv"})
-            QVERIFY2(ticked("opt" + kind + "Dr") == (kind != frame) && ticked("chk" + kind + "YN") == (kind != frame),
+            QVERIFY2(ticked("opt" + kind + "Dr") == (kind != frame) &&
+                         ticked("chk" + kind + "YN") == (kind != frame),
                      qPrintable(kind));
     }
 
@@ -173,7 +178,9 @@ private Q_SLOTS:
             expected << QString(kind) + "|||NULL|N|NULL|NULL|NULL";
         for (const char *kind : {"PO", "QT", "DC"})
             expected << QString(kind) + "||NULL|NULL|NULL|NULL|NULL|NULL";
-        expected << "TI|||NULL|NULL|||" << "GI|||NULL|NULL|NULL|NULL|NULL" << "IR|0||NULL|NULL|NULL|NULL|NULL"
+        expected << "TI|||NULL|NULL|||"
+                 << "GI|||NULL|NULL|NULL|NULL|NULL"
+                 << "IR|0||NULL|NULL|NULL|NULL|NULL"
                  << "RI|||NULL|N|NULL|NULL|NULL";
         QCOMPARE(office->rows(Sql(allColumns)), expected);
         open();
