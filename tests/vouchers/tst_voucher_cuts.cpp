@@ -17,7 +17,7 @@ private Q_SLOTS:
     void processesKilledAtRandom();
 
 private:
-    int save(const char *kind, const char *state, const char *how, int statement);
+    int save(const QString &kind, const QString &state, const QString &how, int statement);
     QByteArray select(const char *statement);
     void checkCatalog();
 
@@ -53,7 +53,7 @@ void tst_voucher_cuts::init() {
     zel::schema::createCatalog(m_folder->path());
 }
 
-int tst_voucher_cuts::save(const char *kind, const char *state, const char *how, int statement) {
+int tst_voucher_cuts::save(const QString &kind, const QString &state, const QString &how, int statement) {
     QProcess process;
     process.setProcessChannelMode(QProcess::ForwardedChannels);
     process.start(Writer, {"save", m_folder->path(), kind, state, how, QString::number(statement)});
@@ -88,9 +88,9 @@ void tst_voucher_cuts::checkCatalog() {
 }
 
 void tst_voucher_cuts::aSaveCutAtEachStatement_data() {
-    QTest::addColumn<const char *>("kind");
-    QTest::addColumn<const char *>("state");
-    QTest::addColumn<const char *>("how");
+    QTest::addColumn<QString>("kind");
+    QTest::addColumn<QString>("state");
+    QTest::addColumn<QString>("how");
     QTest::addColumn<int>("cutStatus");
     for (const char *kind : {"BP", "CR"}) {
         for (const char *state : {"new", "changed"}) {
@@ -101,9 +101,9 @@ void tst_voucher_cuts::aSaveCutAtEachStatement_data() {
 }
 
 void tst_voucher_cuts::aSaveCutAtEachStatement() {
-    QFETCH(const char *, kind);
-    QFETCH(const char *, state);
-    QFETCH(const char *, how);
+    QFETCH(QString, kind);
+    QFETCH(QString, state);
+    QFETCH(QString, how);
     QFETCH(int, cutStatus);
     QCOMPARE(save(kind, "new", how, 0), 0);
     const QByteArray before = select(Everything);

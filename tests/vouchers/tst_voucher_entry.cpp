@@ -1,4 +1,4 @@
-#include "vouchers/voucher_desk.h"
+#include "tests/vouchers/voucher_desk.h"
 
 #include "shell/module1.h"
 
@@ -48,7 +48,7 @@ void tst_voucher_entry::refusals_data() {
     QTest::addColumn<QString>("debit");
     QTest::addColumn<QString>("credit");
     QTest::addColumn<QString>("amount");
-    QTest::addColumn<const char *>("message");
+    QTest::addColumn<QString>("message");
     QTest::addColumn<QString>("focus");
 
     const QString stays = "cmdAdd";
@@ -94,7 +94,7 @@ void tst_voucher_entry::refusals() {
     QFETCH(QString, debit);
     QFETCH(QString, credit);
     QFETCH(QString, amount);
-    QFETCH(const char *, message);
+    QFETCH(QString, message);
     QFETCH(QString, focus);
     Desk desk;
     desk.open(QByteArray(QTest::currentDataTag()).left(2));
@@ -263,7 +263,7 @@ void tst_voucher_entry::chosenAccount() {
 }
 
 void tst_voucher_entry::setupRow_data() {
-    QTest::addColumn<const char *>("setting");
+    QTest::addColumn<QString>("setting");
     QTest::addColumn<QString>("debit");
     QTest::addColumn<QString>("credit");
     QTest::addColumn<bool>("debitFree");
@@ -289,12 +289,12 @@ void tst_voucher_entry::setupRow_data() {
 }
 
 void tst_voucher_entry::setupRow() {
-    QFETCH(const char *, setting);
+    QFETCH(QString, setting);
     QFETCH(QString, debit);
     QFETCH(QString, credit);
     QFETCH(bool, debitFree);
     QFETCH(bool, creditFree);
-    Desk desk("update VouSetting set "_sql + Sql::trusted(setting));
+    Desk desk("update VouSetting set "_sql + Sql::trusted(setting.toStdString()));
     for (const char *kind : {"BP", "BR", "CP", "CR", "JV"}) {
         desk.open(kind);
         QCOMPARE(desk.text("txtDrAc"), debit);

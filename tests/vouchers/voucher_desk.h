@@ -7,7 +7,7 @@
 #include "tests/support/driver.h"
 #include "tests/support/office.h"
 #include "tests/support/test_program.h"
-#include "vouchers/voucher_kind.h"
+#include "vouchers/voucher.h"
 
 #include <QApplication>
 #include <QTest>
@@ -47,6 +47,7 @@ public:
         }
         if (!rows.text().empty())
             office.execute(rows);
+        shell::setScreens(vouchers::voucherScreens());
         office.logIn();
     }
 
@@ -142,9 +143,9 @@ private:
 
 /// Rows written as lines of cells parted by "|", with blanks around them for the eye, as Office::rows gives
 /// them; "''" is an empty text.
-inline QStringList table(const char *text) {
+inline QStringList table(const QString &text) {
     QStringList rows;
-    for (const QString &line : QString(text).split('\n', Qt::SkipEmptyParts)) {
+    for (const QString &line : text.split('\n', Qt::SkipEmptyParts)) {
         QStringList cells;
         for (const QString &cell : line.split('|'))
             cells << (cell.trimmed() == "''" ? QString() : cell.trimmed());
