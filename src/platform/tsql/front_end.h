@@ -31,8 +31,8 @@ struct Type {
     int scale = 0;  ///< decimals of a numeric
 };
 
-/// The type that a declared type text ("varchar(50)", "numeric(18,2)", "INTEGER") means, for the columns of a catalog;
-/// nullopt for a text that is no type of the dialect.
+/// The type that a declared type text ("varchar(50)", "numeric(18,2)", "INTEGER") means, for the columns of a
+/// catalog; nullopt for a text that is no type of the dialect.
 [[nodiscard]] std::optional<Type> parseType(std::string_view declared);
 
 struct Column {

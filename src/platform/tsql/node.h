@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <string_view>
 
-/// The tree as it was written, names not yet looked up. All nodes live in an Arena; lists are chained by `next`; `at` is
-/// the byte of the source where the thing begins.
+/// The tree as it was written, names not yet looked up. All nodes live in an Arena; lists are chained by
+/// `next`; `at` is the byte of the source where the thing begins.
 namespace zel::tsql {
 
 enum class NodeKind : std::uint8_t {

@@ -18,40 +18,61 @@ struct TypeWord {
 constexpr int Unbounded = 8000;
 
 constexpr TypeWord Words[] = {
-    {"int", {TypeKind::Int, 0, 0}},           {"varchar", {TypeKind::VarChar, 1, 0}},
-    {"datetime", {TypeKind::DateTime, 0, 0}}, {"numeric", {TypeKind::Numeric, 18, 0}},
-    {"char", {TypeKind::Char, 1, 0}},         {"smallint", {TypeKind::SmallInt, 0, 0}},
-    {"decimal", {TypeKind::Numeric, 18, 0}},  {"integer", {TypeKind::Int, 0, 0}},
-    {"bigint", {TypeKind::BigInt, 0, 0}},     {"money", {TypeKind::Money, 19, 4}},
-    {"float", {TypeKind::Float, 0, 0}},       {"real", {TypeKind::Float, 0, 0}},
-    {"bit", {TypeKind::Bit, 0, 0}},           {"date", {TypeKind::Date, 0, 0}},
-    {"tinyint", {TypeKind::SmallInt, 0, 0}},  {"nvarchar", {TypeKind::VarChar, 1, 0}},
-    {"nchar", {TypeKind::Char, 1, 0}},        {"text", {TypeKind::VarChar, Unbounded, 0}},
-    {"ntext", {TypeKind::VarChar, Unbounded, 0}}, {"smalldatetime", {TypeKind::DateTime, 0, 0}},
-    {"datetime2", {TypeKind::DateTime, 0, 0}},    {"smallmoney", {TypeKind::Money, 19, 4}},
+    {"int", {TypeKind::Int, 0, 0}},
+    {"varchar", {TypeKind::VarChar, 1, 0}},
+    {"datetime", {TypeKind::DateTime, 0, 0}},
+    {"numeric", {TypeKind::Numeric, 18, 0}},
+    {"char", {TypeKind::Char, 1, 0}},
+    {"smallint", {TypeKind::SmallInt, 0, 0}},
+    {"decimal", {TypeKind::Numeric, 18, 0}},
+    {"integer", {TypeKind::Int, 0, 0}},
+    {"bigint", {TypeKind::BigInt, 0, 0}},
+    {"money", {TypeKind::Money, 19, 4}},
+    {"float", {TypeKind::Float, 0, 0}},
+    {"real", {TypeKind::Float, 0, 0}},
+    {"bit", {TypeKind::Bit, 0, 0}},
+    {"date", {TypeKind::Date, 0, 0}},
+    {"tinyint", {TypeKind::SmallInt, 0, 0}},
+    {"nvarchar", {TypeKind::VarChar, 1, 0}},
+    {"nchar", {TypeKind::Char, 1, 0}},
+    {"text", {TypeKind::VarChar, Unbounded, 0}},
+    {"ntext", {TypeKind::VarChar, Unbounded, 0}},
+    {"smalldatetime", {TypeKind::DateTime, 0, 0}},
+    {"datetime2", {TypeKind::DateTime, 0, 0}},
+    {"smallmoney", {TypeKind::Money, 19, 4}},
 };
 
-int rank(TypeKind kind)
-{
+int rank(TypeKind kind) {
     switch (kind) {
-    case TypeKind::Null: return 0;
-    case TypeKind::Char: return 1;
-    case TypeKind::VarChar: return 2;
-    case TypeKind::Bit: return 3;
-    case TypeKind::SmallInt: return 4;
-    case TypeKind::Int: return 5;
-    case TypeKind::BigInt: return 6;
-    case TypeKind::Numeric: return 7;
-    case TypeKind::Money: return 8;
-    case TypeKind::Float: return 9;
-    case TypeKind::Date: return 10;
-    case TypeKind::DateTime: return 11;
+    case TypeKind::Null:
+        return 0;
+    case TypeKind::Char:
+        return 1;
+    case TypeKind::VarChar:
+        return 2;
+    case TypeKind::Bit:
+        return 3;
+    case TypeKind::SmallInt:
+        return 4;
+    case TypeKind::Int:
+        return 5;
+    case TypeKind::BigInt:
+        return 6;
+    case TypeKind::Numeric:
+        return 7;
+    case TypeKind::Money:
+        return 8;
+    case TypeKind::Float:
+        return 9;
+    case TypeKind::Date:
+        return 10;
+    case TypeKind::DateTime:
+        return 11;
     }
     return 0;
 }
 
-bool readInt(std::string_view &text, int &value)
-{
+bool readInt(std::string_view &text, int &value) {
     while (!text.empty() && text.front() == ' ')
         text.remove_prefix(1);
     const auto read = std::from_chars(text.data(), text.data() + text.size(), value);
@@ -65,8 +86,7 @@ bool readInt(std::string_view &text, int &value)
 
 } // namespace
 
-std::optional<Type> parseType(std::string_view declared)
-{
+std::optional<Type> parseType(std::string_view declared) {
     const std::size_t open = declared.find('(');
     const std::string_view word = withoutTrailingBlanks(declared.substr(0, open));
     const auto found = std::find_if(std::begin(Words), std::end(Words),
@@ -103,55 +123,72 @@ std::optional<Type> parseType(std::string_view declared)
     return type;
 }
 
-int integerBits(Type type)
-{
+int integerBits(Type type) {
     switch (type.kind) {
-    case TypeKind::Bit: return 1;
-    case TypeKind::SmallInt: return 16;
-    case TypeKind::Int: return 32;
-    default: return 64;
+    case TypeKind::Bit:
+        return 1;
+    case TypeKind::SmallInt:
+        return 16;
+    case TypeKind::Int:
+        return 32;
+    default:
+        return 64;
     }
 }
 
-int decimals(Type type)
-{
+int decimals(Type type) {
     return type.kind == TypeKind::Money ? 4 : type.kind == TypeKind::Numeric ? type.scale : 0;
 }
 
-int precision(Type type)
-{
+int precision(Type type) {
     switch (type.kind) {
-    case TypeKind::Bit: return 1;
-    case TypeKind::SmallInt: return 5;
-    case TypeKind::Int: return 10;
+    case TypeKind::Bit:
+        return 1;
+    case TypeKind::SmallInt:
+        return 5;
+    case TypeKind::Int:
+        return 10;
     case TypeKind::BigInt:
-    case TypeKind::Money: return 19;
-    case TypeKind::Numeric: return type.length;
-    default: return 0;
+    case TypeKind::Money:
+        return 19;
+    case TypeKind::Numeric:
+        return type.length;
+    default:
+        return 0;
     }
 }
 
-std::string_view typeName(Type type)
-{
+std::string_view typeName(Type type) {
     switch (type.kind) {
-    case TypeKind::Null: return "NULL";
-    case TypeKind::Bit: return "bit";
-    case TypeKind::SmallInt: return "smallint";
-    case TypeKind::Int: return "int";
-    case TypeKind::BigInt: return "bigint";
-    case TypeKind::Numeric: return "numeric";
-    case TypeKind::Money: return "money";
-    case TypeKind::Float: return "float";
-    case TypeKind::Char: return "char";
-    case TypeKind::VarChar: return "varchar";
-    case TypeKind::Date: return "date";
-    case TypeKind::DateTime: return "datetime";
+    case TypeKind::Null:
+        return "NULL";
+    case TypeKind::Bit:
+        return "bit";
+    case TypeKind::SmallInt:
+        return "smallint";
+    case TypeKind::Int:
+        return "int";
+    case TypeKind::BigInt:
+        return "bigint";
+    case TypeKind::Numeric:
+        return "numeric";
+    case TypeKind::Money:
+        return "money";
+    case TypeKind::Float:
+        return "float";
+    case TypeKind::Char:
+        return "char";
+    case TypeKind::VarChar:
+        return "varchar";
+    case TypeKind::Date:
+        return "date";
+    case TypeKind::DateTime:
+        return "datetime";
     }
     return {};
 }
 
-Type commonType(Type a, Type b)
-{
+Type commonType(Type a, Type b) {
     Type common = rank(a.kind) >= rank(b.kind) ? a : b;
     if (common.kind == TypeKind::Numeric && isNumber(a) && isNumber(b)) {
         const int scale = std::max(decimals(a), decimals(b));
@@ -163,21 +200,31 @@ Type commonType(Type a, Type b)
     return common;
 }
 
-int textWidth(Type type)
-{
+int textWidth(Type type) {
     switch (type.kind) {
     case TypeKind::Char:
-    case TypeKind::VarChar: return type.length;
-    case TypeKind::Bit: return 1;
-    case TypeKind::SmallInt: return 6;
-    case TypeKind::Int: return 11;
-    case TypeKind::BigInt: return 20;
-    case TypeKind::Numeric: return type.length + 3;
-    case TypeKind::Money: return 21;
-    case TypeKind::Float: return 24;
-    case TypeKind::Date: return 10;
-    case TypeKind::DateTime: return 23;
-    case TypeKind::Null: return 1;
+    case TypeKind::VarChar:
+        return type.length;
+    case TypeKind::Bit:
+        return 1;
+    case TypeKind::SmallInt:
+        return 6;
+    case TypeKind::Int:
+        return 11;
+    case TypeKind::BigInt:
+        return 20;
+    case TypeKind::Numeric:
+        return type.length + 3;
+    case TypeKind::Money:
+        return 21;
+    case TypeKind::Float:
+        return 24;
+    case TypeKind::Date:
+        return 10;
+    case TypeKind::DateTime:
+        return 23;
+    case TypeKind::Null:
+        return 1;
     }
     return 0;
 }

@@ -4,25 +4,20 @@
 
 namespace zel::tsql {
 
-[[nodiscard]] constexpr bool isText(Type type)
-{
+[[nodiscard]] constexpr bool isText(Type type) {
     return type.kind == TypeKind::Char || type.kind == TypeKind::VarChar;
 }
-[[nodiscard]] constexpr bool isInteger(Type type)
-{
+[[nodiscard]] constexpr bool isInteger(Type type) {
     return type.kind >= TypeKind::Bit && type.kind <= TypeKind::BigInt;
 }
 /// Numeric or money.
-[[nodiscard]] constexpr bool isDecimal(Type type)
-{
+[[nodiscard]] constexpr bool isDecimal(Type type) {
     return type.kind == TypeKind::Numeric || type.kind == TypeKind::Money;
 }
-[[nodiscard]] constexpr bool isNumber(Type type)
-{
+[[nodiscard]] constexpr bool isNumber(Type type) {
     return type.kind >= TypeKind::Bit && type.kind <= TypeKind::Float;
 }
-[[nodiscard]] constexpr bool isDate(Type type)
-{
+[[nodiscard]] constexpr bool isDate(Type type) {
     return type.kind == TypeKind::Date || type.kind == TypeKind::DateTime;
 }
 

@@ -1,6 +1,7 @@
 #include "platform/ado/drivers/row_set.h"
 
 #include <charconv>
+#include <stdexcept>
 
 namespace zel::ado {
 
@@ -119,9 +120,15 @@ RowSet::RowSet(std::vector<tsql::ResultColumn> columns, bool withIdentity)
 }
 
 void RowSet::finish() {
-    m_tags.shrink_to_fit();
-    m_cells.shrink_to_fit();
-    m_bytes.shrink_to_fit();
+    m_tags.trim();
+    m_cells.trim();
+    m_bytes.trim();
+}
+
+std::size_t RowSet::index(qsizetype row, qsizetype column) const {
+    if (row < 0 || column < 0 || column >= m_width || row >= rowCount())
+        throw std::out_of_range("RowSet");
+    return std::size_t(row * m_width + column);
 }
 
 int RowSet::columnIndex(const QString &name) const {
@@ -137,13 +144,13 @@ bool RowSet::isNumber(int column) const {
 }
 
 bool RowSet::isNull(qsizetype row, int column) const {
-    return m_tags.at(index(row, column)) == Tag::Null;
+    return m_tags[index(row, column)] == Tag::Null;
 }
 
 Value RowSet::value(qsizetype row, int column) const {
     const std::size_t at = index(row, column);
     const TypeKind kind = m_columns.at(std::size_t(column)).type.kind;
-    switch (m_tags.at(at)) {
+    switch (m_tags[at]) {
     case Tag::Integer:
         return fromInteger(m_cells[at], kind);
     case Tag::Real:
@@ -159,7 +166,7 @@ Value RowSet::value(qsizetype row, int column) const {
 QString RowSet::text(qsizetype row, int column) const {
     const std::size_t at = index(row, column);
     const TypeKind kind = m_columns.at(std::size_t(column)).type.kind;
-    const Tag tag = m_tags.at(at);
+    const Tag tag = m_tags[at];
     if (tag == Tag::Text && (kind == TypeKind::VarChar || kind == TypeKind::Char)) {
         const std::string_view utf8 = bytes(m_cells[at]);
         return QString::fromUtf8(utf8.data(), qsizetype(utf8.size()));
@@ -173,7 +180,7 @@ std::optional<std::int64_t> RowSet::identity(qsizetype row) const {
     if (m_width == qsizetype(m_columns.size()))
         return std::nullopt;
     const std::size_t at = index(row, columnCount());
-    if (m_tags.at(at) != Tag::Integer)
+    if (m_tags[at] != Tag::Integer)
         return std::nullopt;
     return m_cells[at];
 }

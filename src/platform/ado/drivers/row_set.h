@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/ado/drivers/packed_array.h"
 #include "platform/base/rows.h"
 #include "platform/tsql/front_end.h"
 
@@ -25,7 +26,7 @@ public:
     void appendReal(double value) { append(Tag::Real, std::bit_cast<std::int64_t>(value)); }
     void appendText(std::string_view utf8) {
         const auto place = static_cast<std::int64_t>(m_bytes.size());
-        m_bytes.insert(m_bytes.end(), utf8.begin(), utf8.end());
+        m_bytes.append(utf8.data(), utf8.size());
         append(Tag::Text, place << LengthBits | static_cast<std::int64_t>(utf8.size()));
     }
     /// Gives back what growing held in reserve.
@@ -54,12 +55,11 @@ private:
     enum class Tag : std::uint8_t { Null, Integer, Real, Text };
 
     void append(Tag tag, std::int64_t cell) {
-        m_tags.push_back(tag);
-        m_cells.push_back(cell);
+        m_tags.append(tag);
+        m_cells.append(cell);
     }
-    [[nodiscard]] std::size_t index(qsizetype row, int column) const {
-        return static_cast<std::size_t>(row * m_width + column);
-    }
+    /// The place of a cell; rows and columns that are not there fail with std::out_of_range.
+    [[nodiscard]] std::size_t index(qsizetype row, qsizetype column) const;
     [[nodiscard]] std::string_view bytes(std::int64_t cell) const {
         return {m_bytes.data() + (cell >> LengthBits), static_cast<std::size_t>(cell) & LongestText};
     }
@@ -67,9 +67,9 @@ private:
     std::vector<tsql::ResultColumn> m_columns;
     QStringList m_names;
     qsizetype m_width;
-    std::vector<Tag> m_tags;
-    std::vector<std::int64_t> m_cells;
-    std::vector<char> m_bytes;
+    PackedArray<Tag> m_tags;
+    PackedArray<std::int64_t> m_cells;
+    PackedArray<char> m_bytes;
 };
 
 /// The moment that a stored text shows: YYYY-MM-DD, with a time of day behind a blank or a T if it has one.

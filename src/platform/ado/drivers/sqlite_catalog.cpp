@@ -76,6 +76,7 @@ void SqliteCatalog::refresh() {
 
 void SqliteCatalog::readTables() {
     m_read = true;
+    const SqliteSession::OwnTables access(m_session);
     SqliteSession::Running columns = m_session.prepare(
         "select t.name, c.name, c.type, c.\"notnull\", c.pk, instr(upper(t.sql), 'AUTOINCREMENT') > 0"
         " from sqlite_master t, pragma_table_info(t.name) c where t.type = 'table' order by t.rowid, c.cid");

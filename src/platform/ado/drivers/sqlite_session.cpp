@@ -139,6 +139,8 @@ void SqliteSession::fail(int code) {
         throw Error(823, "The catalog " + file + " can't be read or written: " + message + '.');
     case SQLITE_NOMEM:
         throw Error(701, "There is not enough memory for this statement.");
+    case SQLITE_AUTH:
+        throw Error(229, "The permission was denied on a table of the catalog's own.");
     case SQLITE_TOOBIG:
         throw Error(8152, "String or binary data would be truncated.");
     default:

@@ -1,0 +1,395 @@
+#include "platform/tsql/lexer.h"
+#include "platform/tsql/names.h"
+#include "platform/tsql/sqlite_names.h"
+#include "platform/tsql/types.h"
+#include "platform/tsql/writer.h"
+
+namespace zel::tsql {
+
+namespace {
+
+/// The engine's own `like` refuses longer patterns.
+constexpr std::size_t LongestPattern = 40'000;
+
+void writeNumber(Writer &out, const Expr &node) {
+    if (node.text.front() == '-') // "5--5" would begin a comment
+        out << '(' << node.text << ')';
+    else
+        out << node.text;
+}
+
+void writeText(Writer &out, const Expr &node) {
+    out.quoted(node.text);
+}
+
+void writeColumn(Writer &out, const Expr &node) {
+    out.column(node);
+}
+
+std::string_view signText(int sign) {
+    switch (sign) {
+    case LessOrEqual:
+        return "<=";
+    case GreaterOrEqual:
+        return ">=";
+    case NotEqual:
+        return "<>";
+    case '<':
+        return "<";
+    case '>':
+        return ">";
+    default:
+        return "=";
+    }
+}
+
+void writeComparison(Writer &out, const Expr &node) {
+    out << '(' << *node.a << signText(node.n) << *node.b << ')';
+}
+
+int mirrored(int sign) {
+    switch (sign) {
+    case '<':
+        return '>';
+    case '>':
+        return '<';
+    case LessOrEqual:
+        return GreaterOrEqual;
+    case GreaterOrEqual:
+        return LessOrEqual;
+    default:
+        return sign;
+    }
+}
+
+/// A char(n) lies in the file without trailing blanks.
+bool isTrimmed(const Expr &value) {
+    return value.type.kind == TypeKind::Char;
+}
+
+void writeTrimmed(Writer &out, const Expr &value) {
+    if (isTrimmed(value) || value.op == Op::Trim)
+        out << value;
+    else
+        out << "rtrim(" << value << ')';
+}
+
+void writeFolded(Writer &out, const Expr &value) {
+    out << sqlite_names::Fold << '(' << value << ')';
+}
+
+/// With an ASCII literal the built-in NOCASE says it all, since no other character folds into ASCII; and it
+/// has the indexes.
+void writeWithLiteral(Writer &out, const Expr &value, int sign, std::string_view literal) {
+    literal = withoutTrailingBlanks(literal);
+    out << '(';
+    if (sign == '=' && value.op == Op::ColumnValue && !isTrimmed(value) && value.source->derived == nullptr &&
+        !literal.empty()) {
+        // A range keeps an index on the column in use; within it only trailing blanks can differ.
+        out << value << ">=";
+        out.quoted(literal);
+        out << " AND " << value << '<';
+        std::string above(literal);
+        above += '!';
+        out.quoted(above);
+        out << " AND ";
+    }
+    writeTrimmed(out, value);
+    out << signText(sign);
+    out.quoted(literal);
+    const bool ownCollation =
+        value.op == Op::ColumnValue && isTrimmed(value) && value.source->derived == nullptr;
+    out << (ownCollation ? ")" : " COLLATE NOCASE)");
+}
+
+void writeTextComparison(Writer &out, const Expr &node) {
+    const Expr &left = *node.a;
+    const Expr &right = *node.b;
+    const bool rightLiteral = right.op == Op::TextLiteral && isAscii(right.text);
+    const bool leftLiteral = left.op == Op::TextLiteral && isAscii(left.text);
+    if (rightLiteral && left.op != Op::TextLiteral)
+        return writeWithLiteral(out, left, node.n, right.text);
+    if (leftLiteral && right.op != Op::TextLiteral)
+        return writeWithLiteral(out, right, mirrored(node.n), left.text);
+    if (isTrimmed(left) && isTrimmed(right) && left.op == Op::ColumnValue && right.op == Op::ColumnValue) {
+        // Codes on both sides: joins over them need their indexes.
+        out << '(' << left << signText(node.n) << right << " COLLATE NOCASE)";
+        return;
+    }
+    out << '(';
+    writeFolded(out, left);
+    out << signText(node.n);
+    writeFolded(out, right);
+    out << ')';
+}
+
+bool onlyAsciiLiterals(const Expr *list) {
+    for (; list != nullptr; list = list->next) {
+        if (list->op != Op::TextLiteral || !isAscii(list->text))
+            return false;
+    }
+    return true;
+}
+
+void writeTextMembership(Writer &out, const Expr &node) {
+    const Expr &value = *node.a;
+    if (node.select != nullptr) {
+        out << '(';
+        writeFolded(out, value);
+        out << " IN ";
+        out.select(*node.select, Writer::SelectUse::Keys);
+        out << ')';
+        return;
+    }
+    const bool ascii = onlyAsciiLiterals(node.b);
+    out << '(';
+    if (ascii) {
+        writeTrimmed(out, value);
+        const bool ownCollation =
+            value.op == Op::ColumnValue && isTrimmed(value) && value.source->derived == nullptr;
+        if (!ownCollation)
+            out << " COLLATE NOCASE";
+    } else {
+        writeFolded(out, value);
+    }
+    out << " IN (";
+    for (const Expr *element = node.b; element != nullptr; element = element->next) {
+        if (element != node.b)
+            out << ',';
+        if (ascii)
+            out.quoted(withoutTrailingBlanks(element->text));
+        else
+            writeFolded(out, *element);
+    }
+    out << "))";
+}
+
+void writeMembership(Writer &out, const Expr &node) {
+    out << '(' << *node.a << " IN ";
+    if (node.select != nullptr) {
+        out.select(*node.select, Writer::SelectUse::Rows);
+    } else {
+        out << '(';
+        out.list(node.b);
+        out << ')';
+    }
+    out << ')';
+}
+
+void writeLike(Writer &out, const Expr &node) {
+    const Expr &value = *node.a;
+    const Expr &pattern = *node.b;
+    const bool literal = pattern.op == Op::TextLiteral;
+    // The engine's own `like` knows neither sets nor letters beyond ASCII, and minds the value's trailing
+    // blanks.
+    const bool own = literal && !pattern.text.empty() && pattern.text.back() == '%' &&
+                     isAscii(pattern.text) && pattern.text.find('[') == std::string_view::npos &&
+                     pattern.text.size() < LongestPattern;
+    const bool blanksCount = !literal || pattern.text.find(' ') != std::string_view::npos || !own;
+    out << (own ? std::string_view("(") : std::string_view(sqlite_names::Like));
+    if (!own)
+        out << '(';
+    if (isTrimmed(value) && blanksCount)
+        out << sqlite_names::Pad << '(' << value << ',' << value.type.length << ')';
+    else if (own && value.op == Op::IntegerText)
+        out << *value.a; // it takes a number's plain text by itself
+    else
+        out << value;
+    out << (own ? " LIKE " : ",") << pattern << ')';
+}
+
+void writeLeft(Writer &out, const Expr &node) {
+    if (node.b->op == Op::NumberLiteral && node.b->text.front() != '-')
+        out << "substr(" << *node.a << ",1," << *node.b << ')';
+    else
+        out << sqlite_names::Left << '(' << *node.a << ',' << *node.b << ')';
+}
+
+void writeRight(Writer &out, const Expr &node) {
+    const std::string_view count = node.b->text;
+    if (node.b->op == Op::NumberLiteral && count.front() != '-' && count != "0")
+        out << "substr(" << *node.a << ",-" << count << ')';
+    else
+        out << sqlite_names::Right << '(' << *node.a << ',' << *node.b << ')';
+}
+
+void writeReplace(Writer &out, const Expr &node) {
+    bool letters = node.b->op != Op::TextLiteral;
+    for (const char c : node.b->text)
+        letters =
+            letters || static_cast<unsigned char>(c) >= 0x80 || (lowered(c) >= 'a' && lowered(c) <= 'z');
+    out << (letters ? sqlite_names::Replace : "replace") << '(' << *node.a << ',' << *node.b << ',' << *node.c
+        << ')';
+}
+
+bool isNonzeroLiteral(const Expr &value) {
+    return value.op == Op::NumberLiteral && value.text.find_first_of("123456789") != std::string_view::npos;
+}
+
+void writeIntegerDivision(Writer &out, const Expr &node) {
+    if (isNonzeroLiteral(*node.b))
+        out << '(' << *node.a << '/' << *node.b << ')';
+    else
+        out << sqlite_names::IntDiv << '(' << *node.a << ',' << *node.b << ')';
+}
+
+void writeModulo(Writer &out, const Expr &node) {
+    if (isNonzeroLiteral(*node.b) && isInteger(node.type))
+        out << '(' << *node.a << '%' << *node.b << ')';
+    else
+        out << sqlite_names::Mod << '(' << *node.a << ',' << *node.b << ')';
+}
+
+void writeCase(Writer &out, const Expr &node) {
+    out << "CASE";
+    for (const Expr *when = node.a; when != nullptr; when = when->next->next)
+        out << " WHEN " << *when << " THEN " << *when->next;
+    if (node.b != nullptr)
+        out << " ELSE " << *node.b;
+    out << " END";
+}
+
+void writeCount(Writer &out, const Expr &node) {
+    out << (node.distinct ? "count(DISTINCT " : "count(");
+    if (node.distinct)
+        out.key(*node.a);
+    else
+        out << *node.a;
+    out << ')';
+}
+
+void writeExtreme(Writer &out, const Expr &node) {
+    out << (node.op == Op::Minimum ? "min(" : "max(") << *node.a;
+    if (isText(node.type) && node.a->op != Op::ColumnValue)
+        out << " COLLATE NOCASE";
+    out << ')';
+}
+
+void writeExists(Writer &out, const Expr &node) {
+    out << "EXISTS ";
+    out.select(*node.select, Writer::SelectUse::Rows);
+}
+
+void writeSubselect(Writer &out, const Expr &node) {
+    out.select(*node.select, Writer::SelectUse::Value);
+}
+
+/// The declared type stays readable in the schema; NOCASE is the engine's own.
+void writeColumnDefinition(Writer &out, const ColumnNode &column, bool isKey) {
+    if (column.identity) {
+        out << "INTEGER PRIMARY KEY AUTOINCREMENT";
+        return;
+    }
+    out << (sameName(column.declared, "integer") ? "int" : column.declared);
+    if (isText(column.type))
+        out << " COLLATE NOCASE";
+    if (column.notNull)
+        out << " NOT NULL";
+    if (isKey)
+        out << " UNIQUE";
+}
+
+constexpr Traits Sqlite = [] {
+    namespace names = sqlite_names;
+    Traits traits{};
+    const auto node = [&](Op op, std::string_view text) {
+        traits.nodes[static_cast<std::size_t>(op)] = {text, nullptr};
+    };
+    const auto special = [&](Op op, void (*write)(Writer &, const Expr &)) {
+        traits.nodes[static_cast<std::size_t>(op)] = {{}, write};
+    };
+    node(Op::NullLiteral, "NULL");
+    special(Op::NumberLiteral, writeNumber);
+    special(Op::TextLiteral, writeText);
+    node(Op::DateLiteral, "'$t'");
+    special(Op::ColumnValue, writeColumn);
+    node(Op::Now, "zel_now()");
+    node(Op::RowCount, "changes()");
+    node(Op::LastIdentity, "last_insert_rowid()");
+
+    node(Op::Negate, "(-$a)");
+    node(Op::Add, "($a+$b)");
+    node(Op::Subtract, "($a-$b)");
+    node(Op::Multiply, "($a*$b)");
+    special(Op::IntegerDivide, writeIntegerDivision);
+    node(Op::Divide, "zel_div($a,$b,$n)");
+    special(Op::Modulo, writeModulo);
+    node(Op::RoundTo, "zel_round($a,$n)");
+    node(Op::Round, "zel_round($a,$b)");
+    node(Op::Absolute, "abs($a)");
+
+    node(Op::Concat, "($a||$b)");
+    node(Op::Trim, "rtrim($a)");
+    node(Op::TrimLeft, "ltrim($a)");
+    node(Op::Length, "length(rtrim($a))");
+    node(Op::ByteLength, "length($a)");
+    special(Op::Replace, writeReplace);
+    node(Op::Upper, "zel_upper($a)");
+    node(Op::Lower, "zel_lower($a)");
+    special(Op::Left, writeLeft);
+    special(Op::Right, writeRight);
+    node(Op::Substring, "zel_substring($a,$b,$c)");
+    node(Op::CharIndex, "zel_charindex($a,$b,$c)");
+    node(Op::Pad, "zel_pad($a,$n)");
+    node(Op::Cut, "substr($a,1,$n)");
+    node(Op::CheckWidth, "zel_text($a,$n)");
+
+    node(Op::ToInteger, "zel_int($a,$n)");
+    node(Op::ToNumeric, "zel_num($a,$n,$m)");
+    node(Op::ToMoney, "zel_money($a)");
+    node(Op::ToFloat, "zel_float($a)");
+    node(Op::IntegerText, "CAST($a AS TEXT)");
+    node(Op::NumberText, "zel_numtext($a,$n,$m)");
+    node(Op::FloatText, "zel_floattext($a)");
+    node(Op::ToDateTime, "zel_date($a,$n)");
+    node(Op::ToDate, "zel_day($a,$n)");
+    node(Op::DateOnly, "substr($a,1,10)");
+    node(Op::DateText, "zel_datetext($a,$n)");
+    node(Op::Day, "CAST(substr($a,9,2) AS INTEGER)");
+    node(Op::Month, "CAST(substr($a,6,2) AS INTEGER)");
+    node(Op::Year, "CAST(substr($a,1,4) AS INTEGER)");
+
+    node(Op::IfNull, "ifnull($a,$b)");
+    node(Op::Coalesce, "coalesce($*)");
+    special(Op::Case, writeCase);
+
+    node(Op::And, "($a AND $b)");
+    node(Op::Or, "($a OR $b)");
+    node(Op::Not, "(NOT $a)");
+    special(Op::Compare, writeComparison);
+    special(Op::CompareTexts, writeTextComparison);
+    node(Op::Between, "($a BETWEEN $b AND $c)");
+    node(Op::IsNull, "($a IS NULL)");
+    special(Op::In, writeMembership);
+    special(Op::InTexts, writeTextMembership);
+    special(Op::Like, writeLike);
+    special(Op::Exists, writeExists);
+
+    node(Op::Sum, "zel_sum($d$a,$n)");
+    node(Op::PlainSum, "sum($d$a)");
+    node(Op::Average, "zel_div(zel_sum($d$a,$m),count($d$a),$n)");
+    node(Op::IntegerAverage, "zel_idiv(sum($d$a),count($d$a))");
+    node(Op::FloatAverage, "avg($d$a)");
+    special(Op::Minimum, writeExtreme);
+    special(Op::Maximum, writeExtreme);
+    special(Op::Count, writeCount);
+    node(Op::CountRows, "count(*)");
+    special(Op::Subselect, writeSubselect);
+
+    traits.rowIdentity = "_rowid_";
+    traits.keyBegin = "zel_fold(";
+    traits.keyEnd = ")";
+    traits.onlyBegin = "zel_one(";
+    traits.onlyEnd = ")";
+    traits.columnDefinition = writeColumnDefinition;
+    traits.analyze = "ANALYZE";
+    return traits;
+}();
+
+} // namespace
+
+const Traits &sqlite() {
+    return Sqlite;
+}
+
+} // namespace zel::tsql

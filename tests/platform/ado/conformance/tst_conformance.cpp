@@ -1,0 +1,136 @@
+#include "sample_catalog.h"
+
+#include <QJsonObject>
+#include <QTest>
+
+#include <map>
+
+using zel::Sql;
+
+/// Statements of the dialect and what a server answers to each of them: whether it is accepted, its rows, and
+/// what the tables hold afterwards. Each starts from the same rows.
+class tst_conformance : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase() { m_catalog = std::make_unique<SampleCatalog>(); }
+    void statements_data() { cases("statements.json"); }
+    void statements() { compare(); }
+    void conversions_data() { cases("conversions.json"); }
+    void conversions() { compare(); }
+    void further_data() { cases("further.json"); }
+    void further() { compare(); }
+    void leftOut();
+    void cleanupTestCase();
+
+private:
+    void cases(const char *file);
+    void compare();
+    [[nodiscard]] QString disagreement(const QJsonObject &fact);
+
+    std::unique_ptr<SampleCatalog> m_catalog;
+    std::map<QString, int> m_compared;
+    std::map<QString, QString> m_reasons; ///< by name of the case
+};
+
+namespace {
+
+QString compared(const Answer &answer, const QJsonObject &fact) {
+    QStringList names;
+    for (int column = 0; column < answer.rows->columnCount(); ++column)
+        names += answer.rows->columnName(column);
+    QStringList measuredNames;
+    for (const QJsonValue &name : fact[u"columns"].toArray())
+        measuredNames += name.toString();
+    if (names.join(u',').compare(measuredNames.join(u','), Qt::CaseInsensitive) != 0)
+        return "columns " + names.join(u',') + " instead of " + measuredNames.join(u',');
+    QStringList rows = lines(*answer.rows);
+    QStringList measured = lines(fact[u"rows"].toArray(), *answer.rows);
+    if (fact[u"any_order"].toBool()) {
+        rows.sort();
+        measured.sort();
+    }
+    return rows == measured ? QString()
+                            : "rows\n" + rows.join(u'\n') + "\ninstead of\n" + measured.join(u'\n');
+}
+
+} // namespace
+
+void tst_conformance::cases(const char *file) {
+    QTest::addColumn<QJsonObject>("fact");
+    m_reasons.clear();
+    for (const QJsonValue &left : facts("left_out.json")) {
+        for (const QJsonValue &name : left[u"cases"].toArray())
+            m_reasons[name.toString()] = left[u"reason"].toString();
+    }
+    for (const QJsonValue &fact : facts(file)) {
+        if (!m_reasons.contains(fact[u"name"].toString()))
+            QTest::newRow(fact[u"name"].toString().toUtf8()) << fact.toObject();
+    }
+}
+
+QString tst_conformance::disagreement(const QJsonObject &fact) {
+    const Answer answer = m_catalog->run(Sql::trusted(fact[u"statement"].toString().toStdString()));
+    const QString failure =
+        answer.ok() ? QString() : QString::number(*answer.error) + ' ' + answer.description;
+    if (answer.ok() != fact[u"ok"].toBool())
+        return answer.ok() ? QStringLiteral("accepted") : "refused: " + failure;
+    if (fact.contains(u"error") && answer.error != fact[u"error"].toInt())
+        return "refused by another number: " + failure;
+    if (fact.contains(u"rows")) {
+        if (!answer.rows)
+            return QStringLiteral("no rows at all");
+        if (const QString difference = compared(answer, fact); !difference.isEmpty())
+            return difference;
+    }
+    for (const QJsonValue &after : fact[u"after"].toArray()) {
+        const Answer state = m_catalog->run(Sql::trusted(after[u"statement"].toString().toStdString()));
+        if (!state.rows)
+            return "then: " + after[u"statement"].toString() + ": " + state.description;
+        if (const QString difference = compared(state, after.toObject()); !difference.isEmpty())
+            return "then: " + after[u"statement"].toString() + ": " + difference;
+    }
+    return {};
+}
+
+void tst_conformance::compare() {
+    QFETCH(QJsonObject, fact);
+    ++m_compared[QString::fromLatin1(QTest::currentTestFunction())];
+    m_catalog->begin();
+    const QString difference = disagreement(fact);
+    m_catalog->undo();
+    if (!difference.isEmpty())
+        QFAIL(qPrintable(fact[u"statement"].toString() + '\n' + difference));
+}
+
+/// Every case that is left out is there, with a reason; how many there are is printed.
+void tst_conformance::leftOut() {
+    QStringList names;
+    QStringList agreeing;
+    for (const char *file : {"statements.json", "conversions.json", "further.json"}) {
+        for (const QJsonValue &fact : facts(file)) {
+            names += fact[u"name"].toString();
+            if (!m_reasons.contains(names.last()))
+                continue;
+            m_catalog->begin();
+            if (disagreement(fact.toObject()).isEmpty())
+                agreeing += names.last();
+            m_catalog->undo();
+        }
+    }
+    for (const QJsonValue &left : facts("left_out.json")) {
+        QVERIFY(!left[u"reason"].toString().isEmpty());
+        const QJsonArray cases = left[u"cases"].toArray();
+        for (const QJsonValue &name : cases)
+            QVERIFY2(names.contains(name.toString()), qPrintable(name.toString()));
+        qInfo("left out %3d: %s", int(cases.size()), qPrintable(left[u"reason"].toString()));
+    }
+    qInfo("of these, agreeing all the same: %d", int(agreeing.size()));
+}
+
+void tst_conformance::cleanupTestCase() {
+    for (const auto &[file, count] : m_compared)
+        qInfo("compared %3d: %s", count, qPrintable(file));
+}
+
+QTEST_GUILESS_MAIN(tst_conformance)
+#include "tst_conformance.moc"

@@ -1,0 +1,51 @@
+#!/bin/sh
+# Rules of the house that a compiler does not check. Prints each breach; fails if there is one.
+set -u
+cd "$1" || exit 1
+breaches=$(mktemp)
+trap 'rm -f "$breaches"' EXIT
+files=$(find src tools tests bench -name '*.cpp' -o -name '*.h' | sort)
+[ -n "$files" ] || { echo "no sources found"; exit 1; }
+
+# A room includes only rooms before it; ado and controls don't know each other.
+# shellcheck disable=SC2086
+awk '
+function room(path) {
+    if (path ~ /^platform\/report\/viewer\//) return "viewer"
+    if (path ~ /^platform\//) { split(path, part, "/"); return part[2] }
+    split(path, part, "/")
+    return path ~ /\// ? part[1] : "main"
+}
+BEGIN {
+    n = split("base tsql ado controls report viewer shell accounts vouchers institute reports admin main", order, " ")
+    for (i = 1; i <= n; i++) rank[order[i]] = i
+}
+FILENAME ~ /^src\// && /^#include "/ {
+    mine = room(substr(FILENAME, 5))
+    split($0, quoted, "\"")
+    if (quoted[2] !~ /\//) next
+    theirs = room(quoted[2])
+    if (rank[theirs] > rank[mine] || (mine == "controls" && (theirs == "ado" || theirs == "tsql")))
+        print FILENAME ":" FNR ": " mine " includes " theirs
+}' $files >>"$breaches"
+
+# shellcheck disable=SC2086
+{
+    grep -nE '[[:blank:]]+$' $files | sed 's/$/  <- blank at the end of the line/'
+    grep -nE '(TODO|FIXME|XXX|HACK)\b' $files | sed 's/$/  <- unfinished/'
+    grep -nE '^using namespace' $(printf '%s\n' $files | grep '\.h$') | sed 's/$/  <- using namespace in a header/'
+    for f in $(printf '%s\n' $files | grep '\.h$'); do
+        grep -q '^#pragma once' "$f" || echo "$f: no #pragma once"
+    done
+    # A source over 350 lines says why at its head, in a comment that names its size.
+    for f in $(printf '%s\n' $files | grep '^src/'); do
+        lines=$(wc -l <"$f")
+        [ "$lines" -le 350 ] || head -n 40 "$f" | grep -qi 'one file' || echo "$f: $lines lines, and its head does not say why it is one file"
+    done
+} >>"$breaches"
+
+if [ -s "$breaches" ]; then
+    cat "$breaches"
+    exit 1
+fi
+echo "$(printf '%s\n' $files | wc -l) files, no breach"
