@@ -4,6 +4,7 @@
 
 #include <QAbstractListModel>
 #include <QKeyEvent>
+#include <QSignalBlocker>
 
 namespace zel::controls {
 
@@ -66,11 +67,19 @@ void DataCombo::setBoundColumn(const QString &column) {
         (void)columnOf(m_rows, column);
 }
 
-void DataCombo::fill() {
+/// A reset model makes the base pick its first row for a moment; nobody is told of that.
+void DataCombo::fill()
+{
+    const QString before = Text();
     const bool lists = m_rows && !m_listField.isEmpty();
-    static_cast<ColumnModel *>(model())->show(lists ? m_rows : nullptr,
-                                              lists ? columnOf(m_rows, m_listField) : 0);
-    setCurrentIndex(-1);
+    const int column = lists ? columnOf(m_rows, m_listField) : 0;
+    {
+        const QSignalBlocker quiet(this);
+        static_cast<ColumnModel *>(model())->show(lists ? m_rows : nullptr, column);
+        setCurrentIndex(-1);
+    }
+    if (!before.isEmpty())
+        Q_EMIT changed();
 }
 
 QString DataCombo::BoundText() const {

@@ -75,6 +75,8 @@ int LookStyle::styleHint(StyleHint hint, const QStyleOption *option, const QWidg
     switch (hint) {
     case SH_FormLayoutLabelAlignment:
         return int(Qt::AlignRight | Qt::AlignVCenter);
+    case SH_LineEdit_PasswordCharacter:
+        return '*';
     case SH_UnderlineShortcut:
         return 1;
     case SH_ItemView_ShowDecorationSelected:

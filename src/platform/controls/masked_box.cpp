@@ -19,7 +19,7 @@ void MaskedBox::setMask(const QString &mask) {
     for (const QChar character : mask) {
         if (character != QLatin1Char('#'))
             pattern += QLatin1Char('\\');
-        pattern += character == QLatin1Char('#') ? QLatin1Char('9') : character;
+        pattern += character == QLatin1Char('#') ? QLatin1Char('0') : character;
     }
     setInputMask(pattern + QStringLiteral(";_"));
     setCursorPosition(0);

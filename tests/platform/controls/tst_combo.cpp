@@ -1,0 +1,176 @@
+#include "platform/base/error.h"
+#include "platform/controls/application.h"
+#include "platform/controls/data_combo.h"
+#include "platform/controls/date_box.h"
+#include "platform/controls/text_box.h"
+#include "table_rows.h"
+
+#include <QAbstractItemView>
+#include <QSignalSpy>
+#include <QTest>
+#include <QVBoxLayout>
+
+using namespace zel;
+using namespace zel::controls;
+
+class tst_combo : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void searchDropDownTakesNoLetters();
+    void openingKeys_data();
+    void openingKeys();
+    void dataCombo();
+    void dataComboRefusesUnknownColumns();
+    void dateBoxKeys();
+    void calendarOpensByKey_data();
+    void calendarOpensByKey();
+};
+
+namespace {
+
+RowsPtr courses() {
+    return TableRows::make({"#CourseId", "CourseName"},
+                           {{"7", "ACCOUNTS"}, {"3", "BANKING"}, {"12", "COMMERCE"}});
+}
+
+} // namespace
+
+void tst_combo::searchDropDownTakesNoLetters() {
+    ComboBox combo;
+    combo.addItems({"Session Name", "Session No", "Both"});
+    combo.setCurrentIndex(0);
+    combo.show();
+    combo.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&combo));
+    QSignalSpy changed(&combo, &ComboBox::changed);
+    QTest::keyClicks(&combo, "both B");
+    QTest::keyClick(&combo, Qt::Key_Space);
+    QCOMPARE(combo.currentIndex(), 0);
+    QVERIFY(!combo.view()->isVisible());
+    QTest::keyClick(&combo, Qt::Key_Down);
+    QCOMPARE(combo.Text(), QStringLiteral("Session No"));
+    QTest::keyClick(&combo, Qt::Key_Up);
+    QCOMPARE(changed.size(), 2);
+    combo.showPopup();
+    QTest::keyClicks(combo.view(), "b");
+    QTest::keyClick(combo.view(), Qt::Key_Escape);
+    QCOMPARE(combo.currentIndex(), 0);
+    combo.setText("Both");
+    QCOMPARE(combo.currentIndex(), 2);
+    QCOMPARE(changed.size(), 3);
+}
+
+void tst_combo::openingKeys_data() {
+    QTest::addColumn<int>("key");
+    QTest::addColumn<int>("modifiers");
+    QTest::newRow("Alt+Down") << int(Qt::Key_Down) << int(Qt::AltModifier);
+    QTest::newRow("F4") << int(Qt::Key_F4) << 0;
+}
+
+void tst_combo::openingKeys() {
+    QFETCH(int, key);
+    QFETCH(int, modifiers);
+    ComboBox combo;
+    combo.addItems({"Voucher #", "Date", "Paid To"});
+    combo.show();
+    combo.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&combo));
+    QSignalSpy clicked(&combo, &ComboBox::clicked);
+    QTest::keyClick(&combo, Qt::Key(key), Qt::KeyboardModifiers(modifiers));
+    QVERIFY(combo.view()->isVisible());
+    QTest::keyClick(combo.view(), Qt::Key_Down);
+    QTest::keyClick(combo.view(), Qt::Key_Return);
+    QTRY_VERIFY(!combo.view()->isVisible());
+    QCOMPARE(combo.Text(), QStringLiteral("Date"));
+    QCOMPARE(clicked.size(), 1);
+}
+
+void tst_combo::dataCombo() {
+    DataCombo combo;
+    combo.setListField("CourseName");
+    combo.setBoundColumn("CourseId");
+    QSignalSpy changed(&combo, &DataCombo::changed);
+    combo.setRowSource(courses());
+    QCOMPARE(combo.count(), 3);
+    QCOMPARE(combo.Text(), QString());
+    QCOMPARE(combo.BoundText(), QString());
+    QCOMPARE(changed.size(), 0);
+
+    combo.setBoundText("3");
+    QCOMPARE(combo.Text(), QStringLiteral("BANKING"));
+    QCOMPARE(changed.size(), 1);
+    combo.setBoundText("99");
+    QCOMPARE(combo.Text(), QString());
+    QCOMPARE(combo.BoundText(), QString());
+
+    QTest::keyClick(&combo, 'c');
+    QCOMPARE(combo.BoundText(), QStringLiteral("12"));
+    QTest::keyClick(&combo, Qt::Key_Delete);
+    QCOMPARE(combo.Text(), QString());
+
+    combo.setBoundText("7");
+    changed.clear();
+    combo.setRowSource(nullptr);
+    QCOMPARE(combo.count(), 0);
+    QCOMPARE(combo.Text(), QString());
+    QCOMPARE(changed.size(), 1);
+}
+
+void tst_combo::dataComboRefusesUnknownColumns() {
+    DataCombo combo;
+    combo.setRowSource(courses());
+    QVERIFY_EXCEPTION_THROWN(combo.setBoundColumn("SubId"), Error);
+    QVERIFY_EXCEPTION_THROWN(combo.setListField("SubName"), Error);
+}
+
+void tst_combo::dateBoxKeys() {
+    QWidget screen;
+    auto *layout = new QVBoxLayout(&screen);
+    auto *date = new DateBox;
+    auto *next = new TextBox;
+    layout->addWidget(date);
+    layout->addWidget(next);
+    screen.show();
+    screen.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&screen));
+    date->setFocus();
+    QSignalSpy changed(date, &DateBox::changed);
+    date->setValue(QDate(2024, 2, 29));
+    QCOMPARE(changed.size(), 1);
+    QCOMPARE(date->text(), QStringLiteral("29/02/2024"));
+    date->setSelectedSection(QDateTimeEdit::DaySection);
+    QTest::keyClicks(date, "05112023");
+    QCOMPARE(date->Value(), QDate(2023, 11, 5));
+    QVERIFY(changed.size() > 1);
+    QTest::keyClick(date, Qt::Key_Return);
+    QVERIFY(next->hasFocus());
+    date->setFocus();
+    QTest::keyClick(date, Qt::Key_Tab);
+    QVERIFY(next->hasFocus());
+}
+
+void tst_combo::calendarOpensByKey_data() {
+    openingKeys_data();
+}
+
+void tst_combo::calendarOpensByKey() {
+    QFETCH(int, key);
+    QFETCH(int, modifiers);
+    DateBox date;
+    date.show();
+    date.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&date));
+    QSignalSpy closed(&date, &DateBox::calendarClosed);
+    QTest::keyClick(&date, Qt::Key(key), Qt::KeyboardModifiers(modifiers));
+    QWidget *calendar = QApplication::activePopupWidget();
+    QVERIFY(calendar);
+    calendar->close();
+    QCOMPARE(closed.size(), 1);
+}
+
+int main(int argc, char **argv) {
+    Application application(argc, argv);
+    tst_combo test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "tst_combo.moc"
