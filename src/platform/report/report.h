@@ -22,6 +22,7 @@ class Source;
 class TextMetrics;
 struct Definition;
 struct Logon;
+struct Request;
 
 /// One item of a table's connection properties.
 struct ConnectionProperty {
@@ -106,6 +107,7 @@ public:
 private:
     friend class Application;
     Report(std::shared_ptr<const Definition> definition, const Logon &logon);
+    [[nodiscard]] Request request(const QDateTime &printTime, const QString &userName) const;
 
     std::shared_ptr<const Definition> m_definition;
     report::Database m_database;

@@ -5,6 +5,8 @@
 
 #include <QString>
 
+#include <memory>
+
 namespace zel::report {
 
 /// Where a report reads from. A refused logon and every failed statement is an Error.

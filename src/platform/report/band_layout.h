@@ -1,0 +1,41 @@
+#pragma once
+
+#include "platform/report/flow.h"
+#include "platform/report/text_metrics.h"
+
+namespace zel::report {
+
+/// Makes a band's placed items, and finds its height.
+class BandLayout {
+public:
+    BandLayout(const TextMetrics &metrics, int pageNumber, int pageCount)
+        : m_metrics(metrics), m_pageNumber(pageNumber), m_pageCount(pageCount)
+    {
+    }
+
+    /// The band's height at the cursor; with `page` its items too, the band's corner at the page's corner.
+    double layOut(const BandDefinition &band, const Pass &pass, const Cursor &cursor, Page *page) const;
+
+private:
+    struct Growth {
+        double below; ///< what stands at this height or lower moves down
+        double by;
+    };
+
+    void place(const FieldDefinition &field, const std::vector<Growth> &growths, const Definition &definition,
+               const PassScene &scene, Page &page) const;
+    [[nodiscard]] std::vector<Growth> growths(const BandDefinition &band, const Pass &pass,
+                                              const PassScene &scene) const;
+    [[nodiscard]] QString textOf(const FieldDefinition &field, const StyleDefinition &style,
+                                 const PassScene &scene) const;
+    double subreport(const SubreportPlace &place, const Pass &outer, const PassScene &scene, Page *page) const;
+
+    const TextMetrics &m_metrics;
+    int m_pageNumber;
+    int m_pageCount;
+};
+
+/// Adds the items of `part`, moved by x and y.
+void append(Page &page, const Page &part, double x, double y);
+
+} // namespace zel::report

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/report/document.h"
+#include "platform/report/paginator.h"
+
+namespace zel::report {
+
+/// What a document keeps: the rows, and where its pages begin.
+struct Document::Private {
+    Private(const Request &request, Source &source, std::shared_ptr<const TextMetrics> textMetrics);
+
+    struct Start {
+        int copy;
+        Cursor cursor;
+    };
+
+    std::shared_ptr<const TextMetrics> metrics;
+    Run run;
+    std::vector<std::unique_ptr<Pass>> passes; ///< by copy
+    std::vector<Start> starts;
+};
+
+} // namespace zel::report
