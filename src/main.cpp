@@ -1,3 +1,5 @@
+#include "accounts/frmAcSetting.h"
+#include "accounts/frmAccount.h"
 #include "institute/frmSession.h"
 #include "platform/controls/application.h"
 #include "shell/frmSecMenus.h"
@@ -11,6 +13,9 @@ zel::shell::Screens screens() {
     using namespace zel;
     using shell::shows;
     return {
+        {"mnuChartOfAC", shows(accounts::frmAccount::reference)},
+        {"frmAccount", shell::showsMaximized(accounts::frmAccount::reference)},
+        {"mnuVocSetting", shows(accounts::frmAcSetting::reference)},
         {"mnuSession", shows(institute::frmSession::reference)},
         {"frmSecMenus", shows(shell::frmSecMenus::reference)},
     };

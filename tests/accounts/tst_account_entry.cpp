@@ -1,0 +1,455 @@
+#include "accounts/frmAccount.h"
+#include "platform/controls/button.h"
+#include "platform/controls/focus.h"
+#include "platform/controls/tree_view.h"
+#include "shell/screens.h"
+#include "tests/support/driver.h"
+#include "tests/support/office.h"
+#include "tests/support/test_program.h"
+
+#include <QCheckBox>
+#include <QTimer>
+#include <QtTest>
+
+using namespace zel;
+using namespace zel::test;
+
+namespace {
+
+controls::TreeView *tree(QWidget *screen) {
+    return control<controls::TreeView>(screen, "lstTree");
+}
+
+/// A click on the node of a code, by the keyboard: left is Enter, right is the menu key.
+void clickNode(QWidget *screen, const QString &code) {
+    controls::SetFocus(tree(screen));
+    tree(screen)->select(tree(screen)->node("'" + code + "'"));
+    press(Qt::Key_Return);
+    settle();
+}
+
+QString codeShown(QWidget *screen) {
+    const auto *node = dynamic_cast<controls::TreeNode *>(tree(screen)->currentItem());
+    return node ? node->Key() : QString();
+}
+
+/// The popup's one item, chosen by keys while the menu waits.
+void editByPopup(QWidget *screen, const QString &code) {
+    controls::SetFocus(tree(screen));
+    tree(screen)->select(tree(screen)->node("'" + code + "'"));
+    QTimer::singleShot(0, [] {
+        press(Qt::Key_Down);
+        press(Qt::Key_Return);
+    });
+    const QPoint place = tree(screen)->visualItemRect(tree(screen)->currentItem()).center();
+    QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, place, tree(screen)->viewport()->mapToGlobal(place));
+    QCoreApplication::sendEvent(tree(screen)->viewport(), &menuKey);
+    settle();
+}
+
+bool isShown(QWidget *screen, const QString &name) { return !control(screen, name)->isHidden(); }
+
+constexpr char chart[] = "insert into Accounts (ParentID,Dcode,AcNodes,AcName,AcStatus,OrderStatus) "
+                         "values ('1',0,'1','ASSETS','HH',5);"
+                         "insert into Accounts (ParentID,Dcode,AcNodes,AcName,AcStatus) "
+                         "values ('1',1,'1.1','BANKS','HD');"
+                         "insert into Accounts (ParentID,Dcode,AcNodes,AcName,AcStatus,OpenBal,openDate,BStatus,GST,NTN,"
+                         "ContactPer,Addr,Addr2,Contact,Fax,Email,WebSite,Location) values ('1.1',1,'1.1.1','CITY BANK',"
+                         "'DD',-1250.5,'2024-07-01','B','12-34-5678-901-23','1234567-8','MR A','4 Mall Road','2nd floor',"
+                         "'042-1','042-2','a@b.pk','b.pk','LAHORE');"
+                         "insert into Accounts (ParentID,Dcode,AcNodes,AcName,AcStatus,openDate) "
+                         "values ('1.1',2,'1.1.2','HILL BANK','DD','2024-07-01');"
+                         "insert into Accounts (ParentID,Dcode,AcNodes,AcName,AcStatus) "
+                         "values ('2',0,'2','INCOME','HH')";
+
+} // namespace
+
+class TestAccountEntry : public QObject {
+    Q_OBJECT
+
+    std::unique_ptr<Office> office;
+    QWidget *screen = nullptr;
+
+    void open(bool withChart) {
+        if (withChart)
+            office->execute(Sql(chart));
+        office->logIn();
+        screen = openByMenu("mnuChartOfAC", "frmAccount");
+    }
+    QStringList save() {
+        return textsOf([this] { click(screen, "cmdCreateAc"); }, {QMessageBox::Ok});
+    }
+
+private Q_SLOTS:
+    void init() {
+        shell::setScreens({{"mnuChartOfAC", shell::shows(accounts::frmAccount::reference)}});
+        office = std::make_unique<Office>();
+    }
+    void cleanup() { office.reset(); }
+
+    /// From the empty chart to the tenth child, each account under the one that stands selected.
+    void creation() {
+        open(false);
+        QCOMPARE(tree(screen)->nodes().size(), 0);
+        click(screen, "chkHead");
+        click(screen, "cmdCreateAc");
+        QCOMPARE(focused(), "txtAcDes");
+        type("assets");
+        typeInto(screen, "txtOrder", "1 x2");
+        QCOMPARE(save(), QStringList());
+        QCOMPARE(text(screen, "cmdCreateAc"), "&New");
+
+        click(screen, "cmdCreateAc");
+        QCOMPARE(focused(), "txtSubControl");
+        QCOMPARE(text(screen, "txtAcDes"), "ASSETS");
+        QCOMPARE(text(screen, "txtSubControl"), "ASSETS");
+        typeInto(screen, "txtSubControl", "cash in hand");
+        QCOMPARE(save(), QStringList());
+
+        clickNode(screen, "1.1");
+        click(screen, "cmdCreateAc");
+        QCOMPARE(focused(), "txtSubsidiary");
+        QCOMPARE(text(screen, "txtAcDes"), "ASSETS");
+        QCOMPARE(text(screen, "txtSubControl"), "CASH IN HAND");
+        type("petty cash");
+        QCOMPARE(save(), QStringList());
+        // The tree stands open at the new account, and the next one goes beside it.
+        QCOMPARE(text(screen, "txtSubControl"), "CASH IN HAND");
+        for (int number = 2; number <= 10; ++number) {
+            clickNode(screen, "1");
+            click(screen, "cmdCreateAc");
+            typeInto(screen, "txtSubControl", "sub " + QString::number(number));
+            QCOMPARE(save(), QStringList());
+        }
+        QCOMPARE(office->rows("select AcStatus,ParentID,Dcode,AcNodes,AcName,OrderStatus,OpenBal from Accounts "
+                              "where Dcode in (0,1,10) order by RowID"),
+                 QStringList({"HH|1|0|1|ASSETS|12|NULL", "HD|1|1|1.1|CASH IN HAND|NULL|NULL",
+                              "DD|1.1|1|1.1.1|PETTY CASH|NULL|NULL", "HD|1|10|1.10|SUB 10|NULL|NULL"}));
+        QStringList keys;
+        for (const controls::TreeNode *node : tree(screen)->nodes())
+            keys << node->Key();
+        QCOMPARE(keys.mid(0, 5), QStringList({"'1'", "'1.1'", "'1.1.1'", "'1.10'", "'1.2'"}));
+        QVERIFY(tree(screen)->node("'1'")->isExpanded());
+
+        click(screen, "chkHead");
+        QVERIFY(!control<QCheckBox>(screen, "chkHead")->isChecked()); // it is off while a child is prepared
+        clickNode(screen, "1");
+        click(screen, "chkHead");
+        click(screen, "cmdCreateAc");
+        type("income");
+        QCOMPARE(save(), QStringList());
+        QCOMPARE(office->rows("select AcNodes,OrderStatus from Accounts where AcName='INCOME'"),
+                 QStringList("2|NULL"));
+    }
+
+    /// Numbers that fell free at the end are given again, gaps are not filled.
+    void numbers_data() {
+        QTest::addColumn<QString>("gone");
+        QTest::addColumn<QString>("code");
+        QTest::newRow("nothing gone") << "" << "1.1.3";
+        QTest::newRow("the last one") << "1.1.2" << "1.1.2";
+        QTest::newRow("one in the middle") << "1.1.1" << "1.1.3";
+    }
+    void numbers() {
+        QFETCH(QString, gone);
+        QFETCH(QString, code);
+        office->execute(Sql(chart));
+        office->execute("delete from Accounts where AcNodes='"_sql + gone + "'");
+        open(false);
+        clickNode(screen, "1.1");
+        click(screen, "cmdCreateAc");
+        type("one more");
+        save();
+        QCOMPARE(office->rows("select AcNodes from Accounts where AcName='ONE MORE'"), QStringList(code));
+    }
+
+    void refused_data() {
+        QTest::addColumn<QString>("node");
+        QTest::addColumn<bool>("cancelFirst");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("a control account without a title")
+            << "1" << false << "Account Titel is already exitis, please change Account Title";
+        QTest::newRow("nothing selected, no title") << "" << false << "please enter Account Title";
+        QTest::newRow("a subsidiary after Cancel") << "1.1.1" << true << "please enter Account Title";
+    }
+    void refused() {
+        QFETCH(QString, node);
+        QFETCH(bool, cancelFirst);
+        QFETCH(QString, message);
+        open(true);
+        if (!node.isEmpty())
+            clickNode(screen, node);
+        if (cancelFirst)
+            click(screen, "cmdCancel");
+        if (node == "1")
+            editByPopup(screen, node), typeInto(screen, "txtAcDes", "hillbank");
+        else
+            click(screen, "cmdCreateAc");
+        QCOMPARE(text(screen, "cmdCreateAc"), "&Save");
+        QCOMPARE(save(), QStringList(message));
+        QCOMPARE(text(screen, "cmdCreateAc"), "&Save");
+        QCOMPARE(office->rows("select count(*) from Accounts"), QStringList("5"));
+    }
+
+    void emptyChart() {
+        open(false);
+        click(screen, "cmdCreateAc");
+        QCOMPARE(focused(), "txtAcDes");
+        type("assets");
+        QCOMPARE(save(), QStringList("please select any one type or create a control account "));
+        QCOMPARE(text(screen, "txtAcDes"), "ASSETS");
+        QCOMPARE(cells(screen, "mshSearch").size(), 2);
+    }
+
+    void duplicates_data() {
+        QTest::addColumn<QString>("node");
+        QTest::addColumn<bool>("isNew");
+        QTest::addColumn<QString>("box");
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<bool>("taken");
+        QTest::newRow("subsidiary, another level's title") << "1.1" << true << "txtSubsidiary" << "assets" << true;
+        QTest::newRow("subsidiary, other blanks") << "1.1" << true << "txtSubsidiary" << "ci ty b ank" << true;
+        QTest::newRow("subsidiary, free") << "1.1" << true << "txtSubsidiary" << "city bank 2" << false;
+        QTest::newRow("control account") << "1" << true << "txtAcDes" << " income" << true;
+        QTest::newRow("sub-control may repeat") << "1" << true << "txtSubControl" << "income" << false;
+        QTest::newRow("edit, title as it was") << "1.1.1" << false << "txtSubsidiary" << "city bank" << false;
+        QTest::newRow("edit, blanks of its own") << "1.1.1" << false << "txtSubsidiary" << "citybank" << true;
+        QTest::newRow("edit, another's title") << "1.1.1" << false << "txtSubsidiary" << "hill bank" << true;
+    }
+    void duplicates() {
+        QFETCH(QString, node);
+        QFETCH(bool, isNew);
+        QFETCH(QString, box);
+        QFETCH(QString, title);
+        QFETCH(bool, taken);
+        open(true);
+        clickNode(screen, node);
+        if (box == "txtAcDes")
+            click(screen, "chkHead");
+        if (isNew)
+            click(screen, "cmdCreateAc");
+        typeInto(screen, box, title);
+        const QStringList expected =
+            taken ? QStringList("Account Titel is already exitis, please change Account Title") : QStringList();
+        QCOMPARE(save(), expected);
+        if (taken)
+            QCOMPARE(focused(), box);
+        QCOMPARE(office->rows("select AcName from Accounts where AcName='"_sql + title + "'").isEmpty(),
+                 taken && title != "assets" && title != "hill bank");
+    }
+
+    /// What one keystroke sequence in one control leaves in one column of 1.1.1.
+    void detail_data() {
+        QTest::addColumn<QString>("box");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("column");
+        QTest::addColumn<QString>("stored");
+        QTest::newRow("a lone point") << "txt_OpenBal" << "." << "OpenBal" << "NULL";
+        QTest::newRow("nothing") << "txt_OpenBal" << "" << "OpenBal" << "NULL";
+        QTest::newRow("negative") << "txt_OpenBal" << "-12.5" << "OpenBal" << "-12.5";
+        QTest::newRow("second point and minus") << "txt_OpenBal" << "1.2-.3-a 4" << "OpenBal" << "FAILS";
+        QTest::newRow("telephone") << "txt_telno" << "04 2,-35x7" << "Contact" << "042,357";
+        QTest::newRow("location in capitals") << "txtLocation" << "multan" << "Location" << "MULTAN";
+        QTest::newRow("address as typed") << "txt_address" << "12 Canal Road" << "Addr" << "12 Canal Road";
+        QTest::newRow("emptied address") << "txtAdd2" << "" << "Addr2" << "NULL";
+        QTest::newRow("an apostrophe where it is safe") << "txt_address" << "St. John's" << "Addr" << "St. John's";
+        QTest::newRow("full tax number") << "txt_Gstno" << "99887766554433" << "GST" << "99-88-7766-554-43";
+        QTest::newRow("tax number with a digit missing") << "txt_Gstno" << "998877665544" << "GST" << "12-34-5678-901-23";
+        QTest::newRow("full national number") << "txt_Ntnno" << "76543210" << "NTN" << "7654321-0";
+        QTest::newRow("half national number") << "txt_Ntnno" << "7654" << "NTN" << "1234567-8";
+    }
+    void detail() {
+        QFETCH(QString, box);
+        QFETCH(QString, typed);
+        QFETCH(QString, column);
+        QFETCH(QString, stored);
+        open(true);
+        clickNode(screen, "1.1.1");
+        QVERIFY(isShown(screen, "frmEntry"));
+        if (auto *masked = qobject_cast<QLineEdit *>(control(screen, box)); box == "txt_Gstno" || box == "txt_Ntnno") {
+            controls::SetFocus(masked);
+            masked->selectAll();
+            press(Qt::Key_Delete);
+            masked->setCursorPosition(0);
+            type(typed);
+        } else {
+            typeInto(screen, box, typed);
+        }
+        if (stored == "FAILS") {
+            QCOMPARE(text(screen, box), "1.2-34");
+            return;
+        }
+        QCOMPARE(save(), QStringList());
+        QCOMPARE(office->rows("select "_sql + Sql::trusted(column.toStdString()) + " from Accounts where AcNodes='1.1.1'"),
+                 QStringList(stored));
+        QCOMPARE(text(screen, "cmdCreateAc"), "&Save");
+        QCOMPARE(codeShown(screen), "'1.1.1'");
+    }
+
+    void ticks_data() {
+        QTest::addColumn<QStringList>("clicked");
+        QTest::addColumn<QString>("stored");
+        QTest::newRow("bank as it was") << QStringList() << "B";
+        QTest::newRow("bank cleared") << QStringList("chkBank") << "NULL";
+        QTest::newRow("supplier takes over") << QStringList("chkSupplier") << "S";
+        QTest::newRow("and back") << QStringList({"chkSupplier", "chkBank"}) << "B";
+    }
+    void ticks() {
+        QFETCH(QStringList, clicked);
+        QFETCH(QString, stored);
+        open(true);
+        clickNode(screen, "1.1.1");
+        for (const QString &box : clicked)
+            click(screen, box);
+        save();
+        QCOMPARE(office->rows("select BStatus from Accounts where AcNodes='1.1.1'"), QStringList(stored));
+        // A new subsidiary starts with the ticks of the one last shown.
+        clickNode(screen, "1.1");
+        click(screen, "cmdCreateAc");
+        type("another");
+        save();
+        QCOMPARE(office->rows("select BStatus from Accounts where AcName='ANOTHER'"), QStringList(stored));
+    }
+
+    void shownAccount() {
+        open(true);
+        clickNode(screen, "1.1.1");
+        const QList<std::pair<QString, QString>> expected{
+            {"txtAcDes", "ASSETS"},           {"txtSubControl", "BANKS"},       {"txtSubsidiary", "CITY BANK"},
+            {"txt_OpenBal", "-1250.5"},       {"dtpOpening", "01/07/2024"},     {"txtContactPerson", "MR A"},
+            {"txt_address", "4 Mall Road"},   {"txtAdd2", "2nd floor"},         {"txt_telno", "042-1"},
+            {"txt_faxno", "042-2"},           {"txt_email", "a@b.pk"},          {"txt_website", "b.pk"},
+            {"txtLocation", "LAHORE"},        {"txt_Gstno", "12-34-5678-901-23"}, {"txt_Ntnno", "1234567-8"},
+            {"cmdCreateAc", "&Save"},
+        };
+        for (const auto &[name, value] : expected)
+            QCOMPARE(qobject_cast<QLineEdit *>(control(screen, name))
+                         ? qobject_cast<QLineEdit *>(control(screen, name))->displayText()
+                         : text(screen, name),
+                     value);
+        QVERIFY(control<QCheckBox>(screen, "chkBank")->isChecked());
+        clickNode(screen, "1.1.2");
+        QCOMPARE(text(screen, "txt_OpenBal"), "");
+        QCOMPARE(control<QLineEdit>(screen, "txt_Gstno")->displayText(), "__-__-____-___-__");
+        QVERIFY(!control<QCheckBox>(screen, "chkBank")->isChecked());
+        clickNode(screen, "1");
+        QCOMPARE(text(screen, "txtOrder"), "5");
+        QVERIFY(!isShown(screen, "frmEntry") && !isShown(screen, "txtSubControl"));
+    }
+
+    void edit_data() {
+        QTest::addColumn<QString>("node");
+        QTest::addColumn<QString>("order");
+        QTest::addColumn<QString>("row");
+        QTest::newRow("control account, order") << "1" << "7" << "FIXED ASSETS|7";
+        QTest::newRow("control account, order emptied") << "1" << "" << "FIXED ASSETS|NULL";
+        QTest::newRow("sub-control account") << "1.1" << "-" << "FIXED ASSETS|NULL";
+        QTest::newRow("a subsidiary has no menu") << "1.1.1" << "-" << "CITY BANK|NULL";
+    }
+    void edit() {
+        QFETCH(QString, node);
+        QFETCH(QString, order);
+        QFETCH(QString, row);
+        open(true);
+        editByPopup(screen, node);
+        const bool isControl = node == "1";
+        if (node != "1.1.1") {
+            QCOMPARE(focused(), isControl ? "txtAcDes" : "txtSubControl");
+            typeInto(screen, isControl ? "txtAcDes" : "txtSubControl", "fixed assets");
+        }
+        if (isControl)
+            typeInto(screen, "txtOrder", order);
+        QCOMPARE(text(screen, "cmdCreateAc"), "&Save");
+        QCOMPARE(save(), QStringList());
+        QCOMPARE(office->rows("select AcName,OrderStatus from Accounts where AcNodes='"_sql + node + "'"),
+                 QStringList(row));
+        QCOMPARE(text(screen, "cmdCreateAc"), node == "1.1.1" ? "&Save" : "&New");
+        QCOMPARE(codeShown(screen), "'" + node + "'");
+        QCOMPARE(focused(), "lstTree");
+    }
+
+    void keys_data() {
+        QTest::addColumn<QString>("box");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("left");
+        QTest::addColumn<QString>("next");
+        const auto row = [](const char *box, const char *typed, const char *left, const char *next) {
+            QTest::newRow(box) << box << typed << left << next;
+        };
+        row("txtSubsidiary", "a b'c", "A B'C", "chkSupplier");
+        row("txt_OpenBal", "1 2x", "12", "txtContactPerson");
+        row("txtContactPerson", "mr a", "MR A", "txt_address");
+        row("txt_address", "a B", "a B", "txtAdd2");
+        row("txtAdd2", "a B", "a B", "txt_telno");
+        row("txt_telno", "1 a-2,", "12,", "txt_faxno");
+        row("txt_faxno", "1 a-2,", "12,", "txt_email");
+        row("txt_email", "A@b", "A@b", "txt_website");
+        row("txt_website", "A.b", "A.b", "txtLocation");
+        row("txtLocation", "ab", "AB", "txt_Gstno");
+        row("txtAcDes", "a b", "A B", "txtAcDes");
+        row("txtOrder", "1 a-2", "12", "txtOrder");
+    }
+    void keys() {
+        QFETCH(QString, box);
+        QFETCH(QString, typed);
+        QFETCH(QString, left);
+        QFETCH(QString, next);
+        open(true);
+        if (box == "txtAcDes" || box == "txtOrder")
+            editByPopup(screen, "1");
+        else
+            clickNode(screen, "1.1.1");
+        typeInto(screen, box, typed);
+        QCOMPARE(text(screen, box), left);
+        press(Qt::Key_Return);
+        QCOMPARE(focused(), next);
+    }
+
+    void failures_data() {
+        QTest::addColumn<QString>("scene");
+        QTest::newRow("in a new title") << "title";
+        QTest::newRow("in a changed title") << "change";
+        QTest::newRow("in the search") << "search";
+    }
+    void failures() {
+        QFETCH(QString, scene);
+        const Ended ended = play(scene);
+        QCOMPARE(ended.status, 1);
+        QVERIFY2(ended.errorStream.contains("ZEL: error 105:"), qPrintable(ended.errorStream));
+        QVERIFY2(ended.box.contains("105"), qPrintable(ended.box));
+    }
+};
+
+namespace {
+
+/// An apostrophe typed into a box whose text goes into a statement ends the program.
+void apostrophe(const QString &node, const QString &box, bool save) {
+    shell::setScreens({{"mnuChartOfAC", shell::shows(accounts::frmAccount::reference)}});
+    Office office;
+    office.execute(Sql(chart));
+    office.logIn();
+    QWidget *screen = openByMenu("mnuChartOfAC", "frmAccount");
+    if (node == "1") {
+        editByPopup(screen, node);
+    } else if (!node.isEmpty()) {
+        clickNode(screen, node);
+        click(screen, "cmdCreateAc");
+    } else {
+        turnTo(screen, "SSTab", 1);
+    }
+    typeInto(screen, box, "o'neil");
+    if (save)
+        click(screen, "cmdCreateAc");
+}
+
+} // namespace
+
+int main(int argc, char *argv[]) {
+    TestAccountEntry tests;
+    return run(argc, argv, tests,
+               {{"title", [] { apostrophe("1.1", "txtSubsidiary", true); }},
+                {"change", [] { apostrophe("1", "txtAcDes", true); }},
+                {"search", [] { apostrophe({}, "txtFindAC", false); }}});
+}
+
+#include "tst_account_entry.moc"
