@@ -36,7 +36,7 @@ private:
     Expr *literalToInteger(Expr *literal, Type to, Purpose purpose);
     Expr *literalToDecimal(Expr *literal, Type to, Purpose purpose);
     Expr *literalToFloat(Expr *literal, Type to);
-    Expr *literalToText(Expr *literal, Type to, Purpose purpose);
+    Expr *literalToText(Expr *literal, Type to, Purpose purpose, int style);
     Expr *literalToDate(Expr *literal, Type to, Purpose purpose, int style);
     Expr *toInteger(Expr *value, Type to, Purpose purpose);
     Expr *toDecimal(Expr *value, Type to, Purpose purpose);

@@ -64,7 +64,7 @@ Expr *Converter::convertLiteral(Expr *literal, Type to, Purpose purpose, int sty
     if (to.kind == TypeKind::Float)
         return literalToFloat(literal, to);
     if (isText(to))
-        return literalToText(literal, to, purpose);
+        return literalToText(literal, to, purpose, style);
     if (isDate(to))
         return literalToDate(literal, to, purpose, style);
     return literal;
@@ -132,10 +132,10 @@ Expr *Converter::literalToFloat(Expr *literal, Type to) {
                   literal->at);
 }
 
-Expr *Converter::literalToText(Expr *literal, Type to, Purpose purpose) {
+Expr *Converter::literalToText(Expr *literal, Type to, Purpose purpose, int style) {
     if (literal->op == Op::DateLiteral ||
         (literal->op == Op::NumberLiteral && literal->type.kind == TypeKind::Money))
-        return toText(literal, to, purpose, 0);
+        return toText(literal, to, purpose, style);
     std::string_view text = literal->text;
     if (literal->op == Op::NumberLiteral) {
         if (literal->type.kind == TypeKind::Float) {

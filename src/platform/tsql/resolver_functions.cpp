@@ -85,8 +85,11 @@ struct FunctionTable {
     }
     static Expr *datePart(Resolver &r, Arguments &arguments, Op op) {
         Expr *date = arguments[0];
-        if (!isDate(date->type))
-            date = r.m_converter.convert(date, {TypeKind::DateTime, 0, 0}, Purpose::Cast);
+        if (!isDate(date->type)) {
+            r.fail(arguments.node.at, 8116,
+                   "Argument data type " + std::string(typeName(date->type)) + " is invalid for argument 1 of " +
+                       std::string(arguments.node.text) + " function.");
+        }
         return r.make(op, Integer, arguments.node.at, date);
     }
     static Expr *moment(Resolver &r, Arguments &arguments, Op op) {
