@@ -105,10 +105,13 @@ QByteArray SampleCatalog::checksum() {
     ado::SqliteSession &session = m_driver->session();
     const ado::SqliteSession::OwnTables access(session);
     std::vector<std::string> tables;
-    ado::SqliteSession::Running schema = session.prepare("select name, sql from sqlite_master order by name");
-    while (schema.step()) {
-        hash.addData(QByteArray::fromStdString(schema.text(1)));
-        tables.push_back(schema.text(0));
+    {
+        ado::SqliteSession::Running schema =
+            session.prepare("select name, sql from sqlite_master order by name");
+        while (schema.step()) {
+            hash.addData(QByteArray::fromStdString(schema.text(1)));
+            tables.push_back(schema.text(0));
+        }
     }
     for (const std::string &table : tables) {
         if (table.starts_with("sqlite_autoindex"))
