@@ -81,7 +81,7 @@ QString askPassword() {
 
 int create(const QCommandLineParser &line, const QStringList &words) {
     schema::createCatalog(words[1], {.bare = line.isSet(QStringLiteral("bare")),
-                                     .demoChart = line.isSet(QStringLiteral("demo-chart")),
+                                     .demoChart = line.isSet(QStringLiteral("chart")),
                                      .saPassword = {}});
     say(QStringLiteral("Made the catalog %1/ZEL.db; log in as \"sa\" with an empty password.\n")
             .arg(words[1]));
@@ -158,7 +158,7 @@ struct Command {
 };
 
 constexpr Command Commands[] = {
-    {"create", "DIR [--bare] [--demo-chart]", 2, 2, create},
+    {"create", "DIR [--bare] [--chart]", 2, 2, create},
     {"passwd", "DIR LOGIN", 3, 3, changePassword},
     {"sql", "DIR (STATEMENT | -f FILE) [--json]", 2, 3, sql},
     {"check", "DIR", 2, 2, check},
@@ -197,7 +197,8 @@ int main(int argc, char **argv) {
     line.addHelpOption();
     line.addOptions(
         {{QStringLiteral("bare"), QStringLiteral("create: no tables, only the login \"sa\".")},
-         {QStringLiteral("demo-chart"), QStringLiteral("create: with a small chart of accounts.")},
+         {{QStringLiteral("chart"), QStringLiteral("demo-chart")},
+          QStringLiteral("create: with a small chart of accounts.")},
          {QStringLiteral("json"), QStringLiteral("sql: one JSON object a statement, a line each.")},
          {{QStringLiteral("f"), QStringLiteral("file")},
           QStringLiteral("sql: statements of a file (- is the standard input), batches parted by GO."),

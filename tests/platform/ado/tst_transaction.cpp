@@ -1,0 +1,188 @@
+#include "catalog_fixture.h"
+#include "fault_vfs.h"
+
+#include "platform/ado/drivers/sqlite_driver.h"
+
+#include <thread>
+
+using namespace zel;
+using namespace zel::ado;
+using namespace zel::test;
+
+namespace {
+
+/// A voucher of four lines as a screen saves it: header, old lines out, new lines in.
+void saveVoucher(Connection &con, const QString &payee) {
+    Recordset rs;
+    rs.Open("select * from MasJV where VouNo = 1", con);
+    if (rs.RecordCount() == 0) {
+        rs.AddNew();
+        rs.Fields("VouNo") = 1;
+    }
+    rs.Fields("VouStatus") = "BP";
+    rs.Fields("PaidReceive") = payee;
+    rs.Update();
+    con.Execute("delete from DetJV where VouNo = 1");
+    rs.Close();
+    rs.Open("select * from DetJV where 0=1", con);
+    for (int line = 1; line <= 4; ++line) {
+        rs.AddNew();
+        rs.Fields("VouNo") = 1;
+        rs.Fields("EntryNo") = line;
+        rs.Fields("DrAmt") = line % 2 ? "250.50" : "0";
+        rs.Fields("CrAmt") = line % 2 ? "0" : "250.50";
+        rs.Fields("Naration") = payee;
+        rs.Fields("VouStatus") = "BP";
+        rs.Update();
+    }
+}
+
+QString voucher(const QString &file) {
+    return plain(file, "select (select group_concat(PaidReceive) from MasJV) || ':' ||"
+                       " (select group_concat(EntryNo || Naration, ' ') from DetJV) || ':' ||"
+                       " (select sum(DrAmt) - sum(CrAmt) from DetJV)");
+}
+
+} // namespace
+
+class tst_transaction : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void wholeOrAsBefore();
+    void diskFullIsTold();
+    void undoneWithoutCommit();
+    void secondConnectionSeesWhatIsCommitted();
+    void writersWaitForEachOther();
+    void tooLongALockIsTold();
+};
+
+void tst_transaction::initTestCase() {
+    faulty_disk::install();
+}
+
+/// For every n: the disk gets full at the n-th write of the save. Another program then finds the voucher
+/// whole, new or old.
+void tst_transaction::wholeOrAsBefore() {
+    const QString before = QStringLiteral("OLD:1OLD 2OLD 3OLD 4OLD:0.0");
+    const QString after = QStringLiteral("NEW:1NEW 2NEW 3NEW 4NEW:0.0");
+    int failures = 0;
+    for (int writes = 0;; ++writes) {
+        const CatalogFolder folder;
+        {
+            Connection con;
+            open(con, folder.path());
+            saveVoucher(con, QStringLiteral("OLD"));
+            faulty_disk::fullAfter(writes);
+            const int number = failure([&con] {
+                Transaction transaction(con);
+                saveVoucher(con, QStringLiteral("NEW"));
+                transaction.commit();
+            });
+            if (number != 0) {
+                ++failures;
+                QCOMPARE(number, 1105);
+                QCOMPARE(shown(con, "select PaidReceive from MasJV"), QStringLiteral("OLD"));
+            }
+        }
+        const bool failed = faulty_disk::failed();
+        faulty_disk::roomy();
+        const QString found = voucher(folder.file());
+        QVERIFY2(found == before || found == after, qPrintable(found));
+        QCOMPARE(plain(folder.file(), "pragma integrity_check"), QStringLiteral("ok"));
+        if (!failed) {
+            QCOMPARE(found, after);
+            break;
+        }
+    }
+    QVERIFY(failures > 3);
+}
+
+void tst_transaction::diskFullIsTold() {
+    const CatalogFolder folder;
+    Connection con;
+    open(con, folder.path());
+    faulty_disk::fullAfter(0);
+    QString told;
+    try {
+        con.Execute("insert into LctPswd (Pswd) values ('X')");
+    } catch (const Error &error) {
+        told = error.description();
+    }
+    faulty_disk::roomy();
+    QCOMPARE(
+        told,
+        QStringLiteral("The catalog \"%1\" can't be written because the disk is full.").arg(folder.file()));
+    con.Execute("insert into LctPswd (Pswd) values ('Y')");
+    QCOMPARE(plain(folder.file(), "select Pswd from LctPswd"), QStringLiteral("ZEL;Y"));
+}
+
+void tst_transaction::undoneWithoutCommit() {
+    const CatalogFolder folder;
+    Connection con;
+    open(con, folder.path());
+    {
+        const Transaction transaction(con);
+        con.Execute("insert into LctPswd (Pswd) values ('X')");
+        QCOMPARE(failure([&con] { const Transaction inner(con); }), 3988);
+    }
+    QCOMPARE(plain(folder.file(), "select Pswd from LctPswd"), QStringLiteral("ZEL"));
+    con.Execute("insert into LctPswd (Pswd) values ('Y')");
+    QCOMPARE(plain(folder.file(), "select Pswd from LctPswd"), QStringLiteral("ZEL;Y"));
+}
+
+void tst_transaction::secondConnectionSeesWhatIsCommitted() {
+    const CatalogFolder folder;
+    Connection writer;
+    Connection report;
+    open(writer, folder.path());
+    open(report, folder.path());
+    {
+        Transaction transaction(writer);
+        writer.Execute("update LctPswd set Pswd = 'NEW'");
+        QCOMPARE(shown(report, "select Pswd from LctPswd"), QStringLiteral("ZEL"));
+        transaction.commit();
+    }
+    QCOMPARE(shown(report, "select Pswd from LctPswd"), QStringLiteral("NEW"));
+    writer.Execute("create table Later (Number int null)");
+    QCOMPARE(shown(report, "select Number from Later"), QString());
+}
+
+void tst_transaction::writersWaitForEachOther() {
+    const CatalogFolder folder;
+    Connection first;
+    Connection second;
+    open(first, folder.path());
+    open(second, folder.path());
+    std::thread other;
+    int number = -1;
+    {
+        Transaction transaction(first);
+        first.Execute("insert into LctPswd (Pswd) values ('FIRST')");
+        other = std::thread([&second, &number] {
+            number = failure([&second] { second.Execute("insert into LctPswd (Pswd) values ('SECOND')"); });
+        });
+        QTest::qSleep(1500);
+        transaction.commit();
+    }
+    other.join();
+    QCOMPARE(number, 0);
+    QCOMPARE(plain(folder.file(), "select Pswd from LctPswd"), QStringLiteral("ZEL;FIRST;SECOND"));
+}
+
+void tst_transaction::tooLongALockIsTold() {
+    const CatalogFolder folder;
+    Connection first;
+    Connection second;
+    open(first, folder.path());
+    open(second, folder.path());
+    const Transaction transaction(first);
+    QElapsedTimer clock;
+    clock.start();
+    QCOMPARE(failure([&second] { second.Execute("insert into LctPswd (Pswd) values ('SECOND')"); }), 1222);
+    QVERIFY(clock.elapsed() >= 5000);
+}
+
+QTEST_GUILESS_MAIN(tst_transaction)
+#include "tst_transaction.moc"
