@@ -68,8 +68,7 @@ void DataCombo::setBoundColumn(const QString &column) {
 }
 
 /// A reset model makes the base pick its first row for a moment; nobody is told of that.
-void DataCombo::fill()
-{
+void DataCombo::fill() {
     const QString before = Text();
     const bool lists = m_rows && !m_listField.isEmpty();
     const int column = lists ? columnOf(m_rows, m_listField) : 0;

@@ -4,6 +4,7 @@
 #include "platform/controls/typing.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QMdiArea>
 #include <QMenu>
@@ -70,7 +71,6 @@ void Form::makeWindow(QMdiArea *area) {
 
 void Form::bringForward(bool maximized) {
     QMdiArea *area = FormHost::area();
-    const bool first = !m_window && !isVisible();
     if (isChild() && !m_window && area)
         makeWindow(area);
     QWidget *window = shell();
@@ -81,22 +81,42 @@ void Form::bringForward(bool maximized) {
     else
         window->show();
     window->raise();
-    if (first && !focusWidget())
-        focusFirst();
     if (!m_window) {
         window->activateWindow();
+        takeFocus();
         return;
     }
     area->setActiveSubWindow(m_window);
+    takeFocus();
     // A hidden child window may have kept its active state, and then tells of no edge.
     if (m_window->windowState().testFlag(Qt::WindowActive))
         becameActive();
 }
 
-/// The first control in tab order gets the focus; the form itself when it has none that could.
-void Form::focusFirst() {
-    if (!focusNextPrevChild(true))
+/// Gives the focus back to the control that had it last, at first to the first in tab order; the form itself
+/// takes it when no control can.
+void Form::takeFocus() {
+    const QWidget *now = QApplication::focusWidget();
+    if (now && (now == this || isAncestorOf(now)))
+        return;
+    QWidget *last = focusWidget();
+    if (last && last != this && last->isEnabled() && last->isVisible())
+        last->setFocus(Qt::OtherFocusReason);
+    else if (!focusNextPrevChild(true))
         setFocus(Qt::OtherFocusReason);
+}
+
+void Form::yieldActivity() {
+    QMdiArea *area = FormHost::area();
+    if (!m_window || !area)
+        return;
+    const QList<QMdiSubWindow *> windows = area->subWindowList(QMdiArea::ActivationHistoryOrder);
+    for (auto next = windows.rbegin(); next != windows.rend(); ++next) {
+        if (*next != m_window && (*next)->isVisible()) {
+            area->setActiveSubWindow(*next);
+            return;
+        }
+    }
 }
 
 void Form::closeEvent(QCloseEvent *event) {

@@ -43,6 +43,7 @@ protected:
     [[nodiscard]] QWidget *shell() override;
     [[nodiscard]] bool isChild() const override { return m_kind == Kind::Child; }
     void bringForward(bool maximized) override;
+    void yieldActivity() override;
     void closeEvent(QCloseEvent *event) override;
     void changeEvent(QEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
@@ -50,7 +51,7 @@ protected:
 private:
     friend class ScreenWindow;
     void makeWindow(QMdiArea *area);
-    void focusFirst();
+    void takeFocus();
 
     Kind m_kind;
     QPointer<QMdiSubWindow> m_window;

@@ -66,11 +66,17 @@ void FormLife::ShowMaximized() {
 }
 
 void FormLife::Hide() {
-    if (!isLoaded())
-        return;
-    if (s_active == this)
+    if (isLoaded())
+        goOutOfSight();
+}
+
+void FormLife::goOutOfSight() {
+    const bool wasActive = s_active == this;
+    if (wasActive)
         s_active = nullptr;
     shell()->hide();
+    if (wasActive && !s_closing)
+        yieldActivity();
 }
 
 void FormLife::Unload() {
@@ -79,10 +85,10 @@ void FormLife::Unload() {
     m_state = State::Unloading;
     unloadOthers();
     Form_Unload();
-    QWidget *window = shell();
+    loadedForms().removeAll(this);
+    shell()->deleteLater();
+    goOutOfSight();
     discard();
-    window->hide();
-    window->deleteLater();
     Application::endWithoutForms();
 }
 

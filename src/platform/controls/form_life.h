@@ -51,6 +51,8 @@ protected:
     [[nodiscard]] virtual bool isChild() const { return false; }
     /// What must go before Form_Unload runs.
     virtual void unloadOthers() {}
+    /// The form that lies next in sight becomes active.
+    virtual void yieldActivity() {}
     /// Shows the shell and brings it to the front.
     virtual void bringForward(bool maximized) = 0;
     /// To be called when the window becomes active; tells the form once per change of the active form.
@@ -59,6 +61,7 @@ protected:
 private:
     enum class State { Created, Loaded, Unloading, Unloaded };
     void discard();
+    void goOutOfSight();
 
     State m_state = State::Created;
     static FormLife *s_active;

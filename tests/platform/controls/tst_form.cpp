@@ -1,0 +1,405 @@
+#include "platform/base/error.h"
+#include "platform/controls/application.h"
+#include "platform/controls/button.h"
+#include "platform/controls/focus.h"
+#include "platform/controls/form.h"
+#include "platform/controls/msg_box.h"
+#include "platform/controls/text_box.h"
+
+#include <QMdiArea>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QSignalSpy>
+#include <QTabWidget>
+#include <QTest>
+#include <QTimer>
+#include <QVBoxLayout>
+
+using namespace zel;
+using namespace zel::controls;
+
+namespace {
+
+QStringList s_log;
+int s_made = 0;
+
+class Screen : public Form {
+public:
+    explicit Screen(const QString &name)
+        : box(new TextBox), button(new Button), m_name(name + QString::number(++s_made)) {
+        auto *layout = new QVBoxLayout(this);
+        layout->addWidget(box);
+        layout->addWidget(button);
+        button->setText("E&xit");
+        connect(button, &Button::clicked, this, [this] {
+            Unload();
+            s_log << m_name + "…"; // its own event goes on
+        });
+    }
+    TextBox *box;
+    Button *button;
+
+protected:
+    void Form_Load() override { s_log << m_name + "+"; }
+    void Form_Activate() override { s_log << m_name + "!"; }
+    void Form_Unload() override { s_log << m_name + "-"; }
+    void Form_LostFocus() override { s_log << m_name + "~"; }
+
+private:
+    QString m_name;
+};
+
+class ScreenA : public Screen {
+public:
+    ScreenA() : Screen("a") {}
+};
+
+class ScreenB : public Screen {
+public:
+    ScreenB() : Screen("b") {}
+};
+
+class Main : public MainForm {
+public:
+    Main() : area(new QMdiArea) {
+        setCentralWidget(area);
+        FormHost::setArea(area);
+        resize(800, 600);
+        item = menuBar()->addMenu("E&xit")->addAction("Bank Receive Voucher");
+        item->setShortcut(QKeySequence("Ctrl+F4"));
+    }
+    QMdiArea *area;
+    QAction *item;
+
+protected:
+    void Form_Unload() override { s_log << "main-"; }
+};
+
+class Login : public Form {
+public:
+    Login() : Form(Kind::Window) {}
+};
+
+FormReference<Main> s_main;
+FormReference<ScreenA> s_a;
+FormReference<ScreenB> s_b;
+
+template <class Reference>
+void act(Reference &screen, const QString &verb) {
+    if (verb == "show")
+        screen->Show();
+    else if (verb == "load")
+        screen->Load();
+    else if (verb == "hide")
+        screen->Hide();
+    else if (verb == "unload")
+        screen->Unload();
+    else if (verb == "close")
+        screen->subWindow()->close();
+    else if (verb == "exit")
+        QTest::mouseClick(screen->button, Qt::LeftButton);
+    else if (verb == "activate")
+        s_main->area->setActiveSubWindow(screen->subWindow());
+    else if (verb == "clear")
+        screen.clear();
+    else
+        qFatal("no such step");
+}
+
+bool openMain() {
+    s_main->Show();
+    return QTest::qWaitForWindowActive(s_main.get());
+}
+
+} // namespace
+
+class tst_form : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void life_data();
+    void life();
+    void unloadedFormsAreDeleted();
+    void firstControlHasTheFocus();
+    void formWithoutControlsLosesItsFocus();
+    void menuKeepsItsKeys();
+    void mnemonicsOfTheScreenWin();
+    void focusRefused_data();
+    void focusRefused();
+    void messages_data();
+    void messages();
+    void endsWithTheLastForm();
+};
+
+void tst_form::init() {
+    s_made = 0;
+    QVERIFY(openMain());
+    s_log.clear();
+}
+
+void tst_form::cleanup() {
+    if (s_main)
+        s_main->Unload();
+    s_a.clear();
+    s_b.clear();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCOMPARE(FormLife::loaded().size(), 0);
+}
+
+/// Steps, and what the screens were told: + load, ! activate, - unload; the number tells instances apart.
+void tst_form::life_data() {
+    QTest::addColumn<QString>("steps");
+    QTest::addColumn<QString>("told");
+    QTest::newRow("shown") << "show a"
+                           << "a1+ a1!";
+    QTest::newRow("shown twice") << "show a, show a"
+                                 << "a1+ a1!";
+    QTest::newRow("loaded, then shown") << "load a, show a"
+                                        << "a1+ a1!";
+    QTest::newRow("brought forward") << "show a, show b, show a"
+                                     << "a1+ a1! b2+ b2! a1!";
+    QTest::newRow("the user changes") << "show a, show b, activate a, activate b"
+                                      << "a1+ a1! b2+ b2! a1! b2!";
+    QTest::newRow("hidden is not unloaded") << "show a, hide a, show a"
+                                            << "a1+ a1! a1!";
+    QTest::newRow("hidden behind another") << "show a, show b, hide b, show b"
+                                           << "a1+ a1! b2+ b2! a1! b2!";
+    QTest::newRow("unloaded, then shown") << "show a, unload a, show a"
+                                          << "a1+ a1! a1- a2+ a2!";
+    QTest::newRow("closed by the user") << "show a, close a, show a"
+                                        << "a1+ a1! a1- a2+ a2!";
+    QTest::newRow("unloaded twice") << "show a, show b, unload a, unload b"
+                                    << "a1+ a1! b2+ b2! a1- b2-";
+    QTest::newRow("the next one becomes active") << "show a, show b, unload b"
+                                                 << "a1+ a1! b2+ b2! b2- a1!";
+    QTest::newRow("closes itself") << "show a, show b, exit b, show b"
+                                   << "a1+ a1! b2+ b2! b2- a1! b2… b3+ b3!";
+    QTest::newRow("clearing does not unload") << "show a, clear a, show a"
+                                              << "a1+ a1! a2+ a2!";
+    QTest::newRow("a box is no change") << "show a, box, show a"
+                                        << "a1+ a1!";
+    QTest::newRow("main window closes") << "show a, show b, main"
+                                        << "a1+ a1! b2+ b2! a1- b2- main-";
+    QTest::newRow("hidden ones, too") << "load a, show b, hide b, main"
+                                      << "a1+ b2+ b2! a1- b2- main-";
+    QTest::newRow("unreferenced ones, too") << "show a, hide a, clear a, main"
+                                            << "a1+ a1! a1- main-";
+    QTest::newRow("main window again") << "show a, main, main, show a"
+                                       << "a1+ a1! a1- main- a2+ a2!";
+}
+
+void tst_form::life() {
+    QFETCH(QString, steps);
+    QFETCH(QString, told);
+    for (const QString &step : steps.split(", ")) {
+        const QString verb = step.section(' ', 0, 0);
+        if (verb == "main" && s_main) {
+            s_main->close();
+        } else if (verb == "main") {
+            QVERIFY(openMain());
+        } else if (verb == "box") {
+            QTimer::singleShot(0, [] { QTest::keyClick(qApp->activeModalWidget(), Qt::Key_Return); });
+            MsgBox("please enter Amount", vbInformation);
+        } else if (step.endsWith('a')) {
+            act(s_a, verb);
+        } else {
+            act(s_b, verb);
+        }
+        QTest::qWait(5);
+    }
+    QCOMPARE(s_log.join(' '), told);
+}
+
+void tst_form::unloadedFormsAreDeleted() {
+    s_a->Show();
+    const QPointer<Form> form = s_a.get();
+    const QPointer<QMdiSubWindow> window = s_a->subWindow();
+    s_a->Unload();
+    QVERIFY(!s_a);
+    QVERIFY(form);
+    QTest::qWait(5);
+    QVERIFY(!form);
+    QVERIFY(!window);
+    QCOMPARE(s_main->area->subWindowList().size(), 0);
+}
+
+void tst_form::firstControlHasTheFocus() {
+    s_a->Show();
+    s_b->Show();
+    QVERIFY(s_b->box->hasFocus());
+    s_b->button->setFocus();
+    s_a->Show();
+    QVERIFY(s_a->box->hasFocus());
+    s_b->Show();
+    QVERIFY(s_b->button->hasFocus());
+    QTest::keyClick(s_b->button, Qt::Key_Tab);
+    QVERIFY(s_b->box->hasFocus());
+}
+
+void tst_form::formWithoutControlsLosesItsFocus() {
+    s_a->box->setEnabled(false);
+    s_a->button->setEnabled(false);
+    s_a->Show();
+    s_b->Show();
+    s_a->Show();
+    s_b->Show();
+    QCOMPARE(s_log.join(' '), QStringLiteral("a1+ a1! b2+ a1~ b2! a1! a1~ b2!"));
+}
+
+void tst_form::menuKeepsItsKeys() {
+    s_a->Show();
+    QSignalSpy triggered(s_main->item, &QAction::triggered);
+    QTest::keyClick(s_a->box, Qt::Key_F4, Qt::ControlModifier);
+    QCOMPARE(triggered.size(), 1);
+    QVERIFY(s_a->isLoaded());
+    QTest::keyClick(s_a->box, Qt::Key_W, Qt::ControlModifier);
+    QVERIFY(s_a->isLoaded());
+}
+
+/// Alt+X is on the menu bar, on both screens, and on one of them twice.
+void tst_form::mnemonicsOfTheScreenWin() {
+    s_a->Show();
+    s_b->Show();
+    QTest::keyClick(s_b->box, Qt::Key_X, Qt::AltModifier);
+    QCOMPARE(s_log.join(' '), QStringLiteral("a1+ a1! b2+ b2! b2- a1! b2…"));
+    QTest::qWait(5);
+
+    auto *twin = new Button(s_a.get());
+    twin->setText("Ta&x");
+    s_a->layout()->addWidget(twin);
+    QTest::qWait(5);
+    s_a->box->setFocus();
+    QSignalSpy clicked(twin, &Button::clicked);
+    QTest::keyClick(s_a->box, Qt::Key_X, Qt::AltModifier);
+    QVERIFY(s_a->button->hasFocus());
+    QTest::keyClick(s_a->button, Qt::Key_X, Qt::AltModifier);
+    QVERIFY(twin->hasFocus());
+    QCOMPARE(clicked.size(), 0);
+    QTest::keyClick(twin, Qt::Key_Return);
+    QCOMPARE(clicked.size(), 1);
+}
+
+void tst_form::focusRefused_data() {
+    QTest::addColumn<QString>("state");
+    QTest::addColumn<bool>("refused");
+    QTest::newRow("plain") << "" << false;
+    QTest::newRow("disabled") << "disabled" << true;
+    QTest::newRow("hidden") << "hidden" << true;
+    QTest::newRow("in a disabled frame") << "frame disabled" << true;
+    QTest::newRow("in a hidden frame") << "frame hidden" << true;
+    QTest::newRow("on the other tab page") << "other page" << false;
+}
+
+void tst_form::focusRefused() {
+    QFETCH(QString, state);
+    QFETCH(bool, refused);
+    auto *tabs = new QTabWidget(s_a.get());
+    auto *frame = new QFrame;
+    auto *box = new TextBox;
+    auto *layout = new QVBoxLayout(frame);
+    layout->addWidget(box);
+    tabs->addTab(frame, "Entry");
+    tabs->addTab(new QWidget, "Search");
+    s_a->layout()->addWidget(tabs);
+    auto *inner = new QFrame(frame);
+    (new QVBoxLayout(inner))->addWidget(box);
+    layout->addWidget(inner);
+    if (state == "disabled")
+        box->setEnabled(false);
+    else if (state == "hidden")
+        box->hide();
+    else if (state == "frame disabled")
+        inner->setEnabled(false);
+    else if (state == "frame hidden")
+        inner->hide();
+    else if (state == "other page")
+        tabs->setCurrentIndex(1);
+    for (const bool shown : {false, true}) {
+        if (shown)
+            s_a->Show();
+        int number = 0;
+        try {
+            SetFocus(box);
+        } catch (const Error &error) {
+            number = error.number();
+        }
+        QCOMPARE(number, refused ? 5 : 0);
+    }
+    tabs->setCurrentIndex(0);
+    QCOMPARE(box->hasFocus(), !refused);
+}
+
+void tst_form::messages_data() {
+    QTest::addColumn<int>("style");
+    QTest::addColumn<QString>("title");
+    QTest::addColumn<int>("key");
+    QTest::addColumn<int>("icon");
+    QTest::addColumn<int>("result");
+    const int information = QMessageBox::Information;
+    QTest::newRow("information") << 64 << "" << int(Qt::Key_Return) << information << int(vbOK);
+    QTest::newRow("critical") << 16 << "Login Error" << int(Qt::Key_Escape) << int(QMessageBox::Critical)
+                              << int(vbOK);
+    QTest::newRow("confirmed") << 68 << "Confirm" << int(Qt::Key_Return) << information << int(vbYes);
+    QTest::newRow("not confirmed") << 68 << "Confirm" << int(Qt::Key_N) << information << int(vbNo);
+    QTest::newRow("escaped") << 4 << "" << int(Qt::Key_Escape) << int(QMessageBox::Question) << int(vbNo);
+    QTest::newRow("yes by letter") << 4 << "" << int(Qt::Key_Y) << int(QMessageBox::Question) << int(vbYes);
+}
+
+void tst_form::messages() {
+    QFETCH(int, style);
+    QFETCH(QString, title);
+    QFETCH(int, key);
+    QFETCH(int, icon);
+    QFETCH(int, result);
+    const QString text = "this head not remove <b>& more</b> ";
+    QString seen;
+    QTimer::singleShot(0, [&] {
+        auto *box = qobject_cast<QMessageBox *>(qApp->activeModalWidget());
+        seen = box->objectName() + '|' + box->windowTitle() + '|' + box->text() + '|' +
+               QString::number(box->icon());
+        QTest::qWait(1);
+        const bool letter = key < 0x80;
+        QTest::keyClick(box, Qt::Key(key), letter ? Qt::AltModifier : Qt::NoModifier);
+        QTimer::singleShot(500, box, [box] { box->done(0); });
+    });
+    QCOMPARE(int(MsgBox(text, style, title)), result);
+    QCOMPARE(seen, QString("MsgBox|%1|%2|%3").arg(title.isEmpty() ? "ZEL" : title, text).arg(icon));
+}
+
+void tst_form::endsWithTheLastForm() {
+    s_main->Unload();
+    FormReference<Login> login;
+    QStringList steps;
+    auto *application = static_cast<Application *>(qApp);
+    const int status = application->run([&] {
+        login->Show();
+        QTimer::singleShot(0, [&] {
+            s_main->Show();
+            login->Unload();
+            s_a->Show();
+            QTimer::singleShot(30, [&] {
+                steps << "main";
+                s_main->Unload();
+                login->Show();
+            });
+            QTimer::singleShot(60, [&] {
+                steps << "login";
+                login->close();
+            });
+        });
+        QTimer::singleShot(5000, application, [&] {
+            steps << "never ended";
+            QCoreApplication::exit(9);
+        });
+    });
+    QCOMPARE(steps.join(' '), QStringLiteral("main login"));
+    QCOMPARE(status, 0);
+}
+
+int main(int argc, char **argv) {
+    Application application(argc, argv);
+    tst_form test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "tst_form.moc"
