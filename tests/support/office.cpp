@@ -67,6 +67,7 @@ Office::~Office() {
 void Office::logIn(const QString &user, const QString &password) {
     shell::Main();
     QWidget *login = form("frmLogin");
+    QVERIFY(QTest::qWaitForWindowActive(login));
     typeInto(login, "cboUsers", user);
     press(Qt::Key_Return);
     type(password);

@@ -42,7 +42,7 @@ int playHere(int argc, char *argv[], const Scenes &scenes) {
 int run(int argc, char *argv[], QObject &tests, const Scenes &scenes) {
     if (qEnvironmentVariableIsSet("ZEL_SCENE"))
         return playHere(argc, argv, scenes);
-    controls::Application application(argc, argv);
+    SceneApplication application(argc, argv); // a failure ends the tests instead of waiting for a click
     QTEST_SET_MAIN_SOURCE_PATH
     return QTest::qExec(&tests, argc, argv);
 }
