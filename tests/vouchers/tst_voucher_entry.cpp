@@ -159,8 +159,8 @@ void tst_voucher_entry::removingALine() {
     Desk desk;
     desk.open(QTest::currentDataTag());
     desk.add({"BANK ONE", "BANK TWO", "1"});
-    desk.add({"RENT", "LIGHT", "2"});
-    desk.add({"FEES", "LIGHT", "4"});
+    desk.add({"BANK ONE", "BANK TWO", "2"});
+    desk.add({"BANK ONE", "BANK TWO", "4"});
     desk.fill({"BANK ONE", "BANK TWO", "9", "8", "n", "7", "6"});
     desk.grid("MshEntry")->setRow(2);
     desk.push("acmRemove");
@@ -426,7 +426,7 @@ void tst_voucher_entry::enterInTheNumberOfANewVoucher() {
     desk.open("BP");
     desk.add({"RENT", "BANK ONE", "1"});
     control(desk.screen(), "txtVoucher")->setFocus();
-    const std::vector<Box> said = boxesOf([] { press(Qt::Key_Return); });
+    const std::vector<Box> said = Desk::boxes([] { press(Qt::Key_Return); });
     QCOMPARE(said.size(), 1U);
     QCOMPARE(said[0].text, "Voucher not found!");
     QCOMPARE(desk.grid("MshEntry")->Rows(), 1);

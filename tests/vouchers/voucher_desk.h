@@ -110,19 +110,26 @@ public:
     }
     /// Types over what a box holds.
     void replace(const char *name, const QString &text) {
-        QWidget *widget = control(m_form, name);
-        widget->setFocus();
-        press(Qt::Key_Home, Qt::ControlModifier);
-        press(Qt::Key_End, Qt::ControlModifier | Qt::ShiftModifier);
-        press(Qt::Key_Delete);
-        type(text);
+        if (auto *memo = qobject_cast<controls::MemoBox *>(control(m_form, name)))
+            memo->selectAll();
+        typeInto(m_form, name, text);
     }
     std::vector<Box> add(const Line &line) {
         fill(line);
-        return boxesOf([this] { click(m_form, "cmdAdd"); });
+        return push("cmdAdd");
     }
     std::vector<Box> push(const char *button, QMessageBox::StandardButton answer = QMessageBox::Ok) {
-        return boxesOf([&] { click(m_form, button); }, {answer});
+        return boxes([&] { click(m_form, button); }, answer);
+    }
+    /// What an action says. The window comes back to the front behind a box, which not every platform of
+    /// tests does by itself.
+    static std::vector<Box> boxes(const std::function<void()> &action,
+                                  QMessageBox::StandardButton answer = QMessageBox::Ok) {
+        std::vector<Box> shown = boxesOf(action, {answer});
+        if (!QApplication::activeWindow())
+            form("MDIForm1")->activateWindow();
+        settle();
+        return shown;
     }
     void date(int year, int month, int day) {
         control<controls::DateBox>(m_form, "DTPicker")->setValue(QDate(year, month, day));
