@@ -55,7 +55,6 @@ void tst_voucher_cuts::init() {
 
 int tst_voucher_cuts::save(const QString &kind, const QString &state, const QString &how, int statement) {
     QProcess process;
-    process.setProcessChannelMode(QProcess::ForwardedChannels);
     process.start(Writer, {"save", m_folder->path(), kind, state, how, QString::number(statement)});
     return process.waitForFinished() && process.exitStatus() == QProcess::NormalExit ? process.exitCode()
                                                                                      : -1;
