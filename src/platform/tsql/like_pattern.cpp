@@ -11,9 +11,19 @@ using namespace characters;
 
 namespace {
 
-/// Whether `needle`, folded and plain ASCII, stands in a text that is plain ASCII too.
+/// Bytes beyond ASCII stay as they are: none of them is a letter of its own.
+constexpr auto FoldedBytes = [] {
+    std::array<char, 256> table{};
+    for (std::size_t i = 0; i < table.size(); ++i)
+        table[i] = i < LowerAscii.size() ? LowerAscii[i] : char(i);
+    return table;
+}();
+
+/// Whether `needle`, folded and plain ASCII, stands in a text: no byte of another character is an ASCII one.
 bool containsAscii(std::string_view text, std::string_view needle) {
-    const auto same = [](char stored, char wanted) { return LowerAscii[std::size_t(stored)] == wanted; };
+    const auto same = [](char stored, char wanted) {
+        return FoldedBytes[static_cast<unsigned char>(stored)] == wanted;
+    };
     return needle.empty() ||
            std::search(text.begin(), text.end(), needle.begin(), needle.end(), same) != text.end();
 }

@@ -137,7 +137,7 @@ Node *Parser::pair(NodeKind kind, Node *a, Node *b, std::uint32_t at, char op) {
     return made;
 }
 
-SelectNode *Parser::select(bool orderAllowed) {
+SelectNode *Parser::select(OrderBy orderBy) {
     const Level level(*this);
     SelectNode *made = m_arena.make<SelectNode>();
     made->at = token().begin;
@@ -175,10 +175,10 @@ SelectNode *Parser::select(bool orderAllowed) {
         made->having = condition();
     if (accept(Keyword::Union)) {
         expect(Keyword::All);
-        made->unionAll = select(false);
+        made->unionAll = select(OrderBy::Never);
     }
     if (is(Keyword::Order)) {
-        if (!orderAllowed)
+        if (orderBy == OrderBy::Never || (orderBy == OrderBy::WithTop && made->top == nullptr))
             return made;
         ++m_at;
         expect(Keyword::By);
@@ -265,7 +265,7 @@ TableNode *Parser::tableSource() {
     TableNode *made = m_arena.make<TableNode>();
     if (accept('(')) {
         made->table.at = token().begin;
-        made->derived = select(true);
+        made->derived = select(OrderBy::Always);
         expect(')');
         accept(Keyword::As);
         made->alias = name();
@@ -323,7 +323,7 @@ Node *Parser::predicate() {
         Node *made = node(NodeKind::Exists);
         ++m_at;
         expect('(');
-        made->select = select(false);
+        made->select = select(OrderBy::WithTop);
         expect(')');
         return made;
     }
@@ -364,7 +364,7 @@ Node *Parser::membership(Node *left) {
         expect('(');
         made = pair(NodeKind::In, left, nullptr, at);
         if (is(Keyword::Select)) {
-            made->select = select(false);
+            made->select = select(OrderBy::WithTop);
         } else {
             Node **last = &made->b;
             do {
@@ -461,7 +461,7 @@ Node *Parser::primary() {
             Node *inner = nullptr;
             if (is(Keyword::Select)) {
                 inner = node(NodeKind::Subselect);
-                inner->select = select(false);
+                inner->select = select(OrderBy::WithTop);
             } else {
                 inner = condition();
             }

@@ -64,7 +64,9 @@ private:
     Type type(std::string_view *declared = nullptr);
 
     // Queries and expressions.
-    SelectNode *select(bool orderAllowed);
+    /// Where an order by may stand: a sub-select has one only beside top.
+    enum class OrderBy { Never, WithTop, Always };
+    SelectNode *select(OrderBy orderBy);
     ItemNode *item();
     std::string_view itemAlias();
     TableNode *tables();

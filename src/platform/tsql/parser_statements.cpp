@@ -48,7 +48,7 @@ ActionNode *Parser::statement(bool first) {
     switch (token().keyword) {
     case Keyword::Select: {
         ActionNode *made = action(ActionKind::Select);
-        made->select = select(true);
+        made->select = select(OrderBy::Always);
         return made;
     }
     case Keyword::Insert:
@@ -155,7 +155,7 @@ ActionNode *Parser::insertion() {
     if (isSign('('))
         made->names = nameList();
     if (is(Keyword::Select)) {
-        made->select = select(true);
+        made->select = select(OrderBy::Always);
         return made;
     }
     expect(Keyword::Values);

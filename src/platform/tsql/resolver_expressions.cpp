@@ -31,6 +31,13 @@ Type numberType(const Node &node) {
     return {TypeKind::Numeric, std::clamp(whole + scale, 1, 38), std::min(scale, 38)};
 }
 
+/// Digits of an operand: a whole number in the statement has as many as it shows, not an int's ten.
+int precisionOf(const Expr &value) {
+    if (value.op == Op::NumberLiteral && isInteger(value.type))
+        return static_cast<int>(value.text.size() - (value.text.front() == '-' ? 1 : 0));
+    return precision(value.type);
+}
+
 } // namespace
 
 Expr *Resolver::value(const Node &node) {
@@ -126,8 +133,8 @@ Expr *Resolver::arithmetic(const Node &node) {
         right, isText(right->type) || right->op == Op::NullLiteral ? type : right->type, Purpose::Meet);
     Op op = Op::Add;
     int scale = std::max(decimals(left->type), decimals(right->type));
-    const int whole = std::max(precision(left->type) - decimals(left->type),
-                               precision(right->type) - decimals(right->type));
+    const int whole =
+        std::max(precisionOf(*left) - decimals(left->type), precisionOf(*right) - decimals(right->type));
     int digits = whole + scale + 1;
     switch (node.op) {
     case '-':
@@ -136,12 +143,12 @@ Expr *Resolver::arithmetic(const Node &node) {
     case '*':
         op = Op::Multiply;
         scale = decimals(left->type) + decimals(right->type);
-        digits = precision(left->type) + precision(right->type) + 1;
+        digits = precisionOf(*left) + precisionOf(*right) + 1;
         break;
     case '/':
         op = isInteger(type) ? Op::IntegerDivide : Op::Divide;
-        scale = std::max(6, decimals(left->type) + precision(right->type) + 1);
-        digits = precision(left->type) - decimals(left->type) + decimals(right->type) + scale;
+        scale = std::max(6, decimals(left->type) + precisionOf(*right) + 1);
+        digits = precisionOf(*left) - decimals(left->type) + decimals(right->type) + scale;
         break;
     case '%':
         op = Op::Modulo;

@@ -87,8 +87,8 @@ struct FunctionTable {
         Expr *date = arguments[0];
         if (!isDate(date->type)) {
             r.fail(arguments.node.at, 8116,
-                   "Argument data type " + std::string(typeName(date->type)) + " is invalid for argument 1 of " +
-                       std::string(arguments.node.text) + " function.");
+                   "Argument data type " + std::string(typeName(date->type)) +
+                       " is invalid for argument 1 of " + std::string(arguments.node.text) + " function.");
         }
         return r.make(op, Integer, arguments.node.at, date);
     }

@@ -13,8 +13,7 @@
 /// two digits is 1.01).
 namespace zel::tsql::sqlite_names {
 
-// Texts
-// ------------------------------------------------------------------------------------------------------
+// Texts.
 
 /// (text) -> text: trailing blanks cut, every character folded simply and without locale, one to one. No
 /// character beyond ASCII folds into ASCII (the Kelvin sign and the long s stay themselves). Accents stay
@@ -44,8 +43,7 @@ inline constexpr char Substring[] = "zel_substring";
 /// is none.
 inline constexpr char CharIndex[] = "zel_charindex";
 
-// Into a type
-// ------------------------------------------------------------------------------------------------
+// Into a type.
 
 /// (number or text, bits) -> INTEGER. bits: 1 (bit), 8 (tinyint, 0..255), 16, 32, 64. A fraction of a number
 /// is cut. Text: blanks around, sign, digits; '' (or only blanks) is 0; anything else is 245 (for 64 bits
@@ -89,8 +87,7 @@ inline constexpr char DateText[] = "zel_datetext";
 /// () -> the local date and time in the stored form, the same within one statement.
 inline constexpr char Now[] = "zel_now";
 
-// Arithmetic
-// -------------------------------------------------------------------------------------------------
+// Arithmetic.
 
 /// (a, b) -> INTEGER, towards zero; b = 0: 8134 "Divide by zero error encountered."
 inline constexpr char IntDiv[] = "zel_idiv";
@@ -102,12 +99,11 @@ inline constexpr char Mod[] = "zel_mod";
 /// INTEGER.
 inline constexpr char Round[] = "zel_round";
 
-// Aggregates
-// -------------------------------------------------------------------------------------------------
+// Aggregates.
 
 /// (number, scale) -> the exact sum of the numbers, each taken as a decimal of `scale` digits (0 to 8), over
-/// any number of rows; NULLs are left out, NULL when there is nothing to add; a decimal result. Also usable
-/// as `zel_sum(DISTINCT x, s)`. A sum that no longer fits: 8115.
+/// any number of rows; NULLs are left out, NULL when there is nothing to add; a decimal result. With one
+/// argument, as DISTINCT asks for: at 8 digits. A sum that no longer fits: 8115.
 inline constexpr char Sum[] = "zel_sum";
 /// (value) -> the value of the only row; NULL without rows; two rows or more (whatever their values): 512
 /// "Subquery returned more than 1 value. ..."

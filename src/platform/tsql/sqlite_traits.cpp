@@ -249,6 +249,25 @@ void writeCase(Writer &out, const Expr &node) {
     out << " END";
 }
 
+/// Among distinct values the engine's aggregates take one argument only; then the sum keeps eight decimals by
+/// itself.
+void writeSumOf(Writer &out, const Expr &node, int scale) {
+    out << sqlite_names::Sum << (node.distinct ? "(DISTINCT " : "(") << *node.a;
+    if (!node.distinct)
+        out << ',' << scale;
+    out << ')';
+}
+
+void writeSum(Writer &out, const Expr &node) {
+    writeSumOf(out, node, node.n);
+}
+
+void writeAverage(Writer &out, const Expr &node) {
+    out << sqlite_names::Div << '(';
+    writeSumOf(out, node, node.m);
+    out << (node.distinct ? ",count(DISTINCT " : ",count(") << *node.a << ")," << node.n << ')';
+}
+
 void writeCount(Writer &out, const Expr &node) {
     out << (node.distinct ? "count(DISTINCT " : "count(");
     if (node.distinct)
@@ -365,9 +384,9 @@ constexpr Traits Sqlite = [] {
     special(Op::Like, writeLike);
     special(Op::Exists, writeExists);
 
-    node(Op::Sum, "zel_sum($d$a,$n)");
+    special(Op::Sum, writeSum);
     node(Op::PlainSum, "sum($d$a)");
-    node(Op::Average, "zel_div(zel_sum($d$a,$m),count($d$a),$n)");
+    special(Op::Average, writeAverage);
     node(Op::IntegerAverage, "zel_idiv(sum($d$a),count($d$a))");
     node(Op::FloatAverage, "avg($d$a)");
     special(Op::Minimum, writeExtreme);

@@ -58,18 +58,6 @@ std::string comparisonKey(std::string_view text) {
     return folded(withoutTrailingBlanks(text));
 }
 
-int compareTexts(std::string_view left, std::string_view right) {
-    left = withoutTrailingBlanks(left);
-    right = withoutTrailingBlanks(right);
-    while (!left.empty() && !right.empty()) {
-        const char32_t a = foldedCharacter(nextCharacter(left));
-        const char32_t b = foldedCharacter(nextCharacter(right));
-        if (a != b)
-            return a < b ? -1 : 1;
-    }
-    return int(!left.empty()) - int(!right.empty());
-}
-
 std::string_view rightCharacters(std::string_view text, std::int64_t count) {
     const int all = characterCount(text);
     if (count >= all)

@@ -16,8 +16,6 @@ namespace zel::tsql {
 
 /// What `=`, `distinct`, `group by` and `order by` see of a text: folded, without the blanks at its end.
 [[nodiscard]] std::string comparisonKey(std::string_view text);
-/// Below 0, 0 or above 0, as comparisonKey() of both compares bytewise.
-[[nodiscard]] int compareTexts(std::string_view left, std::string_view right);
 
 /// The last `count` characters; all of a shorter text.
 [[nodiscard]] std::string_view rightCharacters(std::string_view text, std::int64_t count);

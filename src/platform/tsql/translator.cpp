@@ -352,7 +352,7 @@ std::vector<std::string_view> batches(std::string_view script) {
             word.remove_suffix(1);
         if (sameName(word, "go")) {
             add(line);
-            begin = end;
+            begin = std::min(end + 1, script.size());
         }
         line = end + 1;
     }

@@ -51,8 +51,13 @@ void sumFinal(sqlite3_context *context) {
     const auto *running = static_cast<const RunningSum *>(sqlite3_aggregate_context(context, 0));
     if (running == nullptr || !running->any)
         return sqlite3_result_null(context);
-    if (!running->failed)
+    if (running->failed)
+        return;
+    try {
         giveDecimal(context, running->sum(), running->scale);
+    } catch (const Error &error) {
+        giveError(context, error);
+    }
 }
 
 /// The only value of a sub-select that must have one row at most.

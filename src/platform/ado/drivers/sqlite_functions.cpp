@@ -1,6 +1,7 @@
 #include "platform/ado/drivers/sqlite_functions.h"
 
 #include "platform/ado/drivers/sqlite_function_glue.h"
+#include "platform/base/decimal.h"
 
 namespace zel::ado {
 
@@ -15,9 +16,12 @@ void registerFunctions(sqlite3 *db) {
 }
 
 void giveDecimal(sqlite3_context *context, ScaledCount count, int scale) {
+    constexpr ScaledCount MostWhole = INT64_MAX / Decimal::Scale;
     const ScaledCount unit = powerOfTen(scale);
     const ScaledCount whole = count / unit;
-    if (whole * unit == count && whole >= INT64_MIN && whole <= INT64_MAX)
+    if (whole >= MostWhole || whole <= -MostWhole)
+        overflow("numeric");
+    if (whole * unit == count)
         sqlite3_result_int64(context, std::int64_t(whole));
     else
         sqlite3_result_double(context, scaledToDouble(count, scale));

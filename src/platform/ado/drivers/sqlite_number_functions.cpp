@@ -83,12 +83,10 @@ void toNumeric(sqlite3_context *context, Arguments arguments) {
 
 void toMoney(sqlite3_context *context, Arguments arguments) {
     constexpr int Scale = 4;
-    const ScaledCount count = isText(arguments[0])
-                                  ? tsql::moneyFromText(textOf(arguments[0])).tenThousandths()
-                                  : scaled(arguments[0], Scale, "money");
-    if (count > INT64_MAX || count < INT64_MIN)
-        overflow("money");
-    giveDecimal(context, count, Scale);
+    giveDecimal(context,
+                isText(arguments[0]) ? tsql::moneyFromText(textOf(arguments[0])).tenThousandths()
+                                     : scaled(arguments[0], Scale, "money"),
+                Scale);
 }
 
 void toFloat(sqlite3_context *context, Arguments arguments) {

@@ -1,0 +1,85 @@
+#include "written_catalog.h"
+
+#include <QTest>
+
+using zel::Sql;
+
+namespace {
+
+constexpr const char *Schema = R"(
+CREATE TABLE Accounts (RowID int IDENTITY(1,1) NOT NULL PRIMARY KEY, AcNodes varchar(60) NULL, AcName varchar(100) NULL,
+    AcStatus char(2) NULL)
+CREATE TABLE VouSetting (VouStatus char(2) NULL, AcCode varchar(20) NULL)
+CREATE TABLE MasJV (VouNo int NOT NULL, VouStatus char(2) NOT NULL, VouDate datetime NULL, TotalAmount numeric(18,2) NULL)
+CREATE TABLE DetJV (VouNo int NOT NULL, VouStatus char(2) NOT NULL, VouDate datetime NULL, EntryNo smallint NULL,
+    AcCode int NULL, DrAmt numeric(18,2) NULL, CrAmt numeric(18,2) NULL, Naration varchar(200) NULL)
+CREATE INDEX iNodes ON Accounts (AcNodes)
+CREATE INDEX iMasVoucher ON MasJV (VouStatus, VouNo)
+CREATE INDEX iVoucher ON DetJV (VouStatus, VouNo, DrAmt)
+CREATE INDEX iAccount ON DetJV (AcCode, VouDate, DrAmt, CrAmt)
+)";
+
+} // namespace
+
+/// The conversions that the front end writes must leave the engine its indexes.
+class tst_index_use : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void plans_data();
+    void plans();
+
+private:
+    WrittenCatalog m_catalog{Schema};
+};
+
+void tst_index_use::plans_data() {
+    QTest::addColumn<QString>("statement");
+    QTest::addColumn<QStringList>("used");
+    const auto row = [](const char *name, const char *statement, const QStringList &used) {
+        QTest::newRow(name) << statement << used;
+    };
+    row("voucher", "Select * From MasJV Where VouNo = 1 And VouStatus = 'BP' ",
+        {"iMasVoucher (VouStatus=? AND VouNo=?)"});
+    row("voucher, lower case and blanks", "Select * From MasJV Where VouNo = '1' And VouStatus = 'bp ' ",
+        {"iMasVoucher (VouStatus=? AND VouNo=?)"});
+    row("lines of a voucher", "Delete From DetJV Where VouNo = 1 And VouStatus = 'BP' ",
+        {"iVoucher (VouStatus=? AND VouNo=?)"});
+    row("next number", "select isnull(max(VouNo),0)+1 as VouNo from MasJV Where Voustatus = 'BP'",
+        {"COVERING INDEX iMasVoucher (VouStatus=?)"});
+    row("correlated count",
+        "Select VouNo,Multi=case When (select count(vouno) from detjv where voustatus='BP' and vouno=a.vouno "
+        "and DrAmt>0) > 1 "
+        "then 'M' end From MasJv a Where VouStatus='BP' order by VouNo desc",
+        {"iMasVoucher (VouStatus=?)", "COVERING INDEX iVoucher (VouStatus=? AND VouNo=? AND DrAmt>?)"});
+    row("ledger",
+        "select VouDate,DrAmt,CrAmt from DetJV where AcCode = 7 and VouDate between '2024-1-1' and "
+        "'2024-12-31'",
+        {"iAccount (AcCode=? AND VouDate>? AND VouDate<?)"});
+    row("opening",
+        "select isnull(sum(DrAmt - CrAmt),0) from DetJV where AcCode = '7' and VouDate < '01/01/2024'",
+        {"COVERING INDEX iAccount (AcCode=? AND VouDate<?)"});
+    row("code by a text", "select acname from accounts where acnodes='1.1'",
+        {"iNodes (AcNodes>? AND AcNodes<?)"});
+    row("children", "select count(acname) from accounts where acnodes like '1.1.%'",
+        {"iNodes (AcNodes>? AND AcNodes<?)"});
+    row("account of a setting",
+        "Select AcTitle=(Select AcName From Accounts Where rowid=AcCode) From VouSetting",
+        {"INTEGER PRIMARY KEY (rowid=?)"});
+    row("kinds",
+        "select VouNo from DetJV where AcCode = 7 and VouStatus in ('FR','CF') and VouDate >= '2024-01-01'",
+        {"iAccount (AcCode=? AND VouDate>?)"});
+    row("join of vouchers and lines",
+        "select m.VouNo,d.DrAmt from MasJV m join DetJV d on d.VouStatus = m.VouStatus and d.VouNo = m.VouNo",
+        {"iVoucher (VouStatus=? AND VouNo=?)"});
+}
+
+void tst_index_use::plans() {
+    QFETCH(QString, statement);
+    QFETCH(QStringList, used);
+    const QString plan = m_catalog.plan(Sql::trusted(statement.toStdString()));
+    for (const QString &part : used)
+        QVERIFY2(plan.contains(part), qPrintable(plan + "\nwithout " + part));
+}
+
+QTEST_APPLESS_MAIN(tst_index_use)
+#include "tst_index_use.moc"

@@ -1,0 +1,167 @@
+#include "written_catalog.h"
+
+#include <QTest>
+
+using zel::Sql;
+using zel::operator""_sql;
+
+namespace {
+
+constexpr const char *Schema = R"(
+CREATE TABLE Accounts (RowID int IDENTITY(1,1) NOT NULL PRIMARY KEY, ParentID varchar(50) NULL, AcName varchar(10) NULL,
+    AcStatus char(2) NOT NULL, OpenBal numeric(5,2) NULL, openDate datetime NULL, Dcode smallint NULL)
+GO
+CREATE TABLE tblSession (SessionId int NOT NULL, SessionName varchar(50) NULL)
+GO
+CREATE PROCEDURE Two @a int, @b varchar(5) = 'x' AS SELECT a=@a,b=@b
+GO
+CREATE PROCEDURE Wrong AS
+SELECT 1
+SELECT nowhere FROM Accounts
+GO
+CREATE PROCEDURE Endless AS exec Endless
+)";
+
+} // namespace
+
+/// What is refused before any engine sees it: the server's number, and the place.
+class tst_refusals : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void refused_data();
+    void refused();
+    void inProcedures();
+    void caret();
+    void deepExpressions();
+
+private:
+    WrittenCatalog m_catalog{Schema};
+};
+
+void tst_refusals::refused_data() {
+    QTest::addColumn<QString>("statement");
+    QTest::addColumn<int>("number");
+    // A ^ in the statement marks the place that the refusal must name.
+    const auto row = [](int number, const char *statement) {
+        QTest::newRow(statement) << statement << number;
+    };
+    // Words and signs.
+    row(102, "selec ^* from Accounts");
+    row(102, "select * from Accounts where RowID = ^");
+    row(102, "select 1^)");
+    row(105, "select * from Accounts where AcName=^'abc");
+    row(105, "select * from ^[Accounts");
+    row(113, "select 1^/* open");
+    row(156, "select * from Accounts where RowID = ^order by RowID");
+    row(156, "select 1\n, ^from Accounts");
+    row(102, "select 1 as x ^Two 1");
+    row(102, "select ^?");
+    row(156, "^IF 1=1 select 1");
+    row(156, "^truncate table Accounts");
+    row(156, "select AcStatus union ^select 1");
+    row(243, "create table t (a int, b ^blob)");
+    row(4145, "select * from Accounts where ^RowID");
+    row(102, "select (1^=1)");
+    // Names.
+    row(207, "select * from Accounts where ^nosuch = 1");
+    row(207, "select * from tblSession where SessionId =^ABC");
+    row(207, "select x=RowID from Accounts where ^x=1");
+    row(207, "update Accounts set ^nosuch=1");
+    row(208, "select * from ^nosuch");
+    row(208, "select * from ^other..Accounts");
+    row(208, "delete from ^nosuch");
+    row(209, "select ^AcName from Accounts a, Accounts b");
+    row(4104, "select ^b.RowID from Accounts a");
+    row(4104, "select ^Accounts.RowID from Accounts a");
+    row(1013, "select 1 from Accounts a join ^tblSession a on 1=1");
+    row(195, "select ^nosuchfn(1)");
+    row(137, "select ^@x");
+    row(174, "select ^isnull(1)");
+    // Queries.
+    row(116, "select (^select AcName,AcStatus from Accounts)");
+    row(147, "select 1 from Accounts where ^max(RowID) = 1");
+    row(8120, "select AcStatus,^AcName from Accounts group by AcStatus");
+    row(8120, "select ^AcName,count(*) from Accounts");
+    row(108, "select AcName from Accounts order by ^2");
+    row(145, "select distinct AcName from Accounts order by ^AcStatus");
+    row(205, "select 1 union all ^select 1,2");
+    // Values that do not convert.
+    row(245, "select * from Accounts where RowID =  ^'abc'");
+    row(245, "select case when ^'12.0'=12 then 1 end");
+    row(8114, "select * from Accounts where OpenBal = ^'1,000'");
+    row(8114, "select * from Accounts where OpenBal = ^''");
+    row(241, "select * from Accounts where openDate = ^'abc'");
+    row(242, "select * from Accounts where openDate = ^'31/12/2024'");
+    row(242, "select * from Accounts where openDate = ^'2024-02-30'");
+    row(8115, "select cast(^99999 as smallint)");
+    row(206, "select cast(^openDate as int) from Accounts");
+    row(402, "select openDate^-openDate from Accounts");
+    // Changes.
+    row(8152, "insert into Accounts (AcStatus,AcName) values ('DD',^'elf letters')");
+    row(8152, "update Accounts set AcName=^'elf letters'");
+    row(8115, "update Accounts set OpenBal=^1000");
+    row(515, "^insert into Accounts (AcName) values ('x')");
+    row(515, "update Accounts set AcStatus=^null");
+    row(544, "insert into Accounts (^RowID,AcStatus) values (1,'DD')");
+    row(8102, "Update Accounts set ^RowID = 50 where rowid = 1");
+    row(109, "insert into tblSession (SessionId,SessionName) values ^(1)");
+    row(213, "insert into tblSession values ^(1,'a','b')");
+    row(2714, "create table ^Accounts (a int)");
+    row(3701, "drop table ^nosuch");
+    row(2705, "create table t (a int,^A int)");
+    // Procedures.
+    row(2812, "exec ^nosuch 1");
+    row(201, "^Two");
+    row(8144, "Two 1,'a',^3");
+    row(8145, "Two 1,^@c=3");
+    row(8114, "Two ^'x'");
+    row(102, "Two 1^AB,'x'");
+    row(102, "Two A^-B");
+    row(102, "Two ^,'x'");
+    row(156, "Two ^open,'x'");
+    row(201, "exec ^Two");
+}
+
+void tst_refusals::refused() {
+    QFETCH(QString, statement);
+    QFETCH(int, number);
+    const auto place = statement.indexOf(u'^');
+    const QString before = statement.first(place);
+    statement.remove(place, 1);
+    QString description;
+    QCOMPARE(m_catalog.refusal(Sql::trusted(statement.toStdString()), &description), number);
+    const QString named = QStringLiteral("\nLine %1, column %2:\n")
+                              .arg(before.count(u'\n') + 1)
+                              .arg(place - before.lastIndexOf(u'\n'));
+    QVERIFY2(description.contains(named), qPrintable(description));
+}
+
+/// A failure in a procedure names the place in the procedure's own text.
+void tst_refusals::inProcedures() {
+    QString description;
+    QCOMPARE(m_catalog.refusal("exec Wrong"_sql, &description), 207);
+    QVERIFY2(description.contains(QStringLiteral("Line 3, column 8:\nSELECT nowhere")),
+             qPrintable(description));
+    QCOMPARE(m_catalog.refusal("exec Endless"_sql), 217);
+}
+
+void tst_refusals::caret() {
+    QString description;
+    QCOMPARE(m_catalog.refusal("select 1\nselect 'Ñandú', nosuch from Accounts"_sql, &description), 207);
+    QCOMPARE(description, "Invalid column name 'nosuch'.\n"
+                          "Line 2, column 17:\n"
+                          "select 'Ñandú', nosuch from Accounts\n"
+                          "                ^");
+}
+
+void tst_refusals::deepExpressions() {
+    const std::string nested = "select " + std::string(50'000, '(') + '1' + std::string(50'000, ')');
+    QCOMPARE(m_catalog.refusal(Sql::trusted(nested)), 191);
+    std::string chain = "select 1 from Accounts where 1=1";
+    for (int i = 0; i < 20'000; ++i)
+        chain += " or 1=1";
+    QCOMPARE(m_catalog.refusal(Sql::trusted(chain)), 191);
+}
+
+QTEST_APPLESS_MAIN(tst_refusals)
+#include "tst_refusals.moc"
