@@ -25,3 +25,7 @@ GO
 create index ixSubjectCourse on tblSubject (CourseId)
 GO
 create index ixDetCarryForm on tblDetCarryForw (FormID)
+GO
+create index ixSubjectKey on tblSubject (SubId)
+GO
+create index ixTrialBalanceAccount on rptTrialBalance (AcCode)

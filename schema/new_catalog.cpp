@@ -72,8 +72,8 @@ void HalfMade::keepAs(const QString &path) {
 }
 
 void runAll(ado::Driver &driver, std::string_view text) {
-    for (const ado::Batch &batch : ado::batches(text))
-        ado::runStatements(driver, Sql::trusted(batch.text), [](const ado::Outcome &) {});
+    for (const std::string_view batch : tsql::batches(text))
+        ado::runStatements(driver, Sql::trusted(batch), [](const ado::Outcome &) {});
 }
 
 void fill(ado::SqliteDriver &driver, const NewCatalog &wanted) {

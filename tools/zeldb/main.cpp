@@ -12,6 +12,7 @@
 #include <termios.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <exception>
 #include <optional>
@@ -111,17 +112,28 @@ QByteArray statementText(const QCommandLineParser &line, const QStringList &word
     return file.readAll();
 }
 
+/// The line that a part of a text begins on, counted from 1.
+qsizetype lineOf(std::string_view part, std::string_view whole) {
+    return 1 + std::count(whole.data(), part.data(), '\n');
+}
+
 /// Batches after a failed one run all the same, as the rest of its own does not.
 int sql(const QCommandLineParser &line, const QStringList &words) {
     const bool json = line.isSet(QStringLiteral("json"));
     const QByteArray text = statementText(line, words);
     const auto driver = openAsOwner(words[1]);
     int status = 0;
-    for (const ado::Batch &batch : ado::batches({text.constData(), std::size_t(text.size())})) {
+    const std::string_view script(text.constData(), std::size_t(text.size()));
+    for (const std::string_view batch : tsql::batches(script)) {
         try {
-            ado::runStatements(*driver, Sql::authored(batch.text), [json](const ado::Outcome &outcome) {
+            bool told = false;
+            const auto tell = [json, &told](const ado::Outcome &outcome) {
+                told = true;
                 put(stdout, json ? asJson(outcome) + '\n' : asTable(outcome).toUtf8());
-            });
+            };
+            ado::runStatements(*driver, Sql::authored(batch), tell);
+            if (json && !told)
+                tell({});
         } catch (const Error &failure) {
             status = 1;
             if (json)
@@ -129,7 +141,7 @@ int sql(const QCommandLineParser &line, const QStringList &words) {
             else
                 put(stderr, QStringLiteral("Error %1 in the batch at line %2: %3\n")
                                 .arg(failure.number())
-                                .arg(batch.firstLine)
+                                .arg(lineOf(batch, script))
                                 .arg(failure.description())
                                 .toUtf8());
         }

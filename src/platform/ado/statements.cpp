@@ -3,48 +3,35 @@
 #include "platform/ado/drivers/sqlite_driver.h"
 #include "platform/base/error.h"
 
-#include <QByteArrayView>
 #include <QCoreApplication>
 #include <QDir>
 
-#include <algorithm>
+#include <optional>
+#include <utility>
 
 namespace zel::ado {
 
 void runStatements(Driver &driver, const Sql &text, const std::function<void(Outcome)> &told) {
     driver.refresh();
+    std::optional<Outcome> outcome;
     for (tsql::Statement &statement : tsql::translate(text, driver, driver.traits())) {
-        Outcome outcome;
-        if (statement.kind == tsql::StatementKind::Select) {
-            outcome.rows = driver.query(statement);
-            outcome.rowsAffected = outcome.rows->rowCount();
-        } else {
-            outcome.rowsAffected = driver.run(statement);
+        if (outcome && !statement.continues)
+            told(*std::exchange(outcome, std::nullopt));
+        if (!outcome)
+            outcome.emplace();
+        if (statement.kind != tsql::StatementKind::Select) {
+            outcome->rowsAffected += driver.run(statement);
+            continue;
         }
-        outcome.statement = std::move(statement);
-        told(std::move(outcome));
+        auto rows = driver.query(statement);
+        if (outcome->rows)
+            continue;
+        outcome->rowsAffected = rows->rowCount();
+        outcome->rows = std::move(rows);
+        outcome->statement = std::move(statement);
     }
-}
-
-std::vector<Batch> batches(std::string_view file) {
-    std::vector<Batch> result;
-    Batch batch;
-    const auto end = [&result, &batch](int nextLine) {
-        if (batch.text.find_first_not_of(" \t\r\n") != std::string::npos)
-            result.push_back(std::move(batch));
-        batch = {{}, nextLine};
-    };
-    for (int line = 1; !file.empty(); ++line) {
-        const std::size_t length = std::min(file.find('\n'), file.size() - 1) + 1;
-        const QByteArrayView words = QByteArrayView(file.data(), qsizetype(length)).trimmed();
-        if (words.compare("GO", Qt::CaseInsensitive) == 0)
-            end(line + 1);
-        else
-            batch.text += file.substr(0, length);
-        file.remove_prefix(length);
-    }
-    end(0);
-    return result;
+    if (outcome)
+        told(*std::move(outcome));
 }
 
 std::unique_ptr<Driver> openCatalog(const QString &dataSource, const QString &user, const QString &password) {

@@ -87,6 +87,8 @@ struct Statement {
     std::string name;
     std::string text;
     std::vector<std::optional<std::string>> arguments; ///< of a ServerCall, as texts; nullopt for NULL
+    /// Part of the same written statement as the one before: the second and further ones of a procedure.
+    bool continues = false;
 };
 
 /// What differs between the engines: a table of names and of writers of single nodes.

@@ -27,7 +27,13 @@ public:
 
     std::vector<Statement> run(std::string_view source, const std::vector<Token> &tokens) {
         m_resolver.setSource(source);
-        statements(Parser(source, tokens, m_arena).statements());
+        for (const ActionNode *action = Parser(source, tokens, m_arena).statements(); action != nullptr;
+             action = action->next) {
+            const std::size_t first = m_statements.size();
+            statement(*action);
+            for (std::size_t further = first + 1; further < m_statements.size(); ++further)
+                m_statements[further].continues = true;
+        }
         return std::move(m_statements);
     }
 
@@ -350,6 +356,8 @@ std::vector<std::string_view> batches(std::string_view script) {
         std::string_view word = script.substr(line, end - line);
         while (!word.empty() && (word.back() == ' ' || word.back() == '\r' || word.back() == '\t'))
             word.remove_suffix(1);
+        while (!word.empty() && (word.front() == ' ' || word.front() == '\t'))
+            word.remove_prefix(1);
         if (sameName(word, "go")) {
             add(line);
             begin = std::min(end + 1, script.size());

@@ -3,28 +3,10 @@
 #include "platform/base/error.h"
 
 #include <algorithm>
-#include <charconv>
 
 namespace zel::ado {
 
 namespace {
-
-using tsql::TypeKind;
-
-struct NamedType {
-    std::string_view name;
-    TypeKind kind;
-};
-
-constexpr NamedType TypeNames[] = {
-    {"int", TypeKind::Int},          {"integer", TypeKind::Int},       {"smallint", TypeKind::SmallInt},
-    {"tinyint", TypeKind::SmallInt}, {"bigint", TypeKind::BigInt},     {"bit", TypeKind::Bit},
-    {"numeric", TypeKind::Numeric},  {"decimal", TypeKind::Numeric},   {"money", TypeKind::Money},
-    {"float", TypeKind::Float},      {"real", TypeKind::Float},        {"char", TypeKind::Char},
-    {"nchar", TypeKind::Char},       {"varchar", TypeKind::VarChar},   {"nvarchar", TypeKind::VarChar},
-    {"text", TypeKind::VarChar},     {"datetime", TypeKind::DateTime}, {"smalldatetime", TypeKind::DateTime},
-    {"date", TypeKind::Date},
-};
 
 std::string lower(std::string_view text) {
     std::string result(text);
@@ -33,35 +15,7 @@ std::string lower(std::string_view text) {
     return result;
 }
 
-int numberAfter(std::string_view text, std::size_t from) {
-    while (from < text.size() && text[from] == ' ')
-        ++from;
-    int number = 0;
-    std::from_chars(text.data() + from, text.data() + text.size(), number);
-    return number;
-}
-
 } // namespace
-
-tsql::Type declaredType(std::string_view declaration) {
-    const std::string text = lower(declaration);
-    const std::size_t open = text.find('(');
-    std::string_view name = std::string_view(text).substr(0, open);
-    while (!name.empty() && name.back() == ' ')
-        name.remove_suffix(1);
-    tsql::Type type;
-    for (const NamedType &known : TypeNames)
-        if (known.name == name)
-            type.kind = known.kind;
-    if (open != std::string::npos) {
-        type.length = numberAfter(text, open + 1);
-        if (const std::size_t comma = text.find(',', open); comma != std::string::npos)
-            type.scale = numberAfter(text, comma + 1);
-    } else if (type.kind == TypeKind::Numeric) {
-        type.length = 18;
-    }
-    return type;
-}
 
 void SqliteCatalog::refresh() {
     m_procedures.clear();
@@ -88,7 +42,7 @@ void SqliteCatalog::readTables() {
         table.name = name;
         tsql::Column column;
         column.name = columns.text(1);
-        column.type = declaredType(columns.text(2));
+        column.type = tsql::parseType(columns.text(2)).value_or(tsql::Type());
         const bool key = columns.integer(4) != 0;
         column.nullable = columns.integer(3) == 0 && !key;
         column.identity = key && columns.integer(5) != 0;

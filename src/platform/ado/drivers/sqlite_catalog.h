@@ -36,7 +36,4 @@ private:
     std::map<std::string, std::string> m_procedures;
 };
 
-/// The type that a column was declared with: "varchar(50)", "numeric(18,2)", "INTEGER".
-[[nodiscard]] tsql::Type declaredType(std::string_view declaration);
-
 } // namespace zel::ado
