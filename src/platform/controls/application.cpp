@@ -53,6 +53,12 @@ void closePopups() {
 Application::Application(int &argc, char **argv) : QApplication(argc, argv) {
     setApplicationName(QStringLiteral("ZEL"));
     setQuitOnLastWindowClosed(false);
+    // A failure that meets a noexcept function on its way never comes to the event loop.
+    std::set_terminate([] {
+        if (std::current_exception())
+            failWithCurrentException();
+        std::abort();
+    });
     applyLook(*this);
 }
 

@@ -36,7 +36,7 @@ public:
     [[nodiscard]] int ColWidth(int col) const;
     /// Default: numbers of bound rows to the right, everything else to the left.
     void setColAlignment(int col, Qt::Alignment alignment);
-    /// Headings and widths of the first columns in one go; sets Cols to their number when it is smaller.
+    /// Cols, headings and widths in one go.
     struct Column {
         QString heading{};
         int twips = 0;

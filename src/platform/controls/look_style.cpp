@@ -1,5 +1,8 @@
 #include "platform/controls/look_style.h"
 
+#include "platform/controls/look.h"
+
+#include <QMdiArea>
 #include <QPainter>
 #include <QStyleOption>
 
@@ -55,12 +58,34 @@ void LookStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
         drawRing(option->rect, painter);
 }
 
+QIcon LookStyle::standardIcon(StandardPixmap standard, const QStyleOption *option,
+                              const QWidget *widget) const {
+    switch (standard) {
+    case SP_MessageBoxInformation:
+        return icon(QStringLiteral("information"));
+    case SP_MessageBoxCritical:
+        return icon(QStringLiteral("critical"));
+    case SP_MessageBoxQuestion:
+        return icon(QStringLiteral("question"));
+    default:
+        return QProxyStyle::standardIcon(standard, option, widget);
+    }
+}
+
+void LookStyle::polish(QWidget *widget) {
+    QProxyStyle::polish(widget);
+    if (auto *area = qobject_cast<QMdiArea *>(widget))
+        area->setBackground(QColor(0xd9, 0xe0, 0xe8));
+}
+
 int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const {
     switch (metric) {
     case PM_ButtonIconSize:
         return 18;
     case PM_SmallIconSize:
         return 18;
+    case PM_FocusFrameHMargin: // between a cell's edge and its text
+        return 5;
     case PM_LayoutHorizontalSpacing:
         return 8;
     case PM_LayoutVerticalSpacing:

@@ -18,6 +18,10 @@ public:
                      const QWidget *widget) const override;
     void drawComplexControl(ComplexControl control, const QStyleOptionComplex *option, QPainter *painter,
                             const QWidget *widget) const override;
+    [[nodiscard]] QIcon standardIcon(StandardPixmap standard, const QStyleOption *option,
+                                     const QWidget *widget) const override;
+    using QProxyStyle::polish;
+    void polish(QWidget *widget) override;
     [[nodiscard]] int pixelMetric(PixelMetric metric, const QStyleOption *option,
                                   const QWidget *widget) const override;
     [[nodiscard]] int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,

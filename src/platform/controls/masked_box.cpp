@@ -6,6 +6,9 @@
 namespace zel::controls {
 
 MaskedBox::MaskedBox(QWidget *parent) : QLineEdit(parent) {
+    QFont spaced = font();
+    spaced.setLetterSpacing(QFont::AbsoluteSpacing, 1); // so that the "_" can be counted
+    setFont(spaced);
     connect(this, &QLineEdit::textChanged, this, &MaskedBox::changed);
 }
 

@@ -180,6 +180,8 @@ void act(const QString &way) {
         later([] { fail(); });
         QTest::qWait(1000);
         sayIfFailed("after the loop");
+    } else if (way == "through a noexcept call") {
+        [&]() noexcept { fail(); }();
     } else if (way == "standard exception") {
         s_failed = true;
         throw std::runtime_error("out of paper");

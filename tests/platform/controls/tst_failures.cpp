@@ -14,7 +14,7 @@ void tst_failures::endsTheProgram_data() {
     QTest::addColumn<QString>("description");
     for (const char *way : {"click", "key", "enter", "timer", "queued call", "load", "activation", "unload",
                             "main window closes", "nested box", "after a box", "open menu", "nested loop",
-                            "before the first screen"})
+                            "before the first screen", "through a noexcept call"})
         QTest::newRow(way) << "105"
                            << "Unclosed quotation mark after the character string 'x'.";
     QTest::newRow("standard exception") << "51"
