@@ -29,8 +29,7 @@ constexpr std::array<Unit, 5> thousands{{{1'000'000'000'000, "Trillion"},
 constexpr std::array<Unit, 4> lakhs{
     {{10'000'000, "Crore"}, {100'000, "Lakh"}, {1'000, "Thousand"}, {100, "Hundred"}}};
 
-void appendWords(QStringList &words, std::uint64_t number, std::span<const Unit> units)
-{
+void appendWords(QStringList &words, std::uint64_t number, std::span<const Unit> units) {
     for (const Unit &unit : units) {
         if (number < unit.size)
             continue;
@@ -48,8 +47,7 @@ void appendWords(QStringList &words, std::uint64_t number, std::span<const Unit>
 
 } // namespace
 
-QString amountInWords(Decimal amount, WordScale scale)
-{
+QString amountInWords(Decimal amount, WordScale scale) {
     const std::int64_t hundredths = amount.rounded(2).tenThousandths() / 100;
     const std::uint64_t positive =
         hundredths < 0 ? 0 - static_cast<std::uint64_t>(hundredths) : static_cast<std::uint64_t>(hundredths);

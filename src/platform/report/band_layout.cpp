@@ -6,8 +6,7 @@ namespace zel::report {
 
 namespace {
 
-double shiftAt(double y, const auto &growths)
-{
+double shiftAt(double y, const auto &growths) {
     double shift = 0;
     for (const auto &growth : growths) {
         if (y >= growth.below - 0.01)
@@ -16,22 +15,19 @@ double shiftAt(double y, const auto &growths)
     return shift;
 }
 
-double alignedX(const FieldDefinition &field, Align align, double width)
-{
+double alignedX(const FieldDefinition &field, Align align, double width) {
     if (align == Align::Left)
         return field.x;
     return field.x + (field.width - width) / (align == Align::Center ? 2 : 1);
 }
 
-bool isShown(const ExpressionPtr &when, const Scene &scene)
-{
+bool isShown(const ExpressionPtr &when, const Scene &scene) {
     return !when || holds(when, scene);
 }
 
 } // namespace
 
-void append(Page &page, const Page &part, double x, double y)
-{
+void append(Page &page, const Page &part, double x, double y) {
     for (TextItem item : part.texts) {
         item.x += x;
         item.baseline += y;
@@ -54,8 +50,8 @@ void append(Page &page, const Page &part, double x, double y)
     }
 }
 
-QString BandLayout::textOf(const FieldDefinition &field, const StyleDefinition &style, const PassScene &scene) const
-{
+QString BandLayout::textOf(const FieldDefinition &field, const StyleDefinition &style,
+                           const PassScene &scene) const {
     if (!field.expression)
         return field.literal;
     const Value value = evaluate(*field.expression, scene);
@@ -65,8 +61,7 @@ QString BandLayout::textOf(const FieldDefinition &field, const StyleDefinition &
 }
 
 double BandLayout::subreport(const SubreportPlace &place, const Pass &outer, const PassScene &scene,
-                             Page *page) const
-{
+                             Page *page) const {
     const Run &run = outer.run().subreport(place.subreport);
     const Pass pass(run, outer.run().linkedRows(place.subreport, scene.runRow()), outer.copy());
     const Flow flow(pass);
@@ -84,8 +79,7 @@ double BandLayout::subreport(const SubreportPlace &place, const Pass &outer, con
 }
 
 std::vector<BandLayout::Growth> BandLayout::growths(const BandDefinition &band, const Pass &pass,
-                                                    const PassScene &scene) const
-{
+                                                    const PassScene &scene) const {
     std::vector<Growth> found;
     const Definition &definition = pass.run().definition();
     for (const ItemDefinition &item : band.items) {
@@ -93,10 +87,12 @@ std::vector<BandLayout::Growth> BandLayout::growths(const BandDefinition &band, 
             const StyleDefinition &style = definition.styles[static_cast<std::size_t>(field->style)];
             if (!isShown(field->when, scene))
                 continue;
-            const auto lines = wrapped(textOf(*field, style, scene), field->width, *style.font, m_metrics).size();
+            const auto lines =
+                wrapped(textOf(*field, style, scene), field->width, *style.font, m_metrics).size();
             const double line = m_metrics.lineHeight(*style.font);
             if (lines > 1)
-                found.push_back({field->y + line, static_cast<double>(lines - 1) * line + shiftAt(field->y, found)});
+                found.push_back(
+                    {field->y + line, static_cast<double>(lines - 1) * line + shiftAt(field->y, found)});
         } else if (const auto *place = std::get_if<SubreportPlace>(&item)) {
             if (isShown(place->when, scene))
                 found.push_back(
@@ -107,8 +103,7 @@ std::vector<BandLayout::Growth> BandLayout::growths(const BandDefinition &band, 
 }
 
 void BandLayout::place(const FieldDefinition &field, const std::vector<Growth> &growths,
-                       const Definition &definition, const PassScene &scene, Page &page) const
-{
+                       const Definition &definition, const PassScene &scene, Page &page) const {
     const StyleDefinition &style = definition.styles[static_cast<std::size_t>(field.style)];
     const Font &font = *style.font;
     QString text = textOf(field, style, scene);
@@ -135,8 +130,8 @@ void BandLayout::place(const FieldDefinition &field, const std::vector<Growth> &
     add(QString(std::max(1, static_cast<int>(field.width / mark)), QLatin1Char('#')));
 }
 
-double BandLayout::layOut(const BandDefinition &band, const Pass &pass, const Cursor &cursor, Page *page) const
-{
+double BandLayout::layOut(const BandDefinition &band, const Pass &pass, const Cursor &cursor,
+                          Page *page) const {
     if (!page && band.fixed)
         return band.height;
     const PassScene scene(pass, cursor, m_pageNumber, m_pageCount);
@@ -155,14 +150,15 @@ double BandLayout::layOut(const BandDefinition &band, const Pass &pass, const Cu
             if (!isShown(line->when, scene))
                 continue;
             const double y2 = line->toFoot ? height : line->y2 + shiftAt(line->y2, grown);
-            page->lines.push_back({line->x1, line->y1 + shiftAt(line->y1, grown), line->x2, y2, line->thickness,
-                                   line->color});
+            page->lines.push_back(
+                {line->x1, line->y1 + shiftAt(line->y1, grown), line->x2, y2, line->thickness, line->color});
         } else if (const auto *box = std::get_if<BoxDefinition>(&item)) {
             if (isShown(box->when, scene))
-                page->boxes.push_back({box->rect.translated(0, shiftAt(box->rect.top(), grown)), box->thickness,
-                                       box->color, box->fill});
+                page->boxes.push_back({box->rect.translated(0, shiftAt(box->rect.top(), grown)),
+                                       box->thickness, box->color, box->fill});
         } else if (const auto *image = std::get_if<ImageDefinition>(&item)) {
-            page->images.push_back({image->rect.translated(0, shiftAt(image->rect.top(), grown)), image->image});
+            page->images.push_back(
+                {image->rect.translated(0, shiftAt(image->rect.top(), grown)), image->image});
         } else if (const auto *inner = std::get_if<SubreportPlace>(&item)) {
             SubreportPlace moved = *inner;
             moved.y += shiftAt(inner->y, grown);

@@ -9,9 +9,7 @@ namespace zel::report {
 class BandLayout {
 public:
     BandLayout(const TextMetrics &metrics, int pageNumber, int pageCount)
-        : m_metrics(metrics), m_pageNumber(pageNumber), m_pageCount(pageCount)
-    {
-    }
+        : m_metrics(metrics), m_pageNumber(pageNumber), m_pageCount(pageCount) {}
 
     /// The band's height at the cursor; with `page` its items too, the band's corner at the page's corner.
     double layOut(const BandDefinition &band, const Pass &pass, const Cursor &cursor, Page *page) const;
@@ -28,7 +26,8 @@ private:
                                               const PassScene &scene) const;
     [[nodiscard]] QString textOf(const FieldDefinition &field, const StyleDefinition &style,
                                  const PassScene &scene) const;
-    double subreport(const SubreportPlace &place, const Pass &outer, const PassScene &scene, Page *page) const;
+    double subreport(const SubreportPlace &place, const Pass &outer, const PassScene &scene,
+                     Page *page) const;
 
     const TextMetrics &m_metrics;
     int m_pageNumber;

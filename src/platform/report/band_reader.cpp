@@ -9,36 +9,31 @@ namespace zel::report {
 namespace {
 
 /// Height of a line of text in a band whose height the file doesn't give: that of the usual fonts.
-double usualLineHeight(const Font &font)
-{
+double usualLineHeight(const Font &font) {
     return font.points * 25.4 / 72 * 1.36;
 }
 
 } // namespace
 
-const XmlAttribute *Attributes::find(const QString &name)
-{
+const XmlAttribute *Attributes::find(const QString &name) {
     m_known.push_back(name);
     const auto found = std::ranges::find(m_element.attributes, name, &XmlAttribute::name);
     return found == m_element.attributes.end() ? nullptr : &*found;
 }
 
-QString Attributes::text(const QString &name, const QString &otherwise)
-{
+QString Attributes::text(const QString &name, const QString &otherwise) {
     const XmlAttribute *given = find(name);
     return given ? given->value : otherwise;
 }
 
-const XmlAttribute &Attributes::required(const QString &name)
-{
+const XmlAttribute &Attributes::required(const QString &name) {
     const XmlAttribute *given = find(name);
     if (!given)
         m_file.refuse(m_element.at, QStringLiteral("<%1> needs %2.").arg(m_element.name, name));
     return *given;
 }
 
-double Attributes::number(const QString &name, double otherwise)
-{
+double Attributes::number(const QString &name, double otherwise) {
     const XmlAttribute *given = find(name);
     if (!given)
         return otherwise;
@@ -49,13 +44,11 @@ double Attributes::number(const QString &name, double otherwise)
     return value;
 }
 
-bool Attributes::flag(const QString &name, bool otherwise)
-{
+bool Attributes::flag(const QString &name, bool otherwise) {
     return choice<bool>(name, {{QStringLiteral("yes"), true}, {QStringLiteral("no"), false}}, otherwise);
 }
 
-QColor Attributes::color(const QString &name, const QColor &otherwise)
-{
+QColor Attributes::color(const QString &name, const QColor &otherwise) {
     const XmlAttribute *given = find(name);
     if (!given)
         return otherwise;
@@ -65,16 +58,14 @@ QColor Attributes::color(const QString &name, const QColor &otherwise)
     return color;
 }
 
-void Attributes::done() const
-{
+void Attributes::done() const {
     for (const XmlAttribute &given : m_element.attributes) {
         if (std::ranges::find(m_known, given.name) == m_known.end())
             m_file.refuse(given.at, QStringLiteral("<%1> has no %2.").arg(m_element.name, given.name));
     }
 }
 
-void DefinitionReader::readBands(const XmlElement &report)
-{
+void DefinitionReader::readBands(const XmlElement &report) {
     std::size_t group = 0;
     for (const XmlElement &child : report.children) {
         if (child.name == QStringLiteral("reportHeader"))
@@ -101,16 +92,16 @@ void DefinitionReader::readBands(const XmlElement &report)
         for (const BandDefinition &band : *bands) {
             repeated += band.height;
             if (!band.fixed || m_outer)
-                m_file.refuse(report.at, m_outer ? QStringLiteral("A sub-report has no page headers and footers.")
-                                                 : QStringLiteral("Nothing grows in a page header or footer."));
+                m_file.refuse(report.at, m_outer
+                                             ? QStringLiteral("A sub-report has no page headers and footers.")
+                                             : QStringLiteral("Nothing grows in a page header or footer."));
         }
     }
     if (repeated > m_definition->bodyHeight() - 20)
         m_file.refuse(report.at, QStringLiteral("Page header and footer leave no room on the page."));
 }
 
-BandDefinition DefinitionReader::readBand(const XmlElement &element)
-{
+BandDefinition DefinitionReader::readBand(const XmlElement &element) {
     Attributes attributes(m_file, element);
     BandDefinition band;
     band.when = when(attributes);
@@ -152,8 +143,7 @@ BandDefinition DefinitionReader::readBand(const XmlElement &element)
     return band;
 }
 
-FieldDefinition DefinitionReader::readField(const XmlElement &element)
-{
+FieldDefinition DefinitionReader::readField(const XmlElement &element) {
     Attributes attributes(m_file, element);
     FieldDefinition field;
     field.x = attributes.number(QStringLiteral("x"), 0);
@@ -177,8 +167,7 @@ FieldDefinition DefinitionReader::readField(const XmlElement &element)
     return field;
 }
 
-LineDefinition DefinitionReader::readLine(const XmlElement &element)
-{
+LineDefinition DefinitionReader::readLine(const XmlElement &element) {
     Attributes attributes(m_file, element);
     LineDefinition line;
     line.x1 = attributes.number(QStringLiteral("x"), 0);
@@ -186,7 +175,8 @@ LineDefinition DefinitionReader::readLine(const XmlElement &element)
     const double height = attributes.number(QStringLiteral("h"), 0);
     line.toFoot = attributes.flag(QStringLiteral("toFoot"));
     const bool upright = height > 0 || line.toFoot;
-    const double width = attributes.number(QStringLiteral("w"), upright ? 0 : m_definition->bodyWidth() - line.x1);
+    const double width =
+        attributes.number(QStringLiteral("w"), upright ? 0 : m_definition->bodyWidth() - line.x1);
     line.x2 = line.x1 + width;
     line.y2 = line.y1 + height;
     line.thickness = attributes.number(QStringLiteral("thickness"), line.thickness);
@@ -196,8 +186,7 @@ LineDefinition DefinitionReader::readLine(const XmlElement &element)
     return line;
 }
 
-BoxDefinition DefinitionReader::readBox(const XmlElement &element)
-{
+BoxDefinition DefinitionReader::readBox(const XmlElement &element) {
     Attributes attributes(m_file, element);
     BoxDefinition box;
     const double x = attributes.number(QStringLiteral("x"), 0);
@@ -212,8 +201,7 @@ BoxDefinition DefinitionReader::readBox(const XmlElement &element)
     return box;
 }
 
-ImageDefinition DefinitionReader::readImage(const XmlElement &element)
-{
+ImageDefinition DefinitionReader::readImage(const XmlElement &element) {
     Attributes attributes(m_file, element);
     ImageDefinition image;
     const XmlAttribute &source = attributes.required(QStringLiteral("src"));
@@ -222,14 +210,14 @@ ImageDefinition DefinitionReader::readImage(const XmlElement &element)
         m_file.refuse(source.valueAt, QStringLiteral("There is no image %1.").arg(source.value));
     image.image = std::make_shared<QImage>(loaded);
     const double width = attributes.number(QStringLiteral("w"), 20);
-    image.rect = QRectF(attributes.number(QStringLiteral("x"), 0), attributes.number(QStringLiteral("y"), 0), width,
-                        attributes.number(QStringLiteral("h"), width * loaded.height() / loaded.width()));
+    image.rect =
+        QRectF(attributes.number(QStringLiteral("x"), 0), attributes.number(QStringLiteral("y"), 0), width,
+               attributes.number(QStringLiteral("h"), width * loaded.height() / loaded.width()));
     attributes.done();
     return image;
 }
 
-SubreportPlace DefinitionReader::readPlace(const XmlElement &element)
-{
+SubreportPlace DefinitionReader::readPlace(const XmlElement &element) {
     Attributes attributes(m_file, element);
     SubreportPlace place;
     const XmlAttribute &name = attributes.required(QStringLiteral("subreport"));

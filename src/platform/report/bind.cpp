@@ -9,20 +9,18 @@ namespace {
 
 using Node = std::shared_ptr<Expression>;
 
-bool same(const QString &left, const QString &right)
-{
+bool same(const QString &left, const QString &right) {
     return left.compare(right, Qt::CaseInsensitive) == 0;
 }
 
 template <typename Things>
-int indexOf(const Things &things, const QString &name)
-{
-    const auto found = std::ranges::find_if(things, [&](const auto &thing) { return same(thing.name, name); });
+int indexOf(const Things &things, const QString &name) {
+    const auto found =
+        std::ranges::find_if(things, [&](const auto &thing) { return same(thing.name, name); });
     return found == things.end() ? -1 : static_cast<int>(found - things.begin());
 }
 
-bool fits(Kind kind, Kind wanted)
-{
+bool fits(Kind kind, Kind wanted) {
     return kind == wanted || kind == Kind::Null || wanted == Kind::Null;
 }
 
@@ -30,8 +28,7 @@ class Binder {
 public:
     explicit Binder(Definition &definition) : m_definition(definition) {}
 
-    void bind(const Node &node)
-    {
+    void bind(const Node &node) {
         if (node->op == Op::Call && bindTotal(node))
             return;
         for (const Node &operand : node->operands) {
@@ -39,42 +36,51 @@ public:
             node->stage = std::max(node->stage, operand->stage);
         }
         switch (node->op) {
-        case Op::Literal: return bindLiteral(*node);
-        case Op::Column: return bindName(*node);
-        case Op::Call: return bindCall(*node);
+        case Op::Literal:
+            return bindLiteral(*node);
+        case Op::Column:
+            return bindName(*node);
+        case Op::Call:
+            return bindCall(*node);
         case Op::Negate:
         case Op::Subtract:
         case Op::Multiply:
-        case Op::Divide: return all(*node, Kind::Number, Kind::Number);
-        case Op::Add: return bindSum(*node);
-        case Op::Concatenate: node->kind = Kind::Text; return;
-        case Op::Like: return all(*node, Kind::Text, Kind::Boolean);
+        case Op::Divide:
+            return all(*node, Kind::Number, Kind::Number);
+        case Op::Add:
+            return bindSum(*node);
+        case Op::Concatenate:
+            node->kind = Kind::Text;
+            return;
+        case Op::Like:
+            return all(*node, Kind::Text, Kind::Boolean);
         case Op::And:
         case Op::Or:
-        case Op::Not: return all(*node, Kind::Boolean, Kind::Boolean);
-        case Op::If: return bindIf(*node);
-        default: return bindComparison(*node);
+        case Op::Not:
+            return all(*node, Kind::Boolean, Kind::Boolean);
+        case Op::If:
+            return bindIf(*node);
+        default:
+            return bindComparison(*node);
         }
     }
 
 private:
-    static void need(const Expression &node, Kind wanted)
-    {
+    static void need(const Expression &node, Kind wanted) {
         if (!fits(node.kind, wanted))
-            throw FormulaError(errors::TypeMismatch,
-                               QStringLiteral("This must be %1, not %2.").arg(nameOf(wanted), nameOf(node.kind)),
-                               node.offset);
+            throw FormulaError(
+                errors::TypeMismatch,
+                QStringLiteral("This must be %1, not %2.").arg(nameOf(wanted), nameOf(node.kind)),
+                node.offset);
     }
 
-    static void all(Expression &node, Kind operands, Kind result)
-    {
+    static void all(Expression &node, Kind operands, Kind result) {
         for (const Node &operand : node.operands)
             need(*operand, operands);
         node.kind = result;
     }
 
-    static void bindLiteral(Expression &node)
-    {
+    static void bindLiteral(Expression &node) {
         const Value::Storage &value = node.literal.storage();
         if (std::holds_alternative<std::string>(value))
             node.kind = Kind::Text;
@@ -84,8 +90,7 @@ private:
             node.kind = Kind::Number;
     }
 
-    static void bindSum(Expression &node)
-    {
+    static void bindSum(Expression &node) {
         if (node.operands[0]->kind == Kind::Text || node.operands[1]->kind == Kind::Text) {
             node.op = Op::Concatenate;
             return all(node, Kind::Text, Kind::Text);
@@ -93,15 +98,13 @@ private:
         all(node, Kind::Number, Kind::Number);
     }
 
-    static void bindIf(Expression &node)
-    {
+    static void bindIf(Expression &node) {
         need(*node.operands[0], Kind::Boolean);
         node.kind = node.operands[1]->kind == Kind::Null ? node.operands[2]->kind : node.operands[1]->kind;
         need(*node.operands[2], node.kind);
     }
 
-    static void bindComparison(Expression &node)
-    {
+    static void bindComparison(Expression &node) {
         Kind kind = Kind::Null;
         for (const Node &operand : node.operands) {
             need(*operand, kind);
@@ -111,14 +114,14 @@ private:
         node.kind = Kind::Boolean;
     }
 
-    void bindName(Expression &node)
-    {
+    void bindName(Expression &node) {
         const QString name = QString::fromStdString(node.name);
         const auto point = name.indexOf(QLatin1Char('.'));
         if (point >= 0)
             return bindColumn(node, name.left(point).trimmed(), name.mid(point + 1).trimmed());
         if ((node.index = indexOf(m_definition.formulas, name)) >= 0) {
-            const ExpressionPtr &formula = m_definition.formulas[static_cast<std::size_t>(node.index)].expression;
+            const ExpressionPtr &formula =
+                m_definition.formulas[static_cast<std::size_t>(node.index)].expression;
             node.op = Op::Formula;
             node.kind = formula->kind;
             node.stage = formula->stage;
@@ -134,21 +137,20 @@ private:
         }
     }
 
-    void bindColumn(Expression &node, const QString &table, const QString &column) const
-    {
+    void bindColumn(Expression &node, const QString &table, const QString &column) const {
         node.table = m_definition.table(table);
         if (node.table < 0)
             throw FormulaError(207, QStringLiteral("The report has no table %1.").arg(table), node.offset);
         const auto &columns = m_definition.tables[static_cast<std::size_t>(node.table)].columns;
         node.index = indexOf(columns, column);
         if (node.index < 0)
-            throw FormulaError(207, QStringLiteral("Table %1 has no field %2 here.").arg(table, column), node.offset);
+            throw FormulaError(207, QStringLiteral("Table %1 has no field %2 here.").arg(table, column),
+                               node.offset);
         node.kind = columns[static_cast<std::size_t>(node.index)].kind;
         node.stage = Stage::Row;
     }
 
-    void bindCall(Expression &node) const
-    {
+    void bindCall(Expression &node) const {
         node.index = functionIndex(node.name);
         const QString name = QString::fromStdString(node.name);
         if (node.index < 0)
@@ -165,12 +167,12 @@ private:
             bindFromSubreport(node);
     }
 
-    void bindFromSubreport(Expression &node) const
-    {
+    void bindFromSubreport(Expression &node) const {
         const QString name = node.operands[0]->literal.text();
         const int index = m_definition.subreport(name);
         if (index < 0)
-            throw FormulaError(207, QStringLiteral("The report has no sub-report %1 above.").arg(name), node.offset);
+            throw FormulaError(207, QStringLiteral("The report has no sub-report %1 above.").arg(name),
+                               node.offset);
         const auto &place = m_definition.subreports[static_cast<std::size_t>(index)];
         const QString wanted = node.operands[1]->literal.text();
         const int formula = place.definition->formula(wanted);
@@ -178,15 +180,16 @@ private:
             throw FormulaError(207, QStringLiteral("Sub-report %1 has no formula %2.").arg(name, wanted),
                                node.offset);
         if (!place.links.empty())
-            throw FormulaError(errors::InvalidCall,
-                               QStringLiteral("Sub-report %1 is linked: it says something else for each row.").arg(name),
-                               node.offset);
+            throw FormulaError(
+                errors::InvalidCall,
+                QStringLiteral("Sub-report %1 is linked: it says something else for each row.").arg(name),
+                node.offset);
         node.kind = place.definition->formulas[static_cast<std::size_t>(formula)].expression->kind;
     }
 
-    /// Sum(number [, "Group"]), Count(any [, "Group"]), RunningTotal(number [, "Group"]), Groups("Counted" [, "Group"]).
-    bool bindTotal(const Node &node)
-    {
+    /// Sum(number [, "Group"]), Count(any [, "Group"]), RunningTotal(number [, "Group"]), Groups("Counted" [,
+    /// "Group"]).
+    bool bindTotal(const Node &node) {
         const bool running = node->name == "runningtotal";
         const bool groups = node->name == "groups";
         if (!running && !groups && node->name != "sum" && node->name != "count")
@@ -205,7 +208,8 @@ private:
             if (total.function == TotalDefinition::Function::Sum)
                 need(*node->operands[0], Kind::Number);
             if (node->operands[0]->stage > Stage::Row)
-                throw FormulaError(errors::InvalidCall, QStringLiteral("A total is taken over what rows hold."),
+                throw FormulaError(errors::InvalidCall,
+                                   QStringLiteral("A total is taken over what rows hold."),
                                    node->operands[0]->offset);
             total.of = node->operands[0];
         }
@@ -219,11 +223,11 @@ private:
         return true;
     }
 
-    [[nodiscard]] int groupNamed(const Expression &node) const
-    {
+    [[nodiscard]] int groupNamed(const Expression &node) const {
         const int index = m_definition.group(node.literal.text());
         if (index < 0)
-            throw FormulaError(207, QStringLiteral("The report has no group of that name above."), node.offset);
+            throw FormulaError(207, QStringLiteral("The report has no group of that name above."),
+                               node.offset);
         return index;
     }
 
@@ -232,29 +236,24 @@ private:
 
 } // namespace
 
-ExpressionPtr bind(const std::shared_ptr<Expression> &parsed, Definition &definition)
-{
+ExpressionPtr bind(const std::shared_ptr<Expression> &parsed, Definition &definition) {
     Binder(definition).bind(parsed);
     return parsed;
 }
 
-int Definition::subreport(const QString &wanted) const
-{
+int Definition::subreport(const QString &wanted) const {
     return indexOf(subreports, wanted);
 }
 
-int Definition::formula(const QString &wanted) const
-{
+int Definition::formula(const QString &wanted) const {
     return indexOf(formulas, wanted);
 }
 
-int Definition::group(const QString &wanted) const
-{
+int Definition::group(const QString &wanted) const {
     return indexOf(groups, wanted);
 }
 
-int Definition::table(const QString &wanted) const
-{
+int Definition::table(const QString &wanted) const {
     return indexOf(tables, wanted);
 }
 

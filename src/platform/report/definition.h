@@ -21,8 +21,8 @@ struct ColumnDefinition {
 
 enum class Join { None, Inner, Left };
 
-/// A table that a report reads. The first one and those joined to it give the rows; each other, joined to nothing,
-/// gives one row for the whole report, looked up first.
+/// A table that a report reads. The first one and those joined to it give the rows; each other, joined to
+/// nothing, gives one row for the whole report, looked up first.
 struct TableDefinition {
     QString name;   ///< what fields call it
     QString source; ///< the table of the catalog; often the same
@@ -43,9 +43,9 @@ struct TotalDefinition {
     enum class Function { Sum, Count, Groups };
     QString name;
     Function function = Function::Sum;
-    ExpressionPtr of;   ///< of Sum and Count; Count counts what is not Null, without `of` every row
-    int counted = -1;   ///< of Groups: whose instances are counted, but for a Null one
-    int group = -1;     ///< -1: over the whole report
+    ExpressionPtr of; ///< of Sum and Count; Count counts what is not Null, without `of` every row
+    int counted = -1; ///< of Groups: whose instances are counted, but for a Null one
+    int group = -1;   ///< -1: over the whole report
     bool running = false;
 };
 
@@ -63,12 +63,13 @@ struct StyleDefinition {
     QString name;
     FontPtr font;
     Align align = Align::Left;
-    QString picture;    ///< of numbers: "##,###0.00"; none: plain
+    QString picture; ///< of numbers: "##,###0.00"; none: plain
     QString dateFormat = QStringLiteral("dd/MM/yyyy");
     bool blankZero = false;
 };
 
-/// A placed text or field. Lengths in millimetres from the band's upper left corner, within the page's margins.
+/// A placed text or field. Lengths in millimetres from the band's upper left corner, within the page's
+/// margins.
 struct FieldDefinition {
     double x = 0, y = 0, width = 0;
     int style = 0;
@@ -106,7 +107,8 @@ struct SubreportPlace {
     ExpressionPtr when;
 };
 
-using ItemDefinition = std::variant<FieldDefinition, LineDefinition, BoxDefinition, ImageDefinition, SubreportPlace>;
+using ItemDefinition =
+    std::variant<FieldDefinition, LineDefinition, BoxDefinition, ImageDefinition, SubreportPlace>;
 
 struct BandDefinition {
     double height = 0;
@@ -168,8 +170,9 @@ struct Definition {
     [[nodiscard]] int table(const QString &name) const;
 };
 
-/// Resolves a parsed formula's names in a definition and checks its kinds; sums and counts in it become totals of
-/// the definition. FormulaError: 207 for an unknown name, 13 for a kind that doesn't fit, 8144 for arguments.
+/// Resolves a parsed formula's names in a definition and checks its kinds; sums and counts in it become
+/// totals of the definition. FormulaError: 207 for an unknown name, 13 for a kind that doesn't fit, 8144 for
+/// arguments.
 [[nodiscard]] ExpressionPtr bind(const std::shared_ptr<Expression> &parsed, Definition &definition);
 
 /// Reads a definition file. Error 53 when there is none, 54 "FILE:LINE:COLUMN: what" when it is refused.

@@ -11,30 +11,27 @@ namespace zel::report {
 
 namespace {
 
-bool isIdentifier(const QString &name)
-{
+bool isIdentifier(const QString &name) {
     static const QRegularExpression shape(QStringLiteral("^[A-Za-z_][A-Za-z0-9_]*$"));
     return shape.match(name).hasMatch();
 }
 
-const std::map<QString, Kind> &kinds()
-{
+const std::map<QString, Kind> &kinds() {
     static const std::map<QString, Kind> names{{QStringLiteral("number"), Kind::Number},
                                                {QStringLiteral("text"), Kind::Text},
                                                {QStringLiteral("date"), Kind::Date}};
     return names;
 }
 
-const std::map<QString, bool> &directions()
-{
-    static const std::map<QString, bool> names{{QStringLiteral("asc"), false}, {QStringLiteral("desc"), true}};
+const std::map<QString, bool> &directions() {
+    static const std::map<QString, bool> names{{QStringLiteral("asc"), false},
+                                               {QStringLiteral("desc"), true}};
     return names;
 }
 
 } // namespace
 
-std::shared_ptr<Definition> DefinitionReader::read(const XmlElement &report, Definition *outer)
-{
+std::shared_ptr<Definition> DefinitionReader::read(const XmlElement &report, Definition *outer) {
     static const std::map<QString, Handler> handlers{
         {QStringLiteral("page"), &DefinitionReader::readPage},
         {QStringLiteral("style"), &DefinitionReader::readStyle},
@@ -81,8 +78,7 @@ std::shared_ptr<Definition> DefinitionReader::read(const XmlElement &report, Def
     return m_definition;
 }
 
-ExpressionPtr DefinitionReader::formula(const QString &text, qsizetype at, Definition &scope)
-{
+ExpressionPtr DefinitionReader::formula(const QString &text, qsizetype at, Definition &scope) {
     const std::string bytes = text.toStdString();
     try {
         return report::bind(parse(Sql::trusted(bytes)), scope);
@@ -92,36 +88,31 @@ ExpressionPtr DefinitionReader::formula(const QString &text, qsizetype at, Defin
     }
 }
 
-ExpressionPtr DefinitionReader::condition(const QString &text, qsizetype at)
-{
+ExpressionPtr DefinitionReader::condition(const QString &text, qsizetype at) {
     ExpressionPtr made = formula(text, at, *m_definition);
     if (made->kind != Kind::Boolean)
         m_file.refuse(at, QStringLiteral("This must be a condition, not %1.").arg(nameOf(made->kind)));
     return made;
 }
 
-ExpressionPtr DefinitionReader::optional(Attributes &attributes, const QString &name)
-{
+ExpressionPtr DefinitionReader::optional(Attributes &attributes, const QString &name) {
     const XmlAttribute *given = attributes.find(name);
     return given ? formula(given->value, given->valueAt, *m_definition) : nullptr;
 }
 
-ExpressionPtr DefinitionReader::when(Attributes &attributes)
-{
+ExpressionPtr DefinitionReader::when(Attributes &attributes) {
     const XmlAttribute *given = attributes.find(QStringLiteral("when"));
     return given ? condition(given->value, given->valueAt) : nullptr;
 }
 
-void DefinitionReader::refuseChildren(const XmlElement &element) const
-{
+void DefinitionReader::refuseChildren(const XmlElement &element) const {
     if (!element.children.empty())
-        m_file.refuse(element.children.front().at, QStringLiteral("<%1> has no <%2>.")
-                                                       .arg(element.name, element.children.front().name));
+        m_file.refuse(element.children.front().at,
+                      QStringLiteral("<%1> has no <%2>.").arg(element.name, element.children.front().name));
 }
 
 /// A name that no formula, total, parameter, table, group or sub-report of the report has yet.
-QString DefinitionReader::freshName(Attributes &attributes)
-{
+QString DefinitionReader::freshName(Attributes &attributes) {
     const XmlAttribute &given = attributes.required(QStringLiteral("name"));
     const auto taken = [&](const auto &things) {
         return std::ranges::any_of(things, [&](const auto &thing) {
@@ -136,8 +127,7 @@ QString DefinitionReader::freshName(Attributes &attributes)
     return given.value;
 }
 
-void DefinitionReader::readPage(const XmlElement &element)
-{
+void DefinitionReader::readPage(const XmlElement &element) {
     Attributes attributes(m_file, element);
     refuseChildren(element);
     if (m_outer)
@@ -148,8 +138,8 @@ void DefinitionReader::readPage(const XmlElement &element)
                                                         {QStringLiteral("Letter"), QSizeF(215.9, 279.4)}},
                                                        QSizeF(210, 297));
     const bool landscape = attributes.choice<bool>(
-        QStringLiteral("orientation"), {{QStringLiteral("portrait"), false}, {QStringLiteral("landscape"), true}},
-        false);
+        QStringLiteral("orientation"),
+        {{QStringLiteral("portrait"), false}, {QStringLiteral("landscape"), true}}, false);
     if (landscape)
         m_definition->pageSize.transpose();
     QMarginsF &margins = m_definition->margins;
@@ -162,13 +152,14 @@ void DefinitionReader::readPage(const XmlElement &element)
         m_file.refuse(element.at, QStringLiteral("The margins leave no room on the page."));
 }
 
-void DefinitionReader::readStyle(const XmlElement &element)
-{
+void DefinitionReader::readStyle(const XmlElement &element) {
     Attributes attributes(m_file, element);
     refuseChildren(element);
     const XmlAttribute &name = attributes.required(QStringLiteral("name"));
     auto &styles = m_definition->styles;
-    const auto known = [&](const QString &wanted) { return std::ranges::find(styles, wanted, &StyleDefinition::name); };
+    const auto known = [&](const QString &wanted) {
+        return std::ranges::find(styles, wanted, &StyleDefinition::name);
+    };
     const XmlAttribute *like = attributes.find(QStringLiteral("like"));
     if (like && known(like->value) == styles.end())
         m_file.refuse(like->valueAt, QStringLiteral("There is no style %1 above.").arg(like->value));
@@ -199,8 +190,7 @@ void DefinitionReader::readStyle(const XmlElement &element)
         styles.push_back(std::move(style));
 }
 
-void DefinitionReader::readTable(const XmlElement &element)
-{
+void DefinitionReader::readTable(const XmlElement &element) {
     Attributes attributes(m_file, element);
     refuseChildren(element);
     TableDefinition table;
@@ -209,8 +199,8 @@ void DefinitionReader::readTable(const XmlElement &element)
     if (!isIdentifier(table.source))
         m_file.refuse(element.at, QStringLiteral("\"%1\" is no table.").arg(table.source));
     table.join = attributes.choice<Join>(
-        QStringLiteral("join"), {{QStringLiteral("inner"), Join::Inner}, {QStringLiteral("left"), Join::Left}},
-        Join::None);
+        QStringLiteral("join"),
+        {{QStringLiteral("inner"), Join::Inner}, {QStringLiteral("left"), Join::Left}}, Join::None);
     const XmlAttribute *on = attributes.find(QStringLiteral("on"));
     const XmlAttribute *where = attributes.find(QStringLiteral("where"));
     attributes.done();
@@ -228,8 +218,7 @@ void DefinitionReader::readTable(const XmlElement &element)
         m_definition->tables.back().where = condition(where->value, where->valueAt);
 }
 
-void DefinitionReader::readColumns(TableDefinition &table, const XmlElement &element)
-{
+void DefinitionReader::readColumns(TableDefinition &table, const XmlElement &element) {
     static const QRegularExpression shape(QStringLiteral("\\s*([^\\s,]+)[ \\t]+([^\\s,]+)\\s*(,|$)"));
     for (qsizetype at = 0; at < element.text.size();) {
         if (element.text.mid(at).trimmed().isEmpty())
@@ -245,15 +234,15 @@ void DefinitionReader::readColumns(TableDefinition &table, const XmlElement &ele
             m_file.refuse(m_file.placeIn(element.textAt, match.capturedStart(1)),
                           QStringLiteral("\"%1\" is no name.").arg(name));
         if (kind == kinds().end())
-            m_file.refuse(m_file.placeIn(element.textAt, match.capturedStart(2)),
-                          QStringLiteral("\"%1\" is no kind; kinds are number, text and date.").arg(match.captured(2)));
+            m_file.refuse(
+                m_file.placeIn(element.textAt, match.capturedStart(2)),
+                QStringLiteral("\"%1\" is no kind; kinds are number, text and date.").arg(match.captured(2)));
         table.columns.push_back({name, kind->second});
         at = match.capturedEnd();
     }
 }
 
-void DefinitionReader::readParameter(const XmlElement &element)
-{
+void DefinitionReader::readParameter(const XmlElement &element) {
     Attributes attributes(m_file, element);
     refuseChildren(element);
     ParameterDefinition parameter;
@@ -263,8 +252,7 @@ void DefinitionReader::readParameter(const XmlElement &element)
     m_definition->parameters.push_back(std::move(parameter));
 }
 
-void DefinitionReader::readWhere(const XmlElement &element)
-{
+void DefinitionReader::readWhere(const XmlElement &element) {
     Attributes(m_file, element).done();
     refuseChildren(element);
     if (m_definition->where)
@@ -272,8 +260,7 @@ void DefinitionReader::readWhere(const XmlElement &element)
     m_definition->where = condition(element.text, element.textAt);
 }
 
-void DefinitionReader::readFormula(const XmlElement &element)
-{
+void DefinitionReader::readFormula(const XmlElement &element) {
     Attributes attributes(m_file, element);
     refuseChildren(element);
     FormulaDefinition made;
@@ -284,8 +271,7 @@ void DefinitionReader::readFormula(const XmlElement &element)
     m_definition->formulas.push_back(std::move(made));
 }
 
-void DefinitionReader::readTotal(const XmlElement &element)
-{
+void DefinitionReader::readTotal(const XmlElement &element) {
     Attributes attributes(m_file, element);
     refuseChildren(element);
     const QString name = freshName(attributes);
@@ -328,8 +314,7 @@ void DefinitionReader::readTotal(const XmlElement &element)
     m_definition->totals.push_back(std::move(total));
 }
 
-void DefinitionReader::readGroup(const XmlElement &element)
-{
+void DefinitionReader::readGroup(const XmlElement &element) {
     Attributes attributes(m_file, element);
     GroupDefinition group;
     group.name = freshName(attributes);
@@ -350,8 +335,7 @@ void DefinitionReader::readGroup(const XmlElement &element)
     m_definition->groups.push_back(std::move(group));
 }
 
-void DefinitionReader::readSort(const XmlElement &element)
-{
+void DefinitionReader::readSort(const XmlElement &element) {
     Attributes attributes(m_file, element);
     refuseChildren(element);
     const XmlAttribute &by = attributes.required(QStringLiteral("by"));
@@ -364,8 +348,7 @@ void DefinitionReader::readSort(const XmlElement &element)
     m_definition->sort.push_back(std::move(sort));
 }
 
-void DefinitionReader::readSubreport(const XmlElement &element)
-{
+void DefinitionReader::readSubreport(const XmlElement &element) {
     if (m_outer)
         m_file.refuse(element.at, QStringLiteral("A sub-report has no sub-reports."));
     Attributes attributes(m_file, element);
@@ -377,8 +360,7 @@ void DefinitionReader::readSubreport(const XmlElement &element)
     m_definition->subreports.push_back(std::move(subreport));
 }
 
-void DefinitionReader::readLink(const XmlElement &element)
-{
+void DefinitionReader::readLink(const XmlElement &element) {
     if (!m_outer)
         m_file.refuse(element.at, QStringLiteral("Only a sub-report is linked."));
     Attributes attributes(m_file, element);
@@ -393,16 +375,15 @@ void DefinitionReader::readLink(const XmlElement &element)
     m_links.push_back(std::move(link));
 }
 
-std::shared_ptr<Definition> readDefinition(const QByteArray &xml, const QString &fileName, const QString &folder)
-{
+std::shared_ptr<Definition> readDefinition(const QByteArray &xml, const QString &fileName,
+                                           const QString &folder) {
     const XmlFile file(xml, fileName);
     if (file.root().name != QStringLiteral("report"))
         file.refuse(file.root().at, QStringLiteral("This is no <report>."));
     return DefinitionReader(file, folder).read(file.root(), nullptr);
 }
 
-std::shared_ptr<Definition> readDefinition(const QString &path)
-{
+std::shared_ptr<Definition> readDefinition(const QString &path) {
     QFile file(path);
     const QFileInfo info(path);
     if (!info.isFile())

@@ -21,8 +21,8 @@ public:
     [[nodiscard]] bool flag(const QString &name, bool otherwise = false);
     [[nodiscard]] QColor color(const QString &name, const QColor &otherwise);
     template <typename Choice>
-    [[nodiscard]] Choice choice(const QString &name, const std::map<QString, Choice> &choices, Choice otherwise)
-    {
+    [[nodiscard]] Choice choice(const QString &name, const std::map<QString, Choice> &choices,
+                                Choice otherwise) {
         const XmlAttribute *given = find(name);
         if (!given)
             return otherwise;
@@ -39,8 +39,8 @@ private:
     std::vector<QString> m_known;
 };
 
-/// Fills a definition from an element: what is declared first, in the file's order, so that each formula names only
-/// what stands above it; then the bands, which may name all of it.
+/// Fills a definition from an element: what is declared first, in the file's order, so that each formula
+/// names only what stands above it; then the bands, which may name all of it.
 class DefinitionReader {
 public:
     DefinitionReader(const XmlFile &file, const QString &folder) : m_file(file), m_folder(folder) {}

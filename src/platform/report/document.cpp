@@ -4,9 +4,9 @@
 
 namespace zel::report {
 
-Document::Private::Private(const Request &request, Source &source, std::shared_ptr<const TextMetrics> textMetrics)
-    : metrics(std::move(textMetrics)), run(request, source)
-{
+Document::Private::Private(const Request &request, Source &source,
+                           std::shared_ptr<const TextMetrics> textMetrics)
+    : metrics(std::move(textMetrics)), run(request, source) {
     for (int copy = 0; copy < run.copies(); ++copy) {
         passes.push_back(std::make_unique<Pass>(run, std::nullopt, copy));
         const Paginator paginator(*passes.back(), *metrics);
@@ -18,31 +18,26 @@ Document::Private::Private(const Request &request, Source &source, std::shared_p
 Document::Document(std::unique_ptr<Private> content) : d(std::move(content)) {}
 Document::~Document() = default;
 
-QString Document::title() const
-{
+QString Document::title() const {
     const Definition &definition = d->run.definition();
     return definition.title.isEmpty() ? definition.name : definition.title;
 }
 
-int Document::pageCount() const
-{
+int Document::pageCount() const {
     return static_cast<int>(d->starts.size());
 }
 
-QSizeF Document::pageSize() const
-{
+QSizeF Document::pageSize() const {
     return d->run.definition().pageSize;
 }
 
-Page Document::page(int index) const
-{
+Page Document::page(int index) const {
     const auto &[copy, start] = d->starts.at(static_cast<std::size_t>(index));
     const Paginator paginator(*d->passes[static_cast<std::size_t>(copy)], *d->metrics);
     return paginator.page(start, index + 1, pageCount());
 }
 
-QString Document::plainText() const
-{
+QString Document::plainText() const {
     QString text;
     for (int index = 0; index < pageCount(); ++index) {
         if (index > 0)
@@ -52,8 +47,7 @@ QString Document::plainText() const
     return text;
 }
 
-std::vector<GroupNode> Document::groups() const
-{
+std::vector<GroupNode> Document::groups() const {
     std::vector<GroupNode> tree;
     const Definition &definition = d->run.definition();
     std::size_t page = 0;
@@ -66,10 +60,9 @@ std::vector<GroupNode> Document::groups() const
             for (cursor.level = pass.firstNewGroup(cursor.row); cursor.level < std::ssize(definition.groups);
                  ++cursor.level) {
                 ++cursor.instances[static_cast<std::size_t>(cursor.level)];
-                while (page + 1 < d->starts.size() &&
-                       (d->starts[page + 1].copy < static_cast<int>(copy) ||
-                        (d->starts[page + 1].copy == static_cast<int>(copy) &&
-                         !isBefore(cursor, d->starts[page + 1].cursor))))
+                while (page + 1 < d->starts.size() && (d->starts[page + 1].copy < static_cast<int>(copy) ||
+                                                       (d->starts[page + 1].copy == static_cast<int>(copy) &&
+                                                        !isBefore(cursor, d->starts[page + 1].cursor))))
                     ++page;
                 const GroupDefinition &group = definition.groups[static_cast<std::size_t>(cursor.level)];
                 const ExpressionPtr &title = group.title ? group.title : group.by;
@@ -78,7 +71,8 @@ std::vector<GroupNode> Document::groups() const
                     siblings = &siblings->back().children;
                 const Value value = evaluate(*title, PassScene(pass, cursor));
                 siblings->push_back({shown(value, title->kind, {}, QStringLiteral("dd/MM/yyyy")),
-                                     static_cast<int>(page), {}});
+                                     static_cast<int>(page),
+                                     {}});
             }
         }
     }

@@ -11,15 +11,13 @@ namespace {
 
 __extension__ using Wide = __int128;
 
-Decimal narrowed(Wide count)
-{
+Decimal narrowed(Wide count) {
     if (count > std::numeric_limits<std::int64_t>::max() || count < std::numeric_limits<std::int64_t>::min())
         throw Error(8115, QStringLiteral("Arithmetic overflow error in a report's formula."));
     return Decimal::fromTenThousandths(static_cast<std::int64_t>(count));
 }
 
-Wide dividedRounding(Wide number, Wide divisor)
-{
+Wide dividedRounding(Wide number, Wide divisor) {
     if (divisor < 0) {
         number = -number;
         divisor = -divisor;
@@ -32,13 +30,11 @@ Wide dividedRounding(Wide number, Wide divisor)
     return -rest >= half ? whole - 1 : whole;
 }
 
-Value condition(bool holds)
-{
+Value condition(bool holds) {
     return Value(holds ? 1 : 0);
 }
 
-QString trimmedEnd(const QString &text)
-{
+QString trimmedEnd(const QString &text) {
     auto length = text.size();
     while (length > 0 && text[length - 1] == QLatin1Char(' '))
         --length;
@@ -46,12 +42,12 @@ QString trimmedEnd(const QString &text)
 }
 
 /// Less than, equal to or greater than 0, as the left value is to the right; neither is Null.
-int compared(const Value &left, const Value &right)
-{
+int compared(const Value &left, const Value &right) {
     if (const auto *moment = std::get_if<DateTime>(&left.storage())) {
         const auto *other = std::get_if<DateTime>(&right.storage());
         const QDateTime one(moment->date, moment->time);
-        const QDateTime two = other ? QDateTime(other->date, other->time) : QDateTime(right.date(), QTime(0, 0));
+        const QDateTime two =
+            other ? QDateTime(other->date, other->time) : QDateTime(right.date(), QTime(0, 0));
         return one < two ? -1 : (two < one ? 1 : 0);
     }
     if (std::holds_alternative<std::string>(left.storage()))
@@ -61,24 +57,28 @@ int compared(const Value &left, const Value &right)
     return one < two ? -1 : (two < one ? 1 : 0);
 }
 
-Value comparison(Op op, const Value &left, const Value &right)
-{
+Value comparison(Op op, const Value &left, const Value &right) {
     if (left.isNull() || right.isNull())
         return {};
     const int order = compared(left, right);
     switch (op) {
-    case Op::Equal: return condition(order == 0);
-    case Op::NotEqual: return condition(order != 0);
-    case Op::Less: return condition(order < 0);
-    case Op::LessEqual: return condition(order <= 0);
-    case Op::Greater: return condition(order > 0);
-    default: return condition(order >= 0);
+    case Op::Equal:
+        return condition(order == 0);
+    case Op::NotEqual:
+        return condition(order != 0);
+    case Op::Less:
+        return condition(order < 0);
+    case Op::LessEqual:
+        return condition(order <= 0);
+    case Op::Greater:
+        return condition(order > 0);
+    default:
+        return condition(order >= 0);
     }
 }
 
 /// And with `decisive` 0, or with 1: the decisive value wins, else Null, else the other value.
-Value joined(const Expression &expression, const Scene &scene, std::int64_t decisive)
-{
+Value joined(const Expression &expression, const Scene &scene, std::int64_t decisive) {
     bool unknown = false;
     for (const auto &operand : expression.operands) {
         const Value value = evaluate(*operand, scene);
@@ -90,8 +90,7 @@ Value joined(const Expression &expression, const Scene &scene, std::int64_t deci
     return unknown ? Value() : Value(std::int64_t(1) - decisive);
 }
 
-Value range(const Expression &expression, const Scene &scene)
-{
+Value range(const Expression &expression, const Scene &scene) {
     const Value tested = evaluate(*expression.operands[0], scene);
     const Value from = evaluate(*expression.operands[1], scene);
     const Value to = evaluate(*expression.operands[2], scene);
@@ -100,8 +99,7 @@ Value range(const Expression &expression, const Scene &scene)
     return condition(compared(tested, from) >= 0 && compared(tested, to) <= 0);
 }
 
-Value called(const Expression &expression, const Scene &scene)
-{
+Value called(const Expression &expression, const Scene &scene) {
     const Function &target = function(expression.index);
     Value arguments[2];
     for (std::size_t i = 0; i < expression.operands.size(); ++i)
@@ -109,80 +107,94 @@ Value called(const Expression &expression, const Scene &scene)
     return target.evaluate(std::span(arguments, expression.operands.size()), scene);
 }
 
-Value binary(const Expression &expression, const Scene &scene)
-{
+Value binary(const Expression &expression, const Scene &scene) {
     const Value left = evaluate(*expression.operands[0], scene);
     const Value right = evaluate(*expression.operands[1], scene);
     switch (expression.op) {
-    case Op::Add: return left.decimal() + right.decimal();
-    case Op::Subtract: return left.decimal() - right.decimal();
-    case Op::Multiply: return product(left.decimal(), right.decimal());
-    case Op::Divide: return right.decimal() == Decimal() ? Value() : quotient(left.decimal(), right.decimal());
-    case Op::Concatenate: return left.text() + right.text();
+    case Op::Add:
+        return left.decimal() + right.decimal();
+    case Op::Subtract:
+        return left.decimal() - right.decimal();
+    case Op::Multiply:
+        return product(left.decimal(), right.decimal());
+    case Op::Divide:
+        return right.decimal() == Decimal() ? Value() : quotient(left.decimal(), right.decimal());
+    case Op::Concatenate:
+        return left.text() + right.text();
     case Op::Like:
         return left.isNull() || right.isNull() ? Value() : condition(isLike(left.text(), right.text()));
-    default: return comparison(expression.op, left, right);
+    default:
+        return comparison(expression.op, left, right);
     }
 }
 
 } // namespace
 
-Value evaluate(const Expression &expression, const Scene &scene)
-{
+Value evaluate(const Expression &expression, const Scene &scene) {
     switch (expression.op) {
-    case Op::Literal: return expression.literal;
-    case Op::Column: return scene.column(expression.table, expression.index);
-    case Op::Formula: return scene.formula(expression.index);
-    case Op::Total: return scene.total(expression.index);
-    case Op::Parameter: return scene.parameter(expression.index);
-    case Op::Negate: return -evaluate(*expression.operands[0], scene).decimal();
+    case Op::Literal:
+        return expression.literal;
+    case Op::Column:
+        return scene.column(expression.table, expression.index);
+    case Op::Formula:
+        return scene.formula(expression.index);
+    case Op::Total:
+        return scene.total(expression.index);
+    case Op::Parameter:
+        return scene.parameter(expression.index);
+    case Op::Negate:
+        return -evaluate(*expression.operands[0], scene).decimal();
     case Op::Not: {
         const Value value = evaluate(*expression.operands[0], scene);
         return value.isNull() ? Value() : condition(value.integer() == 0);
     }
-    case Op::And: return joined(expression, scene, 0);
-    case Op::Or: return joined(expression, scene, 1);
-    case Op::InRange: return range(expression, scene);
-    case Op::If: return evaluate(*expression.operands[holds(expression.operands[0], scene) ? 1 : 2], scene);
-    case Op::Call: return called(expression, scene);
-    default: return binary(expression, scene);
+    case Op::And:
+        return joined(expression, scene, 0);
+    case Op::Or:
+        return joined(expression, scene, 1);
+    case Op::InRange:
+        return range(expression, scene);
+    case Op::If:
+        return evaluate(*expression.operands[holds(expression.operands[0], scene) ? 1 : 2], scene);
+    case Op::Call:
+        return called(expression, scene);
+    default:
+        return binary(expression, scene);
     }
 }
 
-bool holds(const ExpressionPtr &condition, const Scene &scene)
-{
+bool holds(const ExpressionPtr &condition, const Scene &scene) {
     return evaluate(*condition, scene).integer() != 0;
 }
 
-Value coerced(const Value &value, Kind kind)
-{
+Value coerced(const Value &value, Kind kind) {
     if (value.isNull())
         return value;
     switch (kind) {
     case Kind::Number:
         return std::holds_alternative<std::int64_t>(value.storage()) ? value : Value(value.decimal());
-    case Kind::Text: return std::holds_alternative<std::string>(value.storage()) ? value : Value(value.text());
+    case Kind::Text:
+        return std::holds_alternative<std::string>(value.storage()) ? value : Value(value.text());
     case Kind::Date:
         if (std::holds_alternative<DateTime>(value.storage()))
             return value;
         return value.date().isValid() ? Value(value.date()) : Value();
-    default: return value;
+    default:
+        return value;
     }
 }
 
-Decimal product(Decimal left, Decimal right)
-{
+Decimal product(Decimal left, Decimal right) {
     return narrowed(
         dividedRounding(Wide(left.tenThousandths()) * Wide(right.tenThousandths()), Wide(Decimal::Scale)));
 }
 
-Decimal quotient(Decimal left, Decimal right)
-{
-    return narrowed(dividedRounding(Wide(left.tenThousandths()) * Wide(Decimal::Scale), right.tenThousandths()));
+Decimal quotient(Decimal left, Decimal right) {
+    return narrowed(
+        dividedRounding(Wide(left.tenThousandths()) * Wide(Decimal::Scale), right.tenThousandths()));
 }
 
-bool isLike(const QString &text, const QString &pattern)
-{
+bool isLike(const QString &text, const QString &pattern) {
     const QString letters = text.toCaseFolded();
     const QString wanted = pattern.toCaseFolded();
     qsizetype at = 0;
@@ -208,8 +220,7 @@ bool isLike(const QString &text, const QString &pattern)
     return in == wanted.size();
 }
 
-QString shown(const Value &value, Kind kind, const QString &picture, const QString &dateFormat)
-{
+QString shown(const Value &value, Kind kind, const QString &picture, const QString &dateFormat) {
     if (value.isNull())
         return {};
     if (kind == Kind::Number)

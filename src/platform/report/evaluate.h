@@ -23,8 +23,8 @@ public:
     [[nodiscard]] virtual QString userName() const = 0;
 };
 
-/// Conditions are 1, 0 or Null. Texts compare without case and trailing blanks; in arithmetic Null counts as 0,
-/// a quotient by 0 is Null. Error 8115 when a number leaves the range.
+/// Conditions are 1, 0 or Null. Texts compare without case and trailing blanks; in arithmetic Null counts as
+/// 0, a quotient by 0 is Null. Error 8115 when a number leaves the range.
 [[nodiscard]] Value evaluate(const Expression &expression, const Scene &scene);
 /// Null is no.
 [[nodiscard]] bool holds(const ExpressionPtr &condition, const Scene &scene);

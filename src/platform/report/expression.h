@@ -65,9 +65,7 @@ struct Expression {
 class FormulaError : public Error {
 public:
     FormulaError(int number, const QString &description, std::size_t offset)
-        : Error(number, description), m_offset(offset)
-    {
-    }
+        : Error(number, description), m_offset(offset) {}
     [[nodiscard]] std::size_t offset() const noexcept { return m_offset; }
 
 private:

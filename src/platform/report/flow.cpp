@@ -7,11 +7,11 @@ namespace zel::report {
 
 namespace {
 
-bool sameGroupValue(const Value &left, const Value &right)
-{
+bool sameGroupValue(const Value &left, const Value &right) {
     if (left.isNull() || right.isNull())
         return left.isNull() && right.isNull();
-    if (std::holds_alternative<std::string>(left.storage()) && std::holds_alternative<std::string>(right.storage())) {
+    if (std::holds_alternative<std::string>(left.storage()) &&
+        std::holds_alternative<std::string>(right.storage())) {
         QString one = left.text();
         QString two = right.text();
         while (one.endsWith(QLatin1Char(' ')))
@@ -25,8 +25,7 @@ bool sameGroupValue(const Value &left, const Value &right)
 }
 
 /// What a row adds to a total.
-Decimal contribution(const TotalDefinition &total, const Scene &scene)
-{
+Decimal contribution(const TotalDefinition &total, const Scene &scene) {
     if (total.function == TotalDefinition::Function::Sum)
         return evaluate(*total.of, scene).decimal();
     return total.of && evaluate(*total.of, scene).isNull() ? Decimal() : Decimal::fromInteger(1);
@@ -35,8 +34,7 @@ Decimal contribution(const TotalDefinition &total, const Scene &scene)
 } // namespace
 
 Pass::Pass(const Run &run, std::optional<std::vector<qsizetype>> rows, int copy)
-    : m_run(run), m_rows(std::move(rows)), m_copy(copy)
-{
+    : m_run(run), m_rows(std::move(rows)), m_copy(copy) {
     const Definition &definition = m_run.definition();
     m_totals.resize(definition.totals.size());
     for (std::size_t i = 0; i < m_totals.size(); ++i) {
@@ -51,8 +49,7 @@ Pass::Pass(const Run &run, std::optional<std::vector<qsizetype>> rows, int copy)
         addRow(row, groupValues);
 }
 
-void Pass::addRow(qsizetype row, std::vector<Value> &groupValues)
-{
+void Pass::addRow(qsizetype row, std::vector<Value> &groupValues) {
     const Definition &definition = m_run.definition();
     Cursor cursor;
     cursor.row = row;
@@ -81,38 +78,33 @@ void Pass::addRow(qsizetype row, std::vector<Value> &groupValues)
     }
 }
 
-qsizetype Pass::runRow(qsizetype row) const
-{
+qsizetype Pass::runRow(qsizetype row) const {
     if (row < 0 || row >= rowCount())
         return -1;
     return m_rows ? (*m_rows)[static_cast<std::size_t>(row)] : row;
 }
 
-int Pass::firstNewGroup(qsizetype row) const
-{
+int Pass::firstNewGroup(qsizetype row) const {
     if (row >= rowCount())
         return 0;
     return m_firstNew.empty() ? 0 : m_firstNew[static_cast<std::size_t>(row)];
 }
 
-Decimal Pass::total(int index, qsizetype instance) const
-{
+Decimal Pass::total(int index, qsizetype instance) const {
     const auto &values = m_totals[static_cast<std::size_t>(index)];
-    return instance >= 0 && instance < std::ssize(values) ? values[static_cast<std::size_t>(instance)] : Decimal();
+    return instance >= 0 && instance < std::ssize(values) ? values[static_cast<std::size_t>(instance)]
+                                                          : Decimal();
 }
 
-Value PassScene::column(int table, int column) const
-{
+Value PassScene::column(int table, int column) const {
     return m_pass.run().value(runRow(), table, column, m_pass.copy());
 }
 
-Value PassScene::formula(int index) const
-{
+Value PassScene::formula(int index) const {
     return evaluate(*m_pass.run().definition().formulas[static_cast<std::size_t>(index)].expression, *this);
 }
 
-Value PassScene::total(int index) const
-{
+Value PassScene::total(int index) const {
     const TotalDefinition &total = m_pass.run().definition().totals[static_cast<std::size_t>(index)];
     if (total.running)
         return static_cast<std::size_t>(index) < m_cursor.running.size()
@@ -122,15 +114,13 @@ Value PassScene::total(int index) const
     return m_pass.total(index, total.group < 0 ? 0 : m_cursor.instances[group]);
 }
 
-Value PassScene::fromSubreport(const QString &name, const QString &formula) const
-{
+Value PassScene::fromSubreport(const QString &name, const QString &formula) const {
     const Run &run = m_pass.run();
     const Run &inner = run.subreport(run.definition().subreport(name));
     return inner.lastValue(inner.definition().formula(formula), m_pass.copy());
 }
 
-Value Run::lastValue(int formula, int copy) const
-{
+Value Run::lastValue(int formula, int copy) const {
     const auto known = m_lastValues.find({formula, copy});
     if (known != m_lastValues.end())
         return known->second;
@@ -139,8 +129,7 @@ Value Run::lastValue(int formula, int copy) const
     return m_lastValues[{formula, copy}] = PassScene(pass, last).formula(formula);
 }
 
-Cursor Flow::begin() const
-{
+Cursor Flow::begin() const {
     Cursor cursor;
     cursor.instances.assign(static_cast<std::size_t>(groupCount()), -1);
     cursor.running.assign(m_pass.run().definition().totals.size(), Decimal());
@@ -150,8 +139,7 @@ Cursor Flow::begin() const
     return cursor;
 }
 
-Cursor Flow::end() const
-{
+Cursor Flow::end() const {
     Cursor cursor = begin();
     const auto &totals = m_pass.run().definition().totals;
     if (std::ranges::any_of(totals, &TotalDefinition::running) || groupCount() > 0) {
@@ -165,28 +153,31 @@ Cursor Flow::end() const
     return cursor;
 }
 
-const std::vector<BandDefinition> &Flow::bands(const Cursor &cursor) const
-{
+const std::vector<BandDefinition> &Flow::bands(const Cursor &cursor) const {
     static const std::vector<BandDefinition> none;
     const Definition &definition = m_pass.run().definition();
     switch (cursor.phase) {
-    case Phase::ReportHeader: return definition.reportHeaders;
-    case Phase::GroupHeader: return definition.groups[static_cast<std::size_t>(cursor.level)].headers;
-    case Phase::Detail: return definition.details;
-    case Phase::GroupFooter: return definition.groups[static_cast<std::size_t>(cursor.level)].footers;
-    case Phase::ReportFooter: return definition.reportFooters;
-    default: return none;
+    case Phase::ReportHeader:
+        return definition.reportHeaders;
+    case Phase::GroupHeader:
+        return definition.groups[static_cast<std::size_t>(cursor.level)].headers;
+    case Phase::Detail:
+        return definition.details;
+    case Phase::GroupFooter:
+        return definition.groups[static_cast<std::size_t>(cursor.level)].footers;
+    case Phase::ReportFooter:
+        return definition.reportFooters;
+    default:
+        return none;
     }
 }
 
-const BandDefinition *Flow::band(const Cursor &cursor) const
-{
+const BandDefinition *Flow::band(const Cursor &cursor) const {
     const auto &all = bands(cursor);
     return cursor.band < all.size() ? &all[cursor.band] : nullptr;
 }
 
-void Flow::advance(Cursor &cursor) const
-{
+void Flow::advance(Cursor &cursor) const {
     cursor.offset = 0;
     ++cursor.band;
     while (!band(cursor) && cursor.phase != Phase::End) {
@@ -195,8 +186,7 @@ void Flow::advance(Cursor &cursor) const
     }
 }
 
-void Flow::nextStep(Cursor &cursor) const
-{
+void Flow::nextStep(Cursor &cursor) const {
     const qsizetype rows = m_pass.rowCount();
     switch (cursor.phase) {
     case Phase::ReportHeader:
@@ -224,12 +214,12 @@ void Flow::nextStep(Cursor &cursor) const
         cursor.phase = Phase::ReportFooter;
         cursor.level = 0;
         return;
-    default: cursor.phase = Phase::End;
+    default:
+        cursor.phase = Phase::End;
     }
 }
 
-void Flow::enterRow(Cursor &cursor) const
-{
+void Flow::enterRow(Cursor &cursor) const {
     const int first = m_pass.firstNewGroup(cursor.row);
     for (int level = first; level < groupCount(); ++level)
         ++cursor.instances[static_cast<std::size_t>(level)];
@@ -245,12 +235,12 @@ void Flow::enterRow(Cursor &cursor) const
     cursor.level = first < groupCount() ? first : 0;
 }
 
-bool isBefore(const Cursor &left, const Cursor &right)
-{
+bool isBefore(const Cursor &left, const Cursor &right) {
     const auto place = [](const Cursor &cursor) {
-        const qsizetype row = cursor.phase == Phase::ReportHeader                                        ? -1
-                              : cursor.phase == Phase::ReportFooter || cursor.phase == Phase::End ? cursor.row + 1
-                                                                                                  : cursor.row;
+        const qsizetype row = cursor.phase == Phase::ReportHeader ? -1
+                              : cursor.phase == Phase::ReportFooter || cursor.phase == Phase::End
+                                  ? cursor.row + 1
+                                  : cursor.row;
         const int level = cursor.phase == Phase::GroupFooter ? -cursor.level : cursor.level;
         return std::tuple(row, cursor.phase, level, cursor.band, cursor.offset);
     };

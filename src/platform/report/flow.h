@@ -38,9 +38,9 @@ enum class Phase { ReportHeader, GroupHeader, Detail, GroupFooter, ReportFooter,
 struct Cursor {
     Phase phase = Phase::ReportHeader;
     qsizetype row = 0;
-    int level = 0;      ///< of a group's band
+    int level = 0; ///< of a group's band
     std::size_t band = 0;
-    double offset = 0;  ///< millimetres of the band that stand on earlier pages
+    double offset = 0;                ///< millimetres of the band that stand on earlier pages
     std::vector<qsizetype> instances; ///< by group, counted from 0; -1 before the first
     std::vector<Decimal> running;     ///< by total; 0 for those that don't run
 };
@@ -49,9 +49,7 @@ struct Cursor {
 class PassScene final : public Scene {
 public:
     PassScene(const Pass &pass, const Cursor &cursor, int pageNumber = 1, int pageCount = 1)
-        : m_pass(pass), m_cursor(cursor), m_pageNumber(pageNumber), m_pageCount(pageCount)
-    {
-    }
+        : m_pass(pass), m_cursor(cursor), m_pageNumber(pageNumber), m_pageCount(pageCount) {}
     [[nodiscard]] Value column(int table, int column) const override;
     [[nodiscard]] Value formula(int index) const override;
     [[nodiscard]] Value total(int index) const override;

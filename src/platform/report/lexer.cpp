@@ -10,18 +10,15 @@ namespace zel::report {
 
 namespace {
 
-bool isBlank(char c)
-{
+bool isBlank(char c) {
     return c == ' ' || c == '\t' || c == '\r' || c == '\n';
 }
 
-bool isDigit(char c)
-{
+bool isDigit(char c) {
     return c >= '0' && c <= '9';
 }
 
-bool isLetter(char c)
-{
+bool isLetter(char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
 }
 
@@ -29,8 +26,7 @@ class Lexer {
 public:
     explicit Lexer(const std::string &text) : m_text(text) {}
 
-    std::vector<Token> run()
-    {
+    std::vector<Token> run() {
         std::vector<Token> all;
         while (skipBlanks(), m_at < m_text.size()) {
             Token token;
@@ -44,19 +40,18 @@ public:
     }
 
 private:
-    void skipBlanks()
-    {
+    void skipBlanks() {
         while (m_at < m_text.size() && isBlank(m_text[m_at]))
             ++m_at;
     }
 
-    void read(Token &token)
-    {
+    void read(Token &token) {
         const char c = m_text[m_at];
         if (c == '\'' || c == '"')
             return readText(token, c);
         if (c == '{')
-            return readEnclosed(token, TokenKind::Field, '}', QStringLiteral("The field has no closing brace."));
+            return readEnclosed(token, TokenKind::Field, '}',
+                                QStringLiteral("The field has no closing brace."));
         if (c == '#')
             return readEnclosed(token, TokenKind::Date, '#', QStringLiteral("The date has no closing #."));
         if (isDigit(c) || (c == '.' && m_at + 1 < m_text.size() && isDigit(m_text[m_at + 1])))
@@ -66,8 +61,7 @@ private:
         readSymbol(token);
     }
 
-    void readText(Token &token, char quote)
-    {
+    void readText(Token &token, char quote) {
         token.kind = TokenKind::Text;
         for (++m_at; m_at < m_text.size(); ++m_at) {
             if (m_text[m_at] == quote) {
@@ -80,8 +74,7 @@ private:
         throw FormulaError(105, QStringLiteral("Unclosed quotation mark in the formula."), token.begin);
     }
 
-    void readEnclosed(Token &token, TokenKind kind, char close, const QString &unclosed)
-    {
+    void readEnclosed(Token &token, TokenKind kind, char close, const QString &unclosed) {
         const std::size_t end = m_text.find(close, m_at + 1);
         if (end == std::string::npos)
             throw FormulaError(105, unclosed, token.begin);
@@ -90,8 +83,7 @@ private:
         m_at = end + 1;
     }
 
-    void readNumber(Token &token)
-    {
+    void readNumber(Token &token) {
         token.kind = TokenKind::Number;
         bool point = false;
         for (; m_at < m_text.size(); ++m_at) {
@@ -105,8 +97,7 @@ private:
             throw FormulaError(102, QStringLiteral("Incorrect syntax: a number ends in letters."), m_at);
     }
 
-    void readWord(Token &token)
-    {
+    void readWord(Token &token) {
         token.kind = TokenKind::Word;
         for (; m_at < m_text.size() && (isLetter(m_text[m_at]) || isDigit(m_text[m_at])); ++m_at) {
             const char c = m_text[m_at];
@@ -114,8 +105,7 @@ private:
         }
     }
 
-    void readSymbol(Token &token)
-    {
+    void readSymbol(Token &token) {
         static constexpr std::array<std::string_view, 13> symbols{"<>", "<=", ">=", "=", "<", ">", "(",
                                                                   ")",  ",",  "+",  "-", "*", "/"};
         token.kind = TokenKind::Symbol;
@@ -125,9 +115,11 @@ private:
             ++m_at;
             return;
         }
-        const auto *found = std::ranges::find_if(symbols, [&](auto symbol) { return rest.starts_with(symbol); });
+        const auto *found =
+            std::ranges::find_if(symbols, [&](auto symbol) { return rest.starts_with(symbol); });
         if (found == symbols.end())
-            throw FormulaError(102, QStringLiteral("Incorrect syntax: this character means nothing here."), m_at);
+            throw FormulaError(102, QStringLiteral("Incorrect syntax: this character means nothing here."),
+                               m_at);
         token.text = *found;
         m_at += found->size();
     }
@@ -136,23 +128,23 @@ private:
     std::size_t m_at = 0;
 };
 
-bool isSignedNumber(std::string_view text)
-{
+bool isSignedNumber(std::string_view text) {
     return Decimal::parse(text).has_value();
 }
 
-void checkPiece(const Sql::Piece &piece, const std::string &text, const std::vector<Token> &all)
-{
+void checkPiece(const Sql::Piece &piece, const std::string &text, const std::vector<Token> &all) {
     const auto within = [&](const Token &token) {
-        return (token.kind == TokenKind::Text || token.kind == TokenKind::Date) && token.begin < piece.begin &&
-               piece.end < token.end;
+        return (token.kind == TokenKind::Text || token.kind == TokenKind::Date) &&
+               token.begin < piece.begin && piece.end < token.end;
     };
     if (std::ranges::any_of(all, within))
         return;
     const std::string_view foreign = std::string_view(text).substr(piece.begin, piece.end - piece.begin);
     if (std::ranges::all_of(foreign, isBlank))
         return; // an empty place: the grammar refuses it where a number is due
-    const auto touches = [&](const Token &token) { return token.begin < piece.end && piece.begin < token.end; };
+    const auto touches = [&](const Token &token) {
+        return token.begin < piece.end && piece.begin < token.end;
+    };
     const bool number = isSignedNumber(foreign) && std::ranges::none_of(all, [&](const Token &token) {
                             return touches(token) && token.kind != TokenKind::Number && token.text != "-" &&
                                    token.text != "+";
@@ -169,8 +161,7 @@ void checkPiece(const Sql::Piece &piece, const std::string &text, const std::vec
 
 } // namespace
 
-std::vector<Token> tokens(const Sql &formula)
-{
+std::vector<Token> tokens(const Sql &formula) {
     std::vector<Token> all = Lexer(formula.text()).run();
     for (const Sql::Piece &piece : formula.pieces())
         checkPiece(piece, formula.text(), all);

@@ -9,8 +9,8 @@ namespace zel::report {
 
 enum class TokenKind { Number, Text, Date, Field, Word, Symbol, End };
 
-/// A token of a formula. `text` is what it says: a text without its quotes, a field without its braces, a word in
-/// lower case, a symbol as written.
+/// A token of a formula. `text` is what it says: a text without its quotes, a field without its braces, a
+/// word in lower case, a symbol as written.
 struct Token {
     TokenKind kind = TokenKind::End;
     std::string text;

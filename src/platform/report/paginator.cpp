@@ -9,8 +9,7 @@ namespace {
 
 constexpr double Slack = 0.01;
 
-double heightOf(const std::vector<BandDefinition> &bands)
-{
+double heightOf(const std::vector<BandDefinition> &bands) {
     double height = 0;
     for (const BandDefinition &band : bands)
         height += band.height;
@@ -18,8 +17,7 @@ double heightOf(const std::vector<BandDefinition> &bands)
 }
 
 /// The items of a page whose tops lie in [from, to).
-Page slice(const Page &whole, double from, double to)
-{
+Page slice(const Page &whole, double from, double to) {
     const auto inside = [&](double top) { return top >= from - Slack && top < to - Slack; };
     Page part;
     for (const TextItem &item : whole.texts) {
@@ -48,22 +46,20 @@ Page slice(const Page &whole, double from, double to)
 
 struct Paginator::Sheet {
     BandLayout layout;
-    Page *page;    ///< nullptr when only page starts are looked for
+    Page *page; ///< nullptr when only page starts are looked for
     double x;
-    double y;      ///< where the next band goes
+    double y; ///< where the next band goes
     bool empty = true;
 };
 
 Paginator::Paginator(const Pass &pass, const TextMetrics &metrics)
-    : m_pass(pass), m_metrics(metrics), m_flow(pass), m_definition(pass.run().definition())
-{
+    : m_pass(pass), m_metrics(metrics), m_flow(pass), m_definition(pass.run().definition()) {
     m_top = m_definition.margins.top() + report::heightOf(m_definition.pageHeaders);
     m_limit = m_definition.pageSize.height() - m_definition.margins.bottom() -
               report::heightOf(m_definition.pageFooters);
 }
 
-std::vector<Cursor> Paginator::pageStarts() const
-{
+std::vector<Cursor> Paginator::pageStarts() const {
     std::vector<Cursor> starts;
     Cursor cursor = m_flow.begin();
     do {
@@ -74,8 +70,7 @@ std::vector<Cursor> Paginator::pageStarts() const
     return starts;
 }
 
-Page Paginator::page(const Cursor &start, int pageNumber, int pageCount) const
-{
+Page Paginator::page(const Cursor &start, int pageNumber, int pageCount) const {
     Page page;
     page.size = m_definition.pageSize;
     if (m_pass.run().isBlank())
@@ -92,13 +87,11 @@ Page Paginator::page(const Cursor &start, int pageNumber, int pageCount) const
     return page;
 }
 
-bool Paginator::isPrinted(const BandDefinition &band, const Cursor &cursor) const
-{
+bool Paginator::isPrinted(const BandDefinition &band, const Cursor &cursor) const {
     return !band.when || holds(band.when, PassScene(m_pass, cursor));
 }
 
-void Paginator::addBand(const BandDefinition &band, const Cursor &cursor, Sheet &sheet) const
-{
+void Paginator::addBand(const BandDefinition &band, const Cursor &cursor, Sheet &sheet) const {
     if (!isPrinted(band, cursor))
         return;
     Page part;
@@ -109,15 +102,14 @@ void Paginator::addBand(const BandDefinition &band, const Cursor &cursor, Sheet 
     sheet.empty = false;
 }
 
-void Paginator::addBands(const std::vector<BandDefinition> &bands, const Cursor &cursor, Sheet &sheet) const
-{
+void Paginator::addBands(const std::vector<BandDefinition> &bands, const Cursor &cursor, Sheet &sheet) const {
     for (const BandDefinition &band : bands)
         addBand(band, cursor, sheet);
 }
 
-void Paginator::repeatGroupHeaders(const Cursor &cursor, Sheet &sheet) const
-{
-    if (cursor.phase != Phase::GroupHeader && cursor.phase != Phase::Detail && cursor.phase != Phase::GroupFooter)
+void Paginator::repeatGroupHeaders(const Cursor &cursor, Sheet &sheet) const {
+    if (cursor.phase != Phase::GroupHeader && cursor.phase != Phase::Detail &&
+        cursor.phase != Phase::GroupFooter)
         return;
     const int begun = cursor.phase == Phase::Detail ? m_flow.groupCount() : cursor.level;
     const bool midRow = cursor.phase != Phase::GroupHeader;
@@ -130,8 +122,7 @@ void Paginator::repeatGroupHeaders(const Cursor &cursor, Sheet &sheet) const
     sheet.empty = true;
 }
 
-void Paginator::fill(Cursor &cursor, Sheet &sheet) const
-{
+void Paginator::fill(Cursor &cursor, Sheet &sheet) const {
     repeatGroupHeaders(cursor, sheet);
     while (const BandDefinition *band = m_flow.band(cursor)) {
         if (!isPrinted(*band, cursor)) {
@@ -149,8 +140,7 @@ void Paginator::fill(Cursor &cursor, Sheet &sheet) const
     }
 }
 
-bool Paginator::addPart(const BandDefinition &band, Cursor &cursor, Sheet &sheet) const
-{
+bool Paginator::addPart(const BandDefinition &band, Cursor &cursor, Sheet &sheet) const {
     const double room = m_limit - sheet.y;
     if (cursor.offset == 0 && sheet.layout.layOut(band, m_pass, cursor, nullptr) <= room + Slack) {
         addBand(band, cursor, sheet);
@@ -176,8 +166,7 @@ bool Paginator::addPart(const BandDefinition &band, Cursor &cursor, Sheet &sheet
     return cut >= height - Slack;
 }
 
-bool Paginator::beginsPage(const BandDefinition &band, const Cursor &cursor) const
-{
+bool Paginator::beginsPage(const BandDefinition &band, const Cursor &cursor) const {
     if (band.newPage)
         return true;
     if (cursor.phase != Phase::GroupHeader || cursor.band != 0 || cursor.row == 0)
@@ -185,14 +174,12 @@ bool Paginator::beginsPage(const BandDefinition &band, const Cursor &cursor) con
     return m_definition.groups[static_cast<std::size_t>(cursor.level)].newPage;
 }
 
-double Paginator::heightOf(const Cursor &cursor, const BandLayout &layout) const
-{
+double Paginator::heightOf(const Cursor &cursor, const BandLayout &layout) const {
     const BandDefinition *band = m_flow.band(cursor);
     return band && isPrinted(*band, cursor) ? layout.layOut(*band, m_pass, cursor, nullptr) : 0;
 }
 
-double Paginator::wantedHeight(const Cursor &cursor, const BandLayout &layout) const
-{
+double Paginator::wantedHeight(const Cursor &cursor, const BandLayout &layout) const {
     const double page = m_limit - m_top;
     double wanted = heightOf(cursor, layout);
     if (cursor.phase == Phase::GroupHeader) {
@@ -202,7 +189,8 @@ double Paginator::wantedHeight(const Cursor &cursor, const BandLayout &layout) c
                 return group;
         }
         wanted = headersHeight(cursor, layout);
-    } else if (cursor.phase == Phase::ReportFooter || (cursor.phase == Phase::Detail && closesGroup(cursor.row))) {
+    } else if (cursor.phase == Phase::ReportFooter ||
+               (cursor.phase == Phase::Detail && closesGroup(cursor.row))) {
         wanted = closingHeight(cursor, layout);
     } else if (cursor.phase == Phase::Detail && cursor.band + 1 < m_definition.details.size()) {
         wanted = rowHeight(cursor, layout);
@@ -211,8 +199,7 @@ double Paginator::wantedHeight(const Cursor &cursor, const BandLayout &layout) c
 }
 
 /// To the end of the group that begins at the cursor; `most` or more is as good as endless.
-double Paginator::groupHeight(Cursor cursor, const BandLayout &layout, double most) const
-{
+double Paginator::groupHeight(Cursor cursor, const BandLayout &layout, double most) const {
     const int level = cursor.level;
     const qsizetype first = cursor.row;
     double height = 0;
@@ -228,22 +215,19 @@ double Paginator::groupHeight(Cursor cursor, const BandLayout &layout, double mo
 }
 
 /// A group's headers with the first row under them.
-double Paginator::headersHeight(Cursor cursor, const BandLayout &layout) const
-{
+double Paginator::headersHeight(Cursor cursor, const BandLayout &layout) const {
     double height = 0;
     for (; cursor.phase == Phase::GroupHeader; m_flow.advance(cursor))
         height += heightOf(cursor, layout);
     return height + rowHeight(cursor, layout);
 }
 
-bool Paginator::closesGroup(qsizetype row) const
-{
+bool Paginator::closesGroup(qsizetype row) const {
     return row + 1 >= m_pass.rowCount() || m_pass.firstNewGroup(row + 1) < m_flow.groupCount();
 }
 
 /// The bands of one row, from the cursor on.
-double Paginator::rowHeight(Cursor cursor, const BandLayout &layout) const
-{
+double Paginator::rowHeight(Cursor cursor, const BandLayout &layout) const {
     const qsizetype row = cursor.row;
     double height = 0;
     for (; cursor.phase == Phase::Detail && cursor.row == row; m_flow.advance(cursor))
@@ -252,8 +236,7 @@ double Paginator::rowHeight(Cursor cursor, const BandLayout &layout) const
 }
 
 /// A last row with the footers under it, or footers of the report with one another.
-double Paginator::closingHeight(Cursor cursor, const BandLayout &layout) const
-{
+double Paginator::closingHeight(Cursor cursor, const BandLayout &layout) const {
     const qsizetype row = cursor.row;
     double height = 0;
     for (; cursor.phase != Phase::End && cursor.phase != Phase::GroupHeader && cursor.row == row;
@@ -265,8 +248,7 @@ double Paginator::closingHeight(Cursor cursor, const BandLayout &layout) const
     return height;
 }
 
-double Paginator::bottomHeight(Cursor cursor, const BandLayout &layout) const
-{
+double Paginator::bottomHeight(Cursor cursor, const BandLayout &layout) const {
     double height = 0;
     for (; cursor.phase == Phase::ReportFooter; m_flow.advance(cursor))
         height += heightOf(cursor, layout);

@@ -14,16 +14,14 @@ namespace zel::report {
 
 namespace {
 
-QPen penOf(const QColor &color, double thickness)
-{
+QPen penOf(const QColor &color, double thickness) {
     QPen pen(color, thickness);
     pen.setCapStyle(Qt::FlatCap);
     pen.setJoinStyle(Qt::MiterJoin);
     return pen;
 }
 
-void paintTexts(QPainter &painter, const std::vector<TextItem> &texts)
-{
+void paintTexts(QPainter &painter, const std::vector<TextItem> &texts) {
     constexpr double unit = MillimetresPerPoint / FontUnitsPerPoint;
     painter.scale(unit, unit);
     const Font *current = nullptr;
@@ -39,8 +37,7 @@ void paintTexts(QPainter &painter, const std::vector<TextItem> &texts)
 
 } // namespace
 
-QFont fontFor(const Font &font)
-{
+QFont fontFor(const Font &font) {
     QFont made(font.family);
     made.setPixelSize(static_cast<int>(std::lround(font.points * FontUnitsPerPoint)));
     made.setBold(font.bold);
@@ -52,8 +49,7 @@ QFont fontFor(const Font &font)
     return made;
 }
 
-void paintPage(QPainter &painter, const Page &page, double scale)
-{
+void paintPage(QPainter &painter, const Page &page, double scale) {
     painter.save();
     painter.scale(scale, scale);
     for (const BoxItem &box : page.boxes) {
@@ -71,8 +67,7 @@ void paintPage(QPainter &painter, const Page &page, double scale)
     painter.restore();
 }
 
-void exportPdf(const Document &document, const QString &path)
-{
+void exportPdf(const Document &document, const QString &path) {
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
         throw Error(errors::BadFile, QStringLiteral("%1: %2").arg(path, file.errorString()));

@@ -16,8 +16,7 @@ class Parser {
 public:
     explicit Parser(std::vector<Token> all) : m_tokens(std::move(all)) {}
 
-    Node run()
-    {
+    Node run() {
         Node whole = expression();
         if (peek().kind != TokenKind::End)
             refuse();
@@ -33,35 +32,31 @@ private:
     const Token &peek() const { return m_tokens[m_at]; }
     const Token &take() { return m_tokens[m_at++]; }
     bool isWord(std::string_view word) const { return peek().kind == TokenKind::Word && peek().text == word; }
-    bool isSymbol(std::string_view symbol) const
-    {
+    bool isSymbol(std::string_view symbol) const {
         return peek().kind == TokenKind::Symbol && peek().text == symbol;
     }
     bool acceptWord(std::string_view word) { return isWord(word) && (++m_at, true); }
     bool acceptSymbol(std::string_view symbol) { return isSymbol(symbol) && (++m_at, true); }
 
-    [[noreturn]] void refuse() const
-    {
+    [[noreturn]] void refuse() const {
         if (peek().kind == TokenKind::End)
-            throw FormulaError(102, QStringLiteral("Incorrect syntax at the end of the formula."), peek().begin);
-        throw FormulaError(102,
-                           QStringLiteral("Incorrect syntax near '%1'.").arg(QString::fromStdString(peek().text)),
-                           peek().begin);
+            throw FormulaError(102, QStringLiteral("Incorrect syntax at the end of the formula."),
+                               peek().begin);
+        throw FormulaError(
+            102, QStringLiteral("Incorrect syntax near '%1'.").arg(QString::fromStdString(peek().text)),
+            peek().begin);
     }
 
-    void expectWord(std::string_view word)
-    {
+    void expectWord(std::string_view word) {
         if (!acceptWord(word))
             refuse();
     }
-    void expectSymbol(std::string_view symbol)
-    {
+    void expectSymbol(std::string_view symbol) {
         if (!acceptSymbol(symbol))
             refuse();
     }
 
-    static Node node(Op op, std::size_t offset, std::vector<Node> operands)
-    {
+    static Node node(Op op, std::size_t offset, std::vector<Node> operands) {
         auto made = std::make_shared<Expression>();
         made->op = op;
         made->offset = offset;
@@ -71,17 +66,16 @@ private:
 
     /// A formula nested deeper than this is refused rather than run out of stack.
     struct Depth {
-        explicit Depth(Parser &parser) : m_parser(parser)
-        {
+        explicit Depth(Parser &parser) : m_parser(parser) {
             if (++m_parser.m_depth > 200)
-                throw FormulaError(191, QStringLiteral("The formula is nested too deeply."), parser.peek().begin);
+                throw FormulaError(191, QStringLiteral("The formula is nested too deeply."),
+                                   parser.peek().begin);
         }
         ~Depth() { --m_parser.m_depth; }
         Parser &m_parser;
     };
 
-    Node expression()
-    {
+    Node expression() {
         const Depth depth(*this);
         const std::size_t begin = peek().begin;
         if (!acceptWord("if"))
@@ -98,8 +92,7 @@ private:
         return node(Op::If, begin, {condition, then, otherwise});
     }
 
-    Node disjunction()
-    {
+    Node disjunction() {
         Node left = conjunction();
         while (isWord("or")) {
             const std::size_t at = take().begin;
@@ -108,8 +101,7 @@ private:
         return left;
     }
 
-    Node conjunction()
-    {
+    Node conjunction() {
         Node left = negation();
         while (isWord("and")) {
             const std::size_t at = take().begin;
@@ -118,8 +110,7 @@ private:
         return left;
     }
 
-    Node negation()
-    {
+    Node negation() {
         const Depth depth(*this);
         const std::size_t begin = peek().begin;
         if (acceptWord("not"))
@@ -127,8 +118,7 @@ private:
         return comparison();
     }
 
-    Node comparison()
-    {
+    Node comparison() {
         static constexpr std::array<Binary, 6> operators{{{"=", Op::Equal},
                                                           {"<>", Op::NotEqual},
                                                           {"<", Op::Less},
@@ -151,22 +141,19 @@ private:
         return left;
     }
 
-    Node sum()
-    {
+    Node sum() {
         static constexpr std::array<Binary, 3> operators{
             {{"+", Op::Add}, {"-", Op::Subtract}, {"&", Op::Concatenate}}};
         return chain(operators, [this] { return product(); });
     }
 
-    Node product()
-    {
+    Node product() {
         static constexpr std::array<Binary, 2> operators{{{"*", Op::Multiply}, {"/", Op::Divide}}};
         return chain(operators, [this] { return factor(); });
     }
 
     template <std::size_t N, typename Next>
-    Node chain(const std::array<Binary, N> &operators, Next next)
-    {
+    Node chain(const std::array<Binary, N> &operators, Next next) {
         Node left = next();
         for (bool more = true; more;) {
             more = false;
@@ -182,8 +169,7 @@ private:
         return left;
     }
 
-    Node factor()
-    {
+    Node factor() {
         const Depth depth(*this);
         const std::size_t begin = peek().begin;
         if (acceptSymbol("-"))
@@ -193,8 +179,7 @@ private:
         return primary();
     }
 
-    Node primary()
-    {
+    Node primary() {
         const Token &token = peek();
         if (acceptSymbol("(")) {
             Node inner = expression();
@@ -213,8 +198,7 @@ private:
         return made;
     }
 
-    static Value literal(const Token &token)
-    {
+    static Value literal(const Token &token) {
         if (token.kind == TokenKind::Text)
             return token.text;
         if (token.kind == TokenKind::Number) {
@@ -223,15 +207,15 @@ private:
                 throw FormulaError(1007, QStringLiteral("The number is out of range."), token.begin);
             return *number;
         }
-        const QDate date = QDate::fromString(QString::fromStdString(token.text), QStringLiteral("yyyy-MM-dd"));
+        const QDate date =
+            QDate::fromString(QString::fromStdString(token.text), QStringLiteral("yyyy-MM-dd"));
         if (!date.isValid())
-            throw FormulaError(241, QStringLiteral("There is no such date; dates have the form #yyyy-mm-dd#."),
-                               token.begin);
+            throw FormulaError(
+                241, QStringLiteral("There is no such date; dates have the form #yyyy-mm-dd#."), token.begin);
         return date;
     }
 
-    static Node field(const Token &token)
-    {
+    static Node field(const Token &token) {
         const auto first = token.text.find_first_not_of(' ');
         if (first == std::string::npos)
             throw FormulaError(102, QStringLiteral("The field has no name."), token.begin);
@@ -240,9 +224,9 @@ private:
         return made;
     }
 
-    Node word()
-    {
-        static const std::array<std::string_view, 8> reserved{"and", "or", "not", "like", "in", "to", "then", "else"};
+    Node word() {
+        static const std::array<std::string_view, 8> reserved{"and", "or", "not",  "like",
+                                                              "in",  "to", "then", "else"};
         if (std::ranges::find(reserved, peek().text) != reserved.end())
             refuse();
         const Token &name = take();
@@ -268,13 +252,11 @@ private:
 
 } // namespace
 
-std::shared_ptr<Expression> parse(const Sql &formula)
-{
+std::shared_ptr<Expression> parse(const Sql &formula) {
     return Parser(tokens(formula)).run();
 }
 
-QString nameOf(Kind kind)
-{
+QString nameOf(Kind kind) {
     static const std::map<Kind, QString> names{{Kind::Null, QStringLiteral("nothing")},
                                                {Kind::Number, QStringLiteral("a number")},
                                                {Kind::Text, QStringLiteral("a text")},
@@ -283,12 +265,12 @@ QString nameOf(Kind kind)
     return names.at(kind);
 }
 
-Error located(const FormulaError &error, const std::string &formula, const QString &what)
-{
+Error located(const FormulaError &error, const std::string &formula, const QString &what) {
     const std::size_t offset = std::min(error.offset(), formula.size());
     const std::size_t lineBegin = offset == 0 ? 0 : formula.rfind('\n', offset - 1) + 1;
     const std::size_t lineEnd = std::min(formula.find('\n', offset), formula.size());
-    const auto line = std::count(formula.begin(), formula.begin() + static_cast<std::ptrdiff_t>(offset), '\n') + 1;
+    const auto line =
+        std::count(formula.begin(), formula.begin() + static_cast<std::ptrdiff_t>(offset), '\n') + 1;
     const QString shown = QString::fromStdString(formula.substr(lineBegin, lineEnd - lineBegin));
     const auto column = QString::fromStdString(formula.substr(lineBegin, offset - lineBegin)).size();
     return Error(error.number(), QStringLiteral("%1, line %2, column %3: %4\n%5\n%6^")

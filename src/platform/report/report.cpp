@@ -15,14 +15,12 @@ namespace {
 
 constexpr const char *propertyNames[] = {"User ID", "Password", "Data Source", "Initial Catalog", "Provider"};
 
-[[noreturn]] void notFound(const QString &what, const QString &name)
-{
+[[noreturn]] void notFound(const QString &what, const QString &name) {
     throw Error(errors::ItemNotFound, QStringLiteral("%1 '%2' not found in the report.").arg(what, name));
 }
 
 template <typename Items>
-auto &itemAt(Items &items, int index, const QString &what)
-{
+auto &itemAt(Items &items, int index, const QString &what) {
     if (index < 1 || index > std::ssize(items))
         notFound(what, QString::number(index));
     return items[static_cast<std::size_t>(index - 1)];
@@ -30,8 +28,7 @@ auto &itemAt(Items &items, int index, const QString &what)
 
 /// The definition with the formulas' texts that were set. A formula keeps its kind, since others build on it.
 std::shared_ptr<const Definition> withFormulas(const Definition &definition,
-                                               const std::vector<FormulaField> &formulas)
-{
+                                               const std::vector<FormulaField> &formulas) {
     auto changed = std::make_shared<Definition>(definition);
     for (std::size_t i = 0; i < formulas.size(); ++i) {
         FormulaDefinition &formula = changed->formulas[i];
@@ -49,7 +46,8 @@ std::shared_ptr<const Definition> withFormulas(const Definition &definition,
                                    QStringLiteral("This must be %1, not %2.")
                                        .arg(nameOf(formula.expression->kind), nameOf(made->kind)),
                                    0);
-            changed->totals.insert(changed->totals.end(), above.totals.begin() + static_cast<std::ptrdiff_t>(totals),
+            changed->totals.insert(changed->totals.end(),
+                                   above.totals.begin() + static_cast<std::ptrdiff_t>(totals),
                                    above.totals.end());
             formula.text = text;
             formula.expression = std::move(made);
@@ -62,8 +60,7 @@ std::shared_ptr<const Definition> withFormulas(const Definition &definition,
 
 } // namespace
 
-ConnectionProperty &Table::ConnectionProperties(const QString &name)
-{
+ConnectionProperty &Table::ConnectionProperties(const QString &name) {
     for (const char *known : propertyNames) {
         if (name.compare(QLatin1String(known), Qt::CaseInsensitive) == 0)
             return m_properties[QString::fromLatin1(known)];
@@ -71,14 +68,12 @@ ConnectionProperty &Table::ConnectionProperties(const QString &name)
     notFound(QStringLiteral("Connection property"), name);
 }
 
-Table &Tables::Item(int index)
-{
+Table &Tables::Item(int index) {
     return itemAt(m_tables, index, QStringLiteral("Table"));
 }
 
 Report::Report(std::shared_ptr<const Definition> definition, const Logon &logon)
-    : m_definition(std::move(definition))
-{
+    : m_definition(std::move(definition)) {
     for (const TableDefinition &table : m_definition->tables) {
         Table made;
         made.m_name = table.name;
@@ -97,29 +92,25 @@ Report::Report(std::shared_ptr<const Definition> definition, const Logon &logon)
 
 Report::~Report() = default;
 
-FormulaField &Report::FormulaFields(const QString &name)
-{
+FormulaField &Report::FormulaFields(const QString &name) {
     const int index = m_definition->formula(name);
     if (index < 0)
         notFound(QStringLiteral("Formula"), name);
     return m_formulas[static_cast<std::size_t>(index)];
 }
 
-ParameterField &Report::ParameterFields(int index)
-{
+ParameterField &Report::ParameterFields(int index) {
     return itemAt(m_parameters, index, QStringLiteral("Parameter"));
 }
 
-Report &Report::OpenSubreport(const QString &name)
-{
+Report &Report::OpenSubreport(const QString &name) {
     const int index = m_definition->subreport(name);
     if (index < 0)
         notFound(QStringLiteral("Sub-report"), name);
     return *m_subreports[static_cast<std::size_t>(index)];
 }
 
-Request Report::request(const QDateTime &printTime, const QString &userName) const
-{
+Request Report::request(const QDateTime &printTime, const QString &userName) const {
     Request made;
     auto definition = std::make_shared<Definition>(*withFormulas(*m_definition, m_formulas));
     made.selection = RecordSelectionFormula;
@@ -137,8 +128,7 @@ Request Report::request(const QDateTime &printTime, const QString &userName) con
     return made;
 }
 
-DocumentPtr Report::document()
-{
+DocumentPtr Report::document() {
     const QDateTime printTime = m_printTime.isValid() ? m_printTime : QDateTime::currentDateTime();
     Table &first = m_database.Tables().Item(1);
     const auto property = [&](const char *name) {
@@ -156,12 +146,9 @@ DocumentPtr Report::document()
 
 Application::Application(const ado::Connection &program)
     : m_provider(program.Provider), m_dataSource(program.property(QStringLiteral("Data Source"))),
-      m_initialCatalog(program.property(QStringLiteral("Initial Catalog")))
-{
-}
+      m_initialCatalog(program.property(QStringLiteral("Initial Catalog"))) {}
 
-std::shared_ptr<Report> Application::OpenReport(const QString &path) const
-{
+std::shared_ptr<Report> Application::OpenReport(const QString &path) const {
     QString local = path;
     local.replace(QLatin1Char('\\'), QLatin1Char('/'));
     const Logon logon{m_provider, m_dataSource, m_initialCatalog, {}, {}};

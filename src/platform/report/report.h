@@ -94,8 +94,8 @@ public:
     /// By name, case ignored; Error 3265 when the definition has none.
     [[nodiscard]] Report &OpenSubreport(const QString &name);
 
-    /// Logs on, reads the rows and finds the page breaks. Errors: a refused logon, a formula or a selection that
-    /// can't be read, a failed statement. Each call reads anew.
+    /// Logs on, reads the rows and finds the page breaks. Errors: a refused logon, a formula or a selection
+    /// that can't be read, a failed statement. Each call reads anew.
     [[nodiscard]] DocumentPtr document();
 
     /// For tests and for programs without a database: what to read from, and what to measure with.

@@ -8,22 +8,21 @@ namespace zel::report {
 
 namespace {
 
-RowTable read(const Select &select, const Definition &definition, Source &source)
-{
+RowTable read(const Select &select, const Definition &definition, Source &source) {
     RowTable table;
     table.rows = source.rows(select.text);
     for (const TableDefinition &each : definition.tables)
         table.places.emplace_back(each.columns.size(), -1);
     for (std::size_t place = 0; place < select.columns.size(); ++place) {
         const auto &[from, column] = select.columns[place];
-        table.places[static_cast<std::size_t>(from)][static_cast<std::size_t>(column)] = static_cast<int>(place);
+        table.places[static_cast<std::size_t>(from)][static_cast<std::size_t>(column)] =
+            static_cast<int>(place);
     }
     return table;
 }
 
 /// What two linked values have in common: numbers by value, texts without case and trailing blanks.
-QString keyOf(const Value &value)
-{
+QString keyOf(const Value &value) {
     if (std::holds_alternative<std::string>(value.storage())) {
         QString text = value.text().toCaseFolded();
         while (text.endsWith(QLatin1Char(' ')))
@@ -35,22 +34,21 @@ QString keyOf(const Value &value)
     return QString::fromStdString(value.decimal().toString());
 }
 
-ExpressionPtr selectionFormula(const Sql &text, const Definition &definition)
-{
+ExpressionPtr selectionFormula(const Sql &text, const Definition &definition) {
     if (text.text().find_first_not_of(" \t\r\n") == std::string::npos && text.pieces().empty())
         return nullptr;
     Definition scope = definition;
     ExpressionPtr condition = report::bind(parse(text), scope);
     if (condition->kind != Kind::Boolean)
-        throw FormulaError(errors::TypeMismatch,
-                           QStringLiteral("A selection must be a condition, not %1.").arg(nameOf(condition->kind)), 0);
+        throw FormulaError(
+            errors::TypeMismatch,
+            QStringLiteral("A selection must be a condition, not %1.").arg(nameOf(condition->kind)), 0);
     return condition;
 }
 
 } // namespace
 
-Value RowTable::value(qsizetype row, int table, int column, Kind kind) const
-{
+Value RowTable::value(qsizetype row, int table, int column, Kind kind) const {
     if (row < 0 || !rows || row >= rows->rowCount())
         return {};
     const int place = places[static_cast<std::size_t>(table)][static_cast<std::size_t>(column)];
@@ -61,8 +59,7 @@ Run::Run(const Request &request, Source &source) : Run(request, source, Sql()) {
 
 Run::Run(const Request &request, Source &source, const Sql &extra)
     : m_definition(request.definition), m_parameters(request.parameters), m_printTime(request.printTime),
-      m_userName(request.userName)
-{
+      m_userName(request.userName) {
     try {
         const Selection selection =
             selectionOf(*m_definition, selectionFormula(request.selection, *m_definition));
@@ -78,8 +75,7 @@ Run::Run(const Request &request, Source &source, const Sql &extra)
     }
 }
 
-void Run::readLookups(const Selection &selection, Source &source)
-{
+void Run::readLookups(const Selection &selection, Source &source) {
     for (int table = 1; table < static_cast<int>(m_definition->tables.size()); ++table) {
         if (m_definition->tables[static_cast<std::size_t>(table)].join != Join::None)
             continue;
@@ -96,8 +92,7 @@ void Run::readLookups(const Selection &selection, Source &source)
     }
 }
 
-void Run::readSubreports(const Request &request, const Selection &selection, Source &source)
-{
+void Run::readSubreports(const Request &request, const Selection &selection, Source &source) {
     const auto &subreports = m_definition->subreports;
     m_links.resize(subreports.size());
     for (std::size_t i = 0; i < subreports.size(); ++i) {
@@ -115,8 +110,7 @@ void Run::readSubreports(const Request &request, const Selection &selection, Sou
     }
 }
 
-Value Run::value(qsizetype row, int table, int column, int copy) const
-{
+Value Run::value(qsizetype row, int table, int column, int copy) const {
     const Kind kind =
         m_definition->tables[static_cast<std::size_t>(table)].columns[static_cast<std::size_t>(column)].kind;
     const auto lookup = m_lookups.find(table);
@@ -126,8 +120,7 @@ Value Run::value(qsizetype row, int table, int column, int copy) const
     return lookup->second.value(std::min<qsizetype>(copy, found - 1), table, column, kind);
 }
 
-std::optional<std::vector<qsizetype>> Run::linkedRows(int subreport, qsizetype row) const
-{
+std::optional<std::vector<qsizetype>> Run::linkedRows(int subreport, qsizetype row) const {
     const auto &links = m_definition->subreports[static_cast<std::size_t>(subreport)].links;
     if (links.empty())
         return std::nullopt;

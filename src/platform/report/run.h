@@ -41,7 +41,8 @@ public:
     Run(const Request &request, Source &source);
 
     [[nodiscard]] const Definition &definition() const { return *m_definition; }
-    /// Nothing is printed: a lookup that the selection asks for found no row, or there is none and none is wanted.
+    /// Nothing is printed: a lookup that the selection asks for found no row, or there is none and none is
+    /// wanted.
     [[nodiscard]] bool isBlank() const { return m_blank; }
     /// How often the report is printed: once for each row that a lookup found.
     [[nodiscard]] int copies() const { return m_copies; }
@@ -52,7 +53,9 @@ public:
     [[nodiscard]] const QDateTime &printTime() const { return m_printTime; }
     [[nodiscard]] const QString &userName() const { return m_userName; }
 
-    [[nodiscard]] const Run &subreport(int index) const { return *m_subreports[static_cast<std::size_t>(index)]; }
+    [[nodiscard]] const Run &subreport(int index) const {
+        return *m_subreports[static_cast<std::size_t>(index)];
+    }
     /// The sub-report's rows that belong to a row of this one; nullopt: all of them, since it isn't linked.
     [[nodiscard]] std::optional<std::vector<qsizetype>> linkedRows(int subreport, qsizetype row) const;
     /// What a formula says after the last row; found once.

@@ -10,8 +10,7 @@ namespace zel::report {
 
 namespace {
 
-[[noreturn]] void refuse(const Expression &expression, const QString &what)
-{
+[[noreturn]] void refuse(const Expression &expression, const QString &what) {
     throw FormulaError(errors::InvalidCall, what, expression.offset);
 }
 
@@ -19,63 +18,75 @@ namespace {
 class Writer {
 public:
     Writer(const Definition &definition, const Parameters &parameters)
-        : m_definition(definition), m_parameters(parameters)
-    {
-    }
+        : m_definition(definition), m_parameters(parameters) {}
 
-    Sql write(const Expression &node) const
-    {
+    Sql write(const Expression &node) const {
         switch (node.op) {
-        case Op::Literal: return literal(node.literal);
-        case Op::Parameter: return literal(m_parameters.at(static_cast<std::size_t>(node.index)));
-        case Op::Column: return column(node.table, node.index);
+        case Op::Literal:
+            return literal(node.literal);
+        case Op::Parameter:
+            return literal(m_parameters.at(static_cast<std::size_t>(node.index)));
+        case Op::Column:
+            return column(node.table, node.index);
         case Op::Formula:
             return write(*m_definition.formulas[static_cast<std::size_t>(node.index)].expression);
-        case Op::Negate: return "-("_sql + number(*node.operands[0]) + ")";
-        case Op::Add: return infix(node, " + ");
-        case Op::Subtract: return infix(node, " - ");
-        case Op::Multiply: return infix(node, " * ");
-        case Op::And: return joined(node, " and ");
-        case Op::Or: return joined(node, " or ");
-        case Op::Not: return "not ("_sql + condition(*node.operands[0]) + ")";
-        case Op::Like: return like(node);
-        case Op::InRange: return range(node);
+        case Op::Negate:
+            return "-("_sql + number(*node.operands[0]) + ")";
+        case Op::Add:
+            return infix(node, " + ");
+        case Op::Subtract:
+            return infix(node, " - ");
+        case Op::Multiply:
+            return infix(node, " * ");
+        case Op::And:
+            return joined(node, " and ");
+        case Op::Or:
+            return joined(node, " or ");
+        case Op::Not:
+            return "not ("_sql + condition(*node.operands[0]) + ")";
+        case Op::Like:
+            return like(node);
+        case Op::InRange:
+            return range(node);
         case Op::If:
             return "case when "_sql + condition(*node.operands[0]) + " then " + write(*node.operands[1]) +
                    " else " + write(*node.operands[2]) + " end";
-        case Op::Call: return call(node);
+        case Op::Call:
+            return call(node);
         case Op::Equal:
         case Op::NotEqual:
         case Op::Less:
         case Op::LessEqual:
         case Op::Greater:
-        case Op::GreaterEqual: return comparison(node);
-        default: refuse(node, QStringLiteral("This can't be part of a selection or an order."));
+        case Op::GreaterEqual:
+            return comparison(node);
+        default:
+            refuse(node, QStringLiteral("This can't be part of a selection or an order."));
         }
     }
 
-    Sql condition(const Expression &node) const
-    {
+    Sql condition(const Expression &node) const {
         switch (node.op) {
         case Op::Formula:
             return condition(*m_definition.formulas[static_cast<std::size_t>(node.index)].expression);
         case Op::If:
         case Op::Literal:
-        case Op::Parameter: refuse(node, QStringLiteral("This can't be a condition of a selection."));
-        default: return write(node);
+        case Op::Parameter:
+            refuse(node, QStringLiteral("This can't be a condition of a selection."));
+        default:
+            return write(node);
         }
     }
 
-    Sql column(int table, int index) const
-    {
+    Sql column(int table, int index) const {
         const TableDefinition &source = m_definition.tables[static_cast<std::size_t>(table)];
-        const QString name = source.name + QLatin1Char('.') + source.columns[static_cast<std::size_t>(index)].name;
+        const QString name =
+            source.name + QLatin1Char('.') + source.columns[static_cast<std::size_t>(index)].name;
         return Sql::trusted(name.toStdString());
     }
 
 private:
-    static Sql literal(const Value &value)
-    {
+    static Sql literal(const Value &value) {
         if (value.isNull())
             return "null";
         if (std::holds_alternative<std::string>(value.storage()))
@@ -85,31 +96,26 @@ private:
         return Sql() + QString::fromStdString(value.decimal().toString());
     }
 
-    static Sql text(QString letters)
-    {
+    static Sql text(QString letters) {
         letters.replace(QLatin1Char('\''), QStringLiteral("''"));
         return "'"_sql + letters + "'";
     }
 
-    Sql number(const Expression &node) const
-    {
+    Sql number(const Expression &node) const {
         return node.op == Op::Column ? "isnull("_sql + write(node) + ", 0)" : write(node);
     }
 
     template <std::size_t N>
-    Sql infix(const Expression &node, const char (&symbol)[N]) const
-    {
+    Sql infix(const Expression &node, const char (&symbol)[N]) const {
         return "("_sql + number(*node.operands[0]) + symbol + number(*node.operands[1]) + ")";
     }
 
     template <std::size_t N>
-    Sql joined(const Expression &node, const char (&word)[N]) const
-    {
+    Sql joined(const Expression &node, const char (&word)[N]) const {
         return "("_sql + condition(*node.operands[0]) + word + condition(*node.operands[1]) + ")";
     }
 
-    [[nodiscard]] std::optional<Value> constant(const Expression &node) const
-    {
+    [[nodiscard]] std::optional<Value> constant(const Expression &node) const {
         if (node.op == Op::Literal)
             return node.literal;
         if (node.op == Op::Parameter)
@@ -117,8 +123,7 @@ private:
         return std::nullopt;
     }
 
-    Sql like(const Expression &node) const
-    {
+    Sql like(const Expression &node) const {
         const auto pattern = constant(*node.operands[1]);
         if (!pattern)
             refuse(*node.operands[1], QStringLiteral("What follows like must be a text."));
@@ -137,62 +142,74 @@ private:
     }
 
     /// A date says the whole day, whatever time of day a column holds.
-    Sql dayComparison(Op op, const Sql &left, QDate day) const
-    {
+    Sql dayComparison(Op op, const Sql &left, QDate day) const {
         const Sql begin = text(sqlDate(day));
         const QDate next = day.addDays(1);
         const Sql pastEnd = next.year() > 9999 ? " <= "_sql + begin : " < "_sql + text(sqlDate(next));
         const Sql afterEnd = next.year() > 9999 ? " > "_sql + begin : " >= "_sql + text(sqlDate(next));
         switch (op) {
-        case Op::Equal: return "("_sql + left + " >= " + begin + " and " + left + pastEnd + ")";
-        case Op::NotEqual: return "("_sql + left + " < " + begin + " or " + left + afterEnd + ")";
-        case Op::Less: return left + " < " + begin;
-        case Op::LessEqual: return left + pastEnd;
-        case Op::Greater: return left + afterEnd;
-        default: return left + " >= " + begin;
+        case Op::Equal:
+            return "("_sql + left + " >= " + begin + " and " + left + pastEnd + ")";
+        case Op::NotEqual:
+            return "("_sql + left + " < " + begin + " or " + left + afterEnd + ")";
+        case Op::Less:
+            return left + " < " + begin;
+        case Op::LessEqual:
+            return left + pastEnd;
+        case Op::Greater:
+            return left + afterEnd;
+        default:
+            return left + " >= " + begin;
         }
     }
 
-    Sql compared(Op op, const Expression &left, const Expression &right) const
-    {
+    Sql compared(Op op, const Expression &left, const Expression &right) const {
         if (left.kind == Kind::Boolean || right.kind == Kind::Boolean)
             refuse(left, QStringLiteral("Conditions can't be compared in a selection."));
         const auto fixed = constant(right);
         if (fixed && left.kind == Kind::Date && fixed->date().isValid())
             return dayComparison(op, write(left), fixed->date());
         switch (op) {
-        case Op::Equal: return write(left) + " = " + write(right);
-        case Op::NotEqual: return write(left) + " <> " + write(right);
-        case Op::Less: return write(left) + " < " + write(right);
-        case Op::LessEqual: return write(left) + " <= " + write(right);
-        case Op::Greater: return write(left) + " > " + write(right);
-        default: return write(left) + " >= " + write(right);
+        case Op::Equal:
+            return write(left) + " = " + write(right);
+        case Op::NotEqual:
+            return write(left) + " <> " + write(right);
+        case Op::Less:
+            return write(left) + " < " + write(right);
+        case Op::LessEqual:
+            return write(left) + " <= " + write(right);
+        case Op::Greater:
+            return write(left) + " > " + write(right);
+        default:
+            return write(left) + " >= " + write(right);
         }
     }
 
-    Sql comparison(const Expression &node) const
-    {
+    Sql comparison(const Expression &node) const {
         const Expression &left = *node.operands[0];
         const Expression &right = *node.operands[1];
         if (!constant(left) || constant(right))
             return compared(node.op, left, right);
         switch (node.op) {
-        case Op::Less: return compared(Op::Greater, right, left);
-        case Op::LessEqual: return compared(Op::GreaterEqual, right, left);
-        case Op::Greater: return compared(Op::Less, right, left);
-        case Op::GreaterEqual: return compared(Op::LessEqual, right, left);
-        default: return compared(node.op, right, left);
+        case Op::Less:
+            return compared(Op::Greater, right, left);
+        case Op::LessEqual:
+            return compared(Op::GreaterEqual, right, left);
+        case Op::Greater:
+            return compared(Op::Less, right, left);
+        case Op::GreaterEqual:
+            return compared(Op::LessEqual, right, left);
+        default:
+            return compared(node.op, right, left);
         }
     }
 
-    Sql range(const Expression &node) const
-    {
+    Sql range(const Expression &node) const {
         return "("_sql + compared(Op::GreaterEqual, *node.operands[0], *node.operands[1]) + " and " +
                compared(Op::LessEqual, *node.operands[0], *node.operands[2]) + ")";
     }
 
-    Sql call(const Expression &node) const
-    {
+    Sql call(const Expression &node) const {
         const std::string_view pattern = function(node.index).sql;
         const auto place = pattern.find('$');
         if (place == std::string_view::npos)
@@ -205,31 +222,29 @@ private:
     const Parameters &m_parameters;
 };
 
-void collectTables(const Expression &node, const Definition &definition, std::set<int> &tables)
-{
+void collectTables(const Expression &node, const Definition &definition, std::set<int> &tables) {
     if (node.op == Op::Column)
         tables.insert(node.table);
     if (node.op == Op::Formula)
-        collectTables(*definition.formulas[static_cast<std::size_t>(node.index)].expression, definition, tables);
+        collectTables(*definition.formulas[static_cast<std::size_t>(node.index)].expression, definition,
+                      tables);
     for (const auto &operand : node.operands)
         collectTables(*operand, definition, tables);
 }
 
-void collectColumns(const Expression &node, std::vector<std::pair<int, int>> &columns)
-{
-    if (node.op == Op::Column && std::ranges::find(columns, std::pair(node.table, node.index)) == columns.end())
+void collectColumns(const Expression &node, std::vector<std::pair<int, int>> &columns) {
+    if (node.op == Op::Column &&
+        std::ranges::find(columns, std::pair(node.table, node.index)) == columns.end())
         columns.emplace_back(node.table, node.index);
     for (const auto &operand : node.operands)
         collectColumns(*operand, columns);
 }
 
-bool isLookup(const Definition &definition, int table)
-{
+bool isLookup(const Definition &definition, int table) {
     return table > 0 && definition.tables[static_cast<std::size_t>(table)].join == Join::None;
 }
 
-void divide(const ExpressionPtr &condition, const Definition &definition, Selection &selection)
-{
+void divide(const ExpressionPtr &condition, const Definition &definition, Selection &selection) {
     if (!condition)
         return;
     if (condition->op == Op::And) {
@@ -245,20 +260,20 @@ void divide(const ExpressionPtr &condition, const Definition &definition, Select
         return;
     }
     if (tables.size() > 1)
-        refuse(*condition, QStringLiteral("Table %1 is joined to nothing: no condition can hold it against another table.")
-                               .arg(definition.tables[static_cast<std::size_t>(*alone)].name));
+        refuse(
+            *condition,
+            QStringLiteral("Table %1 is joined to nothing: no condition can hold it against another table.")
+                .arg(definition.tables[static_cast<std::size_t>(*alone)].name));
     selection.lookups[*alone].push_back(condition);
 }
 
-Sql source(const TableDefinition &table)
-{
+Sql source(const TableDefinition &table) {
     const bool renamed = table.name.compare(table.source, Qt::CaseInsensitive) != 0;
     const QString text = renamed ? table.source + QLatin1Char(' ') + table.name : table.name;
     return Sql::trusted(text.toStdString());
 }
 
-Sql fromClause(const Definition &definition, const Writer &writer)
-{
+Sql fromClause(const Definition &definition, const Writer &writer) {
     Sql from = " from "_sql + source(definition.tables.front());
     for (const TableDefinition &table : definition.tables) {
         if (table.join == Join::None)
@@ -271,8 +286,7 @@ Sql fromClause(const Definition &definition, const Writer &writer)
     return from;
 }
 
-Sql whereClause(const std::vector<ExpressionPtr> &conditions, const Writer &writer, const Sql &extra)
-{
+Sql whereClause(const std::vector<ExpressionPtr> &conditions, const Writer &writer, const Sql &extra) {
     Sql where;
     const auto add = [&](const Sql &condition) {
         where += where.text().empty() ? " where "_sql : " and "_sql;
@@ -285,8 +299,7 @@ Sql whereClause(const std::vector<ExpressionPtr> &conditions, const Writer &writ
     return where;
 }
 
-Sql orderClause(const Definition &definition, const Writer &writer)
-{
+Sql orderClause(const Definition &definition, const Writer &writer) {
     Sql order;
     std::set<std::string> seen;
     const auto add = [&](const ExpressionPtr &by, bool descending) {
@@ -308,12 +321,13 @@ Sql orderClause(const Definition &definition, const Writer &writer)
 }
 
 /// "select T.A as T_A, ..." of the columns that fit; a statement with none of them reads a 1 for each row.
-Sql columnList(const Definition &definition, const Writer &writer, const std::vector<std::pair<int, int>> &columns)
-{
+Sql columnList(const Definition &definition, const Writer &writer,
+               const std::vector<std::pair<int, int>> &columns) {
     Sql list = "select "_sql;
     for (const auto &[table, index] : columns) {
         const TableDefinition &from = definition.tables[static_cast<std::size_t>(table)];
-        const QString name = from.name + QLatin1Char('_') + from.columns[static_cast<std::size_t>(index)].name;
+        const QString name =
+            from.name + QLatin1Char('_') + from.columns[static_cast<std::size_t>(index)].name;
         if (table != columns.front().first || index != columns.front().second)
             list += ", "_sql;
         list += writer.column(table, index) + " as " + Sql::trusted(name.toStdString());
@@ -323,8 +337,7 @@ Sql columnList(const Definition &definition, const Writer &writer, const std::ve
     return list;
 }
 
-void addBands(const std::vector<BandDefinition> &bands, std::vector<ExpressionPtr> &all)
-{
+void addBands(const std::vector<BandDefinition> &bands, std::vector<ExpressionPtr> &all) {
     for (const BandDefinition &band : bands) {
         all.push_back(band.when);
         for (const ItemDefinition &item : band.items) {
@@ -344,8 +357,7 @@ void addBands(const std::vector<BandDefinition> &bands, std::vector<ExpressionPt
 
 } // namespace
 
-std::vector<ExpressionPtr> evaluatedExpressions(const Definition &definition)
-{
+std::vector<ExpressionPtr> evaluatedExpressions(const Definition &definition) {
     std::vector<ExpressionPtr> all;
     for (const auto *bands : {&definition.reportHeaders, &definition.pageHeaders, &definition.details,
                               &definition.reportFooters, &definition.pageFooters})
@@ -368,8 +380,7 @@ std::vector<ExpressionPtr> evaluatedExpressions(const Definition &definition)
     return all;
 }
 
-Selection selectionOf(const Definition &definition, const ExpressionPtr &condition)
-{
+Selection selectionOf(const Definition &definition, const ExpressionPtr &condition) {
     Selection selection;
     divide(definition.where, definition, selection);
     divide(condition, definition, selection);
@@ -378,8 +389,7 @@ Selection selectionOf(const Definition &definition, const ExpressionPtr &conditi
 
 namespace {
 
-std::vector<std::pair<int, int>> usedColumns(const Definition &definition)
-{
+std::vector<std::pair<int, int>> usedColumns(const Definition &definition) {
     std::vector<std::pair<int, int>> columns;
     for (const ExpressionPtr &expression : evaluatedExpressions(definition))
         collectColumns(*expression, columns);
@@ -389,8 +399,7 @@ std::vector<std::pair<int, int>> usedColumns(const Definition &definition)
 } // namespace
 
 Select rowsSelect(const Definition &definition, const Selection &selection, const Parameters &parameters,
-                  const Sql &extra)
-{
+                  const Sql &extra) {
     const Writer writer(definition, parameters);
     Select select;
     select.columns = usedColumns(definition);
@@ -401,8 +410,7 @@ Select rowsSelect(const Definition &definition, const Selection &selection, cons
 }
 
 Select lookupSelect(const Definition &definition, int table, const Selection &selection,
-                    const Parameters &parameters)
-{
+                    const Parameters &parameters) {
     const Writer writer(definition, parameters);
     const TableDefinition &wanted = definition.tables[static_cast<std::size_t>(table)];
     Select select;
@@ -419,8 +427,7 @@ Select lookupSelect(const Definition &definition, int table, const Selection &se
 }
 
 Sql linkCondition(const SubreportDefinition &subreport, const Definition &outer, const Selection &selection,
-                  const Parameters &inner, const Parameters &parameters)
-{
+                  const Parameters &inner, const Parameters &parameters) {
     const Writer inside(*subreport.definition, inner);
     const Writer outside(outer, parameters);
     Sql condition;

@@ -26,8 +26,8 @@ using Parameters = std::vector<Value>;
 /// is about a table joined to nothing and another at once.
 [[nodiscard]] Selection selectionOf(const Definition &definition, const ExpressionPtr &condition);
 
-/// All of a run's rows: columns, joins, selection and order in one statement. `extra` is a further condition's text,
-/// or empty. FormulaError for what can't stand in a statement.
+/// All of a run's rows: columns, joins, selection and order in one statement. `extra` is a further
+/// condition's text, or empty. FormulaError for what can't stand in a statement.
 [[nodiscard]] Select rowsSelect(const Definition &definition, const Selection &selection,
                                 const Parameters &parameters, const Sql &extra = {});
 /// The rows of a table that is joined to nothing.
@@ -35,7 +35,8 @@ using Parameters = std::vector<Value>;
                                   const Parameters &parameters);
 /// "inner in (select outer ...)": the condition on a sub-report's rows that its links make.
 [[nodiscard]] Sql linkCondition(const SubreportDefinition &subreport, const Definition &outer,
-                                const Selection &selection, const Parameters &inner, const Parameters &parameters);
+                                const Selection &selection, const Parameters &inner,
+                                const Parameters &parameters);
 
 /// Every formula of the definition that a run evaluates.
 [[nodiscard]] std::vector<ExpressionPtr> evaluatedExpressions(const Definition &definition);

@@ -10,8 +10,7 @@ namespace {
 
 class ConnectionSource final : public Source {
 public:
-    explicit ConnectionSource(const Logon &logon)
-    {
+    explicit ConnectionSource(const Logon &logon) {
         m_connection.Provider = logon.provider;
         m_connection.setProperty(QStringLiteral("Data Source"), logon.dataSource);
         m_connection.setProperty(QStringLiteral("Initial Catalog"), logon.initialCatalog);
@@ -20,8 +19,7 @@ public:
         m_connection.Open();
     }
 
-    RowsPtr rows(const Sql &select) override
-    {
+    RowsPtr rows(const Sql &select) override {
         ado::Recordset recordset;
         recordset.Open(select, m_connection, ado::adOpenKeyset, ado::adLockReadOnly);
         return recordset.rows();
@@ -33,8 +31,7 @@ private:
 
 } // namespace
 
-std::unique_ptr<Source> openSource(const Logon &logon)
-{
+std::unique_ptr<Source> openSource(const Logon &logon) {
     return std::make_unique<ConnectionSource>(logon);
 }
 

@@ -17,8 +17,7 @@ constexpr double MillimetresPerUnit = MillimetresPerPoint / FontUnitsPerPoint;
 
 /// A font measured once: the letters that have no shaping of their own add up from a table.
 struct FontMetrics::Face {
-    explicit Face(const Font &measured) : font(measured), metrics(fontFor(measured))
-    {
+    explicit Face(const Font &measured) : font(measured), metrics(fontFor(measured)) {
         for (std::size_t letter = 0; letter < plain.size(); ++letter)
             plain[letter] = letter < 32 ? 0 : metrics.horizontalAdvance(QChar(static_cast<char16_t>(letter)));
     }
@@ -30,8 +29,7 @@ struct FontMetrics::Face {
 FontMetrics::FontMetrics() = default;
 FontMetrics::~FontMetrics() = default;
 
-const FontMetrics::Face &FontMetrics::face(const Font &font) const
-{
+const FontMetrics::Face &FontMetrics::face(const Font &font) const {
     const auto known = std::ranges::find_if(m_faces, [&](const auto &face) { return face->font == font; });
     if (known != m_faces.end())
         return **known;
@@ -39,8 +37,7 @@ const FontMetrics::Face &FontMetrics::face(const Font &font) const
     return *m_faces.back();
 }
 
-double FontMetrics::width(const QString &text, const Font &font) const
-{
+double FontMetrics::width(const QString &text, const Font &font) const {
     const Face &measured = face(font);
     double width = 0;
     for (const QChar letter : text) {
@@ -51,21 +48,18 @@ double FontMetrics::width(const QString &text, const Font &font) const
     return width * MillimetresPerUnit;
 }
 
-double FontMetrics::ascent(const Font &font) const
-{
+double FontMetrics::ascent(const Font &font) const {
     return face(font).metrics.ascent() * MillimetresPerUnit;
 }
 
-double FontMetrics::lineHeight(const Font &font) const
-{
+double FontMetrics::lineHeight(const Font &font) const {
     return face(font).metrics.height() * MillimetresPerUnit;
 }
 
 namespace {
 
 /// How many letters of the text fit; at least 1, and never half of a pair.
-qsizetype fittingLetters(const QString &text, double width, const Font &font, const TextMetrics &metrics)
-{
+qsizetype fittingLetters(const QString &text, double width, const Font &font, const TextMetrics &metrics) {
     qsizetype low = 1;
     qsizetype high = text.size();
     while (low < high) {
@@ -78,8 +72,7 @@ qsizetype fittingLetters(const QString &text, double width, const Font &font, co
     return low < text.size() && text[low].isLowSurrogate() ? std::max<qsizetype>(low - 1, 2) : low;
 }
 
-void wrapLine(QString rest, double width, const Font &font, const TextMetrics &metrics, QStringList &lines)
-{
+void wrapLine(QString rest, double width, const Font &font, const TextMetrics &metrics, QStringList &lines) {
     while (metrics.width(rest, font) > width && rest.size() > 1) {
         const qsizetype fits = fittingLetters(rest, width, font, metrics);
         qsizetype end = fits;
@@ -97,8 +90,7 @@ void wrapLine(QString rest, double width, const Font &font, const TextMetrics &m
 
 } // namespace
 
-QStringList wrapped(const QString &text, double width, const Font &font, const TextMetrics &metrics)
-{
+QStringList wrapped(const QString &text, double width, const Font &font, const TextMetrics &metrics) {
     QStringList lines;
     if (text.isEmpty())
         return lines;
@@ -107,8 +99,7 @@ QStringList wrapped(const QString &text, double width, const Font &font, const T
     return lines;
 }
 
-QString fitted(const QString &text, double width, const Font &font, const TextMetrics &metrics)
-{
+QString fitted(const QString &text, double width, const Font &font, const TextMetrics &metrics) {
     if (text.isEmpty() || metrics.width(text, font) <= width)
         return text;
     const QString ellipsis(QChar(0x2026));

@@ -32,7 +32,8 @@ private:
 };
 
 /// Breaks a text into lines no wider than `width`, at blanks and line ends; a word too long is cut.
-[[nodiscard]] QStringList wrapped(const QString &text, double width, const Font &font, const TextMetrics &metrics);
+[[nodiscard]] QStringList wrapped(const QString &text, double width, const Font &font,
+                                  const TextMetrics &metrics);
 /// The text, or its beginning with an ellipsis, so that it is no wider than `width`.
 [[nodiscard]] QString fitted(const QString &text, double width, const Font &font, const TextMetrics &metrics);
 

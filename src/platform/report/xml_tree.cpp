@@ -9,8 +9,7 @@ namespace zel::report {
 
 namespace {
 
-XmlElement readElement(QXmlStreamReader &reader, const QString &text)
-{
+XmlElement readElement(QXmlStreamReader &reader, const QString &text) {
     XmlElement element;
     element.name = reader.name().toString();
     const qsizetype end = reader.characterOffset();
@@ -41,8 +40,7 @@ XmlElement readElement(QXmlStreamReader &reader, const QString &text)
 } // namespace
 
 XmlFile::XmlFile(const QByteArray &bytes, QString fileName)
-    : m_fileName(std::move(fileName)), m_text(QString::fromUtf8(bytes))
-{
+    : m_fileName(std::move(fileName)), m_text(QString::fromUtf8(bytes)) {
     QXmlStreamReader reader(m_text);
     if (reader.readNextStartElement())
         m_root = readElement(reader, m_text);
@@ -52,16 +50,15 @@ XmlFile::XmlFile(const QByteArray &bytes, QString fileName)
         refuse(reader.characterOffset(), reader.errorString());
 }
 
-void XmlFile::refuse(qsizetype at, const QString &what) const
-{
+void XmlFile::refuse(qsizetype at, const QString &what) const {
     const QString before = m_text.left(at);
     const auto line = before.count(QLatin1Char('\n')) + 1;
     const auto column = at - before.lastIndexOf(QLatin1Char('\n'));
-    throw Error(errors::BadFile, QStringLiteral("%1:%2:%3: %4").arg(m_fileName).arg(line).arg(column).arg(what));
+    throw Error(errors::BadFile,
+                QStringLiteral("%1:%2:%3: %4").arg(m_fileName).arg(line).arg(column).arg(what));
 }
 
-qsizetype XmlFile::placeIn(qsizetype at, qsizetype decoded) const
-{
+qsizetype XmlFile::placeIn(qsizetype at, qsizetype decoded) const {
     static const QString cdata = QStringLiteral("<![CDATA[");
     for (;; --decoded) {
         if (QStringView(m_text).mid(at).startsWith(cdata))

@@ -6,7 +6,8 @@
 
 namespace zel::report {
 
-/// An XML file as read, every part with its place, so that what a definition can't use is refused where it stands.
+/// An XML file as read, every part with its place, so that what a definition can't use is refused where it
+/// stands.
 struct XmlAttribute {
     QString name;
     QString value;

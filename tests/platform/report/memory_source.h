@@ -11,27 +11,26 @@
 
 namespace zel::report {
 
-/// Rows written down in a test: a heading "MasJV_VouNo | MasJV_VouDate", then a line a row. A cell is a number if it
-/// looks like one, Null if it is "-".
+/// Rows written down in a test: a heading "MasJV_VouNo | MasJV_VouDate", then a line a row. A cell is a
+/// number if it looks like one, Null if it is "-".
 class TextRows final : public Rows {
 public:
-    TextRows(const QStringList &names, std::vector<std::vector<Value>> cells) : m_names(names), m_cells(std::move(cells))
-    {
-    }
+    TextRows(const QStringList &names, std::vector<std::vector<Value>> cells)
+        : m_names(names), m_cells(std::move(cells)) {}
     [[nodiscard]] qsizetype rowCount() const override { return std::ssize(m_cells); }
     [[nodiscard]] int columnCount() const override { return static_cast<int>(m_names.size()); }
     [[nodiscard]] QString columnName(int column) const override { return m_names[column]; }
-    [[nodiscard]] int columnIndex(const QString &name) const override
-    {
+    [[nodiscard]] int columnIndex(const QString &name) const override {
         return static_cast<int>(m_names.indexOf(name, Qt::CaseInsensitive));
     }
     [[nodiscard]] bool isNumber(int) const override { return false; }
-    [[nodiscard]] Value value(qsizetype row, int column) const override
-    {
+    [[nodiscard]] Value value(qsizetype row, int column) const override {
         return m_cells[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)];
     }
     [[nodiscard]] QString text(qsizetype row, int column) const override { return value(row, column).text(); }
-    [[nodiscard]] bool isNull(qsizetype row, int column) const override { return value(row, column).isNull(); }
+    [[nodiscard]] bool isNull(qsizetype row, int column) const override {
+        return value(row, column).isNull();
+    }
 
 private:
     QStringList m_names;
@@ -41,8 +40,7 @@ private:
 /// Answers a statement by the first table that it reads from, with the columns that it names.
 class MemorySource final : public Source {
 public:
-    void add(const QString &table, const QString &written)
-    {
+    void add(const QString &table, const QString &written) {
         QStringList lines = written.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
         Table &made = m_tables[table];
         made.names = cellsOf(lines.takeFirst());
@@ -50,11 +48,11 @@ public:
             made.rows.push_back(cellsOf(line));
     }
 
-    RowsPtr rows(const Sql &select) override
-    {
+    RowsPtr rows(const Sql &select) override {
         const QString text = QString::fromStdString(select.text());
         statements.push_back(text);
-        static const QRegularExpression shape(QStringLiteral("^select (.*?) from (\\w+)( (?!where|order|left|inner)(\\w+))?"));
+        static const QRegularExpression shape(
+            QStringLiteral("^select (.*?) from (\\w+)( (?!where|order|left|inner)(\\w+))?"));
         const auto match = shape.match(text);
         const QString name = match.captured(4).isEmpty() ? match.captured(2) : match.captured(4);
         const auto table = m_tables.find(name);
@@ -80,16 +78,14 @@ private:
         std::vector<QStringList> rows;
     };
 
-    static QStringList cellsOf(const QString &line)
-    {
+    static QStringList cellsOf(const QString &line) {
         QStringList cells = line.split(QLatin1Char('|'));
         for (QString &cell : cells)
             cell = cell.trimmed();
         return cells;
     }
 
-    static Value valueOf(const QString &cell)
-    {
+    static Value valueOf(const QString &cell) {
         if (cell == QStringLiteral("-"))
             return {};
         if (const auto number = Decimal::parse(cell.toStdString()))

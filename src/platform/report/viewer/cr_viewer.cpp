@@ -1,0 +1,330 @@
+#include "platform/report/viewer/cr_viewer.h"
+
+#include "platform/base/error.h"
+#include "platform/controls/look.h"
+#include "platform/report/paint.h"
+#include "platform/report/viewer/page_view.h"
+
+#include <QAction>
+#include <QFileDialog>
+#include <QIntValidator>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPainter>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QSplitter>
+#include <QToolBar>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+#include <functional>
+
+namespace zel::viewer {
+
+struct CRViewer91::Private {
+    QToolBar *tools = nullptr;
+    PageView *pages = nullptr;
+    QTreeWidget *tree = nullptr;
+    QLineEdit *pageBox = nullptr;
+    QLabel *ofPages = nullptr;
+    QLabel *zoom = nullptr;
+    QLineEdit *findBox = nullptr;
+    QAction *fitWidth = nullptr;
+    QAction *fitPage = nullptr;
+    std::shared_ptr<report::Report> source;
+
+    [[nodiscard]] const report::DocumentPtr &document() const { return pages->document(); }
+    void showPlace() const;
+    void showFit() const;
+    void showGroups() const;
+    bool find(bool backward) const;
+    void read(int page) const;
+    void addNavigation(CRViewer91 &viewer);
+    void addZoom(CRViewer91 &viewer);
+    void addFind(CRViewer91 &viewer);
+    void addOutput(CRViewer91 &viewer);
+};
+
+namespace {
+
+struct Tool {
+    const char *name; ///< of the action
+    const char *icon;
+    const char *tip;
+    const char *keys;
+};
+
+constexpr Tool firstTool{"actFirst", "first", QT_TRANSLATE_NOOP("CRViewer91", "First page (Home)"), ""};
+constexpr Tool previousTool{"actPrevious", "previous", QT_TRANSLATE_NOOP("CRViewer91", "Previous page"),
+                            "Alt+PgUp"};
+constexpr Tool nextTool{"actNext", "next", QT_TRANSLATE_NOOP("CRViewer91", "Next page"), "Alt+PgDown"};
+constexpr Tool lastTool{"actLast", "last", QT_TRANSLATE_NOOP("CRViewer91", "Last page (End)"), ""};
+constexpr Tool zoomOutTool{"actZoomOut", "zoom-out", QT_TRANSLATE_NOOP("CRViewer91", "Smaller"), "Ctrl+-"};
+constexpr Tool zoomInTool{"actZoomIn", "zoom-in", QT_TRANSLATE_NOOP("CRViewer91", "Larger"), "Ctrl++"};
+constexpr Tool fitWidthTool{"actFitWidth", "fit-width", QT_TRANSLATE_NOOP("CRViewer91", "Fit width"),
+                            "Ctrl+1"};
+constexpr Tool fitPageTool{"actFitPage", "fit-page", QT_TRANSLATE_NOOP("CRViewer91", "Fit page"), "Ctrl+0"};
+constexpr Tool findTool{"actFind", "search", QT_TRANSLATE_NOOP("CRViewer91", "Find next"), "F3"};
+constexpr Tool refreshTool{"actRefresh", "refresh", QT_TRANSLATE_NOOP("CRViewer91", "Read again"), "F5"};
+constexpr Tool printTool{"actPrint", "print", QT_TRANSLATE_NOOP("CRViewer91", "Print"), "Ctrl+P"};
+constexpr Tool exportTool{"actExport", "export", QT_TRANSLATE_NOOP("CRViewer91", "Export as PDF"), ""};
+
+QAction *addTool(QToolBar &bar, const Tool &tool, QWidget *viewer, const std::function<void()> &run) {
+    QString tip = CRViewer91::tr(tool.tip);
+    auto *action = new QAction(controls::icon(QString::fromLatin1(tool.icon)), tip, viewer);
+    action->setObjectName(QString::fromLatin1(tool.name));
+    const QKeySequence keys(QString::fromLatin1(tool.keys));
+    if (!keys.isEmpty()) {
+        action->setShortcut(keys);
+        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        tip += QStringLiteral(" (%1)").arg(keys.toString(QKeySequence::NativeText));
+    }
+    action->setToolTip(tip);
+    viewer->addAction(action);
+    bar.addAction(action);
+    QObject::connect(action, &QAction::triggered, viewer, run);
+    return action;
+}
+
+void addNodes(QTreeWidgetItem *parent, const std::vector<report::GroupNode> &nodes) {
+    for (const report::GroupNode &node : nodes) {
+        auto *item = new QTreeWidgetItem(parent, {node.title});
+        item->setData(0, Qt::UserRole, node.page);
+        addNodes(item, node.children);
+    }
+}
+
+} // namespace
+
+void CRViewer91::Private::showPlace() const {
+    const int count = document() ? document()->pageCount() : 0;
+    pageBox->setText(count > 0 ? QString::number(pages->currentPage() + 1) : QString());
+    ofPages->setText(QStringLiteral("/ %1").arg(count));
+}
+
+void CRViewer91::Private::showFit() const {
+    zoom->setText(QStringLiteral("%1%").arg(qRound(pages->zoom() * 100)));
+    fitWidth->setChecked(pages->fit() == PageView::Fit::Width);
+    fitPage->setChecked(pages->fit() == PageView::Fit::Page);
+}
+
+void CRViewer91::Private::showGroups() const {
+    tree->clear();
+    addNodes(tree->invisibleRootItem(), document()->groups());
+    tree->setVisible(tree->topLevelItemCount() > 0);
+}
+
+bool CRViewer91::Private::find(bool backward) const {
+    const bool found = pages->findNext(backward);
+    const bool missed = !found && !findBox->text().isEmpty();
+    findBox->setToolTip(missed ? tr("Not found") : QString());
+    QPalette palette = pages->palette();
+    if (missed)
+        palette.setColor(QPalette::Text, Qt::red);
+    findBox->setPalette(palette);
+    return found;
+}
+
+void CRViewer91::Private::read(int page) const {
+    if (!source)
+        return;
+    pages->setDocument(source->document(), page);
+    showGroups();
+    showPlace();
+    showFit();
+}
+
+void CRViewer91::Private::addNavigation(CRViewer91 &viewer) {
+    addTool(*tools, firstTool, &viewer, [this] { pages->showPage(0); });
+    addTool(*tools, previousTool, &viewer, [this] { pages->showPage(pages->currentPage() - 1); });
+    pageBox = new QLineEdit(&viewer);
+    pageBox->setObjectName(QStringLiteral("txtPage"));
+    pageBox->setAccessibleName(tr("Page"));
+    pageBox->setToolTip(tr("Page; Enter goes to it"));
+    pageBox->setAlignment(Qt::AlignRight);
+    pageBox->setValidator(new QIntValidator(1, 9'999'999, pageBox));
+    pageBox->setFixedWidth(viewer.fontMetrics().horizontalAdvance(QStringLiteral("0000000")) + 12);
+    ofPages = new QLabel(&viewer);
+    tools->addWidget(pageBox);
+    tools->addWidget(ofPages);
+    addTool(*tools, nextTool, &viewer, [this] { pages->showPage(pages->currentPage() + 1); });
+    addTool(*tools, lastTool, &viewer, [&viewer, this] { pages->showPage(viewer.pageCount() - 1); });
+    tools->addSeparator();
+    connect(pages, &PageView::currentPageChanged, &viewer, [this] { showPlace(); });
+    connect(pageBox, &QLineEdit::returnPressed, &viewer, [this] {
+        pages->showPage(pageBox->text().toInt() - 1);
+        showPlace();
+        pages->setFocus();
+    });
+    connect(tree, &QTreeWidget::currentItemChanged, &viewer, [this](QTreeWidgetItem *item) {
+        if (item)
+            pages->showPage(item->data(0, Qt::UserRole).toInt());
+    });
+}
+
+void CRViewer91::Private::addZoom(CRViewer91 &viewer) {
+    addTool(*tools, zoomOutTool, &viewer, [this] { pages->setZoom(pages->zoom() / 1.25); });
+    zoom = new QLabel(&viewer);
+    zoom->setAlignment(Qt::AlignCenter);
+    zoom->setMinimumWidth(viewer.fontMetrics().horizontalAdvance(QStringLiteral("0000%")));
+    tools->addWidget(zoom);
+    QAction *larger = addTool(*tools, zoomInTool, &viewer, [this] { pages->setZoom(pages->zoom() * 1.25); });
+    larger->setShortcuts({QKeySequence(QStringLiteral("Ctrl++")), QKeySequence(QStringLiteral("Ctrl+="))});
+    fitWidth = addTool(*tools, fitWidthTool, &viewer, [this] { pages->setFit(PageView::Fit::Width); });
+    fitPage = addTool(*tools, fitPageTool, &viewer, [this] { pages->setFit(PageView::Fit::Page); });
+    fitWidth->setCheckable(true);
+    fitPage->setCheckable(true);
+    auto *continuous = new QAction(tr("Continuous"), &viewer);
+    continuous->setObjectName(QStringLiteral("actContinuous"));
+    continuous->setToolTip(tr("Pages one below the other, or one at a time"));
+    continuous->setCheckable(true);
+    continuous->setChecked(true);
+    connect(continuous, &QAction::toggled, pages, &PageView::setContinuous);
+    tools->addAction(continuous);
+    tools->addSeparator();
+    connect(pages, &PageView::zoomChanged, &viewer, [this] { showFit(); });
+}
+
+void CRViewer91::Private::addFind(CRViewer91 &viewer) {
+    findBox = new QLineEdit(&viewer);
+    findBox->setObjectName(QStringLiteral("txtFind"));
+    findBox->setAccessibleName(tr("Find"));
+    findBox->setPlaceholderText(tr("Find (Ctrl+F)"));
+    findBox->setClearButtonEnabled(true);
+    findBox->setMaximumWidth(220);
+    tools->addWidget(findBox);
+    addTool(*tools, findTool, &viewer, [this] { find(false); });
+    tools->addSeparator();
+    connect(findBox, &QLineEdit::textChanged, &viewer, [this](const QString &words) {
+        pages->mark(words);
+        findBox->setPalette(pages->palette());
+        findBox->setToolTip({});
+    });
+    connect(findBox, &QLineEdit::returnPressed, &viewer, [this] { find(false); });
+    const auto addKeys = [&](const char *name, const char *keys, const std::function<void()> &run) {
+        auto *action = new QAction(&viewer);
+        action->setObjectName(QString::fromLatin1(name));
+        action->setShortcut(QKeySequence(QString::fromLatin1(keys)));
+        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        viewer.addAction(action);
+        connect(action, &QAction::triggered, &viewer, run);
+    };
+    addKeys("actToFind", "Ctrl+F", [this] {
+        findBox->setFocus(Qt::ShortcutFocusReason);
+        findBox->selectAll();
+    });
+    addKeys("actFindBefore", "Shift+F3", [this] { find(true); });
+}
+
+void CRViewer91::Private::addOutput(CRViewer91 &viewer) {
+    addTool(*tools, refreshTool, &viewer, [this] { read(pages->currentPage()); });
+    addTool(*tools, printTool, &viewer, [&viewer] { viewer.PrintReport(); });
+    addTool(*tools, exportTool, &viewer, [&viewer] { viewer.ExportReport(); });
+}
+
+CRViewer91::CRViewer91(QWidget *parent) : QWidget(parent), d(std::make_unique<Private>()) {
+    d->tools = new QToolBar(this);
+    d->tools->setObjectName(QStringLiteral("tools"));
+    d->tools->setIconSize(QSize(20, 20));
+    d->pages = new PageView(this);
+    d->tree = new QTreeWidget(this);
+    d->tree->setObjectName(QStringLiteral("groups"));
+    d->tree->setAccessibleName(tr("Groups"));
+    d->tree->setHeaderHidden(true);
+    d->tree->hide();
+    d->addNavigation(*this);
+    d->addZoom(*this);
+    d->addFind(*this);
+    d->addOutput(*this);
+    auto *splitter = new QSplitter(this);
+    splitter->addWidget(d->tree);
+    splitter->addWidget(d->pages);
+    splitter->setStretchFactor(1, 1);
+    splitter->setSizes({240, 1000});
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(d->tools);
+    layout->addWidget(splitter, 1);
+    setFocusProxy(d->pages);
+    d->showPlace();
+    d->showFit();
+}
+
+CRViewer91::~CRViewer91() = default;
+
+void CRViewer91::setReportSource(std::shared_ptr<report::Report> source) {
+    d->source = std::move(source);
+}
+
+std::shared_ptr<report::Report> CRViewer91::ReportSource() const {
+    return d->source;
+}
+
+void CRViewer91::ViewReport() {
+    if (!d->source)
+        throw Error(errors::ObjectNotSet, QStringLiteral("The viewer has no report."));
+    d->findBox->clear();
+    d->read(0);
+}
+
+int CRViewer91::pageCount() const {
+    return d->document() ? d->document()->pageCount() : 0;
+}
+
+int CRViewer91::currentPage() const {
+    return d->document() ? d->pages->currentPage() + 1 : 0;
+}
+
+QString CRViewer91::plainText() const {
+    return d->document() ? d->document()->plainText() : QString();
+}
+
+bool CRViewer91::find(const QString &words) {
+    d->findBox->setText(words);
+    return d->find(false);
+}
+
+void CRViewer91::PrintReport() {
+    if (!d->document())
+        return;
+    QPrinter printer(QPrinter::HighResolution);
+    const QSizeF size = d->document()->pageSize();
+    printer.setPageSize(QPageSize(size, QPageSize::Millimeter, {}, QPageSize::FuzzyMatch));
+    printer.setFullPage(true);
+    printer.setDocName(d->document()->title());
+    QPrintDialog dialog(&printer, this);
+    dialog.setOption(QAbstractPrintDialog::PrintPageRange);
+    dialog.setOption(QAbstractPrintDialog::PrintCurrentPage);
+    dialog.setMinMax(1, pageCount());
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    int first = 0;
+    int last = pageCount() - 1;
+    if (printer.printRange() == QPrinter::CurrentPage)
+        first = last = d->pages->currentPage();
+    else if (printer.printRange() == QPrinter::PageRange && printer.fromPage() > 0) {
+        first = printer.fromPage() - 1;
+        last = std::min(last, printer.toPage() - 1);
+    }
+    QPainter painter;
+    if (!painter.begin(&printer))
+        throw Error(errors::BadFile, QStringLiteral("The printer can't be used."));
+    for (int page = first; page <= last; ++page) {
+        if (page > first)
+            printer.newPage();
+        report::paintPage(painter, d->document()->page(page), printer.resolution() / 25.4);
+    }
+}
+
+void CRViewer91::ExportReport() {
+    if (!d->document())
+        return;
+    const QString name = d->document()->title() + QStringLiteral(".pdf");
+    const QString path = QFileDialog::getSaveFileName(this, tr("Export as PDF"), name, tr("PDF (*.pdf)"));
+    if (!path.isEmpty())
+        report::exportPdf(*d->document(), path);
+}
+
+} // namespace zel::viewer
