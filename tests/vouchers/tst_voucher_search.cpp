@@ -99,6 +99,7 @@ void tst_voucher_search::finds() {
     else
         typeInto(desk.screen(), "txtSearch", typed);
     compare(desk.seen("mshSearch"), table(rows));
+    picture(desk.screen(), "frmBP-search-" + criterion.left(4));
     if (!typed.isEmpty()) {
         typeInto(desk.screen(), "txtSearch", "");
         QCOMPARE(desk.seen("mshSearch").size(), criterion == "Paid To" ? 2 : 3);
@@ -220,6 +221,7 @@ void tst_voucher_search::opens() {
     QCOMPARE(desk.label("lblTotalAmount"), "Total Amount : 1,150.00");
     QVERIFY(desk.enabled("cmdDelete"));
     QCOMPARE(focused(), "DTPicker");
+    picture(desk.screen(), QString(desk.screen()->objectName()) + "-entry");
 
     // What is saved unchanged is what was there.
     const Sql lines =
