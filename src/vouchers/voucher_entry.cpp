@@ -216,9 +216,8 @@ void Voucher::cmdSave_Click() {
         return;
     }
     ado::Transaction whole(shell::gCon);
-    if (m_newVoucher) {
+    if (m_newVoucher)
         NewNo();
-    }
     const VoucherHeader header{ui->txtVoucher->text(), ui->DTPicker->Value(), ui->txtPaidTo->text(),
                                leadingNumber(ui->txtTotAmount->text())};
     writeHeader(m_kind, header, m_newVoucher);

@@ -99,7 +99,8 @@ void tst_voucher_search::finds() {
     else
         typeInto(desk.screen(), "txtSearch", typed);
     compare(desk.seen("mshSearch"), table(rows));
-    picture(desk.screen(), "frmBP-search-" + criterion.left(4));
+    settle();
+    picture(desk.screen(), QString("frmBP-search, ") + QTest::currentDataTag());
     if (!typed.isEmpty()) {
         typeInto(desk.screen(), "txtSearch", "");
         QCOMPARE(desk.seen("mshSearch").size(), criterion == "Paid To" ? 2 : 3);
