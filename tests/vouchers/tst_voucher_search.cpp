@@ -2,6 +2,8 @@
 
 #include "platform/controls/combo_box.h"
 
+#include <QFile>
+
 using namespace zel;
 using namespace zel::test;
 
@@ -21,6 +23,8 @@ private Q_SLOTS:
     void narationThatIsMissing();
     void quoteEndsTheProgram();
     void searchesTheGridKeepsWhileOthersQuery();
+    void printsWhatIsSaved();
+    void missingReportEndsTheProgram();
 };
 
 namespace {
@@ -311,10 +315,49 @@ void tst_voucher_search::searchesTheGridKeepsWhileOthersQuery() {
     compare(desk.seen("mshSearch"), before);
 }
 
+void tst_voucher_search::printsWhatIsSaved() {
+    Desk desk;
+    QVERIFY(QFile::copy(ZEL_SOURCE_DIR "/rpt/rptBP.rpt", desk.office.folder() + "/rptBP.rpt"));
+    desk.open("BP");
+    desk.replace("txtPaidTo", "Landlord");
+    desk.add({"RENT", "BANK ONE", "1234.5"});
+    desk.push("cmdSave");
+    const auto printed = [&] {
+        click(desk.screen(), "cmdPrint");
+        const QString text = control(form("frmVeiwer"), "CRViewer91")->property("plainText").toString();
+        desk.open("BP");
+        return text;
+    };
+    // The next number has no voucher yet.
+    QVERIFY2(!printed().contains("Landlord"), "the print is of a voucher that is not shown");
+    desk.openFromSearch(1);
+    desk.replace("txtPaidTo", "Not saved");
+    const QString text = printed();
+    for (const char *word : {"Bank Payment Voucher", "Landlord", "RENT", "BANK ONE", "1,234.50"})
+        QVERIFY2(text.contains(word, Qt::CaseInsensitive), qPrintable(QString(word) + " is not in\n" + text));
+    QVERIFY(!text.contains("Not saved"));
+    desk.office.execute("update Company set comActive = null");
+    QVERIFY(!printed().contains("Landlord"));
+}
+
+void printWithoutReport() {
+    Desk desk;
+    desk.open("JV");
+    click(desk.screen(), "cmdPrint");
+}
+
+void tst_voucher_search::missingReportEndsTheProgram() {
+    const Ended ended = play("printWithoutReport");
+    QCOMPARE(ended.status, 1);
+    QVERIFY2(ended.box.contains("53"), qPrintable(ended.box + ended.errorStream));
+}
+
 int main(int argc, char **argv) {
     tst_voucher_search tests;
     return test::run(argc, argv, tests,
-                     {{"openWithoutNaration", openWithoutNaration}, {"quoteInTheSearch", quoteInTheSearch}});
+                     {{"openWithoutNaration", openWithoutNaration},
+                      {"quoteInTheSearch", quoteInTheSearch},
+                      {"printWithoutReport", printWithoutReport}});
 }
 
 #include "tst_voucher_search.moc"
