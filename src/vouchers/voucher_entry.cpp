@@ -51,8 +51,10 @@ void Voucher::arrange() {
     const std::pair<Button *, Qt::Key> keys[] = {
         {ui->cmdSelectCr, Qt::Key_F7}, {ui->cmdSelectDr, Qt::Key_F8}, {ui->cmdSave, Qt::Key_F9}};
     for (const auto &[button, key] : keys) {
-        connect(new QShortcut(key, this), &QShortcut::activated, button, &Button::click);
-        button->setToolTip(QKeySequence(key).toString());
+        auto *shortcut = new QShortcut(key, this);
+        shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+        connect(shortcut, &QShortcut::activated, button, &Button::click);
+        button->setToolTip(button->text().remove('&') + " (" + QKeySequence(key).toString() + ")");
     }
 }
 

@@ -42,6 +42,7 @@ private Q_SLOTS:
     void kindBoxHandsTheFocusOn_data();
     void kindBoxHandsTheFocusOn();
     void screensStandBesideEachOther();
+    void plainKeysForTheButtonsOfOneLetter();
 };
 
 void tst_voucher_entry::refusals_data() {
@@ -507,6 +508,22 @@ void tst_voucher_entry::screensStandBesideEachOther() {
     QVERIFY(form("frmJV"));
     desk.open("BP");
     QCOMPARE(desk.text("txtPaidTo"), "");
+}
+
+void tst_voucher_entry::plainKeysForTheButtonsOfOneLetter() {
+    Desk desk;
+    desk.open("JV");
+    desk.open("BP");
+    control(desk.screen(), "txtDRCR")->setFocus();
+    press(Qt::Key_F8);
+    QCOMPARE(control<controls::Grid>(form("frmFindAC"), "mshSearch")->Rows(), 7);
+    click(form("frmFindAC"), "cmdExit");
+    control(desk.screen(), "txtDRCR")->setFocus();
+    press(Qt::Key_F7);
+    QCOMPARE(control<controls::Grid>(form("frmFindAC"), "mshSearch")->Rows(), 3);
+    click(form("frmFindAC"), "cmdExit");
+    control(desk.screen(), "txtDRCR")->setFocus();
+    QCOMPARE(Desk::boxes([] { press(Qt::Key_F9); }).size(), 1U);
 }
 
 int main(int argc, char **argv) {
