@@ -97,7 +97,7 @@ void DefinitionReader::readBands(const XmlElement &report) {
                                              : QStringLiteral("Nothing grows in a page header or footer."));
         }
     }
-    if (repeated > m_definition->bodyHeight() - 20)
+    if (repeated > m_definition->bodyHeight() - 10)
         m_file.refuse(report.at, QStringLiteral("Page header and footer leave no room on the page."));
 }
 

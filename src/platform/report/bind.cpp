@@ -43,6 +43,7 @@ public:
         case Op::Call:
             return bindCall(*node);
         case Op::Negate:
+            return bindNegation(*node);
         case Op::Subtract:
         case Op::Multiply:
         case Op::Divide:
@@ -88,6 +89,16 @@ private:
             node.kind = Kind::Date;
         else if (!node.literal.isNull())
             node.kind = Kind::Number;
+    }
+
+    /// A sign before a number is part of it.
+    static void bindNegation(Expression &node) {
+        all(node, Kind::Number, Kind::Number);
+        if (node.operands[0]->op != Op::Literal || node.operands[0]->literal.isNull())
+            return;
+        node.op = Op::Literal;
+        node.literal = -node.operands[0]->literal.decimal();
+        node.operands.clear();
     }
 
     static void bindSum(Expression &node) {

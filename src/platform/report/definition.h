@@ -159,6 +159,7 @@ struct Definition {
     std::vector<GroupDefinition> groups; ///< outermost first
     std::vector<SortDefinition> sort;    ///< within the innermost group
     ExpressionPtr where;                 ///< the definition's own selection
+    std::vector<ExpressionPtr> linked;   ///< a sub-report's side of its links
     std::vector<SubreportDefinition> subreports;
     std::vector<BandDefinition> reportHeaders, pageHeaders, details, reportFooters, pageFooters;
 

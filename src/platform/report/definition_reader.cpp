@@ -1,8 +1,9 @@
 #include "platform/report/definition_reader.h"
 
+#include "platform/report/select.h"
+
 #include <QFile>
 #include <QFileInfo>
-#include <QRegularExpression>
 
 #include <algorithm>
 #include <array>
@@ -10,18 +11,6 @@
 namespace zel::report {
 
 namespace {
-
-bool isIdentifier(const QString &name) {
-    static const QRegularExpression shape(QStringLiteral("^[A-Za-z_][A-Za-z0-9_]*$"));
-    return shape.match(name).hasMatch();
-}
-
-const std::map<QString, Kind> &kinds() {
-    static const std::map<QString, Kind> names{{QStringLiteral("number"), Kind::Number},
-                                               {QStringLiteral("text"), Kind::Text},
-                                               {QStringLiteral("date"), Kind::Date}};
-    return names;
-}
 
 const std::map<QString, bool> &directions() {
     static const std::map<QString, bool> names{{QStringLiteral("asc"), false},
@@ -78,14 +67,31 @@ std::shared_ptr<Definition> DefinitionReader::read(const XmlElement &report, Def
     return m_definition;
 }
 
-ExpressionPtr DefinitionReader::formula(const QString &text, qsizetype at, Definition &scope) {
-    const std::string bytes = text.toStdString();
+/// What `make` makes of a formula's text; what it refuses is refused at its place in the file.
+template <typename Make>
+auto DefinitionReader::inPlace(const QString &text, qsizetype at, Make make) const {
     try {
-        return report::bind(parse(Sql::trusted(bytes)), scope);
+        return make();
     } catch (const FormulaError &error) {
-        const QString before = QString::fromStdString(bytes.substr(0, error.offset()));
+        const QString before = QString::fromStdString(text.toStdString().substr(0, error.offset()));
         m_file.refuse(m_file.placeIn(at, before.size()), error.description());
     }
+}
+
+ExpressionPtr DefinitionReader::formula(const QString &text, qsizetype at, Definition &scope) {
+    return inPlace(text, at, [&] { return report::bind(parse(Sql::trusted(text.toStdString())), scope); });
+}
+
+ExpressionPtr DefinitionReader::pushed(const QString &text, qsizetype at) {
+    ExpressionPtr made = formula(text, at, *m_definition);
+    inPlace(text, at, [&] { checkInStatement(*made, *m_definition); });
+    return made;
+}
+
+ExpressionPtr DefinitionReader::pushedCondition(const QString &text, qsizetype at) {
+    ExpressionPtr made = condition(text, at);
+    inPlace(text, at, [&] { checkInStatement(*made, *m_definition); });
+    return made;
 }
 
 ExpressionPtr DefinitionReader::condition(const QString &text, qsizetype at) {
@@ -127,121 +133,6 @@ QString DefinitionReader::freshName(Attributes &attributes) {
     return given.value;
 }
 
-void DefinitionReader::readPage(const XmlElement &element) {
-    Attributes attributes(m_file, element);
-    refuseChildren(element);
-    if (m_outer)
-        m_file.refuse(element.at, QStringLiteral("A sub-report has no page of its own."));
-    m_definition->pageSize = attributes.choice<QSizeF>(QStringLiteral("size"),
-                                                       {{QStringLiteral("A4"), QSizeF(210, 297)},
-                                                        {QStringLiteral("A5"), QSizeF(148, 210)},
-                                                        {QStringLiteral("Letter"), QSizeF(215.9, 279.4)}},
-                                                       QSizeF(210, 297));
-    const bool landscape = attributes.choice<bool>(
-        QStringLiteral("orientation"),
-        {{QStringLiteral("portrait"), false}, {QStringLiteral("landscape"), true}}, false);
-    if (landscape)
-        m_definition->pageSize.transpose();
-    QMarginsF &margins = m_definition->margins;
-    margins.setLeft(attributes.number(QStringLiteral("left"), margins.left()));
-    margins.setTop(attributes.number(QStringLiteral("top"), margins.top()));
-    margins.setRight(attributes.number(QStringLiteral("right"), margins.right()));
-    margins.setBottom(attributes.number(QStringLiteral("bottom"), margins.bottom()));
-    attributes.done();
-    if (m_definition->bodyWidth() < 10 || m_definition->bodyHeight() < 10)
-        m_file.refuse(element.at, QStringLiteral("The margins leave no room on the page."));
-}
-
-void DefinitionReader::readStyle(const XmlElement &element) {
-    Attributes attributes(m_file, element);
-    refuseChildren(element);
-    const XmlAttribute &name = attributes.required(QStringLiteral("name"));
-    auto &styles = m_definition->styles;
-    const auto known = [&](const QString &wanted) {
-        return std::ranges::find(styles, wanted, &StyleDefinition::name);
-    };
-    const XmlAttribute *like = attributes.find(QStringLiteral("like"));
-    if (like && known(like->value) == styles.end())
-        m_file.refuse(like->valueAt, QStringLiteral("There is no style %1 above.").arg(like->value));
-    StyleDefinition style = like ? *known(like->value) : styles.front();
-    Font font = *style.font;
-    font.family = attributes.text(QStringLiteral("font"), font.family);
-    font.points = attributes.number(QStringLiteral("size"), font.points);
-    font.bold = attributes.flag(QStringLiteral("bold"), font.bold);
-    font.italic = attributes.flag(QStringLiteral("italic"), font.italic);
-    font.color = attributes.color(QStringLiteral("color"), font.color);
-    style.name = name.value;
-    style.font = std::make_shared<Font>(font);
-    style.align = attributes.choice<Align>(QStringLiteral("align"),
-                                           {{QStringLiteral("left"), Align::Left},
-                                            {QStringLiteral("center"), Align::Center},
-                                            {QStringLiteral("right"), Align::Right}},
-                                           style.align);
-    style.picture = attributes.text(QStringLiteral("picture"), style.picture);
-    style.dateFormat = attributes.text(QStringLiteral("date"), style.dateFormat);
-    style.blankZero = attributes.flag(QStringLiteral("blankZero"), style.blankZero);
-    attributes.done();
-    const bool again = known(name.value) != styles.end();
-    if (again && (name.value != styles.front().name || styles.size() > 1))
-        m_file.refuse(name.valueAt, QStringLiteral("The style %1 is there already.").arg(name.value));
-    if (again)
-        styles.front() = std::move(style);
-    else
-        styles.push_back(std::move(style));
-}
-
-void DefinitionReader::readTable(const XmlElement &element) {
-    Attributes attributes(m_file, element);
-    refuseChildren(element);
-    TableDefinition table;
-    table.name = freshName(attributes);
-    table.source = attributes.text(QStringLiteral("source"), table.name);
-    if (!isIdentifier(table.source))
-        m_file.refuse(element.at, QStringLiteral("\"%1\" is no table.").arg(table.source));
-    table.join = attributes.choice<Join>(
-        QStringLiteral("join"),
-        {{QStringLiteral("inner"), Join::Inner}, {QStringLiteral("left"), Join::Left}}, Join::None);
-    const XmlAttribute *on = attributes.find(QStringLiteral("on"));
-    const XmlAttribute *where = attributes.find(QStringLiteral("where"));
-    attributes.done();
-    if ((on != nullptr) != (table.join != Join::None))
-        m_file.refuse(element.at, QStringLiteral("join and on belong together."));
-    if (m_definition->tables.empty() && (on || where))
-        m_file.refuse(element.at, QStringLiteral("The first table has no join and no where of its own."));
-    if (where && on)
-        m_file.refuse(where->at, QStringLiteral("Only a table joined to nothing has a where of its own."));
-    readColumns(table, element);
-    m_definition->tables.push_back(std::move(table));
-    if (on)
-        m_definition->tables.back().on = condition(on->value, on->valueAt);
-    if (where)
-        m_definition->tables.back().where = condition(where->value, where->valueAt);
-}
-
-void DefinitionReader::readColumns(TableDefinition &table, const XmlElement &element) {
-    static const QRegularExpression shape(QStringLiteral("\\s*([^\\s,]+)[ \\t]+([^\\s,]+)\\s*(,|$)"));
-    for (qsizetype at = 0; at < element.text.size();) {
-        if (element.text.mid(at).trimmed().isEmpty())
-            break;
-        const auto match = shape.match(element.text, at, QRegularExpression::NormalMatch,
-                                       QRegularExpression::AnchorAtOffsetMatchOption);
-        if (!match.hasMatch())
-            m_file.refuse(m_file.placeIn(element.textAt, at),
-                          QStringLiteral("Fields are written as: name kind, name kind."));
-        const QString name = match.captured(1);
-        const auto kind = kinds().find(match.captured(2));
-        if (!isIdentifier(name))
-            m_file.refuse(m_file.placeIn(element.textAt, match.capturedStart(1)),
-                          QStringLiteral("\"%1\" is no name.").arg(name));
-        if (kind == kinds().end())
-            m_file.refuse(
-                m_file.placeIn(element.textAt, match.capturedStart(2)),
-                QStringLiteral("\"%1\" is no kind; kinds are number, text and date.").arg(match.captured(2)));
-        table.columns.push_back({name, kind->second});
-        at = match.capturedEnd();
-    }
-}
-
 void DefinitionReader::readParameter(const XmlElement &element) {
     Attributes attributes(m_file, element);
     refuseChildren(element);
@@ -257,7 +148,7 @@ void DefinitionReader::readWhere(const XmlElement &element) {
     refuseChildren(element);
     if (m_definition->where)
         m_file.refuse(element.at, QStringLiteral("The report has a <where> already."));
-    m_definition->where = condition(element.text, element.textAt);
+    m_definition->where = pushedCondition(element.text, element.textAt);
 }
 
 void DefinitionReader::readFormula(const XmlElement &element) {
@@ -319,9 +210,7 @@ void DefinitionReader::readGroup(const XmlElement &element) {
     GroupDefinition group;
     group.name = freshName(attributes);
     const XmlAttribute &by = attributes.required(QStringLiteral("by"));
-    group.by = formula(by.value, by.valueAt, *m_definition);
-    if (group.by->stage > Stage::Row)
-        m_file.refuse(by.valueAt, QStringLiteral("Rows can be grouped only by what they hold."));
+    group.by = pushed(by.value, by.valueAt);
     group.title = optional(attributes, QStringLiteral("title"));
     group.descending = attributes.choice(QStringLiteral("order"), directions(), false);
     group.repeat = attributes.flag(QStringLiteral("repeat"));
@@ -340,9 +229,7 @@ void DefinitionReader::readSort(const XmlElement &element) {
     refuseChildren(element);
     const XmlAttribute &by = attributes.required(QStringLiteral("by"));
     SortDefinition sort;
-    sort.by = formula(by.value, by.valueAt, *m_definition);
-    if (sort.by->stage > Stage::Row)
-        m_file.refuse(by.valueAt, QStringLiteral("Rows can be sorted only by what they hold."));
+    sort.by = pushed(by.value, by.valueAt);
     sort.descending = attributes.choice(QStringLiteral("order"), directions(), false);
     attributes.done();
     m_definition->sort.push_back(std::move(sort));
@@ -372,6 +259,7 @@ void DefinitionReader::readLink(const XmlElement &element) {
                         formula(inner.value, inner.valueAt, *m_definition)};
     if (link.outer->op != Op::Column || link.inner->op != Op::Column || link.outer->kind != link.inner->kind)
         m_file.refuse(element.at, QStringLiteral("A link holds two fields of one kind against each other."));
+    m_definition->linked.push_back(link.inner);
     m_links.push_back(std::move(link));
 }
 

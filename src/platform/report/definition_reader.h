@@ -7,6 +7,11 @@
 
 namespace zel::report {
 
+/// Letters, digits and "_", a letter first.
+[[nodiscard]] bool isIdentifier(const QString &name);
+/// "number", "text" and "date".
+[[nodiscard]] const std::map<QString, Kind> &kinds();
+
 /// The attributes of an element, each asked for by name; done() refuses those that nobody asked for.
 class Attributes {
 public:
@@ -74,6 +79,11 @@ private:
 
     [[nodiscard]] ExpressionPtr formula(const QString &text, qsizetype at, Definition &scope);
     [[nodiscard]] ExpressionPtr condition(const QString &text, qsizetype at);
+    /// One that stands in the report's statement: a group or sort key, or a condition on rows.
+    [[nodiscard]] ExpressionPtr pushed(const QString &text, qsizetype at);
+    [[nodiscard]] ExpressionPtr pushedCondition(const QString &text, qsizetype at);
+    template <typename Make>
+    [[nodiscard]] auto inPlace(const QString &text, qsizetype at, Make make) const;
     [[nodiscard]] ExpressionPtr optional(Attributes &attributes, const QString &name);
     [[nodiscard]] ExpressionPtr when(Attributes &attributes);
     [[nodiscard]] QString freshName(Attributes &attributes);

@@ -38,6 +38,9 @@ using Parameters = std::vector<Value>;
                                 const Selection &selection, const Parameters &inner,
                                 const Parameters &parameters);
 
+/// FormulaError when a bound condition, group or sort key can't stand in a statement.
+void checkInStatement(const Expression &expression, const Definition &definition);
+
 /// Every formula of the definition that a run evaluates.
 [[nodiscard]] std::vector<ExpressionPtr> evaluatedExpressions(const Definition &definition);
 

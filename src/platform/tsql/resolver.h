@@ -123,16 +123,18 @@ struct Resolver::Scope {
 
 /// Makes a scope the innermost one for its own lifetime.
 struct Resolver::ScopeEntry {
-    ScopeEntry(Resolver &resolver, Scope &scope) : m_resolver(resolver) {
-        scope.outer = resolver.m_scope;
+    ScopeEntry(Resolver &resolver, Scope &scope) : m_resolver(resolver), m_outer(resolver.m_scope) {
+        scope.outer = m_outer;
         resolver.m_scope = &scope;
     }
-    ~ScopeEntry() { m_resolver.m_scope = m_resolver.m_scope->outer; }
+    /// A failure may come from where another scope stood in for this one.
+    ~ScopeEntry() { m_resolver.m_scope = m_outer; }
     ScopeEntry(const ScopeEntry &) = delete;
     ScopeEntry &operator=(const ScopeEntry &) = delete;
 
 private:
     Resolver &m_resolver;
+    Scope *m_outer;
 };
 
 } // namespace zel::tsql

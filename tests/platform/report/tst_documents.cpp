@@ -1,94 +1,269 @@
-#include "memory_source.h"
-
+#include "platform/ado/recordset.h"
+#include "platform/base/error.h"
 #include "platform/report/paint.h"
 #include "platform/report/report.h"
+#include "schema/new_catalog.h"
 
+#include <QFile>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QStandardPaths>
+#include <QTemporaryDir>
 #include <QTest>
 
 using namespace zel;
 using namespace zel::report;
 
+/// The shipped definitions, on a real catalog.
 class tst_documents : public QObject {
     Q_OBJECT
 private Q_SLOTS:
+    void init();
+    void cleanup();
     void voucher();
+    void voucherPages_data();
+    void voucherPages();
+    void voucherRefused_data();
+    void voucherRefused();
+    void logonRefused();
+    void longVoucher();
     void chart();
+    void wordsComeRightFromPdf();
+
+private:
+    [[nodiscard]] std::shared_ptr<Report> open(const char *file, const QString &password = {});
+    void addPair(int voucher, int entry, const char *account, const char *amount,
+                 const QString &narration = {});
+    void addVoucher(int number);
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<ado::Connection> m_program;
 };
 
-namespace {
-QString rptPath(const char *name) {
-    return QStringLiteral(ZEL_SOURCE_DIR "/rpt/") + QString::fromLatin1(name);
+void tst_documents::init() {
+    m_folder = std::make_unique<QTemporaryDir>();
+    static const QTemporaryDir first;
+    static const bool made = [] {
+        schema::NewCatalog wanted;
+        wanted.demoChart = true;
+        schema::createCatalog(first.path(), wanted);
+        return true;
+    }();
+    QVERIFY(made && QFile::copy(first.filePath("ZEL.db"), m_folder->filePath("ZEL.db")));
+    m_program = std::make_unique<ado::Connection>();
+    m_program->setProperty("Data Source", m_folder->path());
+    m_program->setProperty("User ID", "sa");
+    m_program->Open();
+    m_program->Execute(
+        "update Company set Company = 'NORTHFIELD INSTITUTE OF ACCOUNTANCY', comAddr = 'STATION ROAD 14', "
+        "comTel = '042-111', comEmail = 'office@northfield.example'");
 }
-} // namespace
+
+void tst_documents::cleanup() {
+    m_program.reset();
+    m_folder.reset();
+}
+
+std::shared_ptr<Report> tst_documents::open(const char *file, const QString &password) {
+    auto report = Application(*m_program).OpenReport(QString(ZEL_SOURCE_DIR) + "\\rpt\\" + file);
+    Table &table = report->Database().Tables().Item(1);
+    table.ConnectionProperties("User ID").Value = "sa";
+    table.ConnectionProperties("Password").Value = password;
+    report->setPrintTime(QDateTime(QDate(2024, 3, 14), QTime(9, 5)));
+    return report;
+}
+
+void tst_documents::addPair(int voucher, int entry, const char *account, const char *amount,
+                            const QString &narration) {
+    const auto code = [](const Sql &nodes) {
+        return "(select RowID from Accounts where AcNodes = '"_sql + nodes + "')";
+    };
+    const Sql head =
+        "insert into DetJV (VouNo, VouStatus, VouDate, EntryNo, AcCode, CrAc, DrAmt, CrAmt, ChecqNo, "
+        "Naration, FileNo, BillNo) select "_sql +
+        voucher + ", 'BP', '2024-03-14', " + entry + ", ";
+    const Sql tail = ", '00451872', '"_sql + narration + "', 'F-9', '77'";
+    const Sql nodes = Sql::trusted(account);
+    const Sql amounts = Sql::trusted(amount);
+    m_program->Execute(head + code(nodes) + ", " + code("1.1.2"_sql) + ", " + amounts + ", 0" + tail);
+    m_program->Execute(head + code("1.1.2"_sql) + ", " + code(nodes) + ", 0, " + amounts + tail);
+}
+
+void tst_documents::addVoucher(int number) {
+    m_program->Execute(
+        "insert into MasJV (VouNo, VouStatus, VouDate, PaidReceive, TotalAmount, Login) values ("_sql +
+        number + ", 'BP', '2024-03-14', 'CITY PROPERTIES', 1, 'AMINA')");
+}
 
 void tst_documents::voucher() {
-    auto source = std::make_shared<MemorySource>();
-    source->add(QStringLiteral("Company"),
-                QStringLiteral(
-                    "Company_Company | Company_comAddr | Company_comTel | Company_comFax | Company_comEmail\n"
-                    "NORTHFIELD INSTITUTE OF ACCOUNTANCY | 14 Station Road, First Floor | 042-111 222 333 | "
-                    "- | office@northfield.example\n"));
-    QString lines = QStringLiteral(
-        "MasJV_VouNo|MasJV_VouStatus|MasJV_VouDate|MasJV_PaidReceive|MasJV_Login|Accounts_AcNodes|Accounts_"
-        "AcName|"
-        "Bank_AcNodes|Bank_AcName|DetJV_DrAmt|DetJV_ChecqNo|DetJV_BillNo|DetJV_FileNo|DetJV_Naration\n"
-        "5|BP|2024-03-14|CITY PROPERTIES LIMITED|ADMIN|5.1.3|OFFICE RENT|1.2.1|FIRST CITY BANK, MAIN "
-        "BRANCH|125000|00451872|77|F-9|"
-        "Rent of the first floor for March 2024\n"
-        "5|BP|2024-03-14|CITY PROPERTIES LIMITED|ADMIN|5.1.10|ELECTRICITY AND WATER OF THE FIRST AND SECOND "
-        "FLOOR|1.2.1|FIRST CITY BANK, MAIN BRANCH|18450.75|00451873|-|-|"
-        "-\n"
-        "5|BP|2024-03-14|CITY PROPERTIES LIMITED|ADMIN|5.2.1|OFFICE REPAIRS|1.2.1|FIRST CITY BANK, MAIN "
-        "BRANCH|2300.5|00451874|1180|F-12|"
-        "Repairs of the front office door, of two window frames and of the lock of the cash office, as "
-        "agreed with the landlord on 2 March, to be set against the deposit\n");
-    source->add(QStringLiteral("MasJV"), lines);
-    auto opened = Application().OpenReport(rptPath("rptBP.rpt"));
-    opened->Database().Tables().Item(1).ConnectionProperties(QStringLiteral("User ID")).Value =
-        QStringLiteral("ADMIN");
-    opened->RecordSelectionFormula = "{MasJV.VouNo}= "_sql + QStringLiteral("5") +
+    addVoucher(5);
+    addVoucher(6);
+    addPair(6, 1, "5.1.2", "1");
+    addPair(5, 2, "5.1.2", "18450.75");
+    addPair(5, 1, "5.1.1", "125000", "Rent for March");
+    auto report = open("rptBP.rpt");
+    report->RecordSelectionFormula =
+        "{MasJV.VouNo}= "_sql + QString("5") + " and {MasJV.VouStatus} = 'BP' and {Company.comActive} = 'Y'";
+    const auto document = report->document();
+    QCOMPARE(document->plainText(),
+             QString("NORTHFIELD INSTITUTE OF ACCOUNTANCY\n"
+                     "STATION ROAD 14\n"
+                     "Tel. 042-111   office@northfield.example BANK PAYMENT VOUCHER\n"
+                     "Voucher No. BP - 5 Date 14/03/2024\n"
+                     "Paid to CITY PROPERTIES\n"
+                     "Code Account Cheque no. Bill no. File no. Amount\n"
+                     "5.1.1 RENT 00451872 77 F-9 125,000.00\n"
+                     "Rent for March  (1.1.2 CITY BANK)\n"
+                     "5.1.2 ELECTRICITY 00451872 77 F-9 18,450.75\n"
+                     "(1.1.2 CITY BANK)\n"
+                     "Total 143,450.75\n"
+                     "Amount in words One Hundred Forty Three Thousand Four Hundred Fifty and 75/100 Only\n"
+                     "AMINA\n"
+                     "Prepared by Checked by Approved by Received by\n"
+                     "Printed by sa on 14/03/2024 at 09:05 Page 1 of 1"));
+}
+
+void tst_documents::voucherPages_data() {
+    QTest::addColumn<QString>("change");
+    QTest::addColumn<int>("number");
+    QTest::addColumn<QStringList>("firstLines"); // of each page
+    const QString name = "NORTHFIELD INSTITUTE OF ACCOUNTANCY";
+    QTest::newRow("there") << QString() << 5 << QStringList{name};
+    QTest::newRow("no such voucher") << QString() << 6 << QStringList{""};
+    QTest::newRow("no active company")
+        << QString("update Company set comActive = null") << 5 << QStringList{""};
+    QTest::newRow("two active companies")
+        << QString("insert into Company (Company, comActive) values ('SOUTHFIELD', 'Y')") << 5
+        << QStringList{name, "SOUTHFIELD"};
+}
+
+void tst_documents::voucherPages() {
+    QFETCH(QString, change);
+    QFETCH(int, number);
+    QFETCH(QStringList, firstLines);
+    addVoucher(5);
+    addPair(5, 1, "5.1.1", "125000");
+    m_program->Execute(Sql::trusted(change.toStdString()));
+    auto report = open("rptBP.rpt");
+    report->RecordSelectionFormula = "{MasJV.VouNo}= "_sql + QString::number(number) +
                                      " and {MasJV.VouStatus} = 'BP' and {Company.comActive} = 'Y'";
-    opened->setSource(source);
-    const auto document = opened->document();
-    qInfo().noquote() << source->statements.join(QLatin1Char('\n'));
-    qInfo().noquote() << document->plainText();
-    exportPdf(*document, QStringLiteral(ZEL_BINARY_DIR "/rptBP.pdf"));
+    const auto document = report->document();
+    QCOMPARE(document->pageCount(), int(firstLines.size()));
+    for (int page = 0; page < document->pageCount(); ++page)
+        QCOMPARE(document->page(page).plainText().section('\n', 0, 0), firstLines[page]);
+    if (firstLines.first().isEmpty())
+        QVERIFY(document->page(0).lines.empty());
+}
+
+void tst_documents::voucherRefused_data() {
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<int>("number");
+    QTest::newRow("nothing typed") << "" << 102;
+    QTest::newRow("a word") << "abc" << 207;
+    QTest::newRow("more than a number") << "5 or 1 = 1" << 102;
+    QTest::newRow("a quote") << "5'" << 105;
+}
+
+void tst_documents::voucherRefused() {
+    QFETCH(QString, typed);
+    QFETCH(int, number);
+    auto report = open("rptBP.rpt");
+    report->RecordSelectionFormula = "{MasJV.VouNo}= "_sql + typed + " and {MasJV.VouStatus} = 'BP'";
+    try {
+        const auto document = report->document();
+        QFAIL("not refused");
+    } catch (const Error &error) {
+        QCOMPARE(error.number(), number);
+    }
+}
+
+void tst_documents::logonRefused() {
+    try {
+        const auto document = open("rptChartAC.rpt", "wrong")->document();
+        QFAIL("not refused");
+    } catch (const Error &error) {
+        QCOMPARE(error.number(), 18456);
+    }
+}
+
+void tst_documents::longVoucher() {
+    addVoucher(5);
+    for (int entry = 1; entry <= 40; ++entry)
+        addPair(5, entry, "5.1.1", "1000.01",
+                "A narration that is long enough to need a second line on the voucher " + QString(60, 'x'));
+    auto report = open("rptBP.rpt");
+    report->RecordSelectionFormula =
+        "{MasJV.VouNo}= 5 and {MasJV.VouStatus} = 'BP' and {Company.comActive} = 'Y'";
+    const auto document = report->document();
+    QVERIFY(document->pageCount() > 1);
+    qsizetype rows = 0;
+    for (int index = 0; index < document->pageCount(); ++index) {
+        const Page page = document->page(index);
+        const QString text = page.plainText();
+        rows += text.count("1,000.01");
+        QVERIFY(text.contains("Paid to CITY PROPERTIES"));
+        QVERIFY(text.endsWith(QString("Page %1 of %2").arg(index + 1).arg(document->pageCount())));
+        QCOMPARE(text.contains("Total 40,000.40"), index + 1 == document->pageCount());
+        for (const TextItem &item : page.texts)
+            QVERIFY2(item.baseline < page.size.height() - 12 && item.x + item.width < page.size.width() - 17,
+                     qPrintable(item.text));
+    }
+    QCOMPARE(rows, 40);
 }
 
 void tst_documents::chart() {
-    auto source = std::make_shared<MemorySource>();
-    source->add(QStringLiteral("Company"),
-                QStringLiteral(
-                    "Company_Company | Company_comAddr | Company_comTel | Company_comFax | Company_comEmail\n"
-                    "NORTHFIELD INSTITUTE OF ACCOUNTANCY | 14 Station Road, First Floor | 042-111 222 333 | "
-                    "- | office@northfield.example\n"));
-    QString lines = QStringLiteral(
-        "Head_ParentID|Head_AcNodes|Head_AcName|Sub_RowID|Sub_Dcode|Sub_AcNodes|Sub_AcName|Account_RowID|"
-        "Account_Dcode|Account_AcNodes|Account_AcName|Account_BStatus|Account_OpenBal|Account_openDate\n");
-    for (int head = 1; head <= 4; ++head) {
-        for (int sub = 1; sub <= 3; ++sub) {
-            for (int account = 1; account <= 10; ++account)
-                lines += QStringLiteral("%1|%1|CONTROL %1|%2|%2|%1.%2|SUB CONTROL "
-                                        "%1.%2|%3|%3|%1.%2.%3|ACCOUNT NUMBER %3 OF THIS|%4|%5|2023-07-01\n")
-                             .arg(head)
-                             .arg(sub)
-                             .arg(account)
-                             .arg(QLatin1String(account == 1   ? "B"
-                                                : account == 2 ? "S"
-                                                               : "-"))
-                             .arg(account * 1250.25 * head - (sub == 2 ? 40000 : 0), 0, 'f', 2);
-        }
+    for (int code = 6; code <= 11; ++code) {
+        m_program->Execute(
+            "insert into Accounts (ParentID, Dcode, AcNodes, AcName, AcStatus, OpenBal, openDate) values ('5.1', "_sql +
+            code + ", '5.1." + code + "', 'EXPENSE " + code + "', 'DD', -100.05, '2024-01-01')");
     }
-    lines += QStringLiteral("5|5|EMPTY CONTROL|-|-|-|-|-|-|-|-|-|-|-\n");
-    source->add(QStringLiteral("Head"), lines);
-    auto opened = Application().OpenReport(rptPath("rptChartAC.rpt"));
-    opened->setSource(source);
-    const auto document = opened->document();
-    qInfo().noquote() << source->statements.join(QLatin1Char('\n'));
-    qInfo().noquote() << document->plainText();
-    exportPdf(*document, QStringLiteral(ZEL_BINARY_DIR "/rptChartAC.pdf"));
-    for (const auto &node : document->groups())
-        qInfo() << node.title << node.page << node.children.size();
+    m_program->Execute("insert into Accounts (ParentID, Dcode, AcNodes, AcName, AcStatus) values ('10', 0, "
+                       "'10', 'EMPTY', 'HH')");
+    const auto document = open("rptChartAC.rpt")->document();
+    const QStringList lines = document->plainText().split(QRegularExpression("[\n\f]"));
+    QStringList codes;
+    for (const QString &line : lines) {
+        static const QRegularExpression shape("^(\\d+(\\.\\d+)*) [A-Z]");
+        if (const auto match = shape.match(line); match.hasMatch())
+            codes += match.captured(1);
+    }
+    QCOMPARE(codes.join(' '),
+             QString("1 1.1 1.1.1 1.1.2 1.2 2 2.1 2.1.1 3 3.1 3.1.1 4 4.1 4.1.1 4.1.2 5 5.1 5.1.1 5.1.2 "
+                     "5.1.3 5.1.4 5.1.5 5.1.6 5.1.7 5.1.8 5.1.9 5.1.10 5.1.11 10"));
+    QVERIFY(lines.contains("5.1.11 EXPENSE 11 01/01/2024 -100.05"));
+    QVERIFY(lines.contains("Total EXPENSES, 11 accounts -600.30"));
+    QVERIFY(lines.contains("Control accounts 6 Total of opening balances -600.30"));
+    QVERIFY(lines.contains("Sub-control accounts 6"));
+    QVERIFY(lines.contains("Subsidiary accounts 17"));
+    const auto groups = document->groups();
+    QCOMPARE(groups.size(), std::size_t(6));
+    QCOMPARE(groups[0].title, QString("1  ASSETS"));
+    QCOMPARE(groups[0].children[1].title, QString("1.2  STUDENTS"));
+    for (const GroupNode &group : groups)
+        QVERIFY(document->page(group.page)
+                    .plainText()
+                    .contains('\n' + QString(group.title).replace("  ", " ") + '\n'));
+}
+
+void tst_documents::wordsComeRightFromPdf() {
+    const QString pdftotext = QStandardPaths::findExecutable("pdftotext");
+    if (pdftotext.isEmpty())
+        QSKIP("pdftotext is not installed");
+    addVoucher(5);
+    addPair(5, 1, "5.1.1", "125000", "office affidavit fjord efficient flight 1,234.50 Peña");
+    auto report = open("rptBP.rpt");
+    report->RecordSelectionFormula =
+        "{MasJV.VouNo}= 5 and {MasJV.VouStatus} = 'BP' and {Company.comActive} = 'Y'";
+    const auto document = report->document();
+    const QString path = m_folder->filePath("voucher.pdf");
+    exportPdf(*document, path);
+    QProcess process;
+    process.start(pdftotext, {"-layout", path, "-"});
+    QVERIFY(process.waitForFinished());
+    const auto words = [](const QString &text) {
+        return text.split(QRegularExpression("\\s+"), Qt::SkipEmptyParts).join(' ');
+    };
+    QCOMPARE(words(QString::fromUtf8(process.readAllStandardOutput())), words(document->plainText()));
 }
 
 QTEST_MAIN(tst_documents)

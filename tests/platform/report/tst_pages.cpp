@@ -1,0 +1,326 @@
+#include "memory_source.h"
+
+#include "platform/report/definition.h"
+#include "platform/report/report.h"
+#include "platform/report/text_metrics.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace zel;
+using namespace zel::report;
+
+/// Pages as text, on rows written down here: each letter is 2 mm wide and a line 5 mm high.
+class tst_pages : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void pages_data();
+    void pages();
+    void eachPageStandsAlone();
+    void totalsAreExact();
+    void formulaTexts();
+    void parameter();
+    void subreports();
+    void oneStatementEach();
+    void notFound();
+    void wraps_data();
+    void wraps();
+};
+
+namespace {
+
+class PlainMetrics final : public TextMetrics {
+public:
+    [[nodiscard]] double width(const QString &text, const Font &) const override {
+        return 2.0 * double(text.size());
+    }
+    [[nodiscard]] double ascent(const Font &) const override { return 4; }
+    [[nodiscard]] double lineHeight(const Font &) const override { return 5; }
+};
+
+const char sales[] = "S_Area|S_Town|S_Item|S_Amt|S_Note\n"
+                     "EAST|ABLE|pen|10.10|-\n"
+                     "EAST|ABLE|ink|20.20|-\n"
+                     "EAST|BAKER|pen|-5|-\n"
+                     "WEST|ABLE|ink|0.01|-\n"
+                     "WEST|CHARLIE|pen|-|-\n";
+
+/// A page of 100 mm by `height`, without margins, and the table S.
+QByteArray reportOf(const QByteArray &content, int height = 100, const QByteArray &attributes = {}) {
+    return "<report name='r' " + attributes + "><page left='0' top='0' right='110' bottom='" +
+           QByteArray::number(297 - height) +
+           "'/><table name='S'>Area text, Town text, Item text, Amt number, Note text</table>" + content +
+           "</report>";
+}
+
+struct Print {
+    explicit Print(const QByteArray &xml, const QByteArray &rows = sales) {
+        QFile file(folder.filePath("r.rpt"));
+        if (!file.open(QIODevice::WriteOnly))
+            qFatal("no room for the test");
+        file.write(xml);
+        file.close();
+        report = Application().OpenReport(file.fileName());
+        source->add("S", rows);
+        report->setSource(source);
+        report->setMetrics(std::make_shared<PlainMetrics>());
+    }
+    QTemporaryDir folder;
+    std::shared_ptr<MemorySource> source = std::make_shared<MemorySource>();
+    std::shared_ptr<Report> report;
+};
+
+const QByteArray item = "<detail height='5'><field>{S.Item}</field></detail>";
+
+} // namespace
+
+void tst_pages::pages_data() {
+    QTest::addColumn<QByteArray>("xml");
+    QTest::addColumn<QString>("text"); // lines parted by '/', pages by '//'
+    const auto row = [](const char *name, const QByteArray &xml, const char *text) {
+        QTest::newRow(name) << xml << QString(text);
+    };
+    row("rows", reportOf(item), "pen/ink/pen/ink/pen");
+    row("full pages", reportOf(item, 20), "pen/ink/pen/ink//pen");
+    row("headers and footers",
+        reportOf(
+            "<reportHeader height='5'><text>TOP</text></reportHeader><pageHeader "
+            "height='5'><text>H</text></pageHeader>" +
+                item +
+                "<pageFooter height='5'><field>PageNumber &amp; '/' &amp; PageCount</field></pageFooter>" +
+                "<reportFooter height='5'><text>END</text></reportFooter>",
+            30),
+        "H/TOP/pen/ink/pen/1|2//H/ink/pen/END/2|2");
+    row("last row goes with the footer",
+        reportOf(item + "<reportFooter height='5'><text>END</text></reportFooter>", 25),
+        "pen/ink/pen/ink//pen/END");
+    row("footer at the foot",
+        reportOf(item + "<reportFooter height='5' bottom='yes'><text>END</text></reportFooter>"),
+        "pen/ink/pen/ink/pen/END");
+    row("group totals",
+        reportOf(
+            "<group name='Area' by='{S.Area}'><header height='5'><field>{S.Area} &amp; ' ' &amp; "
+            "{Sum}</field></header>"
+            "<footer height='5'><field>'= ' &amp; {Sum} &amp; ' of ' &amp; {Rows} &amp; '/' &amp; "
+            "{Towns}</field></footer></group>"
+            "<group name='Town' by='{S.Town}'><footer height='5'><field>{S.Town} &amp; ' ' &amp; "
+            "Sum({S.Amt}, 'Town')</field></footer></group>"
+            "<total name='Sum' sum='{S.Amt}' over='Area'/><total name='Rows' count='{S.Amt}' over='Area'/>"
+            "<total name='Towns' groups='Town' over='Area'/>"
+            "<reportFooter height='5'><field>Sum({S.Amt}) &amp; ' ' &amp; Groups('Town') &amp; ' ' &amp; "
+            "Count({S.Item})</field></reportFooter>"),
+        "EAST 25.3/ABLE 30.3/BAKER -5/= 25.3 of 3|2/WEST 0.01/ABLE 0.01/CHARLIE 0/= 0.01 of 1|2/25.31 4 5");
+    row("running totals",
+        reportOf("<group name='Area' by='{S.Area}'/><total name='Run' running='{S.Amt}'/><total "
+                 "name='RunArea' running='{S.Amt}' over='Area'/>"
+                 "<detail height='5'><field>{Run} &amp; ' ' &amp; {RunArea} &amp; ' ' &amp; "
+                 "RowNumber</field></detail>",
+                 15),
+        "10.1 10.1 1/30.3 30.3 2/25.3 25.3 3//25.31 0.01 4/25.31 0.01 5");
+    row("header never without a row",
+        reportOf(
+            "<group name='Area' by='{S.Area}'><header height='5'><field>{S.Area}</field></header></group>" +
+                item,
+            25),
+        "EAST/pen/ink/pen//WEST/ink/pen");
+    row("repeated header",
+        reportOf("<group name='Area' by='{S.Area}' repeat='yes'><header "
+                 "height='5'><field>{S.Area}</field></header></group>" +
+                     item,
+                 15),
+        "EAST/pen/ink//EAST/pen//WEST/ink/pen");
+    row("kept group goes to the next page",
+        reportOf("<group name='Area' by='{S.Area}' keep='yes'><header "
+                 "height='5'><field>{S.Area}</field></header></group>" +
+                     item,
+                 30),
+        "EAST/pen/ink/pen//WEST/ink/pen");
+    row("group on a page of its own",
+        reportOf("<group name='Area' by='{S.Area}' newPage='yes'><header "
+                 "height='5'><field>{S.Area}</field></header></group>" +
+                 item),
+        "EAST/pen/ink/pen//WEST/ink/pen");
+    row("bands left out",
+        reportOf("<detail height='5' when=\"{S.Item} = 'ink'\"><field>{S.Amt}</field></detail>"),
+        "20.2/0.01");
+    row("two bands a row stay together",
+        reportOf(item + "<detail height='5' when='not IsNull({S.Amt})'><field>{S.Amt}</field></detail>", 25),
+        "pen/10.1/ink/20.2//pen/-5/ink/0.01/pen");
+    row("on one line",
+        reportOf(
+            "<detail height='5'><field x='40' w='20'>{S.Amt}</field><field w='30'>{S.Item}</field></detail>",
+            10),
+        "pen 10.1/ink 20.2//pen -5/ink 0.01//pen");
+    row("cut text", reportOf("<detail height='5'><field w='6'>{S.Town}</field></detail>"),
+        "AB…/AB…/BA…/AB…/CH…");
+    row("number too wide",
+        reportOf("<style name='n' picture='0.00'/><detail height='5'><field w='8' "
+                 "style='n'>{S.Amt}</field></detail>"),
+        "####/####/####/0.01");
+    row("zero left blank",
+        reportOf("<style name='n' blankZero='yes'/><detail height='5'><field style='n'>{S.Amt} - "
+                 "10.1</field></detail>",
+                 100),
+        "10.1/-15.1/-10.09/-10.1");
+}
+
+void tst_pages::pages() {
+    QFETCH(QByteArray, xml);
+    QFETCH(QString, text);
+    Print print(xml);
+    QString pages = print.report->document()->plainText();
+    pages.replace('/', '|').replace('\n', '/').replace("\f", "//");
+    QCOMPARE(pages, text);
+}
+
+void tst_pages::eachPageStandsAlone() {
+    QByteArray rows = "S_Area|S_Town|S_Item|S_Amt|S_Note\n";
+    for (int i = 0; i < 1000; ++i)
+        rows += "A" + QByteArray::number(i / 7) + "|T" + QByteArray::number(i / 3) + "|i|1|" +
+                QByteArray("words ").repeated(i % 20) + "\n";
+    Print print(reportOf("<group name='Area' by='{S.Area}' repeat='yes' keep='yes'><header "
+                         "height='5'><field>{S.Area}</field></header>"
+                         "<footer height='5'><field>Sum({S.Amt}, 'Area')</field></footer></group><total "
+                         "name='Run' running='{S.Amt}'/>"
+                         "<detail height='5'><field w='20'>{Run}</field><field x='30' w='60' "
+                         "grow='yes'>{S.Note}</field></detail>",
+                         60),
+                rows);
+    const auto document = print.report->document();
+    const int count = document->pageCount();
+    QVERIFY(count > 100);
+    // Backwards: no page may lean on one that was laid out before it.
+    int next = 1000;
+    for (int index = count - 1; index >= 0; --index) {
+        const Page page = document->page(index);
+        for (const TextItem &text : page.texts)
+            QVERIFY(text.baseline < 60);
+        const QStringList lines = page.plainText().split('\n');
+        for (auto line = lines.crbegin(); line != lines.crend(); ++line) {
+            if (line->section(' ', 0, 0) == QString::number(next))
+                --next;
+        }
+    }
+    QCOMPARE(next, 0);
+}
+
+void tst_pages::totalsAreExact() {
+    QByteArray rows = "S_Area|S_Town|S_Item|S_Amt|S_Note\n";
+    for (int i = 0; i < 10000; ++i)
+        rows += "A|T|i|0.1|-\nA|T|i|1000000000.01|-\n";
+    Print print(
+        reportOf("<total name='Run' running='{S.Amt}'/><reportFooter height='10'><field>Sum({S.Amt})</field>"
+                 "<field y='5'>{Run}</field></reportFooter>"),
+        rows);
+    QCOMPARE(print.report->document()->plainText(), QString("10000000001100\n10000000001100"));
+}
+
+void tst_pages::formulaTexts() {
+    Print print(reportOf(
+        "<formula name='Dates'>''</formula><formula name='Line'>'[' &amp; {Dates} &amp; ']'</formula>"
+        "<pageHeader height='5'><field>{Line}</field></pageHeader>"));
+    print.report->FormulaFields("dates").Text = "\"From :  1/2/24  To :  3/4/24\"";
+    QCOMPARE(print.report->document()->plainText(), QString("[From :  1/2/24  To :  3/4/24]"));
+    for (const auto &[text, number] : {std::pair("\"open", 105), std::pair("5", errors::TypeMismatch),
+                                       std::pair("{Line}", 207), std::pair("", 102)}) {
+        print.report->FormulaFields("Dates").Text = text;
+        try {
+            static_cast<void>(print.report->document());
+            QFAIL(text);
+        } catch (const Error &error) {
+            QCOMPARE(error.number(), number);
+            QVERIFY(error.description().contains("Dates"));
+        }
+    }
+}
+
+void tst_pages::parameter() {
+    Print print(reportOf("<parameter name='Least'/><where>{S.Amt} > {Least}</where><detail "
+                         "height='5'><field>{Least}</field></detail>"),
+                "S_Amt\n1\n");
+    print.report->EnableParameterPrompting = false;
+    print.report->ParameterFields(1).CurrentValue = "7";
+    QCOMPARE(print.report->document()->plainText(), QString("7"));
+    QVERIFY(print.source->statements.back().endsWith("where S.Amt > 7"));
+}
+
+void tst_pages::subreports() {
+    const QByteArray table = "<table name='K'>Area text, Name text, Amt number</table>";
+    const QByteArray inner =
+        "<formula name='All'>Sum({K.Amt})</formula>"
+        "<detail height='5'><field>'- ' &amp; {K.Name}</field></detail>"
+        "<reportFooter height='5'><field>'= ' &amp; {All}</field></reportFooter></subreport>";
+    Print print(reportOf("<subreport name='rptAll'>" + table + inner + "<subreport name='rptByArea'>" +
+                         table + "<link outer='{S.Area}' inner='{K.Area}'/>" + inner +
+                         "<reportHeader><place subreport='rptAll' y='5'/><text>ALL</text><text "
+                         "y='6'>BELOW</text></reportHeader>" +
+                         "<group name='Area' by='{S.Area}'><header height='5'><field>{S.Area} &amp; ' ' "
+                         "&amp; FromSub('rptAll', 'All')</field>" +
+                         "<place subreport='rptByArea' y='5'/></header></group>"),
+                "S_Area|S_Amt\nEAST|1\nNORTH|1\nWEST |1\n");
+    print.source->add("K", "K_Area|K_Name|K_Amt\nEast|e1|1\nWEST|w1|2\nEAST |e2|4\n");
+    print.report->OpenSubreport("RPTALL").RecordSelectionFormula = "{K.Amt} > 0";
+    QCOMPARE(print.report->document()->plainText().replace('\n', '/'),
+             QString("ALL/- e1/- w1/- e2/= 7/BELOW/EAST 7/- e1/- e2/= 5/NORTH 7/= 0/WEST 7/- w1/= 2"));
+}
+
+void tst_pages::oneStatementEach() {
+    Print print(
+        reportOf("<subreport name='inner'><table name='K'>Area text, Name text</table><link outer='{S.Area}' "
+                 "inner='{K.Area}'/>"
+                 "<detail height='5'><field>{K.Name}</field></detail></subreport>"
+                 "<detail height='5'><field>{S.Area}</field><place subreport='inner' y='5'/></detail>"));
+    print.source->add("K", "K_Area|K_Name\nEAST|x\n");
+    print.report->RecordSelectionFormula = "{S.Amt} > 0";
+    static_cast<void>(print.report->document()->plainText());
+    QCOMPARE(print.source->statements, QStringList({"select S.Area as S_Area from S where S.Amt > 0",
+                                                    "select K.Area as K_Area, K.Name as K_Name from K where "
+                                                    "K.Area in (select S.Area from S where S.Amt > 0)"}));
+}
+
+void tst_pages::notFound() {
+    Print print(reportOf(item));
+    const auto refused = [](auto action) {
+        try {
+            action();
+        } catch (const Error &error) {
+            return error.number();
+        }
+        return 0;
+    };
+    Report &report = *print.report;
+    QCOMPARE(refused([&] { report.FormulaFields("Dates").Text.clear(); }), errors::ItemNotFound);
+    QCOMPARE(refused([&] { report.ParameterFields(1).CurrentValue = 1; }), errors::ItemNotFound);
+    QCOMPARE(refused([&] { report.OpenSubreport("inner2").RecordSelectionFormula = Sql(); }),
+             errors::ItemNotFound);
+    QCOMPARE(refused([&] { static_cast<void>(report.Database().Tables().Item(2)); }), errors::ItemNotFound);
+    QCOMPARE(refused([&] { report.Database().Tables().Item(1).ConnectionProperties("Pwd").Value.clear(); }),
+             errors::ItemNotFound);
+}
+
+void tst_pages::wraps_data() {
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("lines");
+    QTest::newRow("fits") << "abc de"
+                          << "abc de";
+    QTest::newRow("at a blank") << "abcdef ghij klm"
+                                << "abcdef/ghij klm";
+    QTest::newRow("blank at the edge") << "abcdefghij klm"
+                                       << "abcdefghij/klm";
+    QTest::newRow("long word") << "abcdefghijklm no"
+                               << "abcdefghij/klm no";
+    QTest::newRow("line end") << "abc\nde"
+                              << "abc/de";
+    QTest::newRow("empty") << ""
+                           << "";
+}
+
+void tst_pages::wraps() {
+    QFETCH(QString, text);
+    QFETCH(QString, lines);
+    QCOMPARE(wrapped(text, 20, Font(), PlainMetrics()).join('/'), lines);
+}
+
+QTEST_MAIN(tst_pages)
+#include "tst_pages.moc"

@@ -1,0 +1,220 @@
+#include "../memory_source.h"
+
+#include "platform/report/viewer/cr_viewer.h"
+#include "platform/report/viewer/page_view.h"
+
+#include <QAction>
+#include <QFile>
+#include <QLineEdit>
+#include <QScrollBar>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QToolBar>
+#include <QToolButton>
+#include <QTreeWidget>
+
+using namespace zel;
+using namespace zel::report;
+using namespace zel::viewer;
+
+/// The viewer by its keys and tools, on a report of 40 pages in 20 groups, one item a page.
+class tst_viewer : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void keys_data();
+    void keys();
+    void pageBox();
+    void zoom();
+    void findMarksAllHits();
+    void groupTree();
+    void onePageAtATime();
+    void onlyPagesInViewArePainted();
+    void secondReportReplaces();
+    void toolsCanBeReached();
+
+private:
+    [[nodiscard]] std::shared_ptr<Report> open(const QByteArray &content, const QString &rows);
+    [[nodiscard]] PageView &pages() const { return *m_viewer->findChild<PageView *>(); }
+    [[nodiscard]] QAction &action(const char *name) const { return *m_viewer->findChild<QAction *>(name); }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<CRViewer91> m_viewer;
+};
+
+std::shared_ptr<Report> tst_viewer::open(const QByteArray &content, const QString &rows) {
+    QFile file(m_folder->filePath("r.rpt"));
+    if (!file.open(QIODevice::WriteOnly))
+        qFatal("no room for the test");
+    file.write("<report name='r'><table name='S'>Area text, Item text</table>" + content + "</report>");
+    file.close();
+    auto source = std::make_shared<MemorySource>();
+    source->add("S", rows);
+    auto report = Application().OpenReport(file.fileName());
+    report->setSource(source);
+    return report;
+}
+
+void tst_viewer::init() {
+    m_folder = std::make_unique<QTemporaryDir>();
+    m_viewer = std::make_unique<CRViewer91>();
+    QString rows = "S_Area|S_Item\n";
+    for (int row = 0; row < 40; ++row)
+        rows += QString("AREA %1|item %2 of pens\n").arg(row / 2).arg(row);
+    m_viewer->setReportSource(
+        open("<group name='Area' by='{S.Area}'><header><field>{S.Area}</field></header></group>"
+             "<detail height='200'><field>{S.Item}</field><field y='20'>{S.Item}</field></detail>",
+             rows));
+    QCOMPARE(m_viewer->pageCount(), 0);
+    m_viewer->ViewReport();
+    m_viewer->resize(800, 600);
+    m_viewer->show();
+    QVERIFY(QTest::qWaitForWindowActive(m_viewer.get()));
+    pages().setFocus();
+}
+
+void tst_viewer::cleanup() {
+    m_viewer.reset();
+    m_folder.reset();
+}
+
+void tst_viewer::keys_data() {
+    QTest::addColumn<int>("key");
+    QTest::addColumn<int>("page");
+    QTest::newRow("End") << int(Qt::Key_End) << 40;
+    QTest::newRow("Home") << int(Qt::Key_Home) << 1;
+}
+
+void tst_viewer::keys() {
+    QFETCH(int, key);
+    QFETCH(int, page);
+    QCOMPARE(m_viewer->pageCount(), 40);
+    action("actNext").trigger();
+    QCOMPARE(m_viewer->currentPage(), 2);
+    QTest::keyClick(&pages(), Qt::Key(key));
+    QCOMPARE(m_viewer->currentPage(), page);
+    const int before = pages().verticalScrollBar()->value();
+    QTest::keyClick(&pages(), key == Qt::Key_End ? Qt::Key_PageUp : Qt::Key_PageDown);
+    QVERIFY(pages().verticalScrollBar()->value() != before);
+    QTest::keyClick(&pages(), Qt::Key_F5);
+    QCOMPARE(m_viewer->pageCount(), 40);
+}
+
+void tst_viewer::pageBox() {
+    auto &box = *m_viewer->findChild<QLineEdit *>("txtPage");
+    box.setFocus();
+    box.selectAll();
+    QTest::keyClicks(&box, "17");
+    QTest::keyClick(&box, Qt::Key_Return);
+    QCOMPARE(m_viewer->currentPage(), 17);
+    box.selectAll();
+    QTest::keyClicks(&box, "999");
+    QTest::keyClick(&box, Qt::Key_Return);
+    QCOMPARE(m_viewer->currentPage(), 40);
+    QCOMPARE(box.text(), QString("40"));
+}
+
+void tst_viewer::zoom() {
+    action("actNext").trigger();
+    const double fitted = pages().zoom();
+    QTest::keyClick(&pages(), Qt::Key_Plus, Qt::ControlModifier);
+    QVERIFY(qFuzzyCompare(pages().zoom(), fitted * 1.25));
+    QCOMPARE(m_viewer->currentPage(), 2);
+    QTest::keyClick(&pages(), Qt::Key_Minus, Qt::ControlModifier);
+    QVERIFY(qFuzzyCompare(pages().zoom(), fitted));
+    action("actFitPage").trigger();
+    QVERIFY(pages().zoom() < fitted);
+    m_viewer->resize(800, 900);
+    QTRY_VERIFY(pages().zoom() > 0.6);
+    QCOMPARE(m_viewer->currentPage(), 2);
+    action("actFitWidth").trigger();
+    QVERIFY(qAbs(pages().zoom() - fitted) < 0.01);
+}
+
+void tst_viewer::findMarksAllHits() {
+    QTest::keyClick(&pages(), Qt::Key_F, Qt::ControlModifier);
+    auto &box = *m_viewer->findChild<QLineEdit *>("txtFind");
+    QVERIFY(box.hasFocus());
+    QTest::keyClicks(&box, "ITEM 37");
+    QTest::keyClick(&box, Qt::Key_Return);
+    QCOMPARE(m_viewer->currentPage(), 38);
+    QTest::keyClick(&box, Qt::Key_F3);
+    QCOMPARE(m_viewer->currentPage(), 38);
+    const QImage image = pages().viewport()->grab().toImage();
+    int marked = 0;
+    int current = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            marked += image.pixelColor(x, y) == QColor(255, 235, 130);
+            current += image.pixelColor(x, y) == QColor(255, 170, 60);
+        }
+    }
+    QVERIFY2(marked > 50 && current > 50, qPrintable(QString("%1 %2").arg(marked).arg(current)));
+    QVERIFY(m_viewer->find("item 3 of"));
+    QCOMPARE(m_viewer->currentPage(), 4);
+    QVERIFY(!m_viewer->find("nowhere"));
+    QCOMPARE(box.toolTip(), QString("Not found"));
+}
+
+void tst_viewer::groupTree() {
+    auto &tree = *m_viewer->findChild<QTreeWidget *>("groups");
+    QVERIFY(tree.isVisible());
+    QCOMPARE(tree.topLevelItemCount(), 20);
+    tree.setCurrentItem(tree.topLevelItem(10));
+    const QString shown = pages().document()->page(m_viewer->currentPage() - 1).plainText();
+    QVERIFY2(shown.contains("AREA 10"), qPrintable(shown));
+}
+
+void tst_viewer::onePageAtATime() {
+    action("actContinuous").trigger();
+    action("actFitPage").trigger();
+    for (int page = 2; page <= 4; ++page) {
+        QTest::keyClick(&pages(), Qt::Key_PageDown);
+        QCOMPARE(m_viewer->currentPage(), page);
+    }
+    QCOMPARE(pages().verticalScrollBar()->maximum(), 0);
+    QTest::keyClick(&pages(), Qt::Key_PageUp);
+    QCOMPARE(m_viewer->currentPage(), 3);
+}
+
+void tst_viewer::onlyPagesInViewArePainted() {
+    const auto ink = [this] {
+        const QImage image = pages().viewport()->grab().toImage();
+        int dark = 0;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x)
+                dark += qGray(image.pixel(x, y)) < 80;
+        }
+        return dark;
+    };
+    QVERIFY(ink() > 20);
+    action("actLast").trigger();
+    QVERIFY(ink() > 20);
+}
+
+void tst_viewer::secondReportReplaces() {
+    QTest::keyClick(&pages(), Qt::Key_End);
+    m_viewer->setReportSource(open("<detail><field>{S.Item}</field></detail>", "S_Item\nonly\n"));
+    QCOMPARE(m_viewer->pageCount(), 40);
+    m_viewer->ViewReport();
+    QCOMPARE(m_viewer->property("pageCount").toInt(), 1);
+    QCOMPARE(m_viewer->property("plainText").toString(), QString("only"));
+    QCOMPARE(m_viewer->currentPage(), 1);
+    QVERIFY(!m_viewer->findChild<QTreeWidget *>("groups")->isVisible());
+}
+
+void tst_viewer::toolsCanBeReached() {
+    int buttons = 0;
+    for (const QToolButton *button : m_viewer->findChild<QToolBar *>("tools")->findChildren<QToolButton *>(
+             QString(), Qt::FindDirectChildrenOnly)) {
+        if (!button->defaultAction())
+            continue;
+        ++buttons;
+        QVERIFY2(!button->text().isEmpty() && !button->toolTip().isEmpty(), qPrintable(button->objectName()));
+    }
+    QCOMPARE(buttons, 13);
+}
+
+QTEST_MAIN(tst_viewer)
+#include "tst_viewer.moc"
