@@ -5,6 +5,7 @@
 #include "shell/frmSecMenus.h"
 #include "shell/module1.h"
 #include "shell/screens.h"
+#include "vouchers/voucher.h"
 
 namespace {
 
@@ -12,13 +13,15 @@ namespace {
 zel::shell::Screens screens() {
     using namespace zel;
     using shell::shows;
-    return {
+    shell::Screens screens{
         {"mnuChartOfAC", shows(accounts::frmAccount::reference)},
         {"frmAccount", shell::showsMaximized(accounts::frmAccount::reference)},
         {"mnuVocSetting", shows(accounts::frmAcSetting::reference)},
         {"mnuSession", shows(institute::frmSession::reference)},
         {"frmSecMenus", shows(shell::frmSecMenus::reference)},
     };
+    screens.merge(vouchers::voucherScreens());
+    return screens;
 }
 
 } // namespace

@@ -4,8 +4,7 @@
 
 namespace zel::accounts {
 
-void fillAccountList(controls::Grid &grid, const QList<controls::Grid::Column> &columns)
-{
+void fillAccountList(controls::Grid &grid, const QList<controls::Grid::Column> &columns) {
     if (shell::gRs.RecordCount() < 1) {
         grid.setDataSource(nullptr);
         grid.Clear();

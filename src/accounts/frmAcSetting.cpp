@@ -3,6 +3,7 @@
 #include "accounts/frmFindAC.h"
 #include "accounts/setting_tables.h"
 #include "platform/controls/focus.h"
+#include "platform/controls/look.h"
 #include "platform/controls/msg_box.h"
 #include "shell/module1.h"
 
@@ -14,33 +15,28 @@ namespace zel::accounts {
 
 namespace {
 
-void setOption(controls::OptionButton &option, bool chosen)
-{
+void setOption(controls::OptionButton &option, bool chosen) {
     option.setAutoExclusive(chosen); // an option that excludes others can't be cleared
     option.setChecked(chosen);
     option.setAutoExclusive(true);
 }
 
-void setAccount(controls::TextBox &box, const QString &title, const QString &rowID)
-{
+void setAccount(controls::TextBox &box, const QString &title, const QString &rowID) {
     box.setText(title);
     box.setTag(rowID);
 }
 
-void showSide(const Side &side, const QString &acStatus, const QString &fix)
-{
+void showSide(const Side &side, const QString &acStatus, const QString &fix) {
     setOption(*side.debit, acStatus == "DR");
     setOption(*side.credit, acStatus == "CR");
     side.fix->setChecked(fix == "Y");
 }
 
-void clearSide(const Side &side)
-{
+void clearSide(const Side &side) {
     showSide(side, {}, {});
 }
 
-void saveSide(const Side &side)
-{
+void saveSide(const Side &side) {
     gRs.Fields("AcStatus") = side.debit->isChecked()    ? Value("DR")
                              : side.credit->isChecked() ? Value("CR")
                                                         : Value(Null());
@@ -49,9 +45,11 @@ void saveSide(const Side &side)
 
 } // namespace
 
-frmAcSetting::frmAcSetting() : ui(std::make_unique<Ui::frmAcSetting>())
-{
+frmAcSetting::frmAcSetting() : ui(std::make_unique<Ui::frmAcSetting>()) {
     ui->setupUi(this);
+    ui->cmdSave->setIcon(controls::icon("save"));
+    ui->cmdClear->setIcon(controls::icon("remove"));
+    ui->cmdExit->setIcon(controls::icon("exit"));
     m_tables = std::make_unique<SettingTables>(*ui);
     for (const Finding &finding : m_tables->findings) {
         connect(finding.button, &controls::Button::clicked, this, [this, finding] {
@@ -78,13 +76,11 @@ frmAcSetting::frmAcSetting() : ui(std::make_unique<Ui::frmAcSetting>())
 
 frmAcSetting::~frmAcSetting() = default;
 
-void frmAcSetting::Form_Load()
-{
+void frmAcSetting::Form_Load() {
     FillVouSetting();
 }
 
-void frmAcSetting::Form_Activate()
-{
+void frmAcSetting::Form_Activate() {
     if (gFoundRowID <= 0)
         return;
     for (const Finding &finding : m_tables->findings) {
@@ -97,13 +93,11 @@ void frmAcSetting::Form_Activate()
     gFoundRowID = 0;
 }
 
-void frmAcSetting::Form_Unload()
-{
+void frmAcSetting::Form_Unload() {
     ApplyMenus();
 }
 
-void frmAcSetting::FillVouSetting()
-{
+void frmAcSetting::FillVouSetting() {
     OpenRs("Select vouNo,AcTitle=(Select AcName From Accounts Where AcStatus <> 'HH' and rowid=AcCode),"
            "OthAC=(Select AcName From Accounts Where AcStatus='DD' and rowid=OthAcCode),"
            "IncomeAC=(Select AcName From Accounts Where AcStatus='DD' and rowid=ITaxAc),"
@@ -126,8 +120,7 @@ void frmAcSetting::FillVouSetting()
     }
 }
 
-void frmAcSetting::cmdSave_Click()
-{
+void frmAcSetting::cmdSave_Click() {
     gCon.Execute("Delete From VouSetting");
     OpenRs("Select * From VouSetting");
     for (const SettingRow &row : m_tables->rows) {
@@ -149,8 +142,7 @@ void frmAcSetting::cmdSave_Click()
     controls::MsgBox("Sucessfully  save you Voucher Setting", controls::vbInformation);
 }
 
-void frmAcSetting::cmdClear_Click()
-{
+void frmAcSetting::cmdClear_Click() {
     for (controls::TextBox *box : findChildren<controls::TextBox *>())
         setAccount(*box, {}, {});
     for (controls::OptionButton *option : findChildren<controls::OptionButton *>())
@@ -159,8 +151,7 @@ void frmAcSetting::cmdClear_Click()
         check->setChecked(false);
 }
 
-void frmAcSetting::cmdExit_Click()
-{
+void frmAcSetting::cmdExit_Click() {
     Unload();
     reference.clear();
 }

@@ -2,7 +2,6 @@
 
 #include "accounts/account_code.h"
 #include "accounts/account_list.h"
-#include "platform/base/error.h"
 #include "platform/controls/focus.h"
 #include "platform/controls/look.h"
 #include "platform/controls/msg_box.h"
@@ -12,7 +11,6 @@
 #include "ui_frmAccount.h"
 
 #include <QAction>
-#include <QCursor>
 #include <QMenu>
 
 #include <map>
@@ -21,10 +19,14 @@ using namespace zel::shell;
 
 namespace zel::accounts {
 
-frmAccount::frmAccount() : ui(std::make_unique<Ui::frmAccount>()), mnuPop(new QMenu(this))
-{
+frmAccount::frmAccount() : ui(std::make_unique<Ui::frmAccount>()), mnuPop(new QMenu(this)) {
     ui->setupUi(this);
     ui->lstTree->setImages({controls::icon("level-1"), controls::icon("level-2"), controls::icon("level-3")});
+    ui->Command3->setIcon(controls::icon("delete"));
+    ui->cmdCancel->setIcon(controls::icon("cancel"));
+    ui->cmdPrint->setIcon(controls::icon("print"));
+    ui->cmdExit->setIcon(controls::icon("exit"));
+    offer("&New");
     mnuPop->setObjectName("mnuPop");
     QAction *mnuEdit = mnuPop->addAction(controls::icon("edit"), "Edit");
     mnuEdit->setObjectName("mnuEdit");
@@ -41,8 +43,7 @@ frmAccount::frmAccount() : ui(std::make_unique<Ui::frmAccount>()), mnuPop(new QM
 
 frmAccount::~frmAccount() = default;
 
-void frmAccount::connectEvents()
-{
+void frmAccount::connectEvents() {
     connect(ui->lstTree, &controls::TreeView::mouseDown, this,
             [this](Qt::MouseButton button) { RightDown = button == Qt::RightButton; });
     connect(ui->lstTree, &controls::TreeView::nodeClicked, this, &frmAccount::lstTree_NodeClick);
@@ -70,8 +71,7 @@ void frmAccount::connectEvents()
     connect(ui->cmdExit, &controls::Button::clicked, this, &frmAccount::cmdExit_Click);
 }
 
-void frmAccount::Form_Load()
-{
+void frmAccount::Form_Load() {
     ui->SSTab->setCurrentIndex(0);
     ui->dtpOpening->setValue(QDate::currentDate());
     FillTreeData();
@@ -79,13 +79,11 @@ void frmAccount::Form_Load()
     FillGrid();
 }
 
-void frmAccount::Form_Unload()
-{
+void frmAccount::Form_Unload() {
     ApplyMenus();
 }
 
-void frmAccount::SetMaxlength()
-{
+void frmAccount::SetMaxlength() {
     OpenRs("Select * from accounts where 0=1");
     for (controls::TextField *box : controls::textFields(this, "D")) {
         if (box != ui->txt_OpenBal)
@@ -95,74 +93,7 @@ void frmAccount::SetMaxlength()
         title->setMaxTyped(gRs.Fields("AcName").DefinedSize());
 }
 
-void frmAccount::FillTreeData()
-{
-    // A parent's code is the beginning of its children's: in text order it comes before them.
-    OpenRs("Select * from accounts order by acnodes");
-    ui->lstTree->clearNodes();
-    if (gRs.RecordCount() > 0)
-        gRs.MoveFirst();
-    for (; !gRs.atEnd(); gRs.MoveNext()) {
-        const QString status = gRs.Fields("AcStatus").text();
-        const QString parent = nodeKey(gRs.Fields("ParentID").text());
-        const QString key = status == "HH" ? parent : nodeKey(gRs.Fields("AcNodes").text());
-        const QString title = gRs.Fields("AcName").text();
-        if (status == "HH")
-            ui->lstTree->addNode({}, key, title, 1);
-        else if (status == "HD")
-            ui->lstTree->addNode(parent, key, title, 2);
-        else if (status == "DD")
-            ui->lstTree->addNode(parent, key, title, 3);
-        else
-            continue;
-        ui->lstTree->node(key)->Tag = gRs.Fields("rowId").text();
-    }
-}
-
-void frmAccount::select(const QString &key)
-{
-    SelKey = key;
-    ui->txtFindParent->setText(ui->lstTree->node(key)->Tag);
-}
-
-void frmAccount::lstTree_NodeClick(controls::TreeNode *node)
-{
-    select(node->Key());
-    FillData();
-    ui->chkHead->setChecked(false);
-    ui->txtAcDes->setEnabled(false);
-    ui->txtOrder->setEnabled(false);
-    ui->txtSubControl->setEnabled(false);
-    if (RightDown && (SelStatus == "HH" || SelStatus == "HD")) {
-        // Under the mouse, or beside the node that the keyboard's menu key was pressed on.
-        const QWidget *tree = ui->lstTree->viewport();
-        const QRect line = ui->lstTree->visualItemRect(node);
-        const QPoint mouse = tree->mapFromGlobal(QCursor::pos());
-        mnuPop->exec(tree->mapToGlobal(line.contains(mouse) ? mouse : line.bottomLeft()));
-    }
-    RightDown = false;
-    SelStatus.clear();
-}
-
-void frmAccount::nodeOpenedOrClosed(controls::TreeNode *node)
-{
-    try {
-        ClearAll();
-        select(node->Key());
-        FillData();
-    } catch (const Error &) {
-        // What can't be shown is left empty: the tree itself goes on opening and closing.
-    }
-    offer("&New");
-    ui->txtAcDes->setEnabled(false);
-    ui->txtOrder->setEnabled(false);
-    ui->txtSubControl->setEnabled(false);
-    ui->chkHead->setChecked(false);
-    ui->frmEntry->setVisible(false);
-}
-
-void frmAccount::FillData()
-{
+void frmAccount::FillData() {
     ClearAll();
     if (ui->txtFindParent->text().isEmpty())
         return;
@@ -218,11 +149,10 @@ void frmAccount::FillData()
         FillDetail();
 }
 
-void frmAccount::FillDetail()
-{
+void frmAccount::FillDetail() {
     loadTagged(*this, gRs, {}, "D");
     ui->dtpOpening->setValue(gRs.Fields("openDate").isNull() ? QDate::currentDate()
-                                                              : gRs.Fields("openDate").value().date());
+                                                             : gRs.Fields("openDate").value().date());
     if (!gRs.Fields("GST").isNull())
         ui->txt_Gstno->setText(gRs.Fields("GST").text());
     if (!gRs.Fields("NTN").isNull())
@@ -231,8 +161,7 @@ void frmAccount::FillDetail()
     ui->chkSupplier->setChecked(gRs.Fields("BStatus").text() == "S");
 }
 
-void frmAccount::ClearAll()
-{
+void frmAccount::ClearAll() {
     for (controls::TextBox *box : {ui->txtAcDes, ui->txtOrder, ui->txtSubControl, ui->txtSubsidiary})
         box->clear();
     shell::ClearAll(*this, "D");
@@ -241,35 +170,16 @@ void frmAccount::ClearAll()
     ui->dtpOpening->setValue(QDate::currentDate());
 }
 
-void frmAccount::offer(const char *caption)
-{
+void frmAccount::offer(const char *caption) {
     ui->cmdCreateAc->setText(caption);
     ui->cmdCreateAc->setIcon(controls::icon(isSaveOffered() ? "save" : "new"));
 }
 
-bool frmAccount::isSaveOffered() const
-{
+bool frmAccount::isSaveOffered() const {
     return ui->cmdCreateAc->text() == "&Save";
 }
 
-void frmAccount::mnuEdit_Click()
-{
-    offer("&Save");
-    ui->chkHead->setChecked(false);
-    ui->chkHead->setEnabled(false);
-    const bool isControl = SelStatus == "HH";
-    if (!isControl && SelStatus != "HD")
-        return;
-    ui->txtAcDes->setEnabled(isControl);
-    ui->txtOrder->setEnabled(isControl);
-    ui->txtSubControl->setEnabled(!isControl);
-    ui->txtSubControl->setVisible(!isControl);
-    ui->lblSubControl->setVisible(!isControl);
-    controls::SetFocus(isControl ? ui->txtAcDes : ui->txtSubControl);
-}
-
-void frmAccount::cmdCancel_Click()
-{
+void frmAccount::cmdCancel_Click() {
     ClearAll();
     ui->frmEntry->setVisible(false);
     ui->txtSubControl->setEnabled(false);
@@ -279,8 +189,7 @@ void frmAccount::cmdCancel_Click()
     controls::SetFocus(ui->lstTree);
 }
 
-void frmAccount::Command3_Click()
-{
+void frmAccount::Command3_Click() {
     const QString account = ui->txtFindParent->text();
     if (account.isEmpty()) {
         controls::MsgBox("please select any one account", controls::vbInformation);
@@ -316,13 +225,11 @@ void frmAccount::Command3_Click()
     FillGrid();
 }
 
-void frmAccount::cmdPrint_Click()
-{
+void frmAccount::cmdPrint_Click() {
     m_report.print("rptChartAC.rpt", {});
 }
 
-void frmAccount::cmdExit_Click()
-{
+void frmAccount::cmdExit_Click() {
     if (gFinderOpen) {
         Hide();
         return;
@@ -332,9 +239,9 @@ void frmAccount::cmdExit_Click()
     ApplyMenus();
 }
 
-void frmAccount::FillGrid()
-{
-    OpenRs("Select RowID,AcNodes,AcName,Location,Contact,Fax,Email,OpenBal,Addr,Addr2,ParentID,AcNodes From Accounts "
+void frmAccount::FillGrid() {
+    OpenRs("Select RowID,AcNodes,AcName,Location,Contact,Fax,Email,OpenBal,Addr,Addr2,ParentID,AcNodes From "
+           "Accounts "
            "Where acStatus='DD' and AcName Like '%"_sql +
            ui->txtFindAC->text() + "%' order by AcName");
     fillAccountList(*ui->mshSearch, {{"RowNo", 0},
@@ -349,8 +256,7 @@ void frmAccount::FillGrid()
                                      {"Address 2", 3500}});
 }
 
-void frmAccount::mshSearch_DblClick(int row)
-{
+void frmAccount::mshSearch_DblClick(int row) {
     const QString account = ui->mshSearch->TextMatrix(row, 0);
     if (account.isEmpty())
         return;
@@ -358,28 +264,7 @@ void frmAccount::mshSearch_DblClick(int row)
     ui->SSTab->setCurrentIndex(0);
 }
 
-void frmAccount::EditAC(const QString &RowID)
-{
-    const controls::TreeNode *shown = nullptr;
-    for (controls::TreeNode *node : ui->lstTree->nodes()) {
-        if (node->Tag != RowID) {
-            node->setExpanded(false);
-            continue;
-        }
-        controls::SetFocus(ui->lstTree);
-        node->setExpanded(true);
-        ui->lstTree->select(node);
-        shown = node;
-    }
-    if (!shown)
-        return;
-    // The closing of a later node shows that one, so the boxes are filled when all have moved.
-    ui->txtFindParent->setText(shown->Tag);
-    FillData();
-}
-
-void frmAccount::FillTypes(int number)
-{
+void frmAccount::FillTypes(int number) {
     if (m_types.State() == ado::adStateOpen)
         m_types.Close();
     if (number == 1)

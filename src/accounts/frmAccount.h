@@ -20,9 +20,9 @@ namespace Ui {
 class frmAccount;
 }
 
-/// "Chart Of Accounts": the tree of control (HH), sub-control (HD) and subsidiary accounts (DD), the boxes of the
-/// one that is shown, and a search over the subsidiaries. txtFindParent, which is hidden, holds the RowID of the
-/// current account; the caption of cmdCreateAc, "&New" or "&Save", is what its click does.
+/// "Chart Of Accounts": the tree of control (HH), sub-control (HD) and subsidiary accounts (DD), the boxes of
+/// the one that is shown, and a search over the subsidiaries. txtFindParent, which is hidden, holds the RowID
+/// of the current account; the caption of cmdCreateAc, "&New" or "&Save", is what its click does.
 class frmAccount : public controls::Form {
     Q_OBJECT
 public:
@@ -93,11 +93,11 @@ private:
     shell::ReportLauncher m_report;
     ado::Recordset m_types;
     QMenu *mnuPop;
-    bool IsNew = false;      ///< the next save creates an account
-    QString OldTitle;        ///< the title as loaded
-    QString SelStatus;       ///< AcStatus of the account loaded last
-    QString SelKey;          ///< key of the node clicked last
-    bool RightDown = false;  ///< the last mouse button pressed on the tree was the right one
+    bool IsNew = false;     ///< the next save creates an account
+    QString OldTitle;       ///< the title as loaded
+    QString SelStatus;      ///< AcStatus of the account loaded last
+    QString SelKey;         ///< key of the node clicked last
+    bool RightDown = false; ///< the last mouse button pressed on the tree was the right one
 };
 
 } // namespace zel::accounts

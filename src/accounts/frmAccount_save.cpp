@@ -13,8 +13,7 @@ using namespace zel::shell;
 
 namespace zel::accounts {
 
-void frmAccount::cmdCreateAc_Click()
-{
+void frmAccount::cmdCreateAc_Click() {
     if (ui->cmdCreateAc->text() == "&New")
         prepareEntry();
     else if (isSaveOffered() && !save())
@@ -22,8 +21,7 @@ void frmAccount::cmdCreateAc_Click()
     FillGrid();
 }
 
-void frmAccount::prepareEntry()
-{
+void frmAccount::prepareEntry() {
     offer("&Save");
     IsNew = true;
     ClearAll();
@@ -53,8 +51,7 @@ void frmAccount::prepareEntry()
     }
 }
 
-void frmAccount::prepareSubControl(const QString &parentTitle)
-{
+void frmAccount::prepareSubControl(const QString &parentTitle) {
     ui->txtAcDes->setEnabled(false);
     ui->txtAcDes->setText(parentTitle);
     ui->txtSubControl->setVisible(true);
@@ -66,8 +63,7 @@ void frmAccount::prepareSubControl(const QString &parentTitle)
     ui->chkHead->setEnabled(false);
 }
 
-void frmAccount::prepareSubsidiary(const QString &parentTitle, const QString &parentID)
-{
+void frmAccount::prepareSubsidiary(const QString &parentTitle, const QString &parentID) {
     ui->frmEntry->setVisible(true);
     ui->txtSubControl->setVisible(true);
     ui->txtSubControl->setEnabled(false);
@@ -81,8 +77,7 @@ void frmAccount::prepareSubsidiary(const QString &parentTitle, const QString &pa
     }
 }
 
-bool frmAccount::save()
-{
+bool frmAccount::save() {
     if (ui->txtAcDes->text().isEmpty()) {
         controls::MsgBox("please enter Account Title", controls::vbInformation);
         return false;
@@ -110,8 +105,7 @@ bool frmAccount::save()
     return true;
 }
 
-bool frmAccount::titleIsFree()
-{
+bool frmAccount::titleIsFree() {
     controls::TextBox *box = nullptr;
     if (ui->txtAcDes->isEnabled())
         box = ui->txtAcDes;
@@ -119,7 +113,8 @@ bool frmAccount::titleIsFree()
         box = ui->txtSubsidiary;
     if (!box || (!IsNew && box->text() == OldTitle))
         return true;
-    OpenRs("Select AcName From Accounts where replace(acname,' ', '') = '"_sql + box->text().remove(' ') + "'");
+    OpenRs("Select AcName From Accounts where replace(acname,' ', '') = '"_sql + box->text().remove(' ') +
+           "'");
     if (gRs.RecordCount() < 1)
         return true;
     controls::MsgBox("Account Titel is already exitis, please change Account Title", controls::vbInformation);
@@ -127,8 +122,7 @@ bool frmAccount::titleIsFree()
     return false;
 }
 
-frmAccount::Saved frmAccount::saveControlAccount()
-{
+frmAccount::Saved frmAccount::saveControlAccount() {
     OpenRs("select isnull(max(cast(parentid as bigint)),0) +1 as ParentId from accounts where acstatus='HH'");
     const QString number = gRs.Fields("ParentId").text();
     const QString order = ui->txtOrder->text();
@@ -145,8 +139,7 @@ frmAccount::Saved frmAccount::saveControlAccount()
     return {number, true};
 }
 
-frmAccount::Saved frmAccount::saveBelowSelection()
-{
+frmAccount::Saved frmAccount::saveBelowSelection() {
     const QString account = ui->txtFindParent->text();
     OpenRs("select * from accounts where rowid = "_sql + account);
     if (gRs.RecordCount() < 1)
@@ -160,8 +153,8 @@ frmAccount::Saved frmAccount::saveBelowSelection()
         return saveSubsidiary(code);
 
     if (status == "HH" && !ui->txtOrder->text().isEmpty()) {
-        gCon.Execute("Update Accounts set AcName = '"_sql + ui->txtAcDes->text() + "', OrderStatus = " +
-                     ui->txtOrder->text() + " where rowid = " + account);
+        gCon.Execute("Update Accounts set AcName = '"_sql + ui->txtAcDes->text() +
+                     "', OrderStatus = " + ui->txtOrder->text() + " where rowid = " + account);
     } else if (status == "HH") {
         gCon.Execute("Update Accounts set AcName = '"_sql + ui->txtAcDes->text() +
                      "', OrderStatus =null where rowid = " + account);
@@ -177,8 +170,7 @@ frmAccount::Saved frmAccount::saveBelowSelection()
     return {code, false};
 }
 
-frmAccount::Saved frmAccount::saveSubControl(const QString &parentID)
-{
+frmAccount::Saved frmAccount::saveSubControl(const QString &parentID) {
     const QString number = nextDcode(parentID);
     // The number of children is asked for and sets no limit.
     OpenRs("select count(dcode) as chkLvl from accounts where  parentid='"_sql + parentID + "' and dcode<>0");
@@ -190,8 +182,7 @@ frmAccount::Saved frmAccount::saveSubControl(const QString &parentID)
     return {parentID + "." + number, true};
 }
 
-frmAccount::Saved frmAccount::saveSubsidiary(const QString &parentCode)
-{
+frmAccount::Saved frmAccount::saveSubsidiary(const QString &parentCode) {
     const QString number = nextDcode(parentCode);
     addAccount(parentCode, number, "DD");
     saveDetail();
@@ -199,14 +190,13 @@ frmAccount::Saved frmAccount::saveSubsidiary(const QString &parentCode)
     return {parentCode + "." + number, true};
 }
 
-QString frmAccount::nextDcode(const QString &parentID)
-{
-    OpenRs("Select isnull(max(dcode),0)+1 as Dcode from  accounts where rtrim(parentid)='"_sql + parentID + "'");
+QString frmAccount::nextDcode(const QString &parentID) {
+    OpenRs("Select isnull(max(dcode),0)+1 as Dcode from  accounts where rtrim(parentid)='"_sql + parentID +
+           "'");
     return gRs.Fields("Dcode").text();
 }
 
-void frmAccount::addAccount(const QString &parentID, const QString &number, const char *status)
-{
+void frmAccount::addAccount(const QString &parentID, const QString &number, const char *status) {
     OpenRs("Select * from accounts where 0=1");
     gRs.AddNew();
     gRs.Fields("ParentID") = parentID;
@@ -215,8 +205,7 @@ void frmAccount::addAccount(const QString &parentID, const QString &number, cons
     gRs.Fields("AcStatus") = status;
 }
 
-void frmAccount::saveDetail()
-{
+void frmAccount::saveDetail() {
     gRs.Fields("openDate") = ui->dtpOpening->Value();
     gRs.Fields("AcName") = ui->txtSubsidiary->text();
     saveTagged(*this, gRs, {}, "D");
@@ -229,8 +218,7 @@ void frmAccount::saveDetail()
                                                            : Value(Null());
 }
 
-void frmAccount::reopenPath(const Saved &saved)
-{
+void frmAccount::reopenPath(const Saved &saved) {
     const auto open = [this](const QString &code) {
         try {
             ui->lstTree->node(nodeKey(code))->setExpanded(true);

@@ -3,6 +3,7 @@
 #include "accounts/account_list.h"
 #include "accounts/frmAccount.h"
 #include "platform/controls/focus.h"
+#include "platform/controls/look.h"
 #include "shell/frmLocPass.h"
 #include "shell/module1.h"
 
@@ -14,9 +15,10 @@ using namespace zel::shell;
 
 namespace zel::accounts {
 
-frmFindAC::frmFindAC() : ui(std::make_unique<Ui::frmFindAC>())
-{
+frmFindAC::frmFindAC() : ui(std::make_unique<Ui::frmFindAC>()) {
     ui->setupUi(this);
+    ui->cmdAccounts->setIcon(controls::icon("add"));
+    ui->cmdExit->setIcon(controls::icon("exit"));
     connect(ui->txtFindAC, &controls::TextBox::changed, this, &frmFindAC::FillGrid);
     connect(ui->txtFindAC, &controls::TextBox::upOrDown, this, [this] { controls::SetFocus(ui->mshSearch); });
     connect(ui->chkAll, &controls::CheckBox::clicked, this, &frmFindAC::chkAll_Click);
@@ -28,42 +30,40 @@ frmFindAC::frmFindAC() : ui(std::make_unique<Ui::frmFindAC>())
 
 frmFindAC::~frmFindAC() = default;
 
-controls::CheckBox &frmFindAC::chkAll()
-{
+controls::CheckBox &frmFindAC::chkAll() {
     return *ui->chkAll;
 }
 
-void frmFindAC::Form_Load()
-{
+void frmFindAC::Form_Load() {
     SavedFilter = gFindFilter;
     FillGrid();
 }
 
-void frmFindAC::Form_Activate()
-{
+void frmFindAC::Form_Activate() {
     FillGrid();
 }
 
-void frmFindAC::Form_Unload()
-{
+void frmFindAC::Form_Unload() {
     gAddAccount = false;
     gFinderOpen = false;
     ui->chkAll->setChecked(false);
 }
 
-void frmFindAC::FillGrid()
-{
+void frmFindAC::FillGrid() {
     static const std::map<QString, Sql> filters{
-        {"B", "Select RowID,AcNodes,AcName,OpenBal,Contact,Fax,Addr,Addr2 From Accounts Where acStatus='DD'  and "
-              "BStatus='B' and AcName Like '%"},
-        {"S", "Select RowID,AcNodes,AcName,OpenBal,Contact,Fax,Addr,Addr2 From Accounts Where acStatus='DD'  and "
-              "BStatus='S' and AcName Like '%"},
-        {"SUB", "Select RowID,AcNodes,AcName,OpenBal,Contact,Fax,Addr,Addr2 From Accounts Where acStatus='HD'  and "
-                "AcName Like '%"},
+        {"B",
+         "Select RowID,AcNodes,AcName,OpenBal,Contact,Fax,Addr,Addr2 From Accounts Where acStatus='DD'  and "
+         "BStatus='B' and AcName Like '%"},
+        {"S",
+         "Select RowID,AcNodes,AcName,OpenBal,Contact,Fax,Addr,Addr2 From Accounts Where acStatus='DD'  and "
+         "BStatus='S' and AcName Like '%"},
+        {"SUB",
+         "Select RowID,AcNodes,AcName,OpenBal,Contact,Fax,Addr,Addr2 From Accounts Where acStatus='HD'  and "
+         "AcName Like '%"},
     };
-    static const Sql plain =
-        "Select RowID,AcNodes,AcName,OpenBal,Contact,Fax,Addr,Addr2 From Accounts Where acStatus='DD'  and AcName "
-        "Like '%";
+    static const Sql plain = "Select RowID,AcNodes,AcName,OpenBal,Contact,Fax,Addr,Addr2 From Accounts Where "
+                             "acStatus='DD'  and AcName "
+                             "Like '%";
     const auto filter = filters.find(gFindFilter);
     OpenRs((filter == filters.end() ? plain : filter->second) + ui->txtFindAC->text() + "%' order by AcName");
     fillAccountList(*ui->mshSearch, {{"", 0},
@@ -76,14 +76,12 @@ void frmFindAC::FillGrid()
                                      {"", 0}});
 }
 
-void frmFindAC::chkAll_Click()
-{
+void frmFindAC::chkAll_Click() {
     gFindFilter = ui->chkAll->isChecked() ? QString() : SavedFilter;
     FillGrid();
 }
 
-void frmFindAC::mshSearch_DblClick(int row)
-{
+void frmFindAC::mshSearch_DblClick(int row) {
     const controls::Grid &list = *ui->mshSearch;
     if (row < 1 || list.TextMatrix(row, 0).isEmpty())
         return;
@@ -97,15 +95,13 @@ void frmFindAC::mshSearch_DblClick(int row)
     frmAccount::reference.clear();
 }
 
-void frmFindAC::cmdAccounts_Click()
-{
+void frmFindAC::cmdAccounts_Click() {
     gAddAccount = true;
     gFinderOpen = true;
     frmLocPass::reference->Show();
 }
 
-void frmFindAC::cmdExit_Click()
-{
+void frmFindAC::cmdExit_Click() {
     Unload();
     reference.clear();
 }

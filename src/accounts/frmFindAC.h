@@ -16,9 +16,9 @@ namespace Ui {
 class frmFindAC;
 }
 
-/// "Search Account": the one place where a screen asks for an account. Whoever wants one sets gFindFilter, shows
-/// the finder without waiting, and reads gFoundRowID and its companions when it next becomes active; it empties
-/// gFoundName and gFoundRowID then.
+/// "Search Account": the one place where a screen asks for an account. Whoever wants one sets gFindFilter,
+/// shows the finder without waiting, and reads gFoundRowID and its companions when it next becomes active; it
+/// empties gFoundName and gFoundRowID then.
 class frmFindAC : public controls::Form {
     Q_OBJECT
 public:
@@ -27,7 +27,8 @@ public:
     frmFindAC();
     ~frmFindAC() override;
 
-    /// "All Accounts", which widens the list. A caller shows it, or disables it to hold the user to its filter.
+    /// "All Accounts", which widens the list. A caller shows it, or disables it to hold the user to its
+    /// filter.
     [[nodiscard]] controls::CheckBox &chkAll();
 
 protected:

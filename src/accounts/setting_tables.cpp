@@ -5,12 +5,9 @@
 namespace zel::accounts {
 
 SettingTables::SettingTables(const Ui::frmAcSetting &ui)
-    : CP{ui.optCPDr, ui.optCPCr, ui.chkCPYN},
-      CR{ui.optCRDr, ui.optCRCr, ui.chkCRYN},
-      BP{ui.optBPDr, ui.optBPCr, ui.chkBPYN},
-      BR{ui.optBRDr, ui.optBRCr, ui.chkBRYN},
-      JV{ui.optJVDr, ui.optJVCr, ui.chkJVYN},
-      SI{ui.optSalInvDr, ui.optSalInvCr, ui.chkSalInvYN},
+    : CP{ui.optCPDr, ui.optCPCr, ui.chkCPYN}, CR{ui.optCRDr, ui.optCRCr, ui.chkCRYN},
+      BP{ui.optBPDr, ui.optBPCr, ui.chkBPYN}, BR{ui.optBRDr, ui.optBRCr, ui.chkBRYN},
+      JV{ui.optJVDr, ui.optJVCr, ui.chkJVYN}, SI{ui.optSalInvDr, ui.optSalInvCr, ui.chkSalInvYN},
       rows{{
           {"CP", ui.txtCP, ui.txtCPAcc, &CP},
           {"CR", ui.txtCR, ui.txtCRAcc, &CR},
@@ -21,7 +18,10 @@ SettingTables::SettingTables(const Ui::frmAcSetting &ui)
           {"PO", ui.txtPurOrder},
           {"QT", ui.txtQuot},
           {"DC", ui.txtDC},
-          {"TI", ui.txtTaxInv, ui.txtSTaxACC, nullptr,
+          {"TI",
+           ui.txtTaxInv,
+           ui.txtSTaxACC,
+           nullptr,
            {{"OthAcCode", "OthAC", ui.txtShortFLLAC},
             {"ITaxAc", "IncomeAC", ui.txtIncTaxACRpt},
             {"STaxAc", "SalTaxAC", ui.txtSalTaxAcRpt}}},
@@ -55,12 +55,9 @@ SettingTables::SettingTables(const Ui::frmAcSetting &ui)
           {ui.cmdClearInsRec, {ui.txtInsRec, ui.txtInsRecACC}},
           {ui.cmdClearAppSub, {ui.txtAppSubACC}},
           {ui.cmdClearSTax, {ui.txtTaxInv, ui.txtSTaxACC, ui.txtShortFLLAC}},
-      }
-{
-}
+      } {}
 
-const SettingRow *SettingTables::row(const QString &status) const
-{
+const SettingRow *SettingTables::row(const QString &status) const {
     for (const SettingRow &candidate : rows) {
         if (status == QLatin1String(candidate.status))
             return &candidate;

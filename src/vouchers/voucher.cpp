@@ -238,4 +238,11 @@ void showVoucher(const VoucherKind &kind) {
     voucher->Show();
 }
 
+shell::Screens voucherScreens() {
+    shell::Screens screens;
+    for (const VoucherKind &kind : voucherKinds())
+        screens[kind.menu] = [&kind] { showVoucher(kind); };
+    return screens;
+}
+
 } // namespace zel::vouchers

@@ -2,6 +2,7 @@
 
 #include "platform/controls/form.h"
 #include "shell/report_launcher.h"
+#include "shell/screens.h"
 #include "vouchers/voucher_kind.h"
 
 #include <memory>
@@ -81,5 +82,8 @@ private:
 
 /// Brings the kind's screen up: the one that is open, else a fresh one.
 void showVoucher(const VoucherKind &kind);
+
+/// The screens of all kinds by their menu items.
+[[nodiscard]] shell::Screens voucherScreens();
 
 } // namespace zel::vouchers

@@ -12,8 +12,6 @@
 
 #include <QShortcut>
 
-#include <array>
-
 namespace zel::vouchers {
 
 using controls::Button;
@@ -27,16 +25,13 @@ using controls::vbInformation;
 
 namespace {
 
-/// Where two items of one layout stand, the other way round.
-void swapPlaces(QGridLayout &layout, QWidget *one, QWidget *other) {
-    std::array<int, 4> a{};
-    std::array<int, 4> b{};
-    layout.getItemPosition(layout.indexOf(one), &a[0], &a[1], &a[2], &a[3]);
-    layout.getItemPosition(layout.indexOf(other), &b[0], &b[1], &b[2], &b[3]);
-    layout.removeWidget(one);
-    layout.removeWidget(other);
-    layout.addWidget(one, b[0], b[1], b[2], b[3]);
-    layout.addWidget(other, a[0], a[1], a[2], a[3]);
+/// Each of two items of a layout, or of layouts in it, takes the other's place.
+void swapPlaces(QLayout &layout, QWidget *one, QWidget *other) {
+    QWidget between;
+    const std::unique_ptr<QLayoutItem> items[] = {
+        std::unique_ptr<QLayoutItem>(layout.replaceWidget(one, &between)),
+        std::unique_ptr<QLayoutItem>(layout.replaceWidget(other, one)),
+        std::unique_ptr<QLayoutItem>(layout.replaceWidget(&between, other))};
 }
 
 } // namespace
@@ -47,8 +42,8 @@ void Voucher::arrange() {
     ui->lblPaidTo->setText(m_kind.paidToLabel);
     ui->txtVouStatus->setText(m_kind.code);
     if (m_kind.fileBeforeBill) {
-        swapPlaces(*ui->layoutNumbers, ui->lblBill, ui->lblFile);
-        swapPlaces(*ui->layoutNumbers, ui->txtBill, ui->txtFile);
+        swapPlaces(*ui->layoutFields, ui->lblBill, ui->lblFile);
+        swapPlaces(*ui->layoutFields, ui->txtBill, ui->txtFile);
         setTabOrder(ui->txtChecque, ui->txtFile);
         setTabOrder(ui->txtFile, ui->txtBill);
         setTabOrder(ui->txtBill, ui->txtNaration);
@@ -56,8 +51,10 @@ void Voucher::arrange() {
     const std::pair<Button *, Qt::Key> keys[] = {
         {ui->cmdSelectCr, Qt::Key_F7}, {ui->cmdSelectDr, Qt::Key_F8}, {ui->cmdSave, Qt::Key_F9}};
     for (const auto &[button, key] : keys) {
-        connect(new QShortcut(key, this), &QShortcut::activated, button, &Button::click);
-        button->setToolTip(QKeySequence(key).toString());
+        auto *shortcut = new QShortcut(key, this);
+        shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+        connect(shortcut, &QShortcut::activated, button, &Button::click);
+        button->setToolTip(button->text().remove('&') + " (" + QKeySequence(key).toString() + ")");
     }
 }
 
@@ -221,9 +218,8 @@ void Voucher::cmdSave_Click() {
         return;
     }
     ado::Transaction whole(shell::gCon);
-    if (m_newVoucher) {
+    if (m_newVoucher)
         NewNo();
-    }
     const VoucherHeader header{ui->txtVoucher->text(), ui->DTPicker->Value(), ui->txtPaidTo->text(),
                                leadingNumber(ui->txtTotAmount->text())};
     writeHeader(m_kind, header, m_newVoucher);

@@ -1,4 +1,4 @@
-#include "vouchers/voucher_desk.h"
+#include "tests/vouchers/voucher_desk.h"
 
 #include "shell/module1.h"
 
@@ -42,13 +42,14 @@ private Q_SLOTS:
     void kindBoxHandsTheFocusOn_data();
     void kindBoxHandsTheFocusOn();
     void screensStandBesideEachOther();
+    void plainKeysForTheButtonsOfOneLetter();
 };
 
 void tst_voucher_entry::refusals_data() {
     QTest::addColumn<QString>("debit");
     QTest::addColumn<QString>("credit");
     QTest::addColumn<QString>("amount");
-    QTest::addColumn<const char *>("message");
+    QTest::addColumn<QString>("message");
     QTest::addColumn<QString>("focus");
 
     const QString stays = "cmdAdd";
@@ -94,7 +95,7 @@ void tst_voucher_entry::refusals() {
     QFETCH(QString, debit);
     QFETCH(QString, credit);
     QFETCH(QString, amount);
-    QFETCH(const char *, message);
+    QFETCH(QString, message);
     QFETCH(QString, focus);
     Desk desk;
     desk.open(QByteArray(QTest::currentDataTag()).left(2));
@@ -159,8 +160,8 @@ void tst_voucher_entry::removingALine() {
     Desk desk;
     desk.open(QTest::currentDataTag());
     desk.add({"BANK ONE", "BANK TWO", "1"});
-    desk.add({"RENT", "LIGHT", "2"});
-    desk.add({"FEES", "LIGHT", "4"});
+    desk.add({"BANK ONE", "BANK TWO", "2"});
+    desk.add({"BANK ONE", "BANK TWO", "4"});
     desk.fill({"BANK ONE", "BANK TWO", "9", "8", "n", "7", "6"});
     desk.grid("MshEntry")->setRow(2);
     desk.push("acmRemove");
@@ -263,7 +264,7 @@ void tst_voucher_entry::chosenAccount() {
 }
 
 void tst_voucher_entry::setupRow_data() {
-    QTest::addColumn<const char *>("setting");
+    QTest::addColumn<QString>("setting");
     QTest::addColumn<QString>("debit");
     QTest::addColumn<QString>("credit");
     QTest::addColumn<bool>("debitFree");
@@ -289,12 +290,12 @@ void tst_voucher_entry::setupRow_data() {
 }
 
 void tst_voucher_entry::setupRow() {
-    QFETCH(const char *, setting);
+    QFETCH(QString, setting);
     QFETCH(QString, debit);
     QFETCH(QString, credit);
     QFETCH(bool, debitFree);
     QFETCH(bool, creditFree);
-    Desk desk("update VouSetting set "_sql + Sql::trusted(setting));
+    Desk desk("update VouSetting set "_sql + Sql::trusted(setting.toStdString()));
     for (const char *kind : {"BP", "BR", "CP", "CR", "JV"}) {
         desk.open(kind);
         QCOMPARE(desk.text("txtDrAc"), debit);
@@ -426,7 +427,7 @@ void tst_voucher_entry::enterInTheNumberOfANewVoucher() {
     desk.open("BP");
     desk.add({"RENT", "BANK ONE", "1"});
     control(desk.screen(), "txtVoucher")->setFocus();
-    const std::vector<Box> said = boxesOf([] { press(Qt::Key_Return); });
+    const std::vector<Box> said = Desk::boxes([] { press(Qt::Key_Return); });
     QCOMPARE(said.size(), 1U);
     QCOMPARE(said[0].text, "Voucher not found!");
     QCOMPARE(desk.grid("MshEntry")->Rows(), 1);
@@ -507,6 +508,22 @@ void tst_voucher_entry::screensStandBesideEachOther() {
     QVERIFY(form("frmJV"));
     desk.open("BP");
     QCOMPARE(desk.text("txtPaidTo"), "");
+}
+
+void tst_voucher_entry::plainKeysForTheButtonsOfOneLetter() {
+    Desk desk;
+    desk.open("JV");
+    desk.open("BP");
+    control(desk.screen(), "txtDRCR")->setFocus();
+    press(Qt::Key_F8);
+    QCOMPARE(control<controls::Grid>(form("frmFindAC"), "mshSearch")->Rows(), 7);
+    click(form("frmFindAC"), "cmdExit");
+    control(desk.screen(), "txtDRCR")->setFocus();
+    press(Qt::Key_F7);
+    QCOMPARE(control<controls::Grid>(form("frmFindAC"), "mshSearch")->Rows(), 3);
+    click(form("frmFindAC"), "cmdExit");
+    control(desk.screen(), "txtDRCR")->setFocus();
+    QCOMPARE(Desk::boxes([] { press(Qt::Key_F9); }).size(), 1U);
 }
 
 int main(int argc, char **argv) {

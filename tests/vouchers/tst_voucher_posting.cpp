@@ -1,7 +1,7 @@
-#include "vouchers/voucher_desk.h"
+#include "tests/vouchers/voucher_desk.h"
 
+using namespace zel;
 using namespace zel::test;
-using zel::Sql;
 
 Q_DECLARE_METATYPE(std::vector<Line>)
 
@@ -45,8 +45,8 @@ private Q_SLOTS:
 
 void tst_voucher_posting::posts_data() {
     QTest::addColumn<std::vector<Line>>("lines");
-    QTest::addColumn<const char *>("header");
-    QTest::addColumn<const char *>("rows");
+    QTest::addColumn<QString>("header");
+    QTest::addColumn<QString>("rows");
 
     QTest::newRow("BP") << std::vector<Line>{{"RENT", "BANK ONE", "1000", "c-1", "Rent of March", "7", "8"},
                                              {"LIGHT", "", "250.5"}}
@@ -108,8 +108,8 @@ void tst_voucher_posting::posts_data() {
 
 void tst_voucher_posting::posts() {
     QFETCH(std::vector<Line>, lines);
-    QFETCH(const char *, header);
-    QFETCH(const char *, rows);
+    QFETCH(QString, header);
+    QFETCH(QString, rows);
     const QByteArray kind = QByteArray(QTest::currentDataTag()).left(2);
     Desk desk;
     desk.open(kind);

@@ -7,7 +7,7 @@
 #include "tests/support/driver.h"
 #include "tests/support/office.h"
 #include "tests/support/test_program.h"
-#include "vouchers/voucher_kind.h"
+#include "vouchers/voucher.h"
 
 #include <QApplication>
 #include <QTest>
@@ -47,6 +47,7 @@ public:
         }
         if (!rows.text().empty())
             office.execute(rows);
+        shell::setScreens(vouchers::voucherScreens());
         office.logIn();
     }
 
@@ -109,19 +110,26 @@ public:
     }
     /// Types over what a box holds.
     void replace(const char *name, const QString &text) {
-        QWidget *widget = control(m_form, name);
-        widget->setFocus();
-        press(Qt::Key_Home, Qt::ControlModifier);
-        press(Qt::Key_End, Qt::ControlModifier | Qt::ShiftModifier);
-        press(Qt::Key_Delete);
-        type(text);
+        if (auto *memo = qobject_cast<controls::MemoBox *>(control(m_form, name)))
+            memo->selectAll();
+        typeInto(m_form, name, text);
     }
     std::vector<Box> add(const Line &line) {
         fill(line);
-        return boxesOf([this] { click(m_form, "cmdAdd"); });
+        return push("cmdAdd");
     }
     std::vector<Box> push(const char *button, QMessageBox::StandardButton answer = QMessageBox::Ok) {
-        return boxesOf([&] { click(m_form, button); }, {answer});
+        return boxes([&] { click(m_form, button); }, answer);
+    }
+    /// What an action says. The window comes back to the front behind a box, which not every platform of
+    /// tests does by itself.
+    static std::vector<Box> boxes(const std::function<void()> &action,
+                                  QMessageBox::StandardButton answer = QMessageBox::Ok) {
+        std::vector<Box> shown = boxesOf(action, {answer});
+        if (!QApplication::activeWindow())
+            form("MDIForm1")->activateWindow();
+        settle();
+        return shown;
     }
     void date(int year, int month, int day) {
         control<controls::DateBox>(m_form, "DTPicker")->setValue(QDate(year, month, day));
@@ -142,9 +150,9 @@ private:
 
 /// Rows written as lines of cells parted by "|", with blanks around them for the eye, as Office::rows gives
 /// them; "''" is an empty text.
-inline QStringList table(const char *text) {
+inline QStringList table(const QString &text) {
     QStringList rows;
-    for (const QString &line : QString(text).split('\n', Qt::SkipEmptyParts)) {
+    for (const QString &line : text.split('\n', Qt::SkipEmptyParts)) {
         QStringList cells;
         for (const QString &cell : line.split('|'))
             cells << (cell.trimmed() == "''" ? QString() : cell.trimmed());

@@ -1,0 +1,193 @@
+#include "accounts/frmFindAC.h"
+#include "shell/module1.h"
+#include "tests/accounts/account_screen.h"
+#include "tests/support/test_program.h"
+
+#include <QCheckBox>
+#include <QtTest>
+
+using namespace zel;
+using namespace zel::test;
+
+namespace {
+
+QWidget *openFinder(const QString &filter) {
+    shell::gFindFilter = filter;
+    accounts::frmFindAC::reference->Show();
+    settle();
+    return form("frmFindAC");
+}
+
+QString list(QWidget *finder) {
+    QStringList titles;
+    const QStringList rows = cells(finder, "mshSearch");
+    for (const QString &row : rows.mid(1))
+        titles << row.section('|', 2, 2);
+    return titles.join(',');
+}
+
+} // namespace
+
+/// The finder by itself; how a screen takes its answer is tested with the screens.
+class TestFindAccount : public QObject {
+    Q_OBJECT
+
+    std::unique_ptr<Office> office;
+
+private Q_SLOTS:
+    void init() {
+        setAccountScreens();
+        office = std::make_unique<Office>(Office::Chart::Demo);
+        office->execute(
+            "update Accounts set OpenBal=1500.5,Contact='0300-1',Fax='042-7',Addr='1 MALL',Addr2='LAHORE' "
+            "where AcName='CITY BANK'");
+        office->logIn();
+    }
+    void cleanup() { office.reset(); }
+
+    void filters_data() {
+        QTest::addColumn<QString>("filter");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("found");
+        QTest::addColumn<QString>("all"); // with "All Accounts" ticked
+        QTest::newRow("banks") << "B"
+                               << ""
+                               << "CITY BANK"
+                               << "*";
+        QTest::newRow("banks, narrowed") << "B"
+                                         << "x"
+                                         << ""
+                                         << "";
+        QTest::newRow("suppliers") << "S"
+                                   << "paper"
+                                   << "BOOK AND PAPER HOUSE"
+                                   << "BOOK AND PAPER HOUSE";
+        QTest::newRow("suppliers that are banks") << "S"
+                                                  << "city"
+                                                  << ""
+                                                  << "CITY BANK,ELECTRICITY";
+        QTest::newRow("sub-control") << "SUB"
+                                     << "s"
+                                     << "CAPITAL ACCOUNTS,CASH AND BANK,FEES,OFFICE EXPENSES,"
+                                        "STUDENTS,SUPPLIERS"
+                                     << "BOOK AND PAPER HOUSE,CAPITAL OF THE INSTITUTE,CASH IN HAND,"
+                                        "REGISTRATION FEE,SALARIES,STATIONERY";
+        QTest::newRow("all subsidiaries") << ""
+                                          << "fee"
+                                          << "REGISTRATION FEE,TUITION FEE"
+                                          << "REGISTRATION FEE,TUITION FEE";
+        QTest::newRow("an unknown filter lists all") << "Q"
+                                                     << "RENT"
+                                                     << "RENT"
+                                                     << "RENT";
+    }
+    void filters() {
+        QFETCH(QString, filter);
+        QFETCH(QString, typed);
+        QFETCH(QString, found);
+        QFETCH(QString, all);
+        QWidget *finder = openFinder(filter);
+        typeInto(finder, "txtFindAC", typed);
+        if (all == "*")
+            all = office->rows("select AcName from Accounts where AcStatus='DD' order by AcName").join(',');
+        for (int round = 0; round < 2; ++round) {
+            QCOMPARE(list(finder), found);
+            QCOMPARE(shell::gFindFilter, filter);
+            click(finder, "chkAll");
+            QCOMPARE(list(finder), all);
+            picture(finder, "frmFindAC");
+            QCOMPARE(shell::gFindFilter, "");
+            click(finder, "chkAll");
+        }
+        QCOMPARE(cells(finder, "mshSearch").constFirst(), "|Code|Account Title|Opening Balance|Contact|||");
+    }
+
+    void choice_data() {
+        QTest::addColumn<Qt::Key>("way");
+        QTest::addColumn<Qt::Key>("key");
+        QTest::newRow("Down, Enter") << Qt::Key_Down << Qt::Key_Return;
+        QTest::newRow("Up, F2") << Qt::Key_Up << Qt::Key_F2;
+    }
+    void choice() {
+        QFETCH(Qt::Key, way);
+        QFETCH(Qt::Key, key);
+        QWidget *finder = openFinder({});
+        typeInto(finder, "txtFindAC", "city");
+        press(way);
+        QCOMPARE(focused(), "mshSearch");
+        press(key);
+        settle();
+        QVERIFY(!form("frmFindAC"));
+        QCOMPARE(office->rows("select AcName from Accounts where RowID="_sql + shell::gFoundRowID),
+                 QStringList("CITY BANK"));
+        QCOMPARE(QStringList({shell::gFoundName, shell::gFoundContact, shell::gFoundFax, shell::gFoundAddr,
+                              shell::gFoundAddr2}),
+                 QStringList({"CITY BANK", "0300-1", "042-7", "1 MALL", "LAHORE"}));
+    }
+
+    void nothingChosen_data() {
+        QTest::addColumn<QString>("by");
+        QTest::newRow("Exit") << "cmdExit";
+        QTest::newRow("Enter on an empty list") << "mshSearch";
+    }
+    void nothingChosen() {
+        QFETCH(QString, by);
+        QWidget *finder = openFinder("B");
+        shell::gAddAccount = shell::gFinderOpen = true;
+        typeInto(finder, "txtFindAC", "none such");
+        pressOn(finder, by, Qt::Key_Return);
+        settle();
+        QCOMPARE(shell::gFoundRowID, 0);
+        QCOMPARE(shell::gFindFilter, "B");
+        const bool open = by == "mshSearch";
+        QCOMPARE(form("frmFindAC") != nullptr, open);
+        QCOMPARE(shell::gAddAccount, open);
+        QCOMPARE(shell::gFinderOpen, open);
+    }
+
+    /// Add Accounts leads through the lock to the chart of accounts, whose exit only hides it; what was added
+    /// there stands in the list when the finder is active again.
+    void addAccounts() {
+        QWidget *finder = openFinder({});
+        typeInto(finder, "txtFindAC", "water");
+        click(finder, "cmdAccounts");
+        QCOMPARE(activeForm(), "frmLocPass");
+        type("ZEL");
+        press(Qt::Key_Return);
+        settle();
+        QWidget *chart = form("frmAccount");
+        QVERIFY(chart && chart->parentWidget()->isMaximized());
+        clickNode(chart, "5.1");
+        click(chart, "cmdCreateAc");
+        type("water");
+        click(chart, "cmdCreateAc");
+        QCOMPARE(list(finder), "");
+        click(chart, "cmdExit");
+        QVERIFY(form("frmAccount") && !chart->isVisible());
+        QTRY_COMPARE(activeForm(), "frmFindAC");
+        QCOMPARE(list(finder), "WATER");
+    }
+
+    void apostrophe() {
+        const Ended ended = play("apostrophe");
+        QCOMPARE(ended.status, 1);
+        QVERIFY2(ended.errorStream.contains("ZEL: error 105:"), qPrintable(ended.errorStream));
+    }
+};
+
+namespace {
+
+void apostropheInSearch() {
+    Office office;
+    office.logIn();
+    typeInto(openFinder({}), "txtFindAC", "o'neil");
+}
+
+} // namespace
+
+int main(int argc, char *argv[]) {
+    TestFindAccount tests;
+    return run(argc, argv, tests, {{"apostrophe", apostropheInSearch}});
+}
+
+#include "tst_find_account.moc"

@@ -1,0 +1,363 @@
+#include "tests/vouchers/voucher_desk.h"
+
+#include "platform/controls/combo_box.h"
+
+#include <QFile>
+
+using namespace zel;
+using namespace zel::test;
+
+class tst_voucher_search : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void finds_data();
+    void finds();
+    void theCriterionAloneSearchesNothing();
+    void severalLinesAreMarked_data();
+    void severalLinesAreMarked();
+    void opens_data();
+    void opens();
+    void enterInTheListOpensNothing();
+    void voucherThatIsGone();
+    void nullsOfOthers();
+    void narationThatIsMissing();
+    void quoteEndsTheProgram();
+    void searchesTheGridKeepsWhileOthersQuery();
+    void printsWhatIsSaved();
+    void missingReportEndsTheProgram();
+};
+
+namespace {
+
+/// Three bank payments and one journal with the number of one of them.
+Sql someVouchers() {
+    return "insert into MasJV (VouNo, VouStatus, VouDate, PaidReceive, TotalAmount) values (12, 'BP', "
+           "'2026-03-05', "
+           "'Landlord', 1234.5) "
+           "insert into MasJV (VouNo, VouStatus, VouDate, PaidReceive, TotalAmount) values (112, 'BP', "
+           "'2026-03-15', "
+           "'City light', 10) "
+           "insert into MasJV (VouNo, VouStatus, VouDate, PaidReceive, TotalAmount) values (20, 'BP', "
+           "'2025-11-05', "
+           "null, 7) "
+           "insert into MasJV (VouNo, VouStatus, VouDate, PaidReceive, TotalAmount) values (12, 'JV', "
+           "'2026-03-05', "
+           "'Landlord', 99)";
+}
+
+void choose(Desk &desk, const QString &criterion) {
+    auto *combo = control<controls::ComboBox>(desk.screen(), "cboSearch");
+    combo->setFocus();
+    while (combo->Text() != criterion)
+        press(combo->findText(criterion) > combo->currentIndex() ? Qt::Key_Down : Qt::Key_Up);
+}
+
+void toSearch(Desk &desk) {
+    turnTo(desk.screen(), "SSTab1", 1);
+}
+
+} // namespace
+
+void tst_voucher_search::finds_data() {
+    QTest::addColumn<QString>("criterion");
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QDate>("date");
+    QTest::addColumn<QString>("rows");
+    const QString r12 = "12|05-03-2026|Landlord|1234.5|''";
+    const QString r20 = "20|05-11-2025|''|7|''";
+    const QString r112 = "112|15-03-2026|City light|10|''";
+    const QString blank = "''|''|''|''|''";
+    QTest::newRow("part of a number") << "Voucher #"
+                                      << "12" << QDate() << r112 + '\n' + r12;
+    QTest::newRow("a number") << "Voucher #"
+                              << "20" << QDate() << r20;
+    QTest::newRow("no such number") << "Voucher #"
+                                    << "3" << QDate() << blank;
+    QTest::newRow("a date") << "Date"
+                            << "" << QDate(2026, 3, 5) << r12;
+    QTest::newRow("a date of one more digit") << "Date"
+                                              << "" << QDate(2025, 11, 5) << r20;
+    QTest::newRow("a day without vouchers") << "Date"
+                                            << "" << QDate(2026, 3, 6) << blank;
+    QTest::newRow("part of a name, case ignored") << "Paid To"
+                                                  << "l" << QDate() << r112 + '\n' + r12;
+    QTest::newRow("no such name") << "Paid To"
+                                  << "xyz" << QDate() << blank;
+}
+
+void tst_voucher_search::finds() {
+    QFETCH(QString, criterion);
+    QFETCH(QString, typed);
+    QFETCH(QDate, date);
+    QFETCH(QString, rows);
+    Desk desk(someVouchers());
+    desk.open("BP");
+    compare(desk.seen("mshSearch"), table("112|15-03-2026|City light|10|''\n20|05-11-2025|''|7|''\n"
+                                          "12|05-03-2026|Landlord|1234.5|''"));
+    toSearch(desk);
+    choose(desk, criterion);
+    QCOMPARE(desk.label("lblSearch"), criterion);
+    QCOMPARE(control(desk.screen(), "DTPSearch")->isVisible(), criterion == "Date");
+    if (date.isValid())
+        control<controls::DateBox>(desk.screen(), "DTPSearch")->setValue(date);
+    else
+        typeInto(desk.screen(), "txtSearch", typed);
+    compare(desk.seen("mshSearch"), table(rows));
+    settle();
+    picture(desk.screen(), QString("frmBP-search, ") + QTest::currentDataTag());
+    if (!typed.isEmpty()) {
+        typeInto(desk.screen(), "txtSearch", "");
+        QCOMPARE(desk.seen("mshSearch").size(), criterion == "Paid To" ? 2 : 3);
+    }
+}
+
+void tst_voucher_search::theCriterionAloneSearchesNothing() {
+    Desk desk(someVouchers());
+    desk.open("BP");
+    toSearch(desk);
+    choose(desk, "Date");
+    const QStringList all = desk.seen("mshSearch");
+    QCOMPARE(all.size(), 3);
+    control<controls::DateBox>(desk.screen(), "DTPSearch")->setValue(QDate(2026, 3, 5));
+    const QStringList found = desk.seen("mshSearch");
+    QCOMPARE(found.size(), 1);
+    choose(desk, "Paid To");
+    QVERIFY(!control(desk.screen(), "DTPSearch")->isVisible());
+    compare(desk.seen("mshSearch"), found);
+    typeInto(desk.screen(), "txtSearch", "c");
+    QCOMPARE(desk.seen("mshSearch").value(0).section('|', 0, 0), "112");
+}
+
+void tst_voucher_search::severalLinesAreMarked_data() {
+    QTest::addColumn<Line>("line");
+    QTest::addColumn<QString>("after");
+    QTest::newRow("BP") << Line{"RENT", "BANK ONE", "1"} << "M";
+    QTest::newRow("BR") << Line{"BANK ONE", "RENT", "1"} << "M";
+    QTest::newRow("CP") << Line{"RENT", "CASH BOX", "1"} << "M";
+    QTest::newRow("CR") << Line{"CASH BOX", "RENT", "1"} << "";
+    QTest::newRow("JV") << Line{"RENT", "FEES", "1"} << "M";
+}
+
+void tst_voucher_search::severalLinesAreMarked() {
+    QFETCH(Line, line);
+    QFETCH(QString, after);
+    Desk desk;
+    desk.open(QTest::currentDataTag());
+    const auto mark = [&] { return desk.grid("mshSearch")->TextMatrix(1, 4); };
+    const auto searchAnew = [&] {
+        typeInto(desk.screen(), "txtSearch", "1");
+        typeInto(desk.screen(), "txtSearch", "");
+    };
+    desk.add(line);
+    desk.add(line);
+    desk.push("cmdSave");
+    QCOMPARE(mark(), ""); // the list was filled before the lines were there
+    toSearch(desk);
+    searchAnew();
+    QCOMPARE(mark(), after);
+    desk.openFromSearch(1);
+    desk.push("acmRemove");
+    desk.push("cmdSave");
+    QCOMPARE(mark(), after);
+    toSearch(desk);
+    searchAnew();
+    QCOMPARE(mark(), "");
+}
+
+void tst_voucher_search::opens_data() {
+    QTest::addColumn<QString>("debit");
+    QTest::addColumn<QString>("credit");
+    QTest::addColumn<QString>("rows");
+    // As they were typed: the bank or cash first on the receiving kinds.
+    QTest::newRow("BP") << ""
+                        << "BANK ONE"
+                        << "RENT|BANK ONE|100.00|c|n|1|2\nLIGHT|BANK TWO|1,050.00|''|''|''|''";
+    QTest::newRow("BR") << "BANK ONE"
+                        << ""
+                        << "BANK ONE|RENT|100.00|c|n|1|2\nBANK TWO|LIGHT|1,050.00|''|''|''|''";
+    QTest::newRow("CP") << ""
+                        << "CASH BOX"
+                        << "RENT|100.00|c|n|1|2\nLIGHT|1,050.00|''|''|''|''";
+    QTest::newRow("CR") << "CASH BOX"
+                        << ""
+                        << "RENT|100.00|c|n|1|2\nLIGHT|1,050.00|''|''|''|''";
+    QTest::newRow("JV") << ""
+                        << ""
+                        << "RENT|BANK ONE|100.00|c|n|1|2\nLIGHT|BANK TWO|1,050.00|''|''|''|''";
+}
+
+void tst_voucher_search::opens() {
+    QFETCH(QString, debit);
+    QFETCH(QString, credit);
+    QFETCH(QString, rows);
+    const QByteArray kind = QTest::currentDataTag();
+    const bool receives = kind.endsWith('R');
+    const bool cash = kind.startsWith('C');
+    Desk desk;
+    desk.open(kind);
+    desk.date(2026, 2, 3);
+    desk.replace("txtPaidTo", "Somebody");
+    for (const auto &[account, bank, amount, rest] :
+         {std::tuple("RENT", "BANK ONE", "100", true), std::tuple("LIGHT", "BANK TWO", "1050", false)}) {
+        const QString other = cash ? "CASH BOX" : bank;
+        Line line{receives ? other : account, receives ? QString(account) : other, amount};
+        if (rest) {
+            line.cheque = "c";
+            line.naration = "n";
+            line.file = "1";
+            line.bill = "2";
+        }
+        desk.add(line);
+    }
+    desk.push("cmdSave");
+    desk.date(2020, 1, 1);
+    toSearch(desk);
+    desk.openFromSearch(1);
+
+    QCOMPARE(control<QTabWidget>(desk.screen(), "SSTab1")->currentIndex(), 0);
+    QCOMPARE(desk.text("txtVoucher"), "1");
+    QCOMPARE(desk.text("txtPaidTo"), "Somebody");
+    QCOMPARE(control<controls::DateBox>(desk.screen(), "DTPicker")->Value(), QDate(2026, 2, 3));
+    compare(desk.seen("MshEntry"), table(rows));
+    QCOMPARE(desk.text("txtDrAc"), debit);
+    QCOMPARE(desk.tag("txtDrAc"), debit.isEmpty() ? "" : QString::number(accountId(debit)));
+    QCOMPARE(desk.text("txtCrAc"), credit);
+    QCOMPARE(desk.tag("txtCrAc"), credit.isEmpty() ? "" : QString::number(accountId(credit)));
+    QCOMPARE(desk.label("lblTotalAmount"), "Total Amount : 1,150.00");
+    QVERIFY(desk.enabled("cmdDelete"));
+    QCOMPARE(focused(), "DTPicker");
+    picture(desk.screen(), QString(desk.screen()->objectName()) + "-entry");
+
+    // What is saved unchanged is what was there.
+    const Sql lines =
+        "select EntryNo, AcCode, CrAc, DrAmt, CrAmt, ChecqNo, Naration, FileNo, BillNo from DetJV";
+    const QStringList before = desk.office.rows(lines);
+    desk.push("cmdSave");
+    compare(desk.office.rows(lines), before);
+    QCOMPARE(desk.office.rows("select VouNo from MasJV").size(), 1);
+}
+
+void tst_voucher_search::enterInTheListOpensNothing() {
+    Desk desk(someVouchers());
+    desk.open("BP");
+    toSearch(desk);
+    typeInto(desk.screen(), "txtSearch", "12");
+    press(Qt::Key_Down);
+    QCOMPARE(focused(), "mshSearch");
+    press(Qt::Key_Return);
+    QCOMPARE(control<QTabWidget>(desk.screen(), "SSTab1")->currentIndex(), 1);
+    press(Qt::Key_F2);
+    QCOMPARE(control<QTabWidget>(desk.screen(), "SSTab1")->currentIndex(), 0);
+    QCOMPARE(desk.text("txtVoucher"), "112");
+    QVERIFY(!desk.enabled("cmdDelete")); // it has no lines
+}
+
+void tst_voucher_search::voucherThatIsGone() {
+    Desk desk(someVouchers());
+    desk.open("BP");
+    toSearch(desk);
+    desk.office.execute("delete from MasJV where VouNo = 112");
+    const std::vector<Box> said = Desk::boxes([&] { desk.openFromSearch(1); });
+    QCOMPARE(said.size(), 1U);
+    QCOMPARE(said[0].text, "Voucher not found!");
+    QCOMPARE(desk.text("txtVoucher"), "21");
+}
+
+void tst_voucher_search::nullsOfOthers() {
+    Desk desk("insert into MasJV (VouNo, VouStatus, ChecqNo) values (3, 'BR', 'old cheque') "
+              "insert into DetJV (VouNo, VouStatus, EntryNo, AcCode, CrAc, DrAmt, CrAmt) values (3, 'BR', 1, "
+              "99, 1, "
+              "0, 5)");
+    desk.open("BR");
+    desk.openFromSearch(1);
+    compare(desk.seen("MshEntry"), table("BANK ONE|''|5.00|''|''|''|''"));
+    QCOMPARE(desk.text("txtChecque"), "old cheque");
+    QCOMPARE(desk.text("txtPaidTo"), "");
+    QCOMPARE(desk.text("txtDrAc"), "BANK ONE");
+}
+
+/// A line without a narration, which only the bank receipts show.
+void openWithoutNaration() {
+    Desk desk("insert into MasJV (VouNo, VouStatus) values (3, 'JV') "
+              "insert into DetJV (VouNo, VouStatus, EntryNo, AcCode, CrAc, DrAmt, CrAmt) values (3, 'JV', 1, "
+              "4, 5, 5, "
+              "0)");
+    desk.open("JV");
+    desk.openFromSearch(1);
+}
+
+void tst_voucher_search::narationThatIsMissing() {
+    const Ended ended = play("openWithoutNaration");
+    QCOMPARE(ended.status, 1);
+    QVERIFY2(ended.box.contains("Invalid use of Null"), qPrintable(ended.box + ended.errorStream));
+}
+
+void quoteInTheSearch() {
+    Desk desk(someVouchers());
+    desk.open("BP");
+    toSearch(desk);
+    typeInto(desk.screen(), "txtSearch", "'");
+}
+
+void tst_voucher_search::quoteEndsTheProgram() {
+    const Ended ended = play("quoteInTheSearch");
+    QCOMPARE(ended.status, 1);
+    QVERIFY2(ended.box.contains("105"), qPrintable(ended.box + ended.errorStream));
+}
+
+void tst_voucher_search::searchesTheGridKeepsWhileOthersQuery() {
+    Desk desk(someVouchers());
+    desk.open("BP");
+    const QStringList before = desk.seen("mshSearch");
+    desk.open("JV");
+    compare(desk.seen("mshSearch"), table("12|05-03-2026|Landlord|99|''"));
+    desk.open("BP");
+    compare(desk.seen("mshSearch"), before);
+}
+
+void tst_voucher_search::printsWhatIsSaved() {
+    Desk desk;
+    QVERIFY(QFile::copy(ZEL_SOURCE_DIR "/rpt/rptBP.rpt", desk.office.folder() + "/rptBP.rpt"));
+    desk.open("BP");
+    desk.replace("txtPaidTo", "Landlord");
+    desk.add({"RENT", "BANK ONE", "1234.5"});
+    desk.push("cmdSave");
+    const auto printed = [&] {
+        click(desk.screen(), "cmdPrint");
+        const QString text = control(form("frmVeiwer"), "CRViewer91")->property("plainText").toString();
+        desk.open("BP");
+        return text;
+    };
+    // The next number has no voucher yet.
+    QVERIFY2(!printed().contains("Landlord"), "the print is of a voucher that is not shown");
+    desk.openFromSearch(1);
+    desk.replace("txtPaidTo", "Not saved");
+    const QString text = printed();
+    for (const char *word : {"Bank Payment Voucher", "Landlord", "RENT", "BANK ONE", "1,234.50"})
+        QVERIFY2(text.contains(word, Qt::CaseInsensitive), qPrintable(QString(word) + " is not in\n" + text));
+    QVERIFY(!text.contains("Not saved"));
+    desk.office.execute("update Company set comActive = null");
+    QVERIFY(!printed().contains("Landlord"));
+}
+
+void printWithoutReport() {
+    Desk desk;
+    desk.open("JV");
+    click(desk.screen(), "cmdPrint");
+}
+
+void tst_voucher_search::missingReportEndsTheProgram() {
+    const Ended ended = play("printWithoutReport");
+    QCOMPARE(ended.status, 1);
+    QVERIFY2(ended.box.contains("53"), qPrintable(ended.box + ended.errorStream));
+}
+
+int main(int argc, char **argv) {
+    tst_voucher_search tests;
+    return test::run(argc, argv, tests,
+                     {{"openWithoutNaration", openWithoutNaration},
+                      {"quoteInTheSearch", quoteInTheSearch},
+                      {"printWithoutReport", printWithoutReport}});
+}
+
+#include "tst_voucher_search.moc"
