@@ -33,7 +33,7 @@ struct PrintingOffice {
 
 } // namespace
 
-class tst_viewer : public QObject {
+class tst_report_launch : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void showsInOneWindow();
@@ -42,7 +42,7 @@ private Q_SLOTS:
     void endsProgram();
 };
 
-void tst_viewer::showsInOneWindow() {
+void tst_report_launch::showsInOneWindow() {
     PrintingOffice printing("CLERK", "SECRET");
     printing.launcher.print("rptChartAC.rpt", {});
     QWidget *screen = form("frmVeiwer");
@@ -67,7 +67,7 @@ void tst_viewer::showsInOneWindow() {
     picture(form("MDIForm1"), "viewer");
 }
 
-void tst_viewer::closingKeepsPanelHidden() {
+void tst_report_launch::closingKeepsPanelHidden() {
     PrintingOffice printing;
     shell::MDIForm1::reference->close_Menu();
     shell::ReportSettings fixed;
@@ -81,7 +81,7 @@ void tst_viewer::closingKeepsPanelHidden() {
     QVERIFY(form("frmVeiwer"));
 }
 
-void tst_viewer::endsProgram_data() {
+void tst_report_launch::endsProgram_data() {
     QTest::addColumn<QString>("scene");
     QTest::addColumn<QString>("box");
     QTest::newRow("missing file") << "missing file"
@@ -94,7 +94,7 @@ void tst_viewer::endsProgram_data() {
                                                              << "Error ";
 }
 
-void tst_viewer::endsProgram() {
+void tst_report_launch::endsProgram() {
     QFETCH(QString, scene);
     QFETCH(QString, box);
     const Ended ended = play(scene);
@@ -139,8 +139,8 @@ static const Scenes scenes = {
 };
 
 int main(int argc, char *argv[]) {
-    tst_viewer tests;
+    tst_report_launch tests;
     return run(argc, argv, tests, scenes);
 }
 
-#include "tst_viewer.moc"
+#include "tst_report_launch.moc"

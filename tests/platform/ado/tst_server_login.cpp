@@ -50,7 +50,7 @@ void giveToClerk(const QString &path) {
 
 } // namespace
 
-class tst_login : public QObject {
+class tst_server_login : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -66,7 +66,7 @@ private Q_SLOTS:
     void ownTablesAreOutOfReach();
 };
 
-void tst_login::wrongAndUnknownAlike() {
+void tst_server_login::wrongAndUnknownAlike() {
     const CatalogFolder folder;
     QCOMPARE(told(folder.path()), QString());
     QCOMPARE(told(folder.path(), QStringLiteral("SA")), QString());
@@ -76,7 +76,7 @@ void tst_login::wrongAndUnknownAlike() {
              QStringLiteral("18456 Login failed for user 'nobody'."));
 }
 
-void tst_login::placesRefused() {
+void tst_server_login::placesRefused() {
     const QTemporaryDir folder;
     QCOMPARE(told(folder.path()),
              QStringLiteral("4060 The folder \"%1\" holds no catalog ZEL.db.").arg(folder.path()));
@@ -96,7 +96,7 @@ void tst_login::placesRefused() {
     QVERIFY(told(QStringLiteral("SERVER1")).contains(QStringLiteral("SQL Server")));
 }
 
-void tst_login::readOnlyRefused() {
+void tst_server_login::readOnlyRefused() {
     const CatalogFolder folder;
     giveToClerk(folder.file());
     giveToClerk(folder.path());
@@ -114,7 +114,7 @@ void tst_login::readOnlyRefused() {
             .arg(folder.path()));
 }
 
-void tst_login::onlyTheOwnerMayRead() {
+void tst_server_login::onlyTheOwnerMayRead() {
     const QTemporaryDir folder;
     schema::createCatalog(folder.path());
     Connection con;
@@ -128,7 +128,7 @@ void tst_login::onlyTheOwnerMayRead() {
     }
 }
 
-void tst_login::serverProcedures() {
+void tst_server_login::serverProcedures() {
     const CatalogFolder folder;
     Connection con;
     open(con, folder.path());
@@ -151,7 +151,7 @@ void tst_login::serverProcedures() {
              QStringLiteral("2"));
 }
 
-void tst_login::rights() {
+void tst_server_login::rights() {
     const CatalogFolder folder;
     Connection con;
     open(con, folder.path());
@@ -166,7 +166,7 @@ void tst_login::rights() {
     QCOMPARE(told(folder.path(), QStringLiteral("CLERK"), QStringLiteral("PASS2")), QString());
 }
 
-void tst_login::passwords() {
+void tst_server_login::passwords() {
     const CatalogFolder folder;
     Connection con;
     open(con, folder.path());
@@ -181,7 +181,7 @@ void tst_login::passwords() {
     QCOMPARE(told(folder.path(), QStringLiteral("CLERK"), QStringLiteral("PASS2")), QString());
 }
 
-void tst_login::aKnownPairCostsNoHash() {
+void tst_server_login::aKnownPairCostsNoHash() {
     const CatalogFolder folder;
     Connection con;
     open(con, folder.path());
@@ -199,7 +199,7 @@ void tst_login::aKnownPairCostsNoHash() {
     QVERIFY2(second < first / 4, qPrintable(QStringLiteral("%1 then %2 us").arg(first).arg(second)));
 }
 
-void tst_login::ownTablesAreOutOfReach_data() {
+void tst_server_login::ownTablesAreOutOfReach_data() {
     QTest::addColumn<QString>("statement");
     for (const char *statement :
          {"select * from sys_logins", "select Hash from SYS_LOGINS", "delete from sys_users",
@@ -208,7 +208,7 @@ void tst_login::ownTablesAreOutOfReach_data() {
         QTest::newRow(statement) << QString::fromLatin1(statement);
 }
 
-void tst_login::ownTablesAreOutOfReach() {
+void tst_server_login::ownTablesAreOutOfReach() {
     QFETCH(QString, statement);
     const CatalogFolder folder;
     Connection con;
@@ -217,5 +217,5 @@ void tst_login::ownTablesAreOutOfReach() {
     QCOMPARE(told(folder.path()), QString());
 }
 
-QTEST_GUILESS_MAIN(tst_login)
-#include "tst_login.moc"
+QTEST_GUILESS_MAIN(tst_server_login)
+#include "tst_server_login.moc"
