@@ -9,6 +9,8 @@
 #include <QMdiArea>
 #include <QMenu>
 
+#include <algorithm>
+
 namespace zel::controls {
 
 namespace {
@@ -69,8 +71,12 @@ void Form::makeWindow(QMdiArea *area) {
     area->addSubWindow(m_window);
     const QSize frame = m_window->sizeHint() - sizeHint();
     m_window->resize((inner + frame).boundedTo(area->viewport()->size()));
-    if (m_place.x() >= 0)
-        m_window->move(m_place);
+    // The screens cascade, but none reaches out of the area where it would fit.
+    const int step = 26 * int((area->subWindowList().size() - 1) % 8);
+    const QPoint place = m_place.x() >= 0 ? m_place : QPoint(step, step);
+    const QSize room = area->viewport()->size() - m_window->size();
+    m_window->move(std::max(0, std::min(place.x(), room.width())),
+                   std::max(0, std::min(place.y(), room.height())));
 }
 
 void Form::bringForward(bool maximized) {

@@ -1,0 +1,24 @@
+#include "menu_screens.h"
+
+#include "accounts/frmAcSetting.h"
+#include "accounts/frmAccount.h"
+#include "institute/frmSession.h"
+#include "shell/frmSecMenus.h"
+#include "vouchers/voucher.h"
+
+namespace zel {
+
+shell::Screens menuScreens() {
+    using shell::shows;
+    shell::Screens screens{
+        {"mnuChartOfAC", shows(accounts::frmAccount::reference)},
+        {"frmAccount", shell::showsMaximized(accounts::frmAccount::reference)},
+        {"mnuVocSetting", shows(accounts::frmAcSetting::reference)},
+        {"mnuSession", shows(institute::frmSession::reference)},
+        {"frmSecMenus", shows(shell::frmSecMenus::reference)},
+    };
+    screens.merge(vouchers::voucherScreens());
+    return screens;
+}
+
+} // namespace zel
