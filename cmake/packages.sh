@@ -1,6 +1,6 @@
 # What a fresh Debian 12 lacks, for ./run and ./test. Sourced; sets nothing but functions.
 
-build_packages="g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-base-dev-tools libqt6svg6-dev libsqlite3-dev libsodium-dev
+build_packages="g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-base-dev-tools qt6-svg-dev libsqlite3-dev libsodium-dev
  libgl1-mesa-dev libxkbcommon-dev libxcb-cursor0 fonts-noto-core"
 test_packages="sqlite3 poppler-utils xvfb xauth xdotool"
 
