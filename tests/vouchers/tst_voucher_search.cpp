@@ -349,7 +349,7 @@ void tst_voucher_search::printsWhatIsSaved() {
          {desk.screen()->windowTitle(), QString("Landlord"), line.debit, line.credit, QString("1,234.50")})
         QVERIFY2(text.contains(word, Qt::CaseInsensitive), qPrintable(word + " is not in\n" + text));
     QVERIFY(!text.contains("Not saved"));
-    desk.push("acmCancel");
+    desk.push("cmdCancel");
     // The next number has no voucher yet.
     QVERIFY2(!printed().contains("Landlord"), "the print is of a voucher that is not shown");
     desk.openFromSearch(1);
