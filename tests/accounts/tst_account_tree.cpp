@@ -218,6 +218,24 @@ private Q_SLOTS:
     }
 
     void printing() {
+        QVERIFY(QFile::copy(ZEL_SOURCE_DIR "/rpt/rptChartAC.rpt", office->folder() + "/rptChartAC.rpt"));
+        office->execute("insert into Accounts (ParentID,Dcode,AcNodes,AcName,AcStatus,OpenBal) values "
+                        "('1.1',10,'1.1.10','LAST BANK','DD',1234.5)");
+        open();
+        click(screen, "cmdPrint");
+        const QString text = control(form("frmVeiwer"), "CRViewer91")->property("plainText").toString();
+        int from = 0;
+        for (const char *line : {"CHART OF ACCOUNTS", "\n1 ASSETS\n", "\n1.1 BANKS\n", "\n1.1.1 CITY BANK ",
+                                 "\n1.1.2 HILL BANK", "\n1.1.10 LAST BANK 1,234.50\n", "\n2 INCOME\n"}) {
+            const int at = int(text.indexOf(line, from));
+            QVERIFY2(at >= 0, qPrintable(QString(line) + " is not in its place in\n" + text));
+            from = at;
+        }
+        settle();
+        picture(form("frmVeiwer"), "frmVeiwer-rptChartAC");
+    }
+
+    void printingWithoutReport() {
         const Ended ended = play("print");
         QCOMPARE(ended.status, 1);
         QVERIFY2(ended.errorStream.contains("ZEL: error 53:"), qPrintable(ended.errorStream));

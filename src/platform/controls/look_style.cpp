@@ -19,6 +19,16 @@ void drawRing(const QRect &around, QPainter *painter) {
     painter->restore();
 }
 
+/// Whole lines inside the widget: a pen's line would lie half outside of it, and at 150% all of it.
+void drawFrame(const QStyleOption &option, QPainter *painter) {
+    const QRect all = option.rect;
+    const QColor color = option.palette.window().color().darker(140).lighter(108);
+    painter->fillRect(all.left(), all.top(), all.width(), 1, color);
+    painter->fillRect(all.left(), all.bottom(), all.width(), 1, color);
+    painter->fillRect(all.left(), all.top(), 1, all.height(), color);
+    painter->fillRect(all.right(), all.top(), 1, all.height(), color);
+}
+
 bool hasFocus(const QStyleOption *option) {
     return option->state.testFlag(QStyle::State_HasFocus) && option->state.testFlag(QStyle::State_Enabled);
 }
@@ -35,6 +45,8 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *opti
             drawRing(option->rect, painter);
         return;
     }
+    if (element == PE_Frame && widget && widget->inherits("QAbstractScrollArea"))
+        return drawFrame(*option, painter);
     QProxyStyle::drawPrimitive(element, option, painter, widget);
     const bool box = element == PE_FrameLineEdit || element == PE_PanelLineEdit;
     const auto *frame = qstyleoption_cast<const QStyleOptionFrame *>(option);

@@ -47,6 +47,12 @@ QString Document::plainText() const {
     return text;
 }
 
+static void dropUntitled(std::vector<GroupNode> &nodes) {
+    for (GroupNode &node : nodes)
+        dropUntitled(node.children);
+    std::erase_if(nodes, [](const GroupNode &node) { return node.title.isEmpty() && node.children.empty(); });
+}
+
 std::vector<GroupNode> Document::groups() const {
     std::vector<GroupNode> tree;
     const Definition &definition = d->run.definition();
@@ -76,6 +82,7 @@ std::vector<GroupNode> Document::groups() const {
             }
         }
     }
+    dropUntitled(tree);
     return tree;
 }
 

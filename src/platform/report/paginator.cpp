@@ -198,7 +198,8 @@ double Paginator::wantedHeight(const Cursor &cursor, const BandLayout &layout) c
     return wanted <= page + Slack ? wanted : heightOf(cursor, layout);
 }
 
-/// To the end of the group that begins at the cursor; `most` or more is as good as endless.
+/// To the end of the group that begins at the cursor, of the last one with the report's footers if they fit;
+/// `most` or more is as good as endless.
 double Paginator::groupHeight(Cursor cursor, const BandLayout &layout, double most) const {
     const int level = cursor.level;
     const qsizetype first = cursor.row;
@@ -211,7 +212,10 @@ double Paginator::groupHeight(Cursor cursor, const BandLayout &layout, double mo
         height += heightOf(cursor, layout);
         m_flow.advance(cursor);
     }
-    return height;
+    if (cursor.phase != Phase::ReportFooter || m_flow.band(cursor)->newPage)
+        return height;
+    const double closed = height + bottomHeight(cursor, layout);
+    return closed <= most ? closed : height;
 }
 
 /// A group's headers with the first row under them.
