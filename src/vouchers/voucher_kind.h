@@ -57,8 +57,8 @@ enum class From {
 
 /// One column of a written line; columns that a line does not name stay Null.
 struct Posted {
-    const char *column;
-    From from;
+    const char *column = nullptr;
+    From from = From::Zero;
     int cell = -1; ///< grid column, where `from` is a cell
 };
 

@@ -38,7 +38,7 @@ public:
     friend Decimal operator+(Decimal a, Decimal b);
     friend Decimal operator-(Decimal a, Decimal b);
     Decimal &operator+=(Decimal other) { return *this = *this + other; }
-    friend constexpr auto operator<=>(Decimal, Decimal) = default;
+    friend constexpr auto operator<=>(Decimal, Decimal) = default; // NOLINT(modernize-use-nullptr)
 
 private:
     constexpr explicit Decimal(std::int64_t count) : m_count(count) {}

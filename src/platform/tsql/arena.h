@@ -13,9 +13,9 @@ namespace zel::tsql {
 
 /// Memory for the trees of one translation: handed out bump by bump, freed at once. Nothing in it is
 /// destroyed, so only types that need no destruction may live there.
-class Arena {
+class Arena { // NOLINT(cppcoreguidelines-pro-type-member-init): see m_first
 public:
-    Arena() = default;
+    Arena() = default; // NOLINT(cppcoreguidelines-pro-type-member-init): see m_first
     Arena(const Arena &) = delete;
     Arena &operator=(const Arena &) = delete;
 
@@ -37,7 +37,7 @@ public:
 
 private:
     static constexpr std::size_t Alignment = alignof(void *);
-    static constexpr std::size_t BlockSize = 32 * 1024;
+    static constexpr std::size_t BlockSize = 32U * 1024U;
 
     void *take(std::size_t size) {
         size = (size + Alignment - 1) / Alignment * Alignment;
@@ -53,7 +53,7 @@ private:
     }
 
     alignas(
-        Alignment) std::array<std::byte, 12 * 1024> m_first; // left uninitialised: most statements fit here
+        Alignment) std::array<std::byte, 12U * 1024U> m_first; // left uninitialised: most statements fit here
     std::byte *m_next = m_first.data();
     std::byte *m_end = m_first.data() + m_first.size();
     std::vector<std::unique_ptr<std::byte[]>> m_blocks;

@@ -15,8 +15,8 @@ constexpr auto Classes = [] {
     std::array<Class, 256> table{};
     for (const char c : {' ', '\t', '\r', '\n', '\f', '\v'})
         table[static_cast<unsigned char>(c)] = Blank;
-    for (int c = 'a'; c <= 'z'; ++c)
-        table[std::size_t(c)] = table[std::size_t(c - 'a' + 'A')] = WordStart;
+    for (std::size_t letter = 0; letter < 26; ++letter)
+        table['a' + letter] = table['A' + letter] = WordStart;
     for (std::size_t c = 0x80; c < 0x100; ++c)
         table[c] = WordStart;
     table['_'] = table['#'] = WordStart;

@@ -126,7 +126,7 @@ void writeColumnDefinition(Writer &out, const ColumnNode &column, bool isKey) {
 }
 
 constexpr Traits Sqlite = [] {
-    namespace names = sqlite_names;
+    namespace names = sqlite_names; // NOLINT(misc-unused-alias-decls): the lambdas below use it
     Traits traits{};
     const auto node = [&](Op op, std::string_view text) {
         traits.nodes[static_cast<std::size_t>(op)] = {text, nullptr};

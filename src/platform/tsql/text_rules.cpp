@@ -31,7 +31,7 @@ std::string mapped(std::string_view text, const std::array<char, 128> &ascii, Ma
     result.reserve(text.size());
     while (!text.empty()) {
         if (isAscii(text.front())) {
-            result += ascii[std::size_t(text.front())];
+            result += ascii[static_cast<unsigned char>(text.front())];
             text.remove_prefix(1);
         } else {
             appendCharacter(result, map(nextCharacter(text)));
@@ -70,7 +70,7 @@ std::string replaced(std::string_view text, std::string_view search, std::string
         return std::string(text);
     std::string result;
     const auto isLetter = [](char c) {
-        return !isAscii(c) || LowerAscii[std::size_t(c)] != UpperAscii[std::size_t(c)];
+        return !isAscii(c) || LowerAscii[static_cast<unsigned char>(c)] != UpperAscii[static_cast<unsigned char>(c)];
     };
     if (std::none_of(search.begin(), search.end(), isLetter)) {
         for (auto at = text.find(search); at != std::string_view::npos; at = text.find(search)) {
