@@ -64,7 +64,7 @@ QWidget *Form::shell() {
 
 void Form::makeWindow(QMdiArea *area) {
     // A screen whose design has a size keeps it, any other is as large as it asks for.
-    const QSize inner = testAttribute(Qt::WA_Resized) ? size() : sizeHint();
+    const QSize inner = (testAttribute(Qt::WA_Resized) ? size() : sizeHint()).expandedTo(minimumSizeHint());
     m_window = new ScreenWindow(this);
     area->addSubWindow(m_window);
     const QSize frame = m_window->sizeHint() - sizeHint();

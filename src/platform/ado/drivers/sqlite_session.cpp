@@ -97,14 +97,15 @@ int SqliteSession::authorize(void *session, int action, const char *first, const
 
 SqliteSession::Running SqliteSession::prepare(const std::string &sql) {
     if (const auto known = m_statements.find(sql); known != m_statements.end())
-        return {*this, known->second.get()};
-    sqlite3_stmt *statement = nullptr;
+        return {*this, known->second};
+    sqlite3_stmt *prepared = nullptr;
     const int code = sqlite3_prepare_v3(m_handle.get(), sql.c_str(), int(sql.size()),
-                                        SQLITE_PREPARE_PERSISTENT, &statement, nullptr);
+                                        SQLITE_PREPARE_PERSISTENT, &prepared, nullptr);
     if (code != SQLITE_OK)
         fail(code);
-    for (auto held = m_statements.begin(); m_statements.size() >= MostStatements;)
-        held = sqlite3_stmt_busy(held->second.get()) ? std::next(held) : m_statements.erase(held);
+    const std::shared_ptr<sqlite3_stmt> statement(prepared, Finalize());
+    if (m_statements.size() >= MostStatements)
+        m_statements.erase(m_statements.begin());
     m_statements.emplace(sql, statement);
     return {*this, statement};
 }

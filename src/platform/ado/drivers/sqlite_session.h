@@ -27,8 +27,8 @@ public:
     /// A prepared statement in use: bound, stepped, read, and given back when it goes.
     class Running {
     public:
-        Running(SqliteSession &session, sqlite3_stmt *statement)
-            : m_session(session), m_statement(statement) {}
+        Running(SqliteSession &session, std::shared_ptr<sqlite3_stmt> statement)
+            : m_session(session), m_held(std::move(statement)), m_statement(m_held.get()) {}
         ~Running();
         Running(const Running &) = delete;
         Running &operator=(const Running &) = delete;
@@ -53,6 +53,7 @@ public:
 
     private:
         SqliteSession &m_session;
+        std::shared_ptr<sqlite3_stmt> m_held; ///< outlives its place among the kept statements
         sqlite3_stmt *m_statement;
     };
 
@@ -93,7 +94,7 @@ private:
 
     std::string m_path;
     std::unique_ptr<sqlite3, Close> m_handle;
-    std::unordered_map<std::string, std::unique_ptr<sqlite3_stmt, Finalize>> m_statements;
+    std::unordered_map<std::string, std::shared_ptr<sqlite3_stmt>> m_statements;
     int m_ownTables = 0;
 };
 
