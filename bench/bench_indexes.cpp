@@ -62,18 +62,22 @@ int main(int argc, char **argv) {
         drop(copy.database(), dropped.indexes);
         bench::connect(copy.folder());
         const double without = search(text);
+        const bool claimed = dropped.slower > 0;
+        const double withoutMany = claimed ? 0 : search("1");
         zel::shell::gCon.Close();
-        const bool enough = dropped.slower <= 0 || without >= dropped.slower * with;
+        const bool enough = without >= dropped.slower * with;
         within &= enough;
-        std::printf(
-            "search without %-43s %6.2f times slower%s%s   (with %.1f ms, without %.1f ms; key 1 with "
-            "%.1f ms)\n",
-            qPrintable(dropped.indexes.join(" and ")), without / with,
-            dropped.slower > 0 ? ", must be 10  " : "",
-            dropped.slower <= 0 ? ""
-            : enough            ? "ok"
-                                : "UNDER",
-            with, without, withMany);
+        std::printf("search without %-43s %7.2f times slower%s   (with %.1f ms, without %.1f ms",
+                    qPrintable(dropped.indexes.join(" and ")), without / with,
+                    !claimed ? ""
+                    : enough ? ", must be 10  ok"
+                             : ", must be 10  UNDER",
+                    with, without);
+        if (claimed)
+            std::printf(")\n");
+        else
+            std::printf("; key 1: %.2f times, with %.1f ms, without %.1f ms)\n", withoutMany / withMany,
+                        withMany, withoutMany);
         std::fflush(stdout);
     }
     return within ? 0 : 1;
