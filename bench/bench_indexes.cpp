@@ -14,14 +14,17 @@ namespace {
 
 using zel::vouchers::Criterion;
 
-/// Milliseconds that a search by number takes.
+/// Milliseconds that a search by number takes; one that goes on for seconds is measured once.
 double search(const QString &text) {
     std::vector<double> turns;
-    for (int turn = 0; turn < 4; ++turn)
+    for (int turn = 0; turn < 4; ++turn) {
         turns.push_back(1e3 * bench::seconds([&] {
                             zel::vouchers::openSearch(zel::vouchers::voucherKind("BP"), Criterion::Number,
                                                       text, {});
                         }));
+        if (turns.back() > 2000)
+            return turns.back();
+    }
     turns.erase(turns.begin());
     return bench::median(turns);
 }
