@@ -21,15 +21,19 @@ inline double median(std::vector<double> values) {
 }
 
 /// Ours against a peer, taken in turns in one run so that a busy machine slows both. Prints the median of the
-/// paired ratios with both medians; says whether it is within `limit`.
-template <class Ours, class Peer>
-bool compare(const char *what, double limit, int turns, Ours &&ours, Peer &&peer) {
+/// paired ratios with both medians; says whether it is within `limit`. `before` makes each turn ready,
+/// untimed.
+template <class Ours, class Peer, class Before = void (*)()>
+bool compare(
+    const char *what, double limit, int turns, Ours &&ours, Peer &&peer, Before &&before = [] {}) {
+    before();
     ours();
     peer();
     std::vector<double> ratios;
     std::vector<double> mine;
     std::vector<double> theirs;
     for (int i = 0; i < turns; ++i) {
+        before();
         theirs.push_back(seconds(peer));
         mine.push_back(seconds(ours));
         ratios.push_back(mine.back() / theirs.back());

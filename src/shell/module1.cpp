@@ -4,6 +4,7 @@
 #include "shell/frmLogin.h"
 
 #include <QCoreApplication>
+#include <QScopedValueRollback>
 
 namespace zel::shell {
 
@@ -53,6 +54,11 @@ void open(ado::Recordset &recordset, const Sql &statement) {
 
 void OpenRs(const Sql &statement) {
     open(gRs, statement);
+}
+
+void OpenRsForOne(const Sql &statement) {
+    const QScopedValueRollback most(gRs.MaxRecords, qsizetype(1));
+    OpenRs(statement);
 }
 
 void OpenRs1(const Sql &statement) {

@@ -56,6 +56,8 @@ extern QString gAppMode;
 /// Closes the recordset if it is open, then opens the statement on gCon, keyset and optimistic. Whoever calls
 /// reads RecordCount next, and calls MoveFirst before reading a row.
 void OpenRs(const Sql &statement);
+/// As OpenRs, for callers that ask only whether there is any row: reads one at most.
+void OpenRsForOne(const Sql &statement);
 void OpenRs1(const Sql &statement);
 void OpenRs2(const Sql &statement);
 

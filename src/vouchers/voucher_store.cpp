@@ -67,7 +67,7 @@ void writeLine(PostedLine line, const Posting &posting) {
 } // namespace
 
 QString nextNumber(const VoucherKind &kind, std::int64_t start) {
-    OpenRs("Select VouNo From MasJV Where Voustatus = '"_sql + code(kind) + "'");
+    shell::OpenRsForOne("Select VouNo From MasJV Where Voustatus = '"_sql + code(kind) + "'");
     if (gRs.RecordCount() == 0)
         return QString::number(start);
     OpenRs("select isnull(max(VouNo),0)+1 as VouNo from MasJV Where Voustatus = '"_sql + code(kind) + "'");

@@ -147,12 +147,13 @@ void Recordset::Open(const Sql &source, Connection &activeConnection, CursorType
     Private opening;
     opening.connection = &activeConnection;
     opening.lock = lockType;
-    runStatements(activeConnection.driver(), source, [&opening](Outcome outcome) {
+    const auto take = [&opening](Outcome outcome) {
         if (opening.opened || !outcome.rows)
             return;
         opening.opened = std::move(outcome.rows);
         opening.table = std::move(outcome.statement.baseTable);
-    });
+    };
+    runStatements(activeConnection.driver(), source, take, MaxRecords);
     *d = std::move(opening);
 }
 

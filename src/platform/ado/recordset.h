@@ -46,6 +46,7 @@ public:
     Recordset &operator=(const Recordset &) = delete;
 
     zel::ado::CursorLocation CursorLocation = adUseClient;
+    qsizetype MaxRecords = 0; ///< the most rows that Open reads; 0 for all
 
     /// Opens the rows of the first statement that gives any. Closed connection: Error 3704.
     void Open(const Sql &source, Connection &activeConnection, CursorType cursorType = adOpenKeyset,

@@ -11,7 +11,8 @@
 
 namespace zel::ado {
 
-void runStatements(Driver &driver, const Sql &text, const std::function<void(Outcome)> &told) {
+void runStatements(Driver &driver, const Sql &text, const std::function<void(Outcome)> &told,
+                   qsizetype most) {
     driver.refresh();
     std::optional<Outcome> outcome;
     for (tsql::Statement &statement : tsql::translate(text, driver, driver.traits())) {
@@ -23,7 +24,7 @@ void runStatements(Driver &driver, const Sql &text, const std::function<void(Out
             outcome->rowsAffected += driver.run(statement);
             continue;
         }
-        auto rows = driver.query(statement);
+        auto rows = driver.query(statement, most);
         if (outcome->rows)
             continue;
         outcome->rowsAffected = rows->rowCount();

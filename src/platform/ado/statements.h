@@ -18,8 +18,9 @@ struct Outcome {
 };
 
 /// Reads `text` and runs its statements in their order, telling each outcome as it comes. The first that
-/// fails ends the run.
-void runStatements(Driver &driver, const Sql &text, const std::function<void(Outcome)> &told);
+/// fails ends the run. `most` above 0: no more rows than that are read of any.
+void runStatements(Driver &driver, const Sql &text, const std::function<void(Outcome)> &told,
+                   qsizetype most = 0);
 
 /// Opens the catalog that a "Data Source" names by its form: "." (the program's folder) or a path that begins
 /// with "./", "../" or "/" is an embedded catalog, "postgresql://..." a PostgreSQL server, anything else a

@@ -32,8 +32,9 @@ public:
     /// be called before a statement text is read; pointers that they gave are valid until then.
     virtual void refresh() = 0;
 
-    /// All rows of a Select, read to the end.
-    [[nodiscard]] virtual std::shared_ptr<const RowSet> query(const tsql::Statement &statement) = 0;
+    /// The rows of a Select: all, read to the end, or the first `most` when that is above 0.
+    [[nodiscard]] virtual std::shared_ptr<const RowSet> query(const tsql::Statement &statement,
+                                                              qsizetype most) = 0;
     /// Any other statement; the number of rows that it changed.
     virtual std::int64_t run(const tsql::Statement &statement) = 0;
 

@@ -135,7 +135,7 @@ SqliteDriver::~SqliteDriver() {
                  nullptr);
 }
 
-std::shared_ptr<const RowSet> SqliteDriver::query(const tsql::Statement &statement) {
+std::shared_ptr<const RowSet> SqliteDriver::query(const tsql::Statement &statement, qsizetype most) {
     SqliteSession::Running running = m_session.prepare(statement.sql);
     sqlite3_stmt *engine = running.get();
     const int cells = sqlite3_column_count(engine);
@@ -143,7 +143,7 @@ std::shared_ptr<const RowSet> SqliteDriver::query(const tsql::Statement &stateme
     if (cells != int(statement.columns.size()) + (withIdentity ? 1 : 0))
         throw Error(50000, "The engine gives other columns than the statement has.");
     auto rows = std::make_shared<RowSet>(statement.columns, withIdentity);
-    while (running.step())
+    while ((most <= 0 || rows->rowCount() < most) && running.step())
         for (int column = 0; column < cells; ++column)
             appendCell(*rows, engine, column);
     rows->finish();
@@ -159,7 +159,7 @@ std::int64_t SqliteDriver::run(const tsql::Statement &statement) {
     requireTransaction();
     switch (statement.kind) {
     case StatementKind::Select:
-        return query(statement)->rowCount();
+        return query(statement, 0)->rowCount();
     case StatementKind::CreateProcedure:
         m_catalog.storeProcedure(statement.name, statement.text);
         m_catalog.refresh();

@@ -38,7 +38,8 @@ public:
         return m_catalog.procedure(name);
     }
 
-    [[nodiscard]] std::shared_ptr<const RowSet> query(const tsql::Statement &statement) override;
+    [[nodiscard]] std::shared_ptr<const RowSet> query(const tsql::Statement &statement,
+                                                      qsizetype most) override;
     std::int64_t run(const tsql::Statement &statement) override;
     std::int64_t insertRow(std::string_view table, std::span<const Assignment> values) override;
     [[nodiscard]] bool updateRow(std::string_view table, std::int64_t identity,
