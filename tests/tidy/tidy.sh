@@ -32,7 +32,7 @@ FILENAME ~ /^src\// && /^#include "/ {
 # shellcheck disable=SC2086
 {
     grep -nE '[[:blank:]]+$' $files | sed 's/$/  <- blank at the end of the line/'
-    grep -nE '(TODO|FIXME|XXX|HACK)\b' $files | sed 's/$/  <- unfinished/'
+    grep -nE '\b(TODO|FIXME|XXX|HACK)\b' $files | sed 's/$/  <- unfinished/'
     grep -nE '^using namespace' $(printf '%s\n' $files | grep '\.h$') | sed 's/$/  <- using namespace in a header/'
     for f in $(printf '%s\n' $files | grep '\.h$'); do
         grep -q '^#pragma once' "$f" || echo "$f: no #pragma once"
