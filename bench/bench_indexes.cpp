@@ -41,7 +41,9 @@ void drop(const QString &database, const QStringList &indexes) {
 
 struct Dropped {
     QStringList indexes;
-    double slower; ///< the search must be at least as many times slower; 0 for no claim
+    /// The search must be at least as many times slower; 0 for no claim: of the first two each stands in for
+    /// the other, as few kinds share a number.
+    double slower;
 };
 
 } // namespace
@@ -53,8 +55,8 @@ int main(int argc, char **argv) {
     const QString text = "777";
     bool within = true;
     const Dropped cases[] = {
-        {{"ixDetJVVoucher"}, 10}, {{"ixDetJVNumber"}, 0},  {{"ixDetJVVoucher", "ixDetJVNumber"}, 10},
-        {{"ixMasJVVoucher"}, 0},  {{"ixDetJVAccount"}, 0}, {{"ixDetJVContra"}, 0},
+        {{"ixDetJVVoucher"}, 0}, {{"ixDetJVNumber"}, 0},  {{"ixDetJVVoucher", "ixDetJVNumber"}, 10},
+        {{"ixMasJVVoucher"}, 0}, {{"ixDetJVAccount"}, 0}, {{"ixDetJVContra"}, 0},
         {{"ixDetJVSubject"}, 0}};
     for (const Dropped &dropped : cases) {
         const bench::Copy copy(folder);
