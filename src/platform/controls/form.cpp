@@ -30,7 +30,8 @@ void FormHost::setArea(QMdiArea *area) {
     hostArea() = area;
 }
 
-/// The child window around a screen. Its system menu has no shortcuts: Ctrl+F4 is the menu bar's.
+/// The child window around a screen. Its system menu has no shortcut but Ctrl+W, which closes: Ctrl+F4 is the
+/// menu bar's.
 class ScreenWindow : public QMdiSubWindow {
 public:
     explicit ScreenWindow(Form *form) : m_form(form) {
@@ -39,6 +40,10 @@ public:
         setAttribute(Qt::WA_DeleteOnClose, false);
         for (QAction *action : systemMenu()->actions())
             action->setShortcuts(QList<QKeySequence>());
+        QAction *closing = systemMenu()->actions().constLast();
+        closing->setShortcut(Qt::CTRL | Qt::Key_W);
+        closing->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        addAction(closing);
         connect(this, &QMdiSubWindow::windowStateChanged, this, [this](auto before, auto now) {
             if (m_form && now.testFlag(Qt::WindowActive) && !before.testFlag(Qt::WindowActive))
                 m_form->becameActive();

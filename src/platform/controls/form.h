@@ -21,7 +21,8 @@ public:
 /// A screen. A child form stands in the host's area; a window form, or a child while there is no area, on its
 /// own.
 ///
-/// A form of fixed size has a window that can't be resized or maximized.
+/// A form of fixed size has a window that can't be resized or maximized. Ctrl+W does what a child window's
+/// close box does.
 ///
 /// In a .ui file the top widget's class is QWidget; the constructor calls setupUi(this). Form_Load fills the
 /// controls. The window title is the form's.
