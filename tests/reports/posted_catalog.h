@@ -34,7 +34,8 @@ public:
             m_program.Execute(Sql::trusted(statement.toStdString()));
     }
 
-    /// Rows of DetJV, a line each, the parts between "|": date, kind and number, entry, account, other account
+    /// Rows of DetJV, a line each, the parts between "|": date, kind and number, entry, account, other
+    /// account
     /// ("-": none), debit, credit, narration. Accounts go by their codes.
     void post(const QString &rows) {
         for (const QString &line : rows.split('\n', Qt::SkipEmptyParts)) {

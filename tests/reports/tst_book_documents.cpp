@@ -2,7 +2,6 @@
 
 #include <QTest>
 
-
 using namespace zel;
 using namespace zel::report;
 using namespace zel::test;
@@ -46,16 +45,19 @@ std::shared_ptr<Report> ledger(PostedCatalog &catalog, int code, const QString &
     auto report = catalog.open("rptAcLedger.rpt");
     catalog.execute(statement);
     report->FormulaFields("Dates").Text = "\"From :  01/03/2024  To :  31/03/2024\"";
-    report->OpenSubreport("rptSubAC").RecordSelectionFormula = "{Accounts.RowID} = "_sql + QString::number(code);
+    report->OpenSubreport("rptSubAC").RecordSelectionFormula =
+        "{Accounts.RowID} = "_sql + QString::number(code);
     return report;
 }
 
-std::shared_ptr<Report> simpleLedger(PostedCatalog &catalog, const QString &account, const Period &period = {}) {
+std::shared_ptr<Report> simpleLedger(PostedCatalog &catalog, const QString &account,
+                                     const Period &period = {}) {
     const int code = catalog.rowId(account);
     return ledger(catalog, code, QString("exec AcLedger %1,'%2','%3'").arg(code).arg(period.from, period.to));
 }
 
-std::shared_ptr<Report> detailLedger(PostedCatalog &catalog, const QString &account, const Period &period = {}) {
+std::shared_ptr<Report> detailLedger(PostedCatalog &catalog, const QString &account,
+                                     const Period &period = {}) {
     const int code = catalog.rowId(account);
     const QDate from = QDate::fromString(period.from, Qt::ISODate);
     const QDate to = QDate::fromString(period.to, Qt::ISODate);
@@ -80,8 +82,9 @@ QStringList body(const Report &report) {
 
 void tst_book_documents::documents_data() {
     QTest::addColumn<QString>("prepare"); // a statement before the rows are posted
-    QTest::addColumn<QString>("rows");    // date, voucher, entry, account, other account, debit, credit, narration
-    QTest::addColumn<QString>("after");   // a statement after
+    QTest::addColumn<QString>(
+        "rows"); // date, voucher, entry, account, other account, debit, credit, narration
+    QTest::addColumn<QString>("after"); // a statement after
     QTest::addColumn<Period>("period");
     QTest::addColumn<QStringList>("cashBook");
     QTest::addColumn<QStringList>("simple");
@@ -183,9 +186,9 @@ void tst_book_documents::documents_data() {
                                     << Period{"2024-03-31", "2024-03-01"} << allBefore << allBefore
                                     << allBefore;
 
-    const QStringList balanced{"Opening balance 0.00", "01/03/2024 CR - 1 CAPITAL OF THE INSTITUTE 0.10 0.10 Dr",
-                               "02/03/2024 CP - 1 RENT 0.10 0.00", "Total of the period 0.10 0.10",
-                               "Closing balance 0.00"};
+    const QStringList balanced{
+        "Opening balance 0.00", "01/03/2024 CR - 1 CAPITAL OF THE INSTITUTE 0.10 0.10 Dr",
+        "02/03/2024 CP - 1 RENT 0.10 0.00", "Total of the period 0.10 0.10", "Closing balance 0.00"};
     QTest::newRow("one day, back to nothing")
         << QString()
         << QString("2024-03-01 | CR 1 | 1 | 3.1.1 | 1.1.1 | 0 | 0.1 | -\n"
@@ -193,8 +196,8 @@ void tst_book_documents::documents_data() {
                    "2024-03-02 | CP 1 | 1 | 5.1.1 | 1.1.1 | 0.1 | 0 | -\n"
                    "2024-03-02 | CP 1 | 2 | 1.1.1 | - | 0 | 0.1 | -\n")
         << QString() << Period() << balanced
-        << QStringList{"Opening balance 0.00", "01/03/2024 CR - 1 0.10 0.10 Dr", "02/03/2024 CP - 1 0.10 0.00",
-                       "Total of the period 0.10 0.10", "Closing balance 0.00"}
+        << QStringList{"Opening balance 0.00", "01/03/2024 CR - 1 0.10 0.10 Dr",
+                       "02/03/2024 CP - 1 0.10 0.00", "Total of the period 0.10 0.10", "Closing balance 0.00"}
         << balanced;
 
     // A credit carried forward has one side only: the book shows it as received, the account never had it.
@@ -207,8 +210,8 @@ void tst_book_documents::documents_data() {
         << QStringList{"Opening balance 0.00", "Total of the period 0.00 0.00", "Closing balance 0.00"};
 
     QTest::newRow("the other account is gone")
-        << QString() << receiptAndPayment << QString("delete from Accounts where AcNodes in ('5.1.1', '4.1.2')")
-        << Period()
+        << QString() << receiptAndPayment
+        << QString("delete from Accounts where AcNodes in ('5.1.1', '4.1.2')") << Period()
         << QStringList{"Opening balance 0.00",
                        "01/03/2024 CR - 2 TUITION FEE 500.00 500.00 Dr",
                        "FEES",
@@ -237,8 +240,9 @@ void tst_book_documents::documents_data() {
         << QStringList{"Opening balance 0.00", "01/03/2024 BP - 1 CITY BANK -50.00 50.00 Cr",
                        "01/03/2024 BP - 2 CITY BANK 50.00 Cr", "Total of the period -50.00 0.00",
                        "Closing balance 50.00 Cr"}
-        << QStringList{"Opening balance 0.00", "01/03/2024 BP - 1 -50.00 50.00 Cr", "01/03/2024 BP - 2 50.00 Cr",
-                       "Total of the period -50.00 0.00", "Closing balance 50.00 Cr"}
+        << QStringList{"Opening balance 0.00", "01/03/2024 BP - 1 -50.00 50.00 Cr",
+                       "01/03/2024 BP - 2 50.00 Cr", "Total of the period -50.00 0.00",
+                       "Closing balance 50.00 Cr"}
         << QStringList{"Opening balance 0.00", "01/03/2024 BP - 1 CITY BANK -50.00 50.00 Cr",
                        "01/03/2024 BP - 2 CITY BANK 50.00 Cr", "Total of the period -50.00 0.00",
                        "Closing balance 50.00 Cr"};
@@ -269,9 +273,10 @@ void tst_book_documents::companies_data() {
     QTest::newRow("one active") << QString() << QStringList{name} << QStringList{name};
     QTest::newRow("none active") << QString("update Company set comActive = null") << QStringList{""}
                                  << QStringList{"LEDGER"};
-    QTest::newRow("no company at all") << QString("delete from Company") << QStringList{""}
-                                       << QStringList{"LEDGER"};
-    QTest::newRow("two active") << QString("insert into Company (Company, comActive) values ('SOUTHFIELD', 'Y')")
+    QTest::newRow("no company at all")
+        << QString("delete from Company") << QStringList{""} << QStringList{"LEDGER"};
+    QTest::newRow("two active") << QString(
+                                       "insert into Company (Company, comActive) values ('SOUTHFIELD', 'Y')")
                                 << QStringList{name, "SOUTHFIELD"} << QStringList{name};
 }
 
@@ -344,7 +349,9 @@ void tst_book_documents::carriedForward() {
     QString rows;
     for (int number = 1; number <= 150; ++number) {
         const QString amount = QString::number(number) + ".07";
-        const QString narration = number % 7 == 0 ? QString(180, 'n') : number % 3 == 0 ? QString("-") : "FEES";
+        const QString narration = number % 7 == 0   ? QString(180, 'n')
+                                  : number % 3 == 0 ? QString("-")
+                                                    : "FEES";
         rows += QString("2024-03-02 | JV %1 | 1 | 1.1.1 | 4.1.1 | %2 | 0 | %3\n"
                         "2024-03-02 | JV %1 | 1 | 4.1.1 | 1.1.1 | 0 | %2 | %3\n")
                     .arg(number)
@@ -356,7 +363,8 @@ void tst_book_documents::carriedForward() {
     for (const auto &report : reports) {
         // Only one ledger stands in the work table.
         if (report == reports[1])
-            catalog.execute(QString("exec AcLedger %1,'2024-03-01','2024-03-31'").arg(catalog.rowId("1.1.1")));
+            catalog.execute(
+                QString("exec AcLedger %1,'2024-03-01','2024-03-31'").arg(catalog.rowId("1.1.1")));
         if (report == reports[2])
             catalog.execute(QString("exec DetailAcLedger %1,1,3,2024,31,3,2024").arg(catalog.rowId("1.1.1")));
         const auto document = report->document();
@@ -368,14 +376,16 @@ void tst_book_documents::carriedForward() {
             const QStringList lines = document->page(page).plainText().split('\n');
             QVERIFY2(lines.contains(carried), qPrintable(carried));
             for (const QString &line : lines) {
-                static const QRegularExpression row("^02/03/2024 JV - (\\d+) .*?(-?[\\d,]+\\.07) ([\\d,.]+) Dr$");
+                static const QRegularExpression row(
+                    "^02/03/2024 JV - (\\d+) .*?(-?[\\d,]+\\.07) ([\\d,.]+) Dr$");
                 const auto match = row.match(line);
                 if (!match.hasMatch())
                     continue;
                 QCOMPARE(match.captured(1).toInt(), next++);
                 sum += *Decimal::parse(match.captured(2).remove(',').toStdString());
                 const auto balance = sum + *Decimal::parse("1000.05");
-                QCOMPARE(QString::fromStdString(Decimal::parse(match.captured(3).remove(',').toStdString())->toString()),
+                QCOMPARE(QString::fromStdString(
+                             Decimal::parse(match.captured(3).remove(',').toStdString())->toString()),
                          QString::fromStdString(balance.toString()));
             }
             const QStringList ends = lines.filter("Carried forward");
@@ -383,7 +393,8 @@ void tst_book_documents::carriedForward() {
             if (ends.isEmpty())
                 break;
             carried = QString(ends.first()).replace("Carried", "Brought");
-            const QString total = QLocale::c().toString(QString::fromStdString(sum.toString()).toDouble(), 'f', 2);
+            const QString total =
+                QLocale(QLocale::English).toString(QString::fromStdString(sum.toString()).toDouble(), 'f', 2);
             QVERIFY2(carried.startsWith("Brought forward " + total + " 0.00 "), qPrintable(carried));
         }
         QCOMPARE(next, 151);
@@ -412,8 +423,10 @@ void tst_book_documents::bigAndLong() {
             const Page page = document->page(index);
             text += page.plainText() + '\n';
             for (const TextItem &item : page.texts) {
-                QVERIFY2(!item.text.contains("##") && !item.text.contains(QChar(0x2026)), qPrintable(item.text));
-                QVERIFY2(item.x > 14.9 && item.x + item.width < page.size.width() - 14.9, qPrintable(item.text));
+                QVERIFY2(!item.text.contains("##") && !item.text.contains(QChar(0x2026)),
+                         qPrintable(item.text));
+                QVERIFY2(item.x > 14.9 && item.x + item.width < page.size.width() - 14.9,
+                         qPrintable(item.text));
                 for (const TextItem &other : page.texts) {
                     const bool apart = std::abs(item.baseline - other.baseline) > 2 || &item == &other ||
                                        item.x + item.width <= other.x || other.x + other.width <= item.x;
