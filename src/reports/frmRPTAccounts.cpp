@@ -51,6 +51,8 @@ frmRPTAccounts::frmRPTAccounts() : ui(std::make_unique<Ui::frmRPTAccounts>()) {
     ui->setupUi(this);
     connectButtons();
     connectKeys();
+    closeOnCtrlW();
+    ui->LblMain->setToolTip("Close (Ctrl+W)");
     connect(ui->DtaCourse, &DataCombo::changed, this, &frmRPTAccounts::DtaCourse_Change);
     connect(ui->DtaCourse, &DataCombo::clicked, this, &frmRPTAccounts::DtaCourse_Change);
 }

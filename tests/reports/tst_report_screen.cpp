@@ -222,7 +222,7 @@ void tst_report_screen::coveredButtonIsOutOfTheWay() {
 
 void tst_report_screen::closingForgets() {
     ReportDesk desk;
-    QWidget *screen = desk.open("mnuBankBook");
+    desk.open("mnuBankBook");
     desk.choose("CITY");
     desk.period(QDate(2026, 3, 1), QDate(2026, 3, 31));
     desk.open("mnuStuFeeDet");
@@ -231,7 +231,7 @@ void tst_report_screen::closingForgets() {
     QVERIFY(!form("frmRPTAccounts"));
     QVERIFY(!control(form("MDIForm1"), "Picture1")->isHidden());
 
-    screen = desk.open("mnuBankBook");
+    QWidget *screen = desk.open("mnuBankBook");
     QCOMPARE(shownFrames(screen), "frmBankBook");
     QCOMPARE(selectors(screen), "account dates");
     QCOMPARE(text(screen, "txtAcName"), "");

@@ -8,6 +8,7 @@
 #include <QCloseEvent>
 #include <QMdiArea>
 #include <QMenu>
+#include <QShortcut>
 
 #include <algorithm>
 
@@ -30,8 +31,7 @@ void FormHost::setArea(QMdiArea *area) {
     hostArea() = area;
 }
 
-/// The child window around a screen. Its system menu has no shortcut but Ctrl+W, which closes: Ctrl+F4 is the
-/// menu bar's.
+/// The child window around a screen. Its system menu has no shortcuts: Ctrl+F4 is the menu bar's.
 class ScreenWindow : public QMdiSubWindow {
 public:
     explicit ScreenWindow(Form *form) : m_form(form) {
@@ -40,10 +40,6 @@ public:
         setAttribute(Qt::WA_DeleteOnClose, false);
         for (QAction *action : systemMenu()->actions())
             action->setShortcuts(QList<QKeySequence>());
-        QAction *closing = systemMenu()->actions().constLast();
-        closing->setShortcut(Qt::CTRL | Qt::Key_W);
-        closing->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-        addAction(closing);
         connect(this, &QMdiSubWindow::windowStateChanged, this, [this](auto before, auto now) {
             if (m_form && now.testFlag(Qt::WindowActive) && !before.testFlag(Qt::WindowActive))
                 m_form->becameActive();
@@ -93,6 +89,12 @@ void Form::moveWindow(QPoint place) {
     const QSize room = FormHost::area()->viewport()->size() - m_window->size();
     m_window->move(std::max(0, std::min(place.x(), room.width())),
                    std::max(0, std::min(place.y(), room.height())));
+}
+
+void Form::closeOnCtrlW() {
+    auto *shortcut = new QShortcut(Qt::CTRL | Qt::Key_W, this);
+    shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+    connect(shortcut, &QShortcut::activated, this, [this] { Unload(); });
 }
 
 void Form::setPlace(QPoint place) {

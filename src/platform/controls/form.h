@@ -21,8 +21,7 @@ public:
 /// A screen. A child form stands in the host's area; a window form, or a child while there is no area, on its
 /// own.
 ///
-/// A form of fixed size has a window that can't be resized or maximized. Ctrl+W does what a child window's
-/// close box does.
+/// A form of fixed size has a window that can't be resized or maximized.
 ///
 /// In a .ui file the top widget's class is QWidget; the constructor calls setupUi(this). Form_Load fills the
 /// controls. The window title is the form's.
@@ -41,6 +40,8 @@ public:
     void setPlace(QPoint place);
 
 protected:
+    /// For a screen without an exit button: Ctrl+W does what the close box of its window does.
+    void closeOnCtrlW();
     /// The form itself, not a control on it, had the focus and lost it.
     virtual void Form_LostFocus() {}
 
