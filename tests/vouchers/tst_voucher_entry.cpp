@@ -35,6 +35,8 @@ private Q_SLOTS:
     void amountsTyped();
     void keysOfTheLineBoxes();
     void enterWalksTheBoxes();
+    void dateByKeys_data();
+    void dateByKeys();
     void enterInTheNumberOfANewVoucher();
     void enterInTheNumberOfAnOpenedVoucher();
     void headingIsNotEdited();
@@ -420,6 +422,43 @@ void tst_voucher_entry::enterWalksTheBoxes() {
     QCOMPARE(control<controls::MemoBox>(desk.screen(), "txtNaration")->text(), "a\nb");
     press(Qt::Key_Tab);
     QCOMPARE(focused(), "cmdAdd");
+}
+
+void tst_voucher_entry::dateByKeys_data() {
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("date");
+    QTest::newRow("whole") << "29022024"
+                           << "29/02/2024";
+    QTest::newRow("a day that the month shown lacks") << "31122025"
+                                                      << "31/12/2025";
+    QTest::newRow("with strokes") << "05/03/2027"
+                                  << "05/03/2027";
+    QTest::newRow("one digit, with points") << "5.3.2027"
+                                            << "05/03/2027";
+    QTest::newRow("the day and the month") << "3103"
+                                           << "31/03/2026";
+    QTest::newRow("the day alone, one digit of two") << "3"
+                                                     << "03/02/2026";
+    QTest::newRow("no such day") << "31022026"
+                                 << "28/02/2026";
+}
+
+/// F9 saves what is typed, though the date box has not been left.
+void tst_voucher_entry::dateByKeys() {
+    QFETCH(QString, typed);
+    QFETCH(QString, date);
+    Desk desk;
+    desk.open("JV");
+    desk.add({"RENT", "FEES", "1"});
+    desk.date(2026, 2, 15);
+    auto *picker = control<controls::DateBox>(desk.screen(), "DTPicker");
+    picker->setFocus();
+    picker->setSelectedSection(QDateTimeEdit::DaySection);
+    type(typed);
+    press(Qt::Key_F9);
+    settle();
+    compare(desk.office.rows("select VouDate from MasJV"), {date});
+    compare(desk.office.rows("select VouDate from DetJV"), {date, date});
 }
 
 void tst_voucher_entry::enterInTheNumberOfANewVoucher() {
