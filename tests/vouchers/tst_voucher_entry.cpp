@@ -500,19 +500,43 @@ void tst_voucher_entry::headingIsNotEdited() {
     QCOMPARE(desk.text("txtGrdRow"), "");
 }
 
+/// Texts as long as their columns, with whatever a keyboard gives, come back as they were typed.
 void tst_voucher_entry::limits() {
+    const QString payee =
+        QString("Çelik & Söhne, O'Brien \"Estates\" \u0627\u0631\u062f\u0648 ").leftJustified(100, 'p');
+    const QString lines = QString("Rent of März\nsecond line; 50% -- it's [late]\n").leftJustified(200, 'n');
     Desk desk;
     desk.open("BP");
-    desk.replace("txtChecque", QString(30, 'c'));
-    desk.replace("txtNaration", QString(250, 'n'));
-    desk.replace("txtPaidTo", QString(150, 'p'));
+    desk.replace("txtPaidTo", payee + "more");
     desk.choose("cmdSelectDr", "RENT");
     desk.choose("cmdSelectCr", "BANK ONE");
-    desk.replace("txtDRCR", "1");
+    desk.replace("txtDRCR", "1234567890.5");
+    desk.replace("txtChecque", QString(20, 'C') + "more");
+    control(desk.screen(), "txtNaration")->setFocus();
+    for (const QChar letter : lines + "more")
+        letter == '\n' ? press(Qt::Key_Return) : type(letter);
+    desk.replace("txtFile", "12345678901");
+    desk.replace("txtBill", "98765432109");
     desk.push("cmdAdd");
+    desk.add({"LIGHT", "", "0.004"});
+    settle();
+    picture(desk.screen(), "frmBP-long-texts");
+    const QStringList rows = {"RENT|BANK ONE|1,234,567,890.50|" + QString(20, 'C') + '|' + lines +
+                                  "|1234567890|9876543210",
+                              "LIGHT|BANK ONE|0.00||||"};
+    compare(desk.seen("MshEntry"), rows);
     desk.push("cmdSave");
-    QCOMPARE(desk.office.rows("select len(ChecqNo), len(Naration) from DetJV").value(0), "20|200");
-    QCOMPARE(desk.office.rows("select len(PaidReceive) from MasJV").value(0), "100");
+    desk.openFromSearch(1);
+    QCOMPARE(desk.text("txtPaidTo"), payee);
+    QCOMPARE(desk.box("txtPaidTo")->cursorPosition(), 0); // its beginning is seen
+    QCOMPARE(desk.box("txtCrAc")->cursorPosition(), 0);
+    compare(desk.seen("MshEntry"), rows.mid(0, 1)); // a line of nothing is none
+    desk.doubleClick("MshEntry", 1, 1);
+    QCOMPARE(text(desk.screen(), "txtNaration"), lines);
+    desk.grid("mshSearch")->setFocus();
+    turnTo(desk.screen(), "SSTab1", 1);
+    settle();
+    picture(desk.screen(), "frmBP-search-long-texts");
 }
 
 void tst_voucher_entry::kindBoxHandsTheFocusOn_data() {

@@ -69,10 +69,10 @@ void tst_voucher_posting::posts_data() {
            "2 | RENT     | BANK TWO | 2 | 0 | '' | a | NULL | NULL | 1 | BP | 05/03/2026 | NULL | NULL\n"
            "2 | BANK TWO | RENT     | 0 | 2 | '' | a | NULL | NULL | 1 | BP | 05/03/2026 | NULL | NULL";
     QTest::newRow("BR")
-        << std::vector<Line>{{"BANK ONE", "FEES", "100", "", "", "", "12"}, {"", "RENT", "50", "9", "n"}}
+        << std::vector<Line>{{"BANK ONE", "FEES", "100", "", "", "3", "12"}, {"", "RENT", "50", "9", "n"}}
         << "1 | BR | 05/03/2026 | Landlord | 150 | sa | NULL | NULL | NULL"
-        << "1 | BANK ONE | FEES     | 100 | 0   | '' | '' | NULL | 12   | 1 | BR | 05/03/2026 | NULL | NULL\n"
-           "1 | FEES     | BANK ONE | 0   | 100 | '' | '' | NULL | 12   | 1 | BR | 05/03/2026 | NULL | NULL\n"
+        << "1 | BANK ONE | FEES     | 100 | 0   | '' | '' | 3    | 12   | 1 | BR | 05/03/2026 | NULL | NULL\n"
+           "1 | FEES     | BANK ONE | 0   | 100 | '' | '' | 3    | 12   | 1 | BR | 05/03/2026 | NULL | NULL\n"
            "2 | BANK ONE | RENT     | 50  | 0   | 9  | n  | NULL | NULL | 1 | BR | 05/03/2026 | NULL | NULL\n"
            "2 | RENT     | BANK ONE | 0   | 50  | 9  | n  | NULL | NULL | 1 | BR | 05/03/2026 | NULL | NULL";
     QTest::newRow("CP") << std::vector<Line>{{"RENT", "CASH BOX", "10", "c", "first", "1", "2"},
@@ -227,6 +227,8 @@ void tst_voucher_posting::manyLines() {
     desk.openFromSearch(1);
     QCOMPARE(desk.grid("MshEntry")->Rows(), Lines + 1);
     QCOMPARE(desk.grid("MshEntry")->TextMatrix(Lines, amount), "200.05");
+    settle();
+    picture(desk.screen(), QString(desk.screen()->objectName()) + "-200-lines");
     desk.grid("MshEntry")->setRow(Lines);
     desk.push("acmRemove");
     desk.push("cmdSave");
