@@ -39,6 +39,9 @@ private Q_SLOTS:
     void dateByKeys();
     void enterInTheNumberOfANewVoucher();
     void enterInTheNumberOfAnOpenedVoucher();
+    void enterInTheNumberThatAnotherHasTaken();
+    void enterInTheNumberWhenTheLinesAreGone();
+    void findButtonAimsTheOpenFinder();
     void headingIsNotEdited();
     void limits();
     void kindBoxHandsTheFocusOn_data();
@@ -87,6 +90,9 @@ void tst_voucher_entry::refusals_data() {
         row("a point") << "BANK ONE"
                        << "BANK TWO"
                        << "." << NoAmount << "txtDRCR";
+        row("a point and no debit account") << ""
+                                            << "BANK ONE"
+                                            << "." << NoDebit << kind.noDebit;
         row("nought") << "BANK ONE"
                       << "BANK TWO"
                       << "0.00" << NoAmount << "txtDRCR";
@@ -286,6 +292,9 @@ void tst_voucher_entry::setupRow_data() {
     QTest::newRow("account gone, fixed") << "AcCode = '99', AcStatus = 'CR', Fix = 'Y'"
                                          << ""
                                          << "" << true << false;
+    QTest::newRow("a heading") << "AcCode = '7', AcStatus = 'DR', Fix = 'N'"
+                               << ""
+                               << "" << true << true;
     QTest::newRow("no account") << "AcCode = '', AcStatus = 'CR', Fix = 'N'"
                                 << ""
                                 << "" << true << true;
@@ -297,7 +306,9 @@ void tst_voucher_entry::setupRow() {
     QFETCH(QString, credit);
     QFETCH(bool, debitFree);
     QFETCH(bool, creditFree);
-    Desk desk("update VouSetting set "_sql + Sql::trusted(setting.toStdString()));
+    Desk desk("insert into Accounts (ParentID, Dcode, AcName, AcStatus) values ('1', 1, 'A HEADING', 'HD') "
+              "update VouSetting set "_sql +
+              Sql::trusted(setting.toStdString()));
     for (const char *kind : {"BP", "BR", "CP", "CR", "JV"}) {
         desk.open(kind);
         QCOMPARE(desk.text("txtDrAc"), debit);
@@ -490,6 +501,45 @@ void tst_voucher_entry::enterInTheNumberOfAnOpenedVoucher() {
     QVERIFY(desk.enabled("cmdDelete"));
     desk.push("cmdSave"); // still the same voucher
     QCOMPARE(desk.office.rows("select VouNo from MasJV").size(), 1);
+}
+
+/// The voucher of the proposed number is shown, yet what is saved is a new one.
+void tst_voucher_entry::enterInTheNumberThatAnotherHasTaken() {
+    Desk desk;
+    desk.open("JV");
+    desk.office.execute("insert into MasJV (VouNo, VouStatus, PaidReceive) values (1, 'JV', 'another')");
+    control(desk.screen(), "txtVoucher")->setFocus();
+    press(Qt::Key_Return);
+    QCOMPARE(desk.text("txtPaidTo"), "another");
+    desk.add({"RENT", "FEES", "1"});
+    desk.push("cmdSave");
+    compare(desk.office.rows("select VouNo, TotalAmount from MasJV"), table("1|NULL\n2|1"));
+}
+
+void tst_voucher_entry::enterInTheNumberWhenTheLinesAreGone() {
+    Desk desk;
+    desk.open("JV");
+    desk.add({"RENT", "FEES", "1"});
+    desk.push("cmdSave");
+    desk.openFromSearch(1);
+    desk.office.execute("delete from DetJV");
+    control(desk.screen(), "txtVoucher")->setFocus();
+    press(Qt::Key_Return);
+    QVERIFY(!desk.enabled("cmdDelete"));
+    QCOMPARE(desk.grid("MshEntry")->Rows(), 2);
+    QCOMPARE(desk.label("lblTotalAmount"), "Total Amount : 1.00");
+}
+
+/// The finder is not modal: it answers for the button that was pressed last.
+void tst_voucher_entry::findButtonAimsTheOpenFinder() {
+    Desk desk;
+    desk.open("BP");
+    click(desk.screen(), "cmdSelectCr");
+    QCOMPARE(control<controls::Grid>(form("frmFindAC"), "mshSearch")->Rows(), 3);
+    desk.open("BP");
+    desk.choose("cmdSelectDr", "RENT");
+    QCOMPARE(desk.text("txtDrAc"), "RENT");
+    QCOMPARE(desk.text("txtCrAc"), "");
 }
 
 void tst_voucher_entry::headingIsNotEdited() {

@@ -146,6 +146,13 @@ void tst_voucher_posting::rowUnderEditIsWrittenInPlace() {
                                          "LIGHT | BANK ONE | 50.00 | '' | '' | '' | ''"));
     QCOMPARE(desk.label("lblTotalAmount"), "Total Amount : 2,050.00");
     QCOMPARE(desk.text("txtTotAmount"), "2050.00");
+
+    // A line that is removed while it is under edit is under edit no more: the next one goes to the end.
+    desk.doubleClick("MshEntry", 1, 1);
+    desk.push("acmRemove");
+    desk.add({"RENT", "", "7"});
+    compare(desk.seen("MshEntry"), table("LIGHT | BANK ONE | 50.00 | '' | '' | '' | ''\n"
+                                         "RENT | BANK ONE | 7.00 | '' | '' | '' | ''"));
 }
 
 void tst_voucher_posting::changedVoucherKeepsItsNumberAndLosesItsOldLines_data() {
@@ -314,6 +321,10 @@ void tst_voucher_posting::deletes() {
     QVERIFY(asked[0].buttons == (QMessageBox::Yes | QMessageBox::No));
     QVERIFY(desk.enabled("cmdDelete"));
     QCOMPARE(desk.office.rows("select VouNo from MasJV where VouStatus = 'BP'").size(), 1);
+    desk.office.execute("insert into MasJV (VouNo, VouStatus) values (99, 'BP')");
+    desk.push("cmdDelete", QMessageBox::No);
+    QCOMPARE(desk.grid("mshSearch")->TextMatrix(1, 0), "99"); // searched anew all the same
+    desk.office.execute("delete from MasJV where VouNo = 99");
 
     desk.push("cmdDelete", QMessageBox::Yes);
     QVERIFY(!desk.enabled("cmdDelete"));
