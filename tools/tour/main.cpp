@@ -59,8 +59,8 @@ int main(int argc, char *argv[]) {
         for (const QString &report : reports.entryList({"*.rpt"}))
             QFile::copy(reports.filePath(report), office.folder() + "/" + report);
         logIn();
-        for (const auto station :
-             {tour::buildChart, tour::setUpVouchers, tour::bankPayment, tour::otherVouchers, tour::session})
+        for (const auto station : {tour::buildChart, tour::setUpVouchers, tour::bankPayment,
+                                   tour::otherVouchers, tour::printBooks, tour::session})
             station();
         tell(office, "select VouNo,VouStatus,VouDate,PaidReceive,TotalAmount from MasJV");
         tell(office, "select EntryNo,AcCode,CrAc,DrAmt,CrAmt,Naration from DetJV");

@@ -44,13 +44,18 @@ void controlAccount(QWidget *chart, const QString &title) {
     key(Qt::Key_S, Qt::AltModifier);
 }
 
-void child(QWidget *chart, const char *box, const QString &title, bool bank = false) {
+void child(QWidget *chart, const char *box, const QString &title, bool bank = false,
+           const QString &opening = {}) {
     key(Qt::Key_N, Qt::AltModifier);
     account(box, title);
     if (bank != control(chart, "chkBank")->property("checked").toBool() &&
         QByteArray(box) == "txtSubsidiary") {
         tabTo("chkBank");
         key(Qt::Key_Space);
+    }
+    if (!opening.isEmpty()) {
+        tabTo("txt_OpenBal");
+        retype(opening);
     }
     key(Qt::Key_S, Qt::AltModifier);
 }
@@ -63,7 +68,7 @@ void buildChart() {
     pick("ASSETS");
     child(chart, "txtSubControl", "CASH AND BANK");
     pick("CASH AND BANK");
-    child(chart, "txtSubsidiary", "CASH IN HAND");
+    child(chart, "txtSubsidiary", "CASH IN HAND", false, "50000");
     pick("CASH AND BANK");
     child(chart, "txtSubsidiary", "CITY BANK", true);
     pick("ASSETS");

@@ -12,6 +12,8 @@ void setUpVouchers();
 void bankPayment();
 /// One voucher of each other kind, entered, opened again and printed.
 void otherVouchers();
+/// Cash book, bank book, both ledgers and the three trial balances, whose closing balances must agree.
+void printBooks();
 /// A session of the institute; the screen stays.
 void session();
 
