@@ -51,7 +51,7 @@ QString print(const Report &report) {
     tabTo(report.run);
     shot(frame(), report.name);
     key(Qt::Key_Return);
-    const QString page = exportPage(QString(report.name) + "-printed");
+    QString page = exportPage(QString(report.name) + "-printed");
     screen->close(); // the screen has no button for it, only its window's close box
     settle();
     return page;

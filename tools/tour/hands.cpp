@@ -87,7 +87,7 @@ QString exportPage(const QString &name) {
         qFatal("the viewer has no page");
     shot(frame(), name);
     report::exportPdf(*viewer->ReportSource()->document(), numbered(name, "pdf"));
-    const QString text = viewer->property("plainText").toString();
+    QString text = viewer->property("plainText").toString();
     std::printf("%s\n%s\n", qPrintable(QFileInfo(numbered(name, "pdf")).fileName()), qPrintable(text));
     screen->close();
     settle();

@@ -23,8 +23,8 @@ DateBox::DateBox(QWidget *parent) : QDateEdit(QDate::currentDate(), parent) {
 
 /// Tab leaves the box; day, month and year are reached by the arrow keys.
 bool DateBox::focusNextPrevChild(bool next) {
-    return QAbstractSpinBox::focusNextPrevChild(
-        next); // NOLINT(bugprone-parent-virtual-call): past the sections
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call): past the sections
+    return QAbstractSpinBox::focusNextPrevChild(next);
 }
 
 void DateBox::forgetTyped() {
