@@ -151,6 +151,7 @@ void tst_voucher_kinds::colourOfTheAmount() {
     QCOMPARE(ground(amount), QColor(Qt::white));
     amount->setFocus();
     const QColor held = ground(amount);
+    picture(desk.screen(), desk.screen()->objectName() + "-amount");
     QCOMPARE(held.red() > 200 && held.green() > 200 && held.blue() < 200, turnsYellow);
     QVERIFY(turnsYellow || held == QColor(Qt::white));
     press(Qt::Key_Tab);
