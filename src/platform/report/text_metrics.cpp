@@ -1,59 +1,19 @@
 #include "platform/report/text_metrics.h"
 
-#include "platform/report/paint.h"
-
-#include <QFontMetricsF>
-
 #include <algorithm>
-#include <array>
 
 namespace zel::report {
 
-namespace {
-
-constexpr double MillimetresPerUnit = MillimetresPerPoint / FontUnitsPerPoint;
-
-} // namespace
-
-/// A font measured once: the letters that have no shaping of their own add up from a table.
-struct FontMetrics::Face {
-    explicit Face(const Font &measured) : font(measured), metrics(fontFor(measured)) {
-        for (std::size_t letter = 0; letter < plain.size(); ++letter)
-            plain[letter] = letter < 32 ? 0 : metrics.horizontalAdvance(QChar(static_cast<char16_t>(letter)));
-    }
-    Font font;
-    QFontMetricsF metrics;
-    std::array<double, 127> plain{};
-};
-
-FontMetrics::FontMetrics() = default;
-FontMetrics::~FontMetrics() = default;
-
-const FontMetrics::Face &FontMetrics::face(const Font &font) const {
-    const auto known = std::ranges::find_if(m_faces, [&](const auto &face) { return face->font == font; });
-    if (known != m_faces.end())
-        return **known;
-    m_faces.push_back(std::make_unique<Face>(font));
-    return *m_faces.back();
-}
-
 double FontMetrics::width(const QString &text, const Font &font) const {
-    const Face &measured = face(font);
-    double width = 0;
-    for (const QChar letter : text) {
-        if (letter.unicode() >= measured.plain.size())
-            return measured.metrics.horizontalAdvance(text) * MillimetresPerUnit;
-        width += measured.plain[letter.unicode()];
-    }
-    return width * MillimetresPerUnit;
+    return m_typefaces.of(font).width(text);
 }
 
 double FontMetrics::ascent(const Font &font) const {
-    return face(font).metrics.ascent() * MillimetresPerUnit;
+    return m_typefaces.of(font).ascent();
 }
 
 double FontMetrics::lineHeight(const Font &font) const {
-    return face(font).metrics.height() * MillimetresPerUnit;
+    return m_typefaces.of(font).lineHeight();
 }
 
 namespace {
