@@ -48,6 +48,19 @@ double Typeface::width(const QString &text) const {
     return width * MillimetresPerUnit;
 }
 
+qsizetype Typeface::fitting(const QString &text, double width) const {
+    int taken = 0;
+    for (qsizetype at = 0; at < text.size(); ++at) {
+        const Letter *known = letter(text[at]);
+        if (!known)
+            return 0;
+        taken += known->advance;
+        if (taken * MillimetresPerUnit > width)
+            return std::max<qsizetype>(at, 1);
+    }
+    return text.size();
+}
+
 const Typeface &Typefaces::of(const Font &font) const {
     const auto known =
         std::ranges::find_if(m_typefaces, [&](const auto &typeface) { return typeface->font() == font; });

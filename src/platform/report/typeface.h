@@ -37,6 +37,8 @@ public:
 
     /// Lengths in millimetres.
     [[nodiscard]] double width(const QString &text) const;
+    /// How many letters of the text are no wider than `width`, at least 1; 0 when the text needs shaping.
+    [[nodiscard]] qsizetype fitting(const QString &text, double width) const;
     [[nodiscard]] double ascent() const { return m_ascent; }
     [[nodiscard]] double lineHeight() const { return m_lineHeight; }
 
