@@ -96,17 +96,22 @@ int SqliteSession::authorize(void *session, int action, const char *first, const
 }
 
 SqliteSession::Running SqliteSession::prepare(const std::string &sql) {
-    if (const auto known = m_statements.find(sql); known != m_statements.end())
-        return {*this, known->second};
+    if (const auto known = m_byText.find(sql); known != m_byText.end()) {
+        m_statements.splice(m_statements.begin(), m_statements, known->second);
+        return {*this, known->second->statement};
+    }
     sqlite3_stmt *prepared = nullptr;
     const int code = sqlite3_prepare_v3(m_handle.get(), sql.c_str(), int(sql.size()),
                                         SQLITE_PREPARE_PERSISTENT, &prepared, nullptr);
     if (code != SQLITE_OK)
         fail(code);
     const std::shared_ptr<sqlite3_stmt> statement(prepared, Finalize());
-    if (m_statements.size() >= MostStatements)
-        m_statements.erase(m_statements.begin());
-    m_statements.emplace(sql, statement);
+    if (m_statements.size() >= MostStatements) {
+        m_byText.erase(m_statements.back().text);
+        m_statements.pop_back();
+    }
+    m_statements.push_front({sql, statement});
+    m_byText.emplace(m_statements.front().text, m_statements.begin());
     return {*this, statement};
 }
 
