@@ -107,9 +107,10 @@ void Paginator::addBand(const BandDefinition &band, const Cursor &cursor, Sheet 
     if (!isPrinted(band, cursor))
         return;
     Page part;
-    const double height = sheet.layout.layOut(band, m_pass, cursor, sheet.page ? &part : nullptr);
+    const double height = sheet.page ? sheet.layout.layOut(band, m_pass, cursor, &part)
+                                     : sheet.layout.height(band, m_pass, cursor);
     if (sheet.page)
-        append(*sheet.page, part, sheet.x, sheet.y);
+        append(*sheet.page, std::move(part), sheet.x, sheet.y);
     sheet.y += height;
     sheet.empty = false;
 }
@@ -154,7 +155,7 @@ void Paginator::fill(Cursor &cursor, Sheet &sheet) const {
 
 bool Paginator::addPart(const BandDefinition &band, Cursor &cursor, Sheet &sheet) const {
     const double room = m_limit - sheet.y;
-    if (cursor.offset == 0 && sheet.layout.layOut(band, m_pass, cursor, nullptr) <= room + Slack) {
+    if (cursor.offset == 0 && sheet.layout.height(band, m_pass, cursor) <= room + Slack) {
         addBand(band, cursor, sheet);
         return true;
     }
@@ -188,7 +189,7 @@ bool Paginator::beginsPage(const BandDefinition &band, const Cursor &cursor) con
 
 double Paginator::heightOf(const Cursor &cursor, const BandLayout &layout) const {
     const BandDefinition *band = m_flow.band(cursor);
-    return band && isPrinted(*band, cursor) ? layout.layOut(*band, m_pass, cursor, nullptr) : 0;
+    return band && isPrinted(*band, cursor) ? layout.height(*band, m_pass, cursor) : 0;
 }
 
 double Paginator::wantedHeight(const Cursor &cursor, const BandLayout &layout) const {
