@@ -149,14 +149,17 @@ void BandLayout::place(const FieldDefinition &field, const std::vector<Growth> &
     add(QString(std::max(1, static_cast<int>(field.width / mark)), QLatin1Char('#')));
 }
 
-double BandLayout::height(const BandDefinition &band, const Pass &pass, const Cursor &cursor) const {
-    if (band.fixed)
-        return band.height;
+BandLayout::Extent BandLayout::extent(const BandDefinition &band, const Pass &pass,
+                                      const Cursor &cursor) const {
+    if (band.fixed && !band.when)
+        return {true, band.height};
     const auto slot = cursor.band + static_cast<std::size_t>(cursor.row) * 4;
     Known &known = m_known[slot % m_known.size()];
-    if (known.band != &band || known.row != cursor.row)
-        known = {&band, cursor.row, layOut(band, pass, cursor, nullptr)};
-    return known.height;
+    if (known.band != &band || known.row != cursor.row) {
+        const bool printed = isShown(band.when, PassScene(pass, cursor));
+        known = {&band, cursor.row, {printed, printed ? layOut(band, pass, cursor, nullptr) : 0}};
+    }
+    return known.extent;
 }
 
 double BandLayout::layOut(const BandDefinition &band, const Pass &pass, const Cursor &cursor,

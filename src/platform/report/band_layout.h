@@ -15,9 +15,13 @@ public:
 
     /// The band's height at the cursor; with `page` its items too, the band's corner at the page's corner.
     double layOut(const BandDefinition &band, const Pass &pass, const Cursor &cursor, Page *page) const;
-    /// The band's height at the cursor; the pass is the same on each call. Those asked for last are
+    struct Extent {
+        bool printed = false; ///< not left out by its `when`
+        double height = 0;    ///< 0 when it is
+    };
+    /// What the band takes at the cursor; the pass is the same on each call. Those asked for last are
     /// remembered.
-    double height(const BandDefinition &band, const Pass &pass, const Cursor &cursor) const;
+    [[nodiscard]] Extent extent(const BandDefinition &band, const Pass &pass, const Cursor &cursor) const;
 
 private:
     struct Growth {
@@ -41,7 +45,7 @@ private:
     struct Known {
         const BandDefinition *band = nullptr;
         qsizetype row = 0;
-        double height = 0;
+        Extent extent;
     };
     mutable std::array<Known, 16> m_known;
 };
