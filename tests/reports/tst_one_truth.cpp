@@ -1,5 +1,6 @@
 #include "platform/ado/connection.h"
 #include "shell/module1.h"
+#include "tests/reports/printed.h"
 #include "tests/reports/voucher_clerk.h"
 #include "tests/support/book_catalog.h"
 #include "tests/support/office.h"
@@ -37,6 +38,23 @@ BooksPlan planOf(int vouchers, bool forwarded) {
     return plan;
 }
 
+/// What the rows say of one account, in a period; a debit is positive.
+struct Sums {
+    Cents opening = 0;
+    Cents debits = 0;
+    Cents credits = 0;
+    int rows = 0;
+    // And what those rows say that name it as the other side.
+    Cents contraDebits = 0;
+    Cents contraCredits = 0;
+    int contraRows = 0;
+    /// By how much its book closes above its ledger, from the rules of posting alone.
+    Cents gap = 0;
+
+    [[nodiscard]] Cents closing() const { return opening + debits - credits; }
+    [[nodiscard]] Cents bookClosing() const { return opening + contraCredits - contraDebits; }
+};
+
 /// All books in memory, for sums of the test's own.
 struct Held {
     explicit Held(const BooksPlan &plan) : books(plan) {
@@ -47,10 +65,169 @@ struct Held {
             for (const BookLine &line : linesOf(voucher))
                 lines.push_back(line);
     }
+
+    /// A book lists the rows that name its account as the other side, a ledger the account's own rows. Pairs
+    /// (BP, BR, JV, FR, AR) are in both. Of CP and CR the cash account has one row in the ledger for all the
+    /// lines in the book; but a line's own account is in its ledger alone, since the cash row names no other
+    /// side. A CF row stands in its account's ledger and, as a receipt, in the cash book, and nowhere else.
+    /// So a book closes as the ledger does unless lines of CP or CR were posted to its account, or CF rows
+    /// bear it on either side.
+    [[nodiscard]] std::map<int, Sums> sums(const Period &period) const {
+        std::map<int, Sums> all;
+        for (const BookAccount &account : books.accounts())
+            if (account.status == std::string("DD"))
+                all[account.id].opening = account.opening;
+        for (const BookLine &line : lines) {
+            const Cents change = line.debit - line.credit;
+            if (line.date < period.from)
+                all[line.account].opening += change;
+            if (!period.holds(line.date))
+                continue;
+            Sums &own = all[line.account];
+            own.debits += line.debit;
+            own.credits += line.credit;
+            ++own.rows;
+            if (line.contra != 0) {
+                Sums &other = all[line.contra];
+                other.contraDebits += line.debit;
+                other.contraCredits += line.credit;
+                ++other.contraRows;
+            }
+            if ((line.kind == Kind::CP || line.kind == Kind::CR) && !line.summary)
+                own.gap -= change;
+            if (line.kind == Kind::CF) {
+                own.gap += line.credit;
+                all[line.contra].gap += line.credit;
+            }
+        }
+        return all;
+    }
+    [[nodiscard]] Cents forwarded(const Period &period) const {
+        Cents sum = 0;
+        for (const BookLine &line : lines)
+            if (line.kind == Kind::CF && period.holds(line.date))
+                sum += line.credit;
+        return sum;
+    }
+
     SeededBooks books;
     std::vector<BookVoucher> vouchers;
     std::vector<BookLine> lines;
 };
+
+/// Every account's two ledgers; its book, too.
+void checkLedgers(const Held &held, const std::map<int, Sums> &sums, const Period &period) {
+    for (const BookAccount &account : held.books.accounts()) {
+        if (account.status != std::string("DD"))
+            continue;
+        const Sums &sum = sums.at(account.id);
+        const QByteArray where = QByteArray("account ") + account.nodes.c_str();
+        for (const Ledger form : {Ledger::Simple, Ledger::Detail}) {
+            const PrintedLedger ledger = ledgerOf(*printedLedger(form, account.id, period));
+            QVERIFY2(ledger.opening == sum.opening, where);
+            QVERIFY2(ledger.debits == sum.debits && ledger.credits == sum.credits, where);
+            QVERIFY2(ledger.closing == sum.closing(), where);
+            QVERIFY2(ledger.rows == sum.rows, where);
+        }
+        const PrintedLedger book = ledgerOf(*printedBook(account.id, period));
+        QVERIFY2(book.opening == sum.opening, where);
+        // Received is what the others were credited, paid what they were debited.
+        QVERIFY2(book.debits == sum.contraCredits && book.credits == sum.contraDebits, where);
+        QVERIFY2(book.closing == sum.bookClosing(), where);
+        QVERIFY2(book.closing == sum.closing() + sum.gap, where);
+        QVERIFY2(book.rows == sum.contraRows, where);
+    }
+}
+
+using Columns = std::vector<Cents>;
+
+/// A trial balance's lines by what they stand for.
+struct Balance {
+    explicit Balance(const report::Document &document) {
+        for (const PrintedLine &line : balanceOf(document)) {
+            if (line.name.startsWith("Grand total"))
+                grand = line.amounts;
+            else if (line.name.startsWith("Difference"))
+                difference = line;
+            else if (line.name.startsWith("Total CONTROL"))
+                heads[line.name.section(' ', 2, 2)] = line.amounts;
+            else if (!line.code.isEmpty())
+                rows[line.code] = line.amounts;
+        }
+    }
+    std::map<QString, Columns> rows;  ///< by code
+    std::map<QString, Columns> heads; ///< the totals of control accounts, by their code
+    Columns grand;
+    std::optional<PrintedLine> difference;
+};
+
+void add(Columns &sum, const Columns &more) {
+    sum.resize(more.size());
+    for (std::size_t i = 0; i < more.size(); ++i)
+        sum[i] += more[i];
+}
+
+bool isZero(const Columns &amounts) {
+    return std::ranges::all_of(amounts, [](Cents amount) { return amount == 0; });
+}
+
+Columns sides(Cents balance) {
+    return balance > 0 ? Columns{balance, 0} : Columns{0, -balance};
+}
+
+/// The three trial balances against the sums, and against one another.
+void checkBalances(const Held &held, const std::map<int, Sums> &sums, const Period &period, Cents oneSided) {
+    const Balance simple(*printedBalance("", period));
+    const Balance control(*printedBalance("2", period));
+    const Balance whole(*printedBalance("3", period));
+    std::map<QString, Columns> period2; // by code, what must be printed
+    std::map<QString, Columns> all;
+    std::map<QString, Columns> subs;
+    std::map<QString, Columns> heads;
+    Columns total(2);
+    Columns wholeTotal(6);
+    for (const BookAccount &account : held.books.accounts()) {
+        if (account.status != std::string("DD"))
+            continue;
+        const Sums &sum = sums.at(account.id);
+        const Columns moved{sum.debits, sum.credits};
+        Columns row = sides(sum.opening);
+        row.insert(row.end(), moved.begin(), moved.end());
+        const Columns end = sides(sum.closing());
+        row.insert(row.end(), end.begin(), end.end());
+        const QString code = QString::fromStdString(account.nodes);
+        const QString parent = QString::fromStdString(account.parent);
+        if (!isZero(moved)) {
+            period2[code] = moved;
+            add(subs[parent], moved);
+            add(heads[parent.section('.', 0, 0)], moved);
+            add(total, moved);
+        }
+        if (!isZero(row)) {
+            all[code] = row;
+            add(wholeTotal, row);
+        }
+    }
+    QVERIFY(simple.rows == period2);
+    QVERIFY(control.rows == subs);
+    QVERIFY(whole.rows == all);
+    QVERIFY(control.heads == heads);
+    QVERIFY(simple.heads == heads);
+    QVERIFY(simple.grand == total);
+    QVERIFY(control.grand == total);
+    QVERIFY(whole.grand == wholeTotal);
+    QVERIFY((Columns{whole.grand[2], whole.grand[3]}) == simple.grand);
+
+    for (const Balance *balance : {&simple, &control, &whole}) {
+        QCOMPARE(balance->difference.has_value(), oneSided != 0);
+        if (oneSided == 0)
+            continue;
+        QVERIFY(balance->difference->name.contains("the credits exceed the debits by"));
+        const std::size_t credit = balance == &whole ? 3 : 1;
+        for (std::size_t i = 0; i < balance->difference->amounts.size(); ++i)
+            QCOMPARE(balance->difference->amounts[i], i == credit ? oneSided : 0);
+    }
+}
 
 bool byHand(const BookVoucher &voucher) {
     return voucher.kind <= Kind::JV;
@@ -76,6 +253,8 @@ class tst_one_truth : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void booksArePostedAsByTheScreens();
+    void agree_data();
+    void agree();
 };
 
 /// What makes all other tests mean something: the rows written past the program are the screens' own rows.
@@ -98,6 +277,60 @@ void tst_one_truth::booksArePostedAsByTheScreens() {
           "select VouStatus, VouNo, VouDate, PaidReceive, quote(TotalAmount), Login from MasJV "
           "order by VouStatus, VouNo"})
         QCOMPARE(screens.ask(rows), direct.ask(rows));
+}
+
+void tst_one_truth::agree_data() {
+    QTest::addColumn<int>("vouchers");
+    QTest::addColumn<bool>("forwarded");
+    for (const int vouchers : {1, 2, 4, 9, 25, 60, 150, 400, 1000, 3000})
+        for (const bool forwarded : {false, true})
+            QTest::addRow("%d vouchers%s", vouchers, forwarded ? " and rows with one side" : "")
+                << vouchers << forwarded;
+}
+
+void tst_one_truth::agree() {
+    QFETCH(int, vouchers);
+    QFETCH(bool, forwarded);
+    const Held held(planOf(vouchers, forwarded));
+    const Period period{From, To};
+    Office office;
+    BookCatalog catalog(database(office));
+    const std::size_t onScreens = std::min<std::size_t>(held.vouchers.size(), 5);
+    std::size_t nth = 0;
+    catalog.fill(held.books,
+                 [&](const BookVoucher &voucher) { return nth++ >= onScreens || !byHand(voucher); });
+    logOn(office);
+    for (std::size_t i = 0; i < onScreens; ++i)
+        if (byHand(held.vouchers[i]))
+            saveOnScreen(held.vouchers[i]);
+    const std::map<int, Sums> sums = held.sums(period);
+    const Cents oneSided = held.forwarded(period);
+
+    // The sums of the test's own are SQLite's own, too, in whole hundredths.
+    Cents debits = 0;
+    Cents credits = 0;
+    for (const auto &[id, sum] : sums) {
+        debits += sum.debits;
+        credits += sum.credits;
+    }
+    QCOMPARE(
+        catalog.ask("select sum(cast(round(DrAmt * 100) as integer)), "
+                    "sum(cast(round(CrAmt * 100) as integer)) from DetJV where VouDate between '2025-01-01' "
+                    "and '2025-12-31'"),
+        (std::vector<std::vector<std::string>>{{debits + credits == 0 ? "" : std::to_string(debits),
+                                                debits + credits == 0 ? "" : std::to_string(credits)}}));
+    QCOMPARE(credits - debits, oneSided);
+
+    checkLedgers(held, sums, period);
+    if (QTest::currentTestFailed())
+        return;
+    checkBalances(held, sums, period, oneSided);
+    if (QTest::currentTestFailed())
+        return;
+    if (!forwarded) {
+        const int cash = held.books.cashAccounts().front();
+        QCOMPARE(sums.at(cash).bookClosing(), sums.at(cash).closing());
+    }
 }
 
 ZEL_TEST_MAIN(tst_one_truth)

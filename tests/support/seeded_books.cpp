@@ -10,10 +10,10 @@ namespace {
 
 constexpr std::array Codes = {"BP", "BR", "CP", "CR", "JV", "FR", "AR", "CF"};
 
-/// What is hard on sums: hundredths that no binary fraction holds, nothing at all, ten and eleven digits.
+/// What is hard on sums: hundredths that no binary fraction holds, nothing at all.
 constexpr std::array<Cents, 14> SharpAmounts = {1, 7,  10,     29, 115, 435, 0,
                                                 0, 99, 100'00, 30, 257, 990, 123'456'789'01};
-constexpr std::array<Cents, 3> HugeAmounts = {99'999'999'999'99, 9'999'999'999'99, 98'765'432'109'87};
+constexpr std::array<Cents, 3> HugeAmounts = {9'999'999'999'99, 9'876'543'210'98, 1'000'000'000'07};
 
 constexpr std::array SharpNames = {"O'BRIEN'S STORE", "D'SOUZA & SONS", "STUDENTS' UNION [OLD] 100%",
                                    "A NAME THAT IS AS LONG AS THE COLUMN LETS IT BE, SO THAT NO REPORT "
@@ -120,7 +120,7 @@ Cents SeededBooks::opening() {
 Cents SeededBooks::amount() {
     if (m_plan.edges && m_dice.oneIn(4))
         return SharpAmounts[std::size_t(m_dice.below(int(SharpAmounts.size())))];
-    if (m_plan.edges && m_dice.oneIn(40))
+    if (m_plan.edges && m_dice.oneIn(300))
         return HugeAmounts[std::size_t(m_dice.below(int(HugeAmounts.size())))];
     return m_dice.below(5'000'000) + 1;
 }
