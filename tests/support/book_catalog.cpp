@@ -77,6 +77,8 @@ BookCatalog::BookCatalog(const std::string &path) {
 }
 
 BookCatalog::~BookCatalog() {
+    m_header.reset();
+    m_line.reset();
     sqlite3_close_v2(m_db);
 }
 
@@ -108,7 +110,8 @@ std::vector<std::vector<std::string>> BookCatalog::ask(const std::string &sql) {
     return rows;
 }
 
-void BookCatalog::writeAccounts(const SeededBooks &books) {
+void BookCatalog::open(const SeededBooks &books) {
+    run("delete from Accounts; delete from MasJV; delete from DetJV;");
     Insert account(
         *this, "insert into Accounts(RowID,ParentID,Dcode,AcNodes,AcName,AcStatus,OpenBal,openDate,BStatus)"
                " values(?,?,?,?,?,?,?,?,?)");
@@ -124,30 +127,34 @@ void BookCatalog::writeAccounts(const SeededBooks &books) {
         "' where VouStatus = 'IR'");
 }
 
-void BookCatalog::fill(SeededBooks books, const std::function<bool(const BookVoucher &)> &wanted) {
-    run("begin; delete from Accounts; delete from MasJV; delete from DetJV;");
-    writeAccounts(books);
-    Insert header(*this, "insert into MasJV(VouNo,VouStatus,VouDate,PaidReceive,TotalAmount,Login,IRStatus)"
-                         " values(?,?,?,?,?,'sa',?)");
-    Insert line(*this, "insert into DetJV(VouNo,VouStatus,VouDate,EntryNo,AcCode,CrAc,DrAmt,CrAmt,ChecqNo,"
-                       "Naration,FileNo,BillNo,SessionID,SubID) values(?,?,?,?,?,?,?,?,?,?,?,?,?,?)");
-    while (!books.atEnd()) {
-        const BookVoucher voucher = books.next();
-        if (wanted && !wanted(voucher))
-            continue;
-        const std::string kind = codeOf(voucher.kind);
-        const std::string day = dayText(voucher.date);
-        for (const BookLine &one : linesOf(voucher)) {
-            const bool bare = one.summary; // which bears a narration and no more
-            line(one.number, kind, day, one.entry, one.account, orNull(one.contra), Money{one.debit},
-                 Money{one.credit}, bare ? Text() : Text(one.from->cheque), one.from->narration,
-                 bare ? Text() : orNull(one.from->file), bare ? Text() : orNull(one.from->bill),
-                 orNull(one.from->session), orNull(one.from->subject));
-        }
-        if (voucher.kind != Kind::AR && voucher.kind != Kind::CF)
-            header(voucher.number, kind, day, voucher.paidTo, Money{voucher.total()},
-                   voucher.kind == Kind::FR ? Text("CASH") : Text());
+void BookCatalog::post(const BookVoucher &voucher) {
+    if (!m_header) {
+        m_header = std::make_unique<Insert>(
+            *this, "insert into MasJV(VouNo,VouStatus,VouDate,PaidReceive,TotalAmount,Login,IRStatus)"
+                   " values(?,?,?,?,?,'sa',?)");
+        m_line = std::make_unique<Insert>(
+            *this, "insert into DetJV(VouNo,VouStatus,VouDate,EntryNo,AcCode,CrAc,DrAmt,CrAmt,ChecqNo,"
+                   "Naration,FileNo,BillNo,SessionID,SubID) values(?,?,?,?,?,?,?,?,?,?,?,?,?,?)");
     }
+    const std::string kind = codeOf(voucher.kind);
+    const std::string day = dayText(voucher.date);
+    for (const BookLine &one : linesOf(voucher)) {
+        const bool bare = one.summary; // which bears a narration and no more
+        (*m_line)(one.number, kind, day, one.entry, one.account, orNull(one.contra), Money{one.debit},
+                  Money{one.credit}, bare ? Text() : Text(one.from->cheque), one.from->narration,
+                  bare ? Text() : orNull(one.from->file), bare ? Text() : orNull(one.from->bill),
+                  orNull(one.from->session), orNull(one.from->subject));
+    }
+    if (voucher.kind != Kind::AR && voucher.kind != Kind::CF)
+        (*m_header)(voucher.number, kind, day, voucher.paidTo, Money{voucher.total()},
+                    voucher.kind == Kind::FR ? Text("CASH") : Text());
+}
+
+void BookCatalog::fill(SeededBooks books) {
+    run("begin");
+    open(books);
+    while (!books.atEnd())
+        post(books.next());
     run("commit; analyze;");
 }
 

@@ -2,7 +2,6 @@
 
 #include "tests/support/seeded_books.h"
 
-#include <functional>
 #include <memory>
 #include <string>
 
@@ -23,16 +22,21 @@ public:
     /// Each row's columns as SQLite gives them as text, NULL as "".
     [[nodiscard]] std::vector<std::vector<std::string>> ask(const std::string &sql);
 
-    /// In place of what stands in Accounts, MasJV and DetJV; `wanted` says which vouchers, all if it is
-    /// empty. The voucher setup then names the first cash account. Ends with ANALYZE.
-    void fill(SeededBooks books, const std::function<bool(const BookVoucher &)> &wanted = {});
+    /// The accounts, in place of all books that stand in the catalog; the voucher setup then names the first
+    /// cash account and the students' head.
+    void open(const SeededBooks &books);
+    /// Writes a voucher's rows.
+    void post(const BookVoucher &voucher);
+    /// Both for all books, in one transaction, then ANALYZE.
+    void fill(SeededBooks books);
 
 private:
     class Insert;
     void check(int code) const;
-    void writeAccounts(const SeededBooks &books);
 
     sqlite3 *m_db = nullptr;
+    std::unique_ptr<Insert> m_header;
+    std::unique_ptr<Insert> m_line;
 };
 
 } // namespace zel::test
