@@ -63,21 +63,30 @@ begin
         from DetJV where AcCode = @account and VouDate >= @from and VouDate <= @to
 end
 GO
+-- The opening row names '' as the other account, so that the report knows the detailed form without movements too.
+-- A row that sums up a voucher names the account of the voucher's lines.
 create procedure DetailAcLedger @account int, @day1 int, @month1 int, @year1 int, @day2 int, @month2 int, @year2 int as
 begin
     declare @from datetime, @to datetime
     set @from = convert(datetime, rtrim(@year1) + '-' + right('0' + rtrim(@month1), 2) + '-' + right('0' + rtrim(@day1), 2))
     set @to = convert(datetime, rtrim(@year2) + '-' + right('0' + rtrim(@month2), 2) + '-' + right('0' + rtrim(@day2), 2))
     delete from rptAcLedger
-    insert into rptAcLedger (LineOrder, AcCode, VouDate, Naration, DrAmt, CrAmt)
-        select 0, @account, @from, 'OPENING BALANCE',
+    insert into rptAcLedger (LineOrder, AcCode, VouDate, CrAcName, Naration, DrAmt, CrAmt)
+        select 0, @account, @from, '', 'OPENING BALANCE',
             isnull((select OpenBal from Accounts where RowID = @account), 0)
             + isnull((select sum(isnull(DrAmt, 0) - isnull(CrAmt, 0)) from DetJV where AcCode = @account and VouDate < @from), 0),
             0
     update rptAcLedger set CrAmt = 0 - DrAmt, DrAmt = 0 where DrAmt < 0
     insert into rptAcLedger (LineOrder, AcCode, VouDate, VouStatus, VouNo, EntryNo, CrAc, CrAcName, ChecqNo, FileNo, BillNo, Naration, DrAmt, CrAmt)
-        select 1, d.AcCode, d.VouDate, d.VouStatus, d.VouNo, d.EntryNo, d.CrAc,
-            (select AcName from Accounts where RowID = d.CrAc),
+        select 1, d.AcCode, d.VouDate, d.VouStatus, d.VouNo, d.EntryNo,
+            isnull(d.CrAc, (select case when min(o.AcCode) = max(o.AcCode) then min(o.AcCode) end
+                from DetJV o where o.VouStatus = d.VouStatus and o.VouNo = d.VouNo and o.CrAc = d.AcCode)),
+            case when d.CrAc is null
+                then (select case when min(o.AcCode) = max(o.AcCode) then min(a.AcName)
+                        when min(o.AcCode) < max(o.AcCode) then 'VARIOUS ACCOUNTS' end
+                    from DetJV o left join Accounts a on a.RowID = o.AcCode
+                    where o.VouStatus = d.VouStatus and o.VouNo = d.VouNo and o.CrAc = d.AcCode)
+                else (select AcName from Accounts where RowID = d.CrAc) end,
             d.ChecqNo, d.FileNo, d.BillNo, d.Naration, isnull(d.DrAmt, 0), isnull(d.CrAmt, 0)
         from DetJV d where d.AcCode = @account and d.VouDate >= @from and d.VouDate <= @to
 end

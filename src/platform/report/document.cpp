@@ -33,8 +33,10 @@ QSizeF Document::pageSize() const {
 
 Page Document::page(int index) const {
     const auto &[copy, start] = d->starts.at(static_cast<std::size_t>(index));
+    const auto printing = std::ranges::equal_range(d->starts, copy, {}, &Private::Start::copy);
+    const int first = static_cast<int>(printing.begin() - d->starts.begin());
     const Paginator paginator(*d->passes[static_cast<std::size_t>(copy)], *d->metrics);
-    return paginator.page(start, index + 1, pageCount());
+    return paginator.page(start, index - first + 1, static_cast<int>(std::ssize(printing)));
 }
 
 QString Document::plainText() const {

@@ -77,14 +77,26 @@ Page Paginator::page(const Cursor &start, int pageNumber, int pageCount) const {
         return page;
     const double left = m_definition.margins.left();
     Sheet sheet{BandLayout(m_metrics, pageNumber, pageCount), &page, left, m_definition.margins.top()};
-    addBands(m_definition.pageHeaders, start, sheet);
+    addBands(m_definition.pageHeaders, edge(start), sheet);
     sheet.y = m_top;
     sheet.empty = true;
     Cursor cursor = start;
     fill(cursor, sheet);
     sheet.y = m_limit;
-    addBands(m_definition.pageFooters, cursor, sheet);
+    addBands(m_definition.pageFooters, edge(cursor), sheet);
     return page;
+}
+
+Cursor Paginator::edge(const Cursor &cursor) const {
+    Cursor edge = cursor;
+    bool begun = cursor.phase != Phase::GroupHeader && (cursor.phase != Phase::Detail || cursor.offset > 0);
+    if (cursor.phase == Phase::Detail) {
+        for (std::size_t band = 0; band < cursor.band; ++band)
+            begun = begun || isPrinted(m_definition.details[band], cursor);
+    }
+    if (!begun)
+        edge.running = cursor.before;
+    return edge;
 }
 
 bool Paginator::isPrinted(const BandDefinition &band, const Cursor &cursor) const {

@@ -36,6 +36,9 @@ private:
     [[nodiscard]] double bottomHeight(Cursor cursor, const BandLayout &layout) const;
     [[nodiscard]] double heightOf(const Cursor &cursor, const BandLayout &layout) const;
     [[nodiscard]] bool isPrinted(const BandDefinition &band, const Cursor &cursor) const;
+    /// The cursor of a page's edge, with the running totals of the rows that stand before the edge: a row
+    /// that is parted by it counts as standing before.
+    [[nodiscard]] Cursor edge(const Cursor &cursor) const;
 
     const Pass &m_pass;
     const TextMetrics &m_metrics;
