@@ -1,52 +1,72 @@
--- An opening balance stands before every period, whatever its date, and is a debit when positive.
+-- Both trial balances leave out an account all of whose amounts are 0, and keep one that is no longer in the
+-- chart. An opening balance stands before every period, whatever its date, and is a debit when positive.
 create procedure TrialBalance @from datetime, @to datetime as
 begin
     delete from rptTrialBalance
-    insert into rptTrialBalance (AcCode, Opening, OpenDr, OpenCr, PeriodDr, PeriodCr)
-        select AcCode, 0, 0, 0, sum(isnull(DrAmt, 0)), sum(isnull(CrAmt, 0))
-        from DetJV where VouDate >= @from and VouDate <= @to group by AcCode
-    update rptTrialBalance set
-        CloseDr = case when PeriodDr > PeriodCr then PeriodDr - PeriodCr else 0 end,
-        CloseCr = case when PeriodCr > PeriodDr then PeriodCr - PeriodDr else 0 end,
-        AcName = (select AcName from Accounts where RowID = rptTrialBalance.AcCode),
-        AcNodes = (select rtrim(AcNodes) from Accounts where RowID = rptTrialBalance.AcCode),
-        AcStatus = (select AcStatus from Accounts where RowID = rptTrialBalance.AcCode),
-        SubNodes = (select rtrim(ParentID) from Accounts where RowID = rptTrialBalance.AcCode)
-    update rptTrialBalance set
-        SubName = (select min(AcName) from Accounts where AcStatus = 'HD' and AcNodes = rptTrialBalance.SubNodes),
-        HeadNodes = (select min(rtrim(ParentID)) from Accounts where AcStatus = 'HD' and AcNodes = rptTrialBalance.SubNodes)
-    update rptTrialBalance set
-        HeadName = (select min(AcName) from Accounts where AcStatus = 'HH' and AcNodes = rptTrialBalance.HeadNodes)
+    insert into rptTrialBalance (AcCode, AcNodes, AcName, AcStatus, AcOrder, SubNodes, SubName, SubOrder,
+            HeadNodes, HeadName, HeadOrder, Opening, OpenDr, OpenCr, PeriodDr, PeriodCr, CloseDr, CloseCr)
+        select p.AcCode, p.AcNodes, p.AcName, p.AcStatus, p.AcOrder, p.SubNodes, p.SubName,
+            right('00000' + rtrim(p.SubOrder), 5) + isnull(p.SubNodes, ''), p.HeadNodes,
+            (select min(AcName) from Accounts where AcNodes = p.HeadNodes and AcStatus = 'HH'),
+            case when p.HeadNodes is null then 'zz' else right('0000000000' + p.HeadNodes, 10) end,
+            0, 0, 0, p.Dr, p.Cr, case when p.Dr > p.Cr then p.Dr - p.Cr else 0 end,
+            case when p.Cr > p.Dr then p.Cr - p.Dr else 0 end
+        from (
+            select m.AcCode, m.Dr, m.Cr, a.AcStatus, rtrim(a.AcNodes) as AcNodes, isnull(a.Dcode, 0) as AcOrder,
+                case when a.RowID is null then 'Account no. ' + isnull(rtrim(m.AcCode), '') + ' (deleted)'
+                    else a.AcName end as AcName,
+                rtrim(case when a.AcStatus = 'HD' then a.AcNodes else a.ParentID end) as SubNodes,
+                s.AcName as SubName, isnull(s.Dcode, 0) as SubOrder,
+                isnull(s.HeadNodes, left(a.ParentID, charindex('.', a.ParentID + '.') - 1)) as HeadNodes
+            from (
+                select AcCode, sum(isnull(DrAmt, 0)) as Dr, sum(isnull(CrAmt, 0)) as Cr
+                from DetJV where VouDate >= @from and VouDate <= @to group by AcCode
+            ) m left join Accounts a on a.RowID = m.AcCode
+                left join (
+                    select AcNodes, min(AcName) as AcName, min(Dcode) as Dcode, min(rtrim(ParentID)) as HeadNodes
+                    from Accounts where AcStatus = 'HD' group by AcNodes
+                ) s on s.AcNodes = case when a.AcStatus = 'HD' then a.AcNodes else a.ParentID end
+            where m.Dr <> 0 or m.Cr <> 0
+        ) p
 end
 GO
 create procedure TrialBalance3 @from datetime, @to datetime as
 begin
     delete from rptTrialBalance
-    insert into rptTrialBalance (AcCode, Opening, PeriodDr, PeriodCr)
-        select AcCode,
-            sum(case when VouDate < @from then isnull(DrAmt, 0) - isnull(CrAmt, 0) else 0 end),
-            sum(case when VouDate >= @from then isnull(DrAmt, 0) else 0 end),
-            sum(case when VouDate >= @from then isnull(CrAmt, 0) else 0 end)
-        from DetJV where VouDate <= @to or VouDate < @from group by AcCode
-    insert into rptTrialBalance (AcCode, Opening, PeriodDr, PeriodCr)
-        select RowID, 0, 0, 0 from Accounts a where a.AcStatus = 'DD' and isnull(a.OpenBal, 0) <> 0
-            and not exists (select t.AcCode from rptTrialBalance t where t.AcCode = a.RowID)
-    update rptTrialBalance set
-        Opening = Opening + isnull((select OpenBal from Accounts where RowID = rptTrialBalance.AcCode), 0),
-        AcName = (select AcName from Accounts where RowID = rptTrialBalance.AcCode),
-        AcNodes = (select rtrim(AcNodes) from Accounts where RowID = rptTrialBalance.AcCode),
-        AcStatus = (select AcStatus from Accounts where RowID = rptTrialBalance.AcCode),
-        SubNodes = (select rtrim(ParentID) from Accounts where RowID = rptTrialBalance.AcCode)
-    delete from rptTrialBalance where Opening = 0 and PeriodDr = 0 and PeriodCr = 0
-    update rptTrialBalance set
-        OpenDr = case when Opening > 0 then Opening else 0 end,
-        OpenCr = case when Opening < 0 then 0 - Opening else 0 end,
-        CloseDr = case when Opening + PeriodDr > PeriodCr then Opening + PeriodDr - PeriodCr else 0 end,
-        CloseCr = case when PeriodCr > Opening + PeriodDr then PeriodCr - Opening - PeriodDr else 0 end,
-        SubName = (select min(AcName) from Accounts where AcStatus = 'HD' and AcNodes = rptTrialBalance.SubNodes),
-        HeadNodes = (select min(rtrim(ParentID)) from Accounts where AcStatus = 'HD' and AcNodes = rptTrialBalance.SubNodes)
-    update rptTrialBalance set
-        HeadName = (select min(AcName) from Accounts where AcStatus = 'HH' and AcNodes = rptTrialBalance.HeadNodes)
+    insert into rptTrialBalance (AcCode, AcNodes, AcName, AcStatus, AcOrder, SubNodes, SubName, SubOrder,
+            HeadNodes, HeadName, HeadOrder, Opening, OpenDr, OpenCr, PeriodDr, PeriodCr, CloseDr, CloseCr)
+        select p.AcCode, p.AcNodes, p.AcName, p.AcStatus, p.AcOrder, p.SubNodes, p.SubName,
+            right('00000' + rtrim(p.SubOrder), 5) + isnull(p.SubNodes, ''), p.HeadNodes,
+            (select min(AcName) from Accounts where AcNodes = p.HeadNodes and AcStatus = 'HH'),
+            case when p.HeadNodes is null then 'zz' else right('0000000000' + p.HeadNodes, 10) end,
+            p.Opening, case when p.Opening > 0 then p.Opening else 0 end,
+            case when p.Opening < 0 then 0 - p.Opening else 0 end, p.Dr, p.Cr,
+            case when p.Opening + p.Dr > p.Cr then p.Opening + p.Dr - p.Cr else 0 end,
+            case when p.Cr > p.Opening + p.Dr then p.Cr - p.Opening - p.Dr else 0 end
+        from (
+            select m.AcCode, m.Opening, m.Dr, m.Cr, a.AcStatus, rtrim(a.AcNodes) as AcNodes, isnull(a.Dcode, 0) as AcOrder,
+                case when a.RowID is null then 'Account no. ' + isnull(rtrim(m.AcCode), '') + ' (deleted)'
+                    else a.AcName end as AcName,
+                rtrim(case when a.AcStatus = 'HD' then a.AcNodes else a.ParentID end) as SubNodes,
+                s.AcName as SubName, isnull(s.Dcode, 0) as SubOrder,
+                isnull(s.HeadNodes, left(a.ParentID, charindex('.', a.ParentID + '.') - 1)) as HeadNodes
+            from (
+                select AcCode, sum(Opening) as Opening, sum(Dr) as Dr, sum(Cr) as Cr
+                from (
+                    select AcCode,
+                        sum(case when VouDate < @from then isnull(DrAmt, 0) - isnull(CrAmt, 0) else 0 end) as Opening,
+                        sum(case when VouDate >= @from then isnull(DrAmt, 0) else 0 end) as Dr,
+                        sum(case when VouDate >= @from then isnull(CrAmt, 0) else 0 end) as Cr
+                    from DetJV where VouDate <= @to or VouDate < @from group by AcCode
+                    union all select RowID, OpenBal, 0, 0 from Accounts where AcStatus = 'DD' and OpenBal <> 0
+                ) u group by AcCode
+            ) m left join Accounts a on a.RowID = m.AcCode
+                left join (
+                    select AcNodes, min(AcName) as AcName, min(Dcode) as Dcode, min(rtrim(ParentID)) as HeadNodes
+                    from Accounts where AcStatus = 'HD' group by AcNodes
+                ) s on s.AcNodes = case when a.AcStatus = 'HD' then a.AcNodes else a.ParentID end
+            where m.Opening <> 0 or m.Dr <> 0 or m.Cr <> 0
+        ) p
 end
 GO
 create procedure AcLedger @account int, @from datetime, @to datetime as
