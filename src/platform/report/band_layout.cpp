@@ -22,7 +22,7 @@ double alignedX(const FieldDefinition &field, Align align, double width) {
     return field.x + (field.width - width) / (align == Align::Center ? 2 : 1);
 }
 
-/// The font itself, or a smaller one, down to two thirds, in which the text fits; in steps, so that few
+/// The font itself, or a smaller one, down to half its size, in which the text fits; in steps, so that few
 /// sizes are made.
 FontPtr fittingFont(const QString &text, double width, const FontPtr &font, const TextMetrics &metrics) {
     const double wanted = metrics.width(text, *font);
@@ -30,7 +30,7 @@ FontPtr fittingFont(const QString &text, double width, const FontPtr &font, cons
         return font;
     constexpr double step = 0.25;
     Font smaller = *font;
-    smaller.points = std::floor(font->points * std::max(width / wanted, 2.0 / 3) / step) * step;
+    smaller.points = std::floor(font->points * std::max(width / wanted, 0.5) / step) * step;
     return std::make_shared<Font>(smaller);
 }
 
