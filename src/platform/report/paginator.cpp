@@ -201,8 +201,7 @@ double Paginator::wantedHeight(const Cursor &cursor, const BandLayout &layout) c
                 return group;
         }
         wanted = headersHeight(cursor, layout);
-    } else if (cursor.phase == Phase::ReportFooter ||
-               (cursor.phase == Phase::Detail && closesGroup(cursor.row))) {
+    } else if (cursor.phase == Phase::ReportFooter || (isRow(cursor) && closesGroup(cursor.row))) {
         wanted = closingHeight(cursor, layout);
     } else if (cursor.phase == Phase::Detail && cursor.band + 1 < m_definition.details.size()) {
         wanted = rowHeight(cursor, layout);
@@ -230,12 +229,18 @@ double Paginator::groupHeight(Cursor cursor, const BandLayout &layout, double mo
     return closed <= most ? closed : height;
 }
 
+/// Whether a row begins here; where rows have no bands of their own, the innermost footers are the rows.
+bool Paginator::isRow(const Cursor &cursor) const {
+    return cursor.phase == Phase::Detail ||
+           (cursor.phase == Phase::GroupFooter && m_definition.details.empty());
+}
+
 /// A group's headers with the first row under them.
 double Paginator::headersHeight(Cursor cursor, const BandLayout &layout) const {
     double height = 0;
     for (; cursor.phase == Phase::GroupHeader; m_flow.advance(cursor))
         height += heightOf(cursor, layout);
-    return height + rowHeight(cursor, layout);
+    return height + (closesGroup(cursor.row) ? closingHeight(cursor, layout) : rowHeight(cursor, layout));
 }
 
 bool Paginator::closesGroup(qsizetype row) const {

@@ -28,6 +28,7 @@ private:
     /// The height that must be free to begin with this band: with what must not be parted from it.
     [[nodiscard]] double wantedHeight(const Cursor &cursor, const BandLayout &layout) const;
     [[nodiscard]] double groupHeight(Cursor cursor, const BandLayout &layout, double most) const;
+    [[nodiscard]] bool isRow(const Cursor &cursor) const;
     [[nodiscard]] double headersHeight(Cursor cursor, const BandLayout &layout) const;
     [[nodiscard]] double rowHeight(Cursor cursor, const BandLayout &layout) const;
     /// Whether the row is the last of a group, or of all.
