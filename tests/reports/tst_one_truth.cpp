@@ -26,8 +26,8 @@ BooksPlan planOf(int vouchers, bool forwarded) {
     plan.subs = 31; // the eleventh of a control account is numbered 1.11
     plan.cash = 2;
     plan.banks = 3;
-    plan.students = 3 + vouchers / 50;
-    plan.others = 8 + vouchers / 25;
+    plan.students = 3 + vouchers / 100;
+    plan.others = 7 + vouchers / 40;
     plan.vouchers = vouchers;
     plan.kinds = {Kind::BP, Kind::BR, Kind::CP, Kind::CR, Kind::JV};
     plan.applications = vouchers / 4;
@@ -144,20 +144,18 @@ void checkLedgers(int account, const Sums &sum, const Period &period) {
     QCOMPARE(book.rows, sum.contraRows);
 }
 
-/// What the ledgers are printed from.
-void checkWorkTable(BookCatalog &catalog, int account, const Sums &sum, const Period &period) {
+/// What a ledger is printed from.
+void checkWorkTable(BookCatalog &catalog, Ledger form, int account, const Sums &sum, const Period &period) {
     const auto cents = [](Cents amount) { return std::to_string(amount); };
     const Columns opening = sides(sum.opening);
-    for (const Ledger form : {Ledger::Simple, Ledger::Detail}) {
-        makeLedger(form, account, period);
-        std::vector<std::vector<std::string>> rows{{"0", cents(opening[0]), cents(opening[1]), "1"}};
-        if (sum.rows > 0)
-            rows.push_back({"1", cents(sum.debits), cents(sum.credits), std::to_string(sum.rows)});
-        QCOMPARE(catalog.ask("select LineOrder, sum(cast(round(DrAmt * 100) as integer)), "
-                             "sum(cast(round(CrAmt * 100) as integer)), count(*) from rptAcLedger "
-                             "group by LineOrder order by LineOrder"),
-                 rows);
-    }
+    std::vector<std::vector<std::string>> rows{{"0", cents(opening[0]), cents(opening[1]), "1"}};
+    if (sum.rows > 0)
+        rows.push_back({"1", cents(sum.debits), cents(sum.credits), std::to_string(sum.rows)});
+    makeLedger(form, account, period);
+    QCOMPARE(catalog.ask("select LineOrder, sum(cast(round(DrAmt * 100) as integer)), "
+                         "sum(cast(round(CrAmt * 100) as integer)), count(*) from rptAcLedger "
+                         "group by LineOrder order by LineOrder"),
+             rows);
 }
 
 /// A trial balance's lines by what they stand for.
@@ -295,10 +293,10 @@ void check(const Held &held, BookCatalog &catalog, const Period &period,
         if (found != before.end() && found->second == sum)
             continue;
         // Cash and banks come first. Of large books not every ledger is printed, but every one is made.
-        if (nth++ < 8 || (id + nth) % (sums.size() / 16 + 1) == 0)
+        if (nth++ < 6 || std::size_t(nth) % (sums.size() / 5) == 0)
             checkLedgers(id, sum, period);
         else
-            checkWorkTable(catalog, id, sum, period);
+            checkWorkTable(catalog, nth % 2 == 0 ? Ledger::Simple : Ledger::Detail, id, sum, period);
         if (QTest::currentTestFailed())
             QFAIL(qPrintable(QString("account %1").arg(id)));
     }
@@ -316,7 +314,7 @@ private Q_SLOTS:
 
 /// What makes all other tests mean something: the rows written past the program are the screens' own rows.
 void tst_one_truth::booksArePostedAsByTheScreens() {
-    const Held held(planOf(60, false));
+    const Held held(planOf(30, false));
     Office written;
     Office typed;
     BookCatalog direct(database(written));
@@ -341,7 +339,7 @@ void tst_one_truth::booksArePostedAsByTheScreens() {
 
 void tst_one_truth::agree_data() {
     QTest::addColumn<int>("vouchers");
-    for (const int vouchers : {1, 2, 4, 9, 25, 60, 150, 400, 1000, 3000})
+    for (const int vouchers : {1, 2, 4, 9, 25, 60, 150, 400, 900, 2500})
         QTest::addRow("%d vouchers", vouchers) << vouchers;
 }
 
