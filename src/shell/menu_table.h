@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 #include <span>
 
 namespace zel::shell {
@@ -15,5 +17,8 @@ struct MenuRow {
 
 /// The whole menu of MDIForm1.
 [[nodiscard]] std::span<const MenuRow> menuTable();
+
+/// The caption of the row of that name; '' when there is none.
+[[nodiscard]] QString menuCaption(const QString &name);
 
 } // namespace zel::shell
