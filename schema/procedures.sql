@@ -58,7 +58,7 @@ begin
                         sum(case when VouDate >= @from then isnull(DrAmt, 0) else 0 end) as Dr,
                         sum(case when VouDate >= @from then isnull(CrAmt, 0) else 0 end) as Cr
                     from DetJV where VouDate <= @to or VouDate < @from group by AcCode
-                    union all select RowID, OpenBal, 0, 0 from Accounts where AcStatus = 'DD' and OpenBal <> 0
+                    union all select RowID, OpenBal, 0, 0 from Accounts where OpenBal <> 0
                 ) u group by AcCode
             ) m left join Accounts a on a.RowID = m.AcCode
                 left join (

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <optional>
 
 /// The shipped reports, prepared as the screen prepares them, and their figures read off the pages.
@@ -112,11 +113,13 @@ inline PrintedLedger ledgerOf(const report::Document &document) {
     return read;
 }
 
+using Columns = std::vector<Cents>;
+
 /// A line of a trial balance that shows amounts. A blank amount is 0.
 struct PrintedLine {
     QString code;
     QString name; ///< of a wrapped one the beginning
-    std::vector<Cents> amounts;
+    Columns amounts;
 };
 
 /// Amounts stand at the right edges of the headings "Debit" and "Credit", codes under "Code".
@@ -160,5 +163,25 @@ inline std::vector<PrintedLine> balanceOf(const report::Document &document) {
     }
     return lines;
 }
+
+/// A trial balance's lines by what they stand for.
+struct Balance {
+    explicit Balance(const report::Document &document) {
+        for (const PrintedLine &line : balanceOf(document)) {
+            if (line.name.startsWith("Grand total"))
+                grand = line.amounts;
+            else if (line.name.startsWith("Difference"))
+                difference = line;
+            else if (line.name.startsWith("Total CONTROL"))
+                heads[line.name.section(' ', 2, 2)] = line.amounts;
+            else if (!line.code.isEmpty())
+                rows[line.code] = line.amounts;
+        }
+    }
+    std::map<QString, Columns> rows;  ///< by code
+    std::map<QString, Columns> heads; ///< the totals of control accounts, by their code
+    Columns grand;
+    std::optional<PrintedLine> difference;
+};
 
 } // namespace zel::test

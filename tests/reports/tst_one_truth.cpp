@@ -1,128 +1,13 @@
-#include "platform/ado/connection.h"
-#include "shell/module1.h"
-#include "tests/reports/printed.h"
+#include "tests/reports/books_desk.h"
 #include "tests/reports/voucher_clerk.h"
-#include "tests/support/book_catalog.h"
-#include "tests/support/office.h"
 #include "tests/support/test_program.h"
 
 #include <QTest>
-
-#include <map>
-#include <span>
 
 using namespace zel;
 using namespace zel::test;
 
 namespace {
-
-const QDate From(2025, 1, 1);
-const QDate To(2025, 12, 31);
-
-BooksPlan planOf(int vouchers, bool forwarded) {
-    BooksPlan plan;
-    plan.seed = std::uint64_t(vouchers);
-    plan.heads = 3;
-    plan.subs = 31; // the eleventh of a control account is numbered 1.11
-    plan.cash = 2;
-    plan.banks = 3;
-    plan.students = 3 + vouchers / 100;
-    plan.others = 7 + vouchers / 40;
-    plan.vouchers = vouchers;
-    plan.kinds = {Kind::BP, Kind::BR, Kind::CP, Kind::CR, Kind::JV};
-    plan.applications = vouchers / 4;
-    plan.fees = vouchers / 3;
-    plan.forwarded = forwarded ? 1 + vouchers / 9 : 0;
-    plan.from = From;
-    plan.to = To;
-    plan.edges = true;
-    return plan;
-}
-
-/// What the rows say of one account, in a period; a debit is positive.
-struct Sums {
-    Cents opening = 0;
-    Cents debits = 0;
-    Cents credits = 0;
-    int rows = 0;
-    // And what those rows say that name it as the other side.
-    Cents contraDebits = 0;
-    Cents contraCredits = 0;
-    int contraRows = 0;
-    /// By how much its book closes above its ledger, from the rules of posting alone.
-    Cents gap = 0;
-
-    [[nodiscard]] Cents closing() const { return opening + debits - credits; }
-    [[nodiscard]] Cents bookClosing() const { return opening + contraCredits - contraDebits; }
-    friend bool operator==(const Sums &, const Sums &) = default;
-};
-
-/// All books in memory, for sums of the test's own.
-struct Held {
-    explicit Held(const BooksPlan &plan) : books(plan) {
-        SeededBooks source = books;
-        while (!source.atEnd())
-            vouchers.push_back(source.next());
-        for (const BookVoucher &voucher : vouchers)
-            for (const BookLine &line : linesOf(voucher))
-                lines.push_back(line);
-    }
-
-    /// A book lists the rows that name its account as the other side, a ledger the account's own rows. Pairs
-    /// (BP, BR, JV, FR, AR) are in both. Of CP and CR the cash account has one row in the ledger for all the
-    /// lines in the book; but a line's own account is in its ledger alone, since the cash row names no other
-    /// side. A CF row stands in its account's ledger and, as a receipt, in the cash book, and nowhere else.
-    /// So a book closes as the ledger does unless lines of CP or CR were posted to its account, or CF rows
-    /// bear it on either side.
-    [[nodiscard]] std::map<int, Sums> sums(const Period &period) const {
-        std::map<int, Sums> all;
-        for (const BookAccount &account : books.accounts())
-            if (account.status == std::string("DD"))
-                all[account.id].opening = account.opening;
-        for (const BookLine &line : lines) {
-            const Cents change = line.debit - line.credit;
-            if (line.date < period.from)
-                all[line.account].opening += change;
-            if (!period.holds(line.date))
-                continue;
-            Sums &own = all[line.account];
-            own.debits += line.debit;
-            own.credits += line.credit;
-            ++own.rows;
-            if (line.contra != 0) {
-                Sums &other = all[line.contra];
-                other.contraDebits += line.debit;
-                other.contraCredits += line.credit;
-                ++other.contraRows;
-            }
-            if ((line.kind == Kind::CP || line.kind == Kind::CR) && !line.summary)
-                own.gap -= change;
-            if (line.kind == Kind::CF) {
-                own.gap += line.credit;
-                all[line.contra].gap += line.credit;
-            }
-        }
-        return all;
-    }
-    [[nodiscard]] Cents forwarded(const Period &period) const {
-        Cents sum = 0;
-        for (const BookLine &line : lines)
-            if (line.kind == Kind::CF && period.holds(line.date))
-                sum += line.credit;
-        return sum;
-    }
-
-    SeededBooks books;
-    std::vector<BookVoucher> vouchers;
-    std::vector<BookLine> lines;
-};
-
-using Columns = std::vector<Cents>;
-
-/// A balance in a debit and a credit column.
-Columns sides(Cents balance) {
-    return balance > 0 ? Columns{balance, 0} : Columns{0, -balance};
-}
 
 /// The printed ledgers of an account, and its book.
 void checkLedgers(int account, const Sums &sum, const Period &period) {
@@ -156,36 +41,6 @@ void checkWorkTable(BookCatalog &catalog, Ledger form, int account, const Sums &
                          "sum(cast(round(CrAmt * 100) as integer)), count(*) from rptAcLedger "
                          "group by LineOrder order by LineOrder"),
              rows);
-}
-
-/// A trial balance's lines by what they stand for.
-struct Balance {
-    explicit Balance(const report::Document &document) {
-        for (const PrintedLine &line : balanceOf(document)) {
-            if (line.name.startsWith("Grand total"))
-                grand = line.amounts;
-            else if (line.name.startsWith("Difference"))
-                difference = line;
-            else if (line.name.startsWith("Total CONTROL"))
-                heads[line.name.section(' ', 2, 2)] = line.amounts;
-            else if (!line.code.isEmpty())
-                rows[line.code] = line.amounts;
-        }
-    }
-    std::map<QString, Columns> rows;  ///< by code
-    std::map<QString, Columns> heads; ///< the totals of control accounts, by their code
-    Columns grand;
-    std::optional<PrintedLine> difference;
-};
-
-void add(Columns &sum, const Columns &more) {
-    sum.resize(more.size());
-    for (std::size_t i = 0; i < more.size(); ++i)
-        sum[i] += more[i];
-}
-
-bool isZero(const Columns &amounts) {
-    return std::ranges::all_of(amounts, [](Cents amount) { return amount == 0; });
 }
 
 /// The three trial balances against the sums, and against one another.
@@ -242,27 +97,6 @@ void checkBalances(const Held &held, const std::map<int, Sums> &sums, const Peri
     }
 }
 
-/// The program's connection on the office's catalog, without a login screen.
-void logOn(const Office &office) {
-    using namespace shell;
-    gCon.setProperty("User ID", "sa");
-    gCon.setProperty("Data Source", office.folder());
-    gCon.setProperty("Initial Catalog", "ZEL");
-    gCon.Open();
-    gUserName = "sa";
-}
-
-std::string database(const Office &office) {
-    return office.folder().toStdString() + "/ZEL.db";
-}
-
-void post(BookCatalog &catalog, std::span<const BookVoucher> vouchers) {
-    catalog.run("begin");
-    for (const BookVoucher &voucher : vouchers)
-        catalog.post(voucher);
-    catalog.run("commit; analyze");
-}
-
 /// `before` are the sums of a check that went before: what has not changed since is not printed again.
 void check(const Held &held, BookCatalog &catalog, const Period &period,
            const std::map<int, Sums> &before = {}) {
@@ -310,22 +144,19 @@ private Q_SLOTS:
     void booksArePostedAsByTheScreens();
     void agree_data();
     void agree();
+    void onTheScreen();
 };
 
 /// What makes all other tests mean something: the rows written past the program are the screens' own rows.
 void tst_one_truth::booksArePostedAsByTheScreens() {
     const Held held(planOf(30, false));
-    Office written;
-    Office typed;
-    BookCatalog direct(database(written));
-    BookCatalog screens(database(typed));
-    direct.open(held.books);
-    screens.open(held.books);
-    logOn(typed);
+    BooksOffice written(held);
+    BooksOffice typed(held);
+    typed.connect();
     for (const BookVoucher &voucher : held.vouchers) {
         if (voucher.kind > Kind::JV)
             continue;
-        direct.post(voucher);
+        written.catalog.post(voucher);
         saveOnScreen(voucher);
     }
     for (const char *rows :
@@ -334,7 +165,7 @@ void tst_one_truth::booksArePostedAsByTheScreens() {
           "from DetJV order by VouStatus, VouNo, rowid",
           "select VouStatus, VouNo, VouDate, PaidReceive, quote(TotalAmount), Login from MasJV "
           "order by VouStatus, VouNo"})
-        QCOMPARE(screens.ask(rows), direct.ask(rows));
+        QCOMPARE(typed.catalog.ask(rows), written.catalog.ask(rows));
 }
 
 void tst_one_truth::agree_data() {
@@ -346,23 +177,50 @@ void tst_one_truth::agree_data() {
 void tst_one_truth::agree() {
     QFETCH(int, vouchers);
     const Held paired(planOf(vouchers, false));
-    Office office;
-    BookCatalog catalog(database(office));
-    catalog.open(paired.books);
-    logOn(office);
+    BooksOffice office(paired);
+    office.connect();
     std::size_t typed = 0;
     for (; typed < paired.vouchers.size() && typed < 5 && paired.vouchers[typed].kind <= Kind::JV; ++typed)
         saveOnScreen(paired.vouchers[typed]);
-    post(catalog, std::span(paired.vouchers).subspan(typed));
-    const Period period{From, To};
-    check(paired, catalog, period);
+    post(office.catalog, std::span(paired.vouchers).subspan(typed));
+    check(paired, office.catalog, Year);
     if (QTest::currentTestFailed())
         return;
 
     // The same books, and then rows that have no other side.
     const Held all(planOf(vouchers, true));
-    post(catalog, std::span(all.vouchers).subspan(paired.vouchers.size()));
-    check(all, catalog, period, paired.sums(period));
+    post(office.catalog, std::span(all.vouchers).subspan(paired.vouchers.size()));
+    check(all, office.catalog, Year, paired.sums(Year));
+}
+
+/// The same through the menu, the screen and the viewer.
+void tst_one_truth::onTheScreen() {
+    const Held held(planOf(40, true));
+    const std::map<int, Sums> sums = held.sums(Year);
+    BooksDesk desk(held);
+    const auto sumsOf = [&](const std::string &name) {
+        const auto found = std::ranges::find(held.books.accounts(), name, &BookAccount::name);
+        return std::pair(QString::fromStdString(found->nodes), sums.at(found->id));
+    };
+    const auto &[cashCode, cash] = sumsOf("CASH 0");
+    const auto &[bankCode, bank] = sumsOf("BANK 1");
+    QVERIFY(cash.rows > 5 && bank.rows > 5);
+    QVERIFY(ledgerOf(*desk.cashBook(Year)).closing == cash.closing() + held.forwarded(Year));
+    QVERIFY(ledgerOf(*desk.bankBook(Year, "BANK 1")).closing == bank.closing() + bank.gap);
+    for (const Ledger form : {Ledger::Simple, Ledger::Detail}) {
+        QVERIFY(ledgerOf(*desk.ledger(form, Year, "CASH 0")).closing == cash.closing());
+        QVERIFY(ledgerOf(*desk.ledger(form, Year, "BANK 1")).closing == bank.closing());
+    }
+    const Balance simple(*desk.balance("", Year));
+    const Balance control(*desk.balance("2", Year));
+    const Balance whole(*desk.balance("3", Year));
+    QCOMPARE(simple.rows.at(cashCode), (Columns{cash.debits, cash.credits}));
+    QCOMPARE(simple.rows.at(bankCode), (Columns{bank.debits, bank.credits}));
+    QCOMPARE(whole.rows.at(cashCode)[4] - whole.rows.at(cashCode)[5], cash.closing());
+    QCOMPARE(whole.rows.at(bankCode)[4] - whole.rows.at(bankCode)[5], bank.closing());
+    QCOMPARE(control.grand, simple.grand);
+    QCOMPARE((Columns{whole.grand[2], whole.grand[3]}), simple.grand);
+    QCOMPARE(simple.grand[1] - simple.grand[0], held.forwarded(Year));
 }
 
 ZEL_TEST_MAIN(tst_one_truth)
