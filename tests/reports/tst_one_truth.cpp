@@ -1,3 +1,4 @@
+#include "platform/base/error.h"
 #include "tests/reports/books_desk.h"
 #include "tests/reports/voucher_clerk.h"
 #include "tests/support/test_program.h"
@@ -145,6 +146,9 @@ private Q_SLOTS:
     void agree_data();
     void agree();
     void onTheScreen();
+    void hugeAmounts_data();
+    void hugeAmounts();
+    void moreThanCanBeKept();
 };
 
 /// What makes all other tests mean something: the rows written past the program are the screens' own rows.
@@ -221,6 +225,70 @@ void tst_one_truth::onTheScreen() {
     QCOMPARE(control.grand, simple.grand);
     QCOMPARE((Columns{whole.grand[2], whole.grand[3]}), simple.grand);
     QCOMPARE(simple.grand[1] - simple.grand[0], held.forwarded(Year));
+}
+
+void tst_one_truth::hugeAmounts_data() {
+    QTest::addColumn<Cents>("most");
+    QTest::newRow("ten digits before the point") << Cents(9'999'999'999'99);
+    QTest::newRow("thirteen digits") << Cents(9'999'999'999'999'99);
+}
+
+/// Each account with an opening, a debit and a credit that differ little: what is left of them is exact.
+void tst_one_truth::hugeAmounts() {
+    QFETCH(Cents, most);
+    const Held held(planOf(0, false));
+    const int other = held.books.banks().front();
+    Dice dice(3);
+    const auto huge = [&] { return most - dice.below(100'000'000); };
+    BooksOffice office(held);
+    office.connect();
+    std::map<int, Sums> sums = held.sums(Year);
+    BookVoucher voucher{Kind::JV, 1, Year.from, {}, {}};
+    for (auto &[id, sum] : sums) {
+        if (id == other)
+            continue;
+        sum.opening = dice.oneIn(2) ? huge() : -huge();
+        office.catalog.run("update Accounts set OpenBal = " + amountText(sum.opening).toStdString() +
+                           " where RowID = " + std::to_string(id));
+        sum.debits = huge();
+        sum.credits = huge();
+        voucher.entries.push_back({id, other, sum.debits});
+        voucher.entries.push_back({other, id, sum.credits});
+        sums[other].credits += sum.debits;
+        sums[other].debits += sum.credits;
+    }
+    post(office.catalog, std::span(&voucher, 1));
+    const Balance whole(*printedBalance("3", Year));
+    for (const BookAccount &account : held.books.accounts()) {
+        if (account.status != std::string("DD"))
+            continue;
+        const Sums &sum = sums.at(account.id);
+        const Columns begin = sides(sum.opening);
+        const Columns end = sides(sum.closing());
+        const auto row = whole.rows.find(QString::fromStdString(account.nodes));
+        QVERIFY(row != whole.rows.end());
+        QCOMPARE(row->second, (Columns{begin[0], begin[1], sum.debits, sum.credits, end[0], end[1]}));
+        if (account.id % 5 == 0) {
+            QVERIFY(ledgerOf(*printedLedger(Ledger::Simple, account.id, Year)).closing == sum.closing());
+            QVERIFY(ledgerOf(*printedBook(account.id, Year)).closing == sum.closing());
+        }
+    }
+}
+
+/// A file holds no hundredths above 70 million millions: what needs them is refused and leaves nothing
+/// behind.
+void tst_one_truth::moreThanCanBeKept() {
+    const Held held(planOf(0, false));
+    BooksOffice office(held);
+    office.connect();
+    const int cash = held.books.cashAccounts().front();
+    const int other = held.books.accounts().back().id;
+    BookVoucher voucher{Kind::CP, 1, Year.from, {}, {}};
+    for (const Cents amount : {99'999'999'999'999'00LL, 1LL})
+        voucher.entries.push_back({other, cash, amount});
+    QVERIFY_EXCEPTION_THROWN(saveOnScreen(voucher), zel::Error);
+    QCOMPARE(office.catalog.ask("select count(*) from DetJV union all select count(*) from MasJV"),
+             (std::vector<std::vector<std::string>>{{"0"}, {"0"}}));
 }
 
 ZEL_TEST_MAIN(tst_one_truth)
