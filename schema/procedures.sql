@@ -1,5 +1,6 @@
 -- Both trial balances leave out an account all of whose amounts are 0, and keep one that is no longer in the
--- chart. An opening balance stands before every period, whatever its date, and is a debit when positive.
+-- chart. An opening balance stands before every period, whatever its date, and is a debit when positive. Each
+-- account's lines are summed in the order of an index, a period at a time.
 create procedure TrialBalance @from datetime, @to datetime as
 begin
     delete from rptTrialBalance
@@ -7,7 +8,7 @@ begin
             HeadNodes, HeadName, HeadOrder, Opening, OpenDr, OpenCr, PeriodDr, PeriodCr, CloseDr, CloseCr)
         select p.AcCode, p.AcNodes, p.AcName, p.AcStatus, p.AcOrder, p.SubNodes, p.SubName,
             right('00000' + rtrim(p.SubOrder), 5) + isnull(p.SubNodes, ''), p.HeadNodes,
-            (select min(AcName) from Accounts where AcNodes = p.HeadNodes and AcStatus = 'HH'),
+            (select AcName from Accounts where RowID = (select min(RowID) from Accounts where AcNodes = p.HeadNodes and AcStatus = 'HH')),
             case when p.HeadNodes is null then 'zz' else right('0000000000' + p.HeadNodes, 10) end,
             0, 0, 0, p.Dr, p.Cr, case when p.Dr > p.Cr then p.Dr - p.Cr else 0 end,
             case when p.Cr > p.Dr then p.Cr - p.Dr else 0 end
@@ -17,15 +18,13 @@ begin
                     else a.AcName end as AcName,
                 rtrim(case when a.AcStatus = 'HD' then a.AcNodes else a.ParentID end) as SubNodes,
                 s.AcName as SubName, isnull(s.Dcode, 0) as SubOrder,
-                isnull(s.HeadNodes, left(a.ParentID, charindex('.', a.ParentID + '.') - 1)) as HeadNodes
+                isnull(rtrim(s.ParentID), left(a.ParentID, charindex('.', a.ParentID + '.') - 1)) as HeadNodes
             from (
-                select AcCode, sum(isnull(DrAmt, 0)) as Dr, sum(isnull(CrAmt, 0)) as Cr
+                select AcCode, isnull(sum(DrAmt), 0) as Dr, isnull(sum(CrAmt), 0) as Cr
                 from DetJV where VouDate >= @from and VouDate <= @to group by AcCode
             ) m left join Accounts a on a.RowID = m.AcCode
-                left join (
-                    select AcNodes, min(AcName) as AcName, min(Dcode) as Dcode, min(rtrim(ParentID)) as HeadNodes
-                    from Accounts where AcStatus = 'HD' group by AcNodes
-                ) s on s.AcNodes = case when a.AcStatus = 'HD' then a.AcNodes else a.ParentID end
+                left join Accounts s on s.RowID = (select min(RowID) from Accounts where AcStatus = 'HD'
+                    and AcNodes = case when a.AcStatus = 'HD' then a.AcNodes else a.ParentID end)
             where m.Dr <> 0 or m.Cr <> 0
         ) p
 end
@@ -37,7 +36,7 @@ begin
             HeadNodes, HeadName, HeadOrder, Opening, OpenDr, OpenCr, PeriodDr, PeriodCr, CloseDr, CloseCr)
         select p.AcCode, p.AcNodes, p.AcName, p.AcStatus, p.AcOrder, p.SubNodes, p.SubName,
             right('00000' + rtrim(p.SubOrder), 5) + isnull(p.SubNodes, ''), p.HeadNodes,
-            (select min(AcName) from Accounts where AcNodes = p.HeadNodes and AcStatus = 'HH'),
+            (select AcName from Accounts where RowID = (select min(RowID) from Accounts where AcNodes = p.HeadNodes and AcStatus = 'HH')),
             case when p.HeadNodes is null then 'zz' else right('0000000000' + p.HeadNodes, 10) end,
             p.Opening, case when p.Opening > 0 then p.Opening else 0 end,
             case when p.Opening < 0 then 0 - p.Opening else 0 end, p.Dr, p.Cr,
@@ -49,22 +48,19 @@ begin
                     else a.AcName end as AcName,
                 rtrim(case when a.AcStatus = 'HD' then a.AcNodes else a.ParentID end) as SubNodes,
                 s.AcName as SubName, isnull(s.Dcode, 0) as SubOrder,
-                isnull(s.HeadNodes, left(a.ParentID, charindex('.', a.ParentID + '.') - 1)) as HeadNodes
+                isnull(rtrim(s.ParentID), left(a.ParentID, charindex('.', a.ParentID + '.') - 1)) as HeadNodes
             from (
                 select AcCode, sum(Opening) as Opening, sum(Dr) as Dr, sum(Cr) as Cr
                 from (
-                    select AcCode,
-                        sum(case when VouDate < @from then isnull(DrAmt, 0) - isnull(CrAmt, 0) else 0 end) as Opening,
-                        sum(case when VouDate >= @from then isnull(DrAmt, 0) else 0 end) as Dr,
-                        sum(case when VouDate >= @from then isnull(CrAmt, 0) else 0 end) as Cr
-                    from DetJV where VouDate <= @to or VouDate < @from group by AcCode
+                    select AcCode, isnull(sum(DrAmt), 0) - isnull(sum(CrAmt), 0) as Opening, 0 as Dr, 0 as Cr
+                    from DetJV where VouDate < @from group by AcCode
+                    union all select AcCode, 0, isnull(sum(DrAmt), 0), isnull(sum(CrAmt), 0)
+                    from DetJV where VouDate >= @from and VouDate <= @to group by AcCode
                     union all select RowID, OpenBal, 0, 0 from Accounts where OpenBal <> 0
                 ) u group by AcCode
             ) m left join Accounts a on a.RowID = m.AcCode
-                left join (
-                    select AcNodes, min(AcName) as AcName, min(Dcode) as Dcode, min(rtrim(ParentID)) as HeadNodes
-                    from Accounts where AcStatus = 'HD' group by AcNodes
-                ) s on s.AcNodes = case when a.AcStatus = 'HD' then a.AcNodes else a.ParentID end
+                left join Accounts s on s.RowID = (select min(RowID) from Accounts where AcStatus = 'HD'
+                    and AcNodes = case when a.AcStatus = 'HD' then a.AcNodes else a.ParentID end)
             where m.Opening <> 0 or m.Dr <> 0 or m.Cr <> 0
         ) p
 end

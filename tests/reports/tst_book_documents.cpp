@@ -230,6 +230,19 @@ void tst_book_documents::documents_data() {
                        "Total of the period 750.50 300.00",
                        "Closing balance 450.50 Dr"};
 
+    QTest::newRow("cheque, bill and file")
+        << QString()
+        << QString("2024-03-04 | BR 1 | 1 | 1.1.2 | 1.1.1 | 10 | 0 | PAID IN\n"
+                   "2024-03-04 | BR 1 | 1 | 1.1.1 | 1.1.2 | 0 | 10 | PAID IN\n")
+        << QString("update DetJV set ChecqNo = '00451872', BillNo = '77', FileNo = 'F-9'") << Period()
+        << QStringList{"Opening balance 0.00", "04/03/2024 BR - 1 CITY BANK 10.00 10.00 Cr",
+                       "PAID IN   Cheque no. 00451872", "Total of the period 0.00 10.00",
+                       "Closing balance 10.00 Cr"}
+        << QStringList{"Opening balance 0.00", "04/03/2024 BR - 1 PAID IN 10.00 10.00 Cr",
+                       "Total of the period 0.00 10.00", "Closing balance 10.00 Cr"}
+        << QStringList{"Opening balance 0.00", "04/03/2024 BR - 1 CITY BANK 10.00 10.00 Cr",
+                       "PAID IN   Cheque no. 00451872   Bill no. 77   File no. F-9",
+                       "Total of the period 0.00 10.00", "Closing balance 10.00 Cr"};
     QTest::newRow("negative and zero amounts")
         << QString()
         << QString("2024-03-01 | BP 1 | 1 | 1.1.1 | 1.1.2 | -50 | 0 | -\n"
