@@ -12,7 +12,8 @@
 namespace {
 
 constexpr char Period[] =
-    "select a.AcNodes, a.AcName, m.Dr, m.Cr from (select AcCode, zel_sum(DrAmt, 2) as Dr, zel_sum(CrAmt, 2) as Cr"
+    "select a.AcNodes, a.AcName, m.Dr, m.Cr from (select AcCode, zel_sum(DrAmt, 2) as Dr, zel_sum(CrAmt, 2) "
+    "as Cr"
     " from DetJV where VouDate >= '2025-01-01' and VouDate <= '2025-12-31' group by AcCode) m"
     " left join Accounts a on a.RowID = m.AcCode order by a.ParentID, a.Dcode";
 constexpr char WithOpening[] =
@@ -44,7 +45,8 @@ int main(int, char **argv) {
     };
     bool within = bench::compare(
         "trial balance of a year, procedure and rows", 1.5, 15,
-        [&] { ours("exec TrialBalance '2025-01-01','2025-12-31'"); }, [&] { bench::readBare(db, Period, arena); });
+        [&] { ours("exec TrialBalance '2025-01-01','2025-12-31'"); },
+        [&] { bench::readBare(db, Period, arena); });
     std::printf("    %lld rows, the peer's %ld\n", static_cast<long long>(rows), arena.rows);
     within &= bench::compare(
         "trial balance with opening, procedure and rows", 1.5, 15,
