@@ -51,6 +51,8 @@ frmRPTAccounts::frmRPTAccounts() : ui(std::make_unique<Ui::frmRPTAccounts>()) {
     ui->setupUi(this);
     connectButtons();
     connectKeys();
+    closeOnCtrlW();
+    ui->LblMain->setToolTip("Close (Ctrl+W)");
     connect(ui->DtaCourse, &DataCombo::changed, this, &frmRPTAccounts::DtaCourse_Change);
     connect(ui->DtaCourse, &DataCombo::clicked, this, &frmRPTAccounts::DtaCourse_Change);
 }
@@ -109,6 +111,10 @@ void frmRPTAccounts::fixSizes() {
     ui->layoutPlace->setRowMinimumHeight(0, height);
     ui->layoutPlace->setColumnMinimumWidth(0, pixels(7800));
     ui->layoutSelectors->setColumnMinimumWidth(0, ui->lblAC->sizeHint().width());
+    // The session without its label keeps to the column of the other boxes.
+    QSizePolicy keeps = ui->Label23->sizePolicy();
+    keeps.setRetainSizeWhenHidden(true);
+    ui->Label23->setSizePolicy(keeps);
     const int edge = ui->Frame1->frameWidth();
     ui->layoutFrame1->setContentsMargins(pixels(1080) - edge, pixels(420) - edge, pixels(1080) - edge,
                                          pixels(420) - edge);

@@ -21,7 +21,7 @@ struct ReportItem;
 
 /// "Accounts Report", the one screen behind the menu "Reports". Every item shows a frame with the run button
 /// of its report on the same spot and shows or hides the selectors that all reports share; nothing is ever
-/// put back but by closing the screen.
+/// put back but by closing the screen, by its close box or Ctrl+W.
 class frmRPTAccounts : public controls::Form {
     Q_OBJECT
 public:

@@ -9,9 +9,9 @@ namespace zel::shell {
 /// One row of the main window's menu, in order. `level` 0 stands in the menu bar; a row belongs to the
 /// nearest row above it with a lower level. A row with the caption "-" is a separator.
 struct MenuRow {
-    int level;
-    const char *name;
-    const char *caption;
+    int level = 0;
+    const char *name = "";
+    const char *caption = "";
     const char *key = "";
 };
 

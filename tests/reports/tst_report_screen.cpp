@@ -129,7 +129,7 @@ void tst_report_screen::items() {
     QCOMPARE(text(screen, "LblMain"), caption);
     QCOMPARE(text(screen, title), caption);
     QVERIFY(control(screen, frame)->isAncestorOf(control(screen, title)));
-    picture(form("MDIForm1"), QTest::currentDataTag());
+    picture(screen->parentWidget(), QTest::currentDataTag());
     QCOMPARE(tabRound(), tabs);
 
     // What is not shown takes no key either; what is shown lies inside the panel.
@@ -205,9 +205,10 @@ void tst_report_screen::coveredButtonIsOutOfTheWay() {
     QCOMPARE(tabRound(), "DTPicker2 cmdCashBook DTPicker1");
     press(Qt::Key_S, Qt::AltModifier);
     settle();
-    QVERIFY(form("frmVeiwer"));
-    form("frmVeiwer")->parentWidget()->close();
+    QVERIFY(form("frmVeiwer")->parentWidget()->isMaximized());
+    press(Qt::Key_W, Qt::ControlModifier);
     settle();
+    QVERIFY(!form("frmVeiwer"));
     QCOMPARE(activeForm(), "frmRPTAccounts");
     press(Qt::Key_F9);
     settle();
@@ -221,16 +222,16 @@ void tst_report_screen::coveredButtonIsOutOfTheWay() {
 
 void tst_report_screen::closingForgets() {
     ReportDesk desk;
-    QWidget *screen = desk.open("mnuBankBook");
+    desk.open("mnuBankBook");
     desk.choose("CITY");
     desk.period(QDate(2026, 3, 1), QDate(2026, 3, 31));
     desk.open("mnuStuFeeDet");
-    screen->parentWidget()->close();
+    press(Qt::Key_W, Qt::ControlModifier);
     settle();
     QVERIFY(!form("frmRPTAccounts"));
     QVERIFY(!control(form("MDIForm1"), "Picture1")->isHidden());
 
-    screen = desk.open("mnuBankBook");
+    QWidget *screen = desk.open("mnuBankBook");
     QCOMPARE(shownFrames(screen), "frmBankBook");
     QCOMPARE(selectors(screen), "account dates");
     QCOMPARE(text(screen, "txtAcName"), "");

@@ -8,6 +8,7 @@
 #include <QCloseEvent>
 #include <QMdiArea>
 #include <QMenu>
+#include <QShortcut>
 
 #include <algorithm>
 
@@ -88,6 +89,12 @@ void Form::moveWindow(QPoint place) {
     const QSize room = FormHost::area()->viewport()->size() - m_window->size();
     m_window->move(std::max(0, std::min(place.x(), room.width())),
                    std::max(0, std::min(place.y(), room.height())));
+}
+
+void Form::closeOnCtrlW() {
+    auto *shortcut = new QShortcut(Qt::CTRL | Qt::Key_W, this);
+    shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+    connect(shortcut, &QShortcut::activated, this, [this] { Unload(); });
 }
 
 void Form::setPlace(QPoint place) {
