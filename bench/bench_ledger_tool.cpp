@@ -1,7 +1,7 @@
 // A year's trial balance and the ledger of the busiest account, against `ledger`, the double-entry tool of
 // the command line, on the same books written as its journal. Each side is a fresh process that opens its
-// file, finds the figures and prints them: ours is zeldb with the procedure and its rows. Time and peak
-// memory.
+// file and finds the figures: ours runs the procedure and reads its rows, ledger prints them to nowhere. Time
+// and peak memory.
 #include "process.h"
 #include "statements.h"
 
@@ -74,8 +74,8 @@ int main(int, char **argv) {
     const std::string folder = argv[1];
     const std::string journal = folder + "/journal.dat";
     writeJournal(folder + "/ZEL.db", journal);
-    const auto zeldb = [&folder](const std::string &statements) {
-        return bench::Command{ZEL_BIN "/zeldb", "sql", folder, statements};
+    const auto ours = [&folder](const std::string &statements) {
+        return bench::Command{ZEL_BIN "/read_rows", folder, statements};
     };
     const auto ledger = [&journal](bench::Command what) {
         bench::Command command{"ledger", "--args-only", "-f", journal};
@@ -83,11 +83,11 @@ int main(int, char **argv) {
         return command;
     };
     bool within =
-        faster("trial balance of a year, a process of its own", zeldb(bench::TrialBalance),
+        faster("trial balance of a year, a process of its own", ours(bench::TrialBalance),
                ledger({"balance", "--flat", "-b", "2025-01-01", "-e", "2026-01-01", "^Account:"}), 40, 10);
-    within &= faster("  with opening", zeldb(bench::TrialBalance3),
+    within &= faster("  with opening", ours(bench::TrialBalance3),
                      ledger({"balance", "--flat", "-e", "2026-01-01", "^Account:"}), 40, 10);
-    within &= faster("ledger of the busiest account, a process of its own", zeldb(bench::ledgerOf(busiest)),
+    within &= faster("ledger of the busiest account, a process of its own", ours(bench::ledgerOf(busiest)),
                      ledger({"register", "-b", "2025-01-01", "-e", "2026-01-01",
                              "^Account:" + std::to_string(busiest) + "$"}),
                      25, 0);

@@ -89,5 +89,6 @@ int main(int argc, char **argv) {
         });
     std::printf("    %d pages; a bare page takes %.3f ms\n", document->pageCount(),
                 bench::seconds([&] { paintBare(page, image); }) * 1e3);
+    std::fflush(stdout);
     std::_Exit(within ? 0 : 1);
 }

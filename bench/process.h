@@ -3,6 +3,7 @@
 #include "measure.h"
 
 #include <fcntl.h>
+#include <spawn.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -29,18 +30,18 @@ inline Cost run(const Command &command) {
     words.push_back(nullptr);
     rusage used{};
     int status = 0;
-    const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
+    posix_spawn_file_actions_t files;
+    posix_spawn_file_actions_init(&files);
+    posix_spawn_file_actions_addopen(&files, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+    int failure = 0;
     const double took = seconds([&] {
-        const pid_t child = vfork();
-        if (child == 0) {
-            dup2(nowhere, STDOUT_FILENO);
-            execvp(words[0], words.data());
-            _exit(127);
-        }
-        wait4(child, &status, 0, &used);
+        pid_t child = 0;
+        failure = posix_spawnp(&child, words[0], &files, nullptr, words.data(), environ);
+        if (failure == 0)
+            wait4(child, &status, 0, &used);
     });
-    close(nowhere);
-    if (status != 0) {
+    posix_spawn_file_actions_destroy(&files);
+    if (failure != 0 || status != 0) {
         std::fprintf(stderr, "%s: status %d\n", words[0], status);
         std::exit(1);
     }

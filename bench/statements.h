@@ -2,7 +2,7 @@
 
 #include <string>
 
-/// The accounts' reports of the year 2025 as statements for `zeldb sql`: the procedure, then its rows.
+/// The accounts' reports of the year 2025 as statements: the procedure, then its rows.
 namespace bench {
 
 inline const std::string TrialBalance =

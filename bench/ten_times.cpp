@@ -1,20 +1,22 @@
 // What ten times the data cost: ten_times FOLDER FOLDER-OF-TEN-TIMES. Each report is a process of its own
-// that runs the procedure and prints its rows.
+// that runs the procedure and reads its rows.
 #include "process.h"
 #include "statements.h"
 
 int main(int, char **argv) {
     bool within = true;
-    const std::pair<const char *, std::string> reports[] = {
-        {"trial balance of a year", bench::TrialBalance},
-        {"  with opening", bench::TrialBalance3},
-        {"ledger of a bank account", bench::ledgerOf(36)}};
+    const struct {
+        const char *what;
+        std::string statements;
+    } reports[] = {{"trial balance of a year", bench::TrialBalance},
+                   {"  with opening", bench::TrialBalance3},
+                   {"ledger of a bank account", bench::ledgerOf(36)}};
     constexpr double Limit = 12;
-    for (const auto &[what, statements] : reports) {
-        const auto zeldb = [&statements](const char *folder) {
-            return bench::Command{ZEL_BIN "/zeldb", "sql", folder, statements};
+    for (const auto &report : reports) {
+        const auto ours = [&report](const char *folder) {
+            return bench::Command{ZEL_BIN "/read_rows", folder, report.statements};
         };
-        const bench::Paired paired = bench::inTurns(zeldb(argv[1]), zeldb(argv[2]), 7);
+        const bench::Paired paired = bench::inTurns(ours(argv[1]), ours(argv[2]), 7);
         const bool good = paired.ratio.seconds <= Limit && paired.ratio.megabytes <= Limit;
         within &= good;
         std::printf(
