@@ -10,14 +10,14 @@ namespace {
 
 constexpr std::array Codes = {"BP", "BR", "CP", "CR", "JV", "FR", "AR", "CF"};
 
-/// What is hard on sums: hundredths that no binary fraction holds, nothing at all.
+/// What is hard on sums: hundredths that no binary fraction holds, and nothing at all.
 constexpr std::array<Cents, 14> SharpAmounts = {1, 7,  10,     29, 115, 435, 0,
                                                 0, 99, 100'00, 30, 257, 990, 123'456'789'01};
 constexpr std::array<Cents, 3> HugeAmounts = {9'999'999'999'99, 9'876'543'210'98, 1'000'000'000'07};
 
 constexpr std::array SharpNames = {"O'BRIEN'S STORE", "D'SOUZA & SONS", "STUDENTS' UNION [OLD] 100%",
                                    "A NAME THAT IS AS LONG AS THE COLUMN LETS IT BE, SO THAT NO REPORT "
-                                   "MAY CUT ITS FIGURES FOR IT: 100 LETTERS"};
+                                   "CUTS A FIGURE FOR IT: 100 LETTERS"};
 
 bool receives(Kind kind) {
     return kind == Kind::BR || kind == Kind::CR;
@@ -94,7 +94,7 @@ void SeededBooks::makeChart() {
 void SeededBooks::addAccounts(int count, int sub, const char *name, std::vector<int> &ids, bool bank) {
     for (int i = 0; i < count; ++i) {
         const int place = sub >= 0 ? sub : 2 + i % (m_plan.subs - 2);
-        const BookAccount &head = m_accounts[std::size_t(m_plan.heads + place)];
+        const BookAccount &head = m_accounts[std::size_t(m_plan.heads) + std::size_t(place)];
         BookAccount account;
         account.id = int(m_accounts.size()) + 1;
         account.parent = head.nodes;
@@ -104,7 +104,7 @@ void SeededBooks::addAccounts(int count, int sub, const char *name, std::vector<
         account.name = sharp ? SharpNames[std::size_t(i)] : name + std::to_string(i);
         account.bank = bank;
         account.hasOpening = !m_plan.edges || sub == 1 || !m_dice.oneIn(3);
-        account.opening = !account.hasOpening ? 0 : sub == 1 ? m_dice.below(500) * 100'00 : opening();
+        account.opening = !account.hasOpening ? 0 : sub == 1 ? Cents(m_dice.below(500)) * 100'00 : opening();
         ids.push_back(account.id);
         m_accounts.push_back(std::move(account));
     }

@@ -36,8 +36,8 @@ struct BooksPlan {
     QDate from{2024, 1, 1}; ///< the period that the books are about
     QDate to{2025, 12, 30};
     /// Dates before, in and after the period, often on its edges; amounts of 0.00, of hundredths that no
-    /// binary fraction holds and of ten digits before the point; openings of both signs and none; names with apostrophes;
-    /// cash brought to a bank, and all else that a clerk may do. Else ordinary days in order.
+    /// binary fraction holds and of ten digits before the point; openings of both signs and none; names with
+    /// apostrophes; cash brought to a bank, and all else that a clerk may do. Else ordinary days in order.
     bool edges = false;
 };
 
