@@ -6,7 +6,7 @@ create index ixDetJVContra on DetJV (CrAc, VouDate)
 GO
 create index ixDetJVNumber on DetJV (VouNo)
 GO
-create index ixDetJVSubject on DetJV (AcCode, SubID, VouStatus, CrAmt)
+create index ixDetJVSubject on DetJV (AcCode, SubID, VouStatus, CrAmt) where SubID is not null
 GO
 create index ixMasJVVoucher on MasJV (VouStatus, VouNo)
 GO

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <map>
+#include <optional>
 #include <vector>
 
 namespace zel::ado {
@@ -33,6 +34,10 @@ struct Recordset::Private {
     std::map<qsizetype, OwnRow> changed;
     std::vector<OwnRow> added;
     qsizetype current = 0;
+
+    /// By column of the rows: the table's column behind it, nothing behind a computed one. Filled when the
+    /// first is asked for.
+    mutable std::vector<std::optional<tsql::Column>> tableColumns;
 
     bool adding = false;
     std::map<int, Value> edited; ///< columns set since AddNew or the last Update
@@ -71,14 +76,16 @@ struct Recordset::Private {
 
 /// The table's column that a column of the rows shows; null for a computed one.
 const tsql::Column *Recordset::Private::tableColumn(int column) const {
-    const std::string &name = rows().columns().at(std::size_t(column)).baseColumn;
-    const tsql::Table *base = name.empty() || table.empty() ? nullptr : connection->driver().table(table);
-    if (!base)
-        return nullptr;
-    const auto found =
-        std::find_if(base->columns.begin(), base->columns.end(),
-                     [&name](const tsql::Column &candidate) { return candidate.name == name; });
-    return found == base->columns.end() ? nullptr : &*found;
+    if (tableColumns.empty()) {
+        tableColumns.resize(rows().columns().size());
+        const tsql::Table *base = table.empty() ? nullptr : connection->driver().table(table);
+        for (std::size_t at = 0; base && at < tableColumns.size(); ++at)
+            for (const tsql::Column &candidate : base->columns)
+                if (candidate.name == rows().columns()[at].baseColumn)
+                    tableColumns[at] = candidate;
+    }
+    const auto &known = tableColumns.at(std::size_t(column));
+    return known ? &*known : nullptr;
 }
 
 Value Recordset::Private::value(int column) const {
@@ -109,6 +116,7 @@ OwnRow Recordset::Private::copyOfCurrent() const {
 
 std::vector<Assignment> Recordset::Private::assignments() const {
     std::vector<Assignment> result;
+    result.reserve(edited.size());
     for (const auto &[column, value] : edited)
         result.push_back({rows().columns().at(std::size_t(column)).baseColumn, value});
     return result;

@@ -1,5 +1,9 @@
 #include "platform/base/number_text.h"
 
+#include <QVarLengthArray>
+
+#include <algorithm>
+
 namespace zel {
 
 Decimal leadingNumber(const QString &text)
@@ -21,24 +25,37 @@ Decimal leadingNumber(const QString &text)
 QString format(Decimal value, const QString &picture)
 {
     const qsizetype point = picture.indexOf(u'.');
-    const QString whole = point < 0 ? picture : picture.left(point);
+    const auto whole = QStringView(picture).left(point < 0 ? picture.size() : point);
     const auto decimals = point < 0 ? 0 : int(picture.size() - point - 1);
-    const int least = int(whole.count(u'0'));
+    const auto least = whole.count(u'0');
+    const bool groups = whole.contains(u',');
 
-    const QString plain = QString::fromStdString(value.rounded(decimals).toString());
-    const bool negative = plain.startsWith(u'-');
-    const QString digits = negative ? plain.mid(1) : plain;
-    QString left = digits.section(u'.', 0, 0);
-    QString right = digits.section(u'.', 1, 1);
-    if (left == u"0" && least == 0)
-        left.clear();
-    left = left.rightJustified(least, u'0');
-    if (whole.contains(u',')) {
-        for (qsizetype at = left.size() - 3; at > 0; at -= 3)
-            left.insert(at, u',');
+    const std::int64_t count = value.rounded(decimals).tenThousandths();
+    // The magnitude is taken unsigned: the most negative count has no positive twin.
+    const auto magnitude = count < 0 ? 0 - static_cast<std::uint64_t>(count) : static_cast<std::uint64_t>(count);
+    constexpr auto scale = static_cast<std::uint64_t>(Decimal::Scale);
+    const auto digit = [](std::uint64_t number) { return QChar(static_cast<char16_t>(u'0' + number % 10)); };
+    // From right to left.
+    QVarLengthArray<QChar, 64> text;
+    std::uint64_t fraction = magnitude % scale;
+    for (int place = decimals; place > 4; --place)
+        text.append(u'0');
+    for (int place = 4; place > 0 && decimals > 0; --place, fraction /= 10) {
+        if (place <= decimals)
+            text.append(digit(fraction));
     }
-    right = right.leftJustified(decimals, u'0');
-    return (negative ? QStringLiteral("-") : QString()) + left + (decimals > 0 ? u'.' + right : QString());
+    if (decimals > 0)
+        text.append(u'.');
+    std::uint64_t left = magnitude / scale;
+    for (qsizetype place = 0; left > 0 || place < least; ++place, left /= 10) {
+        if (groups && place > 0 && place % 3 == 0)
+            text.append(u',');
+        text.append(digit(left));
+    }
+    if (count < 0)
+        text.append(u'-');
+    std::reverse(text.begin(), text.end());
+    return QString(text.constData(), text.size());
 }
 
 QString format(const QString &text, const QString &picture)

@@ -40,8 +40,8 @@ bool isShown(const ExpressionPtr &when, const Scene &scene) {
 
 } // namespace
 
-void append(Page &page, const Page &part, double x, double y) {
-    for (TextItem item : part.texts) {
+void append(Page &page, Page part, double x, double y) {
+    for (TextItem &item : part.texts) {
         item.x += x;
         item.baseline += y;
         page.texts.push_back(std::move(item));
@@ -57,7 +57,7 @@ void append(Page &page, const Page &part, double x, double y) {
         item.rect.translate(x, y);
         page.boxes.push_back(item);
     }
-    for (ImageItem item : part.images) {
+    for (ImageItem &item : part.images) {
         item.rect.translate(x, y);
         page.images.push_back(std::move(item));
     }
@@ -67,6 +67,8 @@ QString BandLayout::textOf(const FieldDefinition &field, const StyleDefinition &
                            const PassScene &scene) const {
     if (!field.expression)
         return field.literal;
+    if (field.expression->op == Op::Column && field.expression->kind == Kind::Text)
+        return scene.columnText(field.expression->table, field.expression->index);
     const Value value = evaluate(*field.expression, scene);
     if (style.blankZero && field.expression->kind == Kind::Number && value.decimal() == Decimal())
         return {};
@@ -85,7 +87,7 @@ double BandLayout::subreport(const SubreportPlace &place, const Pass &outer, con
         Page part;
         const double bandHeight = layOut(*band, pass, cursor, page ? &part : nullptr);
         if (page)
-            append(*page, part, place.x, place.y + height);
+            append(*page, std::move(part), place.x, place.y + height);
         height += bandHeight;
     }
     return height;
@@ -100,8 +102,10 @@ std::vector<BandLayout::Growth> BandLayout::growths(const BandDefinition &band, 
             const StyleDefinition &style = definition.styles[static_cast<std::size_t>(field->style)];
             if (!isShown(field->when, scene))
                 continue;
-            const auto lines =
-                wrapped(textOf(*field, style, scene), field->width, *style.font, m_metrics).size();
+            const QString text = textOf(*field, style, scene);
+            if (!text.contains(QLatin1Char('\n')) && m_metrics.width(text, *style.font) <= field->width)
+                continue;
+            const auto lines = wrapped(text, field->width, *style.font, m_metrics).size();
             const double line = m_metrics.lineHeight(*style.font);
             if (lines > 1)
                 found.push_back(
@@ -143,6 +147,19 @@ void BandLayout::place(const FieldDefinition &field, const std::vector<Growth> &
     // A number that was cut would be a wrong number.
     const double mark = m_metrics.width(QStringLiteral("#"), *font);
     add(QString(std::max(1, static_cast<int>(field.width / mark)), QLatin1Char('#')));
+}
+
+BandLayout::Extent BandLayout::extent(const BandDefinition &band, const Pass &pass,
+                                      const Cursor &cursor) const {
+    if (band.fixed && !band.when)
+        return {true, band.height};
+    const auto slot = cursor.band + static_cast<std::size_t>(cursor.row) * 4;
+    Known &known = m_known[slot % m_known.size()];
+    if (known.band != &band || known.row != cursor.row) {
+        const bool printed = isShown(band.when, PassScene(pass, cursor));
+        known = {&band, cursor.row, {printed, printed ? layOut(band, pass, cursor, nullptr) : 0}};
+    }
+    return known.extent;
 }
 
 double BandLayout::layOut(const BandDefinition &band, const Pass &pass, const Cursor &cursor,

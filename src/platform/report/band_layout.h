@@ -3,6 +3,8 @@
 #include "platform/report/flow.h"
 #include "platform/report/text_metrics.h"
 
+#include <array>
+
 namespace zel::report {
 
 /// Makes a band's placed items, and finds its height.
@@ -13,6 +15,13 @@ public:
 
     /// The band's height at the cursor; with `page` its items too, the band's corner at the page's corner.
     double layOut(const BandDefinition &band, const Pass &pass, const Cursor &cursor, Page *page) const;
+    struct Extent {
+        bool printed = false; ///< not left out by its `when`
+        double height = 0;    ///< 0 when it is
+    };
+    /// What the band takes at the cursor; the pass is the same on each call. Those asked for last are
+    /// remembered.
+    [[nodiscard]] Extent extent(const BandDefinition &band, const Pass &pass, const Cursor &cursor) const;
 
 private:
     struct Growth {
@@ -32,9 +41,16 @@ private:
     const TextMetrics &m_metrics;
     int m_pageNumber;
     int m_pageCount;
+
+    struct Known {
+        const BandDefinition *band = nullptr;
+        qsizetype row = 0;
+        Extent extent;
+    };
+    mutable std::array<Known, 16> m_known;
 };
 
 /// Adds the items of `part`, moved by x and y.
-void append(Page &page, const Page &part, double x, double y);
+void append(Page &page, Page part, double x, double y);
 
 } // namespace zel::report

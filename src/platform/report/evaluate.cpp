@@ -77,6 +77,22 @@ Value comparison(Op op, const Value &left, const Value &right) {
     }
 }
 
+/// dd/MM/yyyy, without a locale's detours.
+QString dayText(QDate date) {
+    int year = 0;
+    int month = 0;
+    int day = 0;
+    date.getDate(&year, &month, &day);
+    if (year < 1000 || year > 9999)
+        return date.toString(QStringLiteral("dd/MM/yyyy"));
+    const auto digit = [](int number) { return QChar(static_cast<char16_t>(u'0' + number % 10)); };
+    const QChar text[] = {digit(day / 10),    digit(day),        u'/',
+                          digit(month / 10),  digit(month),      u'/',
+                          digit(year / 1000), digit(year / 100), digit(year / 10),
+                          digit(year)};
+    return QString(text, std::size(text));
+}
+
 /// And with `decisive` 0, or with 1: the decisive value wins, else Null, else the other value.
 Value joined(const Expression &expression, const Scene &scene, std::int64_t decisive) {
     bool unknown = false;
@@ -228,7 +244,11 @@ QString shown(const Value &value, Kind kind, const QString &picture, const QStri
     if (kind != Kind::Date || dateFormat.isEmpty())
         return value.text();
     const auto *moment = std::get_if<DateTime>(&value.storage());
-    return moment ? QDateTime(moment->date, moment->time).toString(dateFormat) : value.text();
+    if (!moment)
+        return value.text();
+    static const QString everyday = QStringLiteral("dd/MM/yyyy");
+    return dateFormat == everyday ? dayText(moment->date)
+                                  : QDateTime(moment->date, moment->time).toString(dateFormat);
 }
 
 } // namespace zel::report

@@ -100,6 +100,10 @@ Value PassScene::column(int table, int column) const {
     return m_pass.run().value(runRow(), table, column, m_pass.copy());
 }
 
+QString PassScene::columnText(int table, int column) const {
+    return m_pass.run().text(runRow(), table, column, m_pass.copy());
+}
+
 Value PassScene::formula(int index) const {
     return evaluate(*m_pass.run().definition().formulas[static_cast<std::size_t>(index)].expression, *this);
 }

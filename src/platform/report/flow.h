@@ -52,6 +52,7 @@ public:
     PassScene(const Pass &pass, const Cursor &cursor, int pageNumber = 1, int pageCount = 1)
         : m_pass(pass), m_cursor(cursor), m_pageNumber(pageNumber), m_pageCount(pageCount) {}
     [[nodiscard]] Value column(int table, int column) const override;
+    [[nodiscard]] QString columnText(int table, int column) const;
     [[nodiscard]] Value formula(int index) const override;
     [[nodiscard]] Value total(int index) const override;
     [[nodiscard]] Value parameter(int index) const override { return m_pass.run().parameter(index); }

@@ -18,7 +18,10 @@ struct Font {
     bool bold = false;
     bool italic = false;
     QColor color = Qt::black;
-    friend bool operator==(const Font &, const Font &) = default;
+    friend bool operator==(const Font &left, const Font &right) {
+        return left.points == right.points && left.bold == right.bold && left.italic == right.italic &&
+               left.color == right.color && left.family == right.family;
+    }
 };
 using FontPtr = std::shared_ptr<const Font>;
 

@@ -104,12 +104,13 @@ bool Paginator::isPrinted(const BandDefinition &band, const Cursor &cursor) cons
 }
 
 void Paginator::addBand(const BandDefinition &band, const Cursor &cursor, Sheet &sheet) const {
-    if (!isPrinted(band, cursor))
+    const auto [printed, extent] = sheet.layout.extent(band, m_pass, cursor);
+    if (!printed)
         return;
     Page part;
-    const double height = sheet.layout.layOut(band, m_pass, cursor, sheet.page ? &part : nullptr);
+    const double height = sheet.page ? sheet.layout.layOut(band, m_pass, cursor, &part) : extent;
     if (sheet.page)
-        append(*sheet.page, part, sheet.x, sheet.y);
+        append(*sheet.page, std::move(part), sheet.x, sheet.y);
     sheet.y += height;
     sheet.empty = false;
 }
@@ -137,7 +138,7 @@ void Paginator::repeatGroupHeaders(const Cursor &cursor, Sheet &sheet) const {
 void Paginator::fill(Cursor &cursor, Sheet &sheet) const {
     repeatGroupHeaders(cursor, sheet);
     while (const BandDefinition *band = m_flow.band(cursor)) {
-        if (!isPrinted(*band, cursor)) {
+        if (!sheet.layout.extent(*band, m_pass, cursor).printed) {
             m_flow.advance(cursor);
             continue;
         }
@@ -154,7 +155,7 @@ void Paginator::fill(Cursor &cursor, Sheet &sheet) const {
 
 bool Paginator::addPart(const BandDefinition &band, Cursor &cursor, Sheet &sheet) const {
     const double room = m_limit - sheet.y;
-    if (cursor.offset == 0 && sheet.layout.layOut(band, m_pass, cursor, nullptr) <= room + Slack) {
+    if (cursor.offset == 0 && sheet.layout.extent(band, m_pass, cursor).height <= room + Slack) {
         addBand(band, cursor, sheet);
         return true;
     }
@@ -188,7 +189,7 @@ bool Paginator::beginsPage(const BandDefinition &band, const Cursor &cursor) con
 
 double Paginator::heightOf(const Cursor &cursor, const BandLayout &layout) const {
     const BandDefinition *band = m_flow.band(cursor);
-    return band && isPrinted(*band, cursor) ? layout.layOut(*band, m_pass, cursor, nullptr) : 0;
+    return band ? layout.extent(*band, m_pass, cursor).height : 0;
 }
 
 double Paginator::wantedHeight(const Cursor &cursor, const BandLayout &layout) const {
@@ -249,9 +250,8 @@ bool Paginator::closesGroup(qsizetype row) const {
 
 /// The bands of one row, from the cursor on.
 double Paginator::rowHeight(Cursor cursor, const BandLayout &layout) const {
-    const qsizetype row = cursor.row;
     double height = 0;
-    for (; cursor.phase == Phase::Detail && cursor.row == row; m_flow.advance(cursor))
+    for (; cursor.phase == Phase::Detail && m_flow.band(cursor); ++cursor.band)
         height += heightOf(cursor, layout);
     return height;
 }

@@ -55,6 +55,13 @@ Value RowTable::value(qsizetype row, int table, int column, Kind kind) const {
     return place < 0 ? Value() : coerced(rows->value(row, place), kind);
 }
 
+QString RowTable::text(qsizetype row, int table, int column) const {
+    if (row < 0 || !rows || row >= rows->rowCount())
+        return {};
+    const int place = places[static_cast<std::size_t>(table)][static_cast<std::size_t>(column)];
+    return place < 0 ? QString() : rows->text(row, place);
+}
+
 Run::Run(const Request &request, Source &source) : Run(request, source, Sql()) {}
 
 Run::Run(const Request &request, Source &source, const Sql &extra)
@@ -110,14 +117,24 @@ void Run::readSubreports(const Request &request, const Selection &selection, Sou
     }
 }
 
+std::pair<const RowTable *, qsizetype> Run::place(qsizetype row, int table, int copy) const {
+    const auto lookup = m_lookups.find(table);
+    if (lookup == m_lookups.end())
+        return {&m_table, row};
+    const qsizetype found = lookup->second.rows->rowCount();
+    return {&lookup->second, std::min<qsizetype>(copy, found - 1)};
+}
+
 Value Run::value(qsizetype row, int table, int column, int copy) const {
     const Kind kind =
         m_definition->tables[static_cast<std::size_t>(table)].columns[static_cast<std::size_t>(column)].kind;
-    const auto lookup = m_lookups.find(table);
-    if (lookup == m_lookups.end())
-        return m_table.value(row, table, column, kind);
-    const qsizetype found = lookup->second.rows->rowCount();
-    return lookup->second.value(std::min<qsizetype>(copy, found - 1), table, column, kind);
+    const auto [rows, at] = place(row, table, copy);
+    return rows->value(at, table, column, kind);
+}
+
+QString Run::text(qsizetype row, int table, int column, int copy) const {
+    const auto [rows, at] = place(row, table, copy);
+    return rows->text(at, table, column);
 }
 
 std::optional<std::vector<qsizetype>> Run::linkedRows(int subreport, qsizetype row) const {

@@ -22,6 +22,7 @@ struct RowTable {
     std::vector<std::vector<int>> places; ///< by table, then column; -1: not read
 
     [[nodiscard]] Value value(qsizetype row, int table, int column, Kind kind) const;
+    [[nodiscard]] QString text(qsizetype row, int table, int column) const; ///< Null as ''
 };
 
 /// What a report was asked to show, from the objects that a screen sets.
@@ -49,6 +50,8 @@ public:
     [[nodiscard]] qsizetype rowCount() const { return m_table.rows ? m_table.rows->rowCount() : 0; }
     /// Row -1 and rows beyond the last hold Null.
     [[nodiscard]] Value value(qsizetype row, int table, int column, int copy) const;
+    /// The same as text, Null as ''.
+    [[nodiscard]] QString text(qsizetype row, int table, int column, int copy) const;
     [[nodiscard]] Value parameter(int index) const { return m_parameters[static_cast<std::size_t>(index)]; }
     [[nodiscard]] const QDateTime &printTime() const { return m_printTime; }
     [[nodiscard]] const QString &userName() const { return m_userName; }
@@ -65,6 +68,8 @@ private:
     using Links = QHash<QString, std::vector<qsizetype>>;
 
     Run(const Request &request, Source &source, const Sql &extra);
+    /// The rows that a table's columns stand in, and which of them is that of `row`.
+    [[nodiscard]] std::pair<const RowTable *, qsizetype> place(qsizetype row, int table, int copy) const;
     void readLookups(const Selection &selection, Source &source);
     void readSubreports(const Request &request, const Selection &selection, Source &source);
 

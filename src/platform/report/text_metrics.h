@@ -11,8 +11,8 @@ class TextMetrics {
 public:
     virtual ~TextMetrics() = default;
     [[nodiscard]] virtual double width(const QString &text, const Font &font) const = 0;
-    /// How many letters of the text are no wider than `width`; at least 1, and never half of a pair. The text is
-    /// wider.
+    /// How many letters of the text are no wider than `width`; at least 1, and never half of a pair. The text
+    /// is wider.
     [[nodiscard]] virtual qsizetype fitting(const QString &text, double width, const Font &font) const;
     [[nodiscard]] virtual double ascent(const Font &font) const = 0;
     /// From one baseline to the next.

@@ -62,12 +62,17 @@ qsizetype Typeface::fitting(const QString &text, double width) const {
 }
 
 const Typeface &Typefaces::of(const Font &font) const {
+    if (m_last && m_last->font() == font)
+        return *m_last;
     const auto known =
         std::ranges::find_if(m_typefaces, [&](const auto &typeface) { return typeface->font() == font; });
-    if (known != m_typefaces.end())
-        return **known;
-    m_typefaces.push_back(std::make_unique<Typeface>(font));
-    return *m_typefaces.back();
+    if (known == m_typefaces.end()) {
+        m_typefaces.push_back(std::make_unique<Typeface>(font));
+        m_last = m_typefaces.back().get();
+    } else {
+        m_last = known->get();
+    }
+    return *m_last;
 }
 
 } // namespace zel::report

@@ -86,6 +86,7 @@ public:
 
 private:
     mutable std::vector<std::unique_ptr<Typeface>> m_typefaces;
+    mutable const Typeface *m_last = nullptr;
 };
 
 } // namespace zel::report

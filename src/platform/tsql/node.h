@@ -157,7 +157,7 @@ struct ActionNode {
     RowNode *rows = nullptr;
     AssignmentNode *assignments = nullptr;
     ColumnNode *columns = nullptr;
-    Node *where = nullptr;
+    Node *where = nullptr; ///< of a change; of an index, which rows it holds
     ActionNode *body = nullptr;
     bool unique = false;
     ActionNode *next = nullptr;

@@ -110,6 +110,8 @@ ActionNode *Parser::index(bool unique) {
     expect(Keyword::On);
     made->indexed = tableName();
     made->names = nameList();
+    if (accept(Keyword::Where))
+        made->where = condition();
     return made;
 }
 

@@ -142,9 +142,23 @@ void Translation::createIndex(const ActionNode &action) {
                  "Column name '" + std::string(name->text) + "' does not exist in the target table.");
         }
     }
+    if (action.where != nullptr)
+        checkFilter(action, table);
     Writer out = writer();
     out.createIndex(action, table);
     add(StatementKind::CreateIndex, &out).name = action.table.name;
+}
+
+void Translation::checkFilter(const ActionNode &index, const Table &table) {
+    const Node &filter = *index.where;
+    if (filter.kind != NodeKind::IsNull || filter.a->kind != NodeKind::Column || !filter.a->qualifier.empty())
+        fail(filter.at, 10735,
+             "Incorrect WHERE clause for filtered index '" + std::string(index.table.name) + "' on table '" +
+                 table.name + "'.");
+    for (const Column &column : table.columns)
+        if (sameName(column.name, filter.a->text))
+            return;
+    fail(filter.a->at, 207, "Invalid column name '" + std::string(filter.a->text) + "'.");
 }
 
 void Translation::createProcedure(const ActionNode &action) {

@@ -32,6 +32,8 @@ private:
     void createTable(const ActionNode &action);
     void dropTable(const ActionNode &action);
     void createIndex(const ActionNode &action);
+    /// Of a filtered index: rows where one column is, or is not, NULL.
+    void checkFilter(const ActionNode &index, const Table &table);
     void createProcedure(const ActionNode &action);
     void dropProcedure(const ActionNode &action);
     void execute(const ActionNode &action);

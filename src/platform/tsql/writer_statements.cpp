@@ -84,6 +84,11 @@ void Writer::createIndex(const ActionNode &node, const Table &table) {
             *this << " DESC";
     }
     *this << ')';
+    if (node.where != nullptr) {
+        *this << " WHERE ";
+        name(node.where->a->text);
+        *this << (node.where->negated ? " IS NOT NULL" : " IS NULL");
+    }
 }
 
 void Writer::analyze(const Table &table) {

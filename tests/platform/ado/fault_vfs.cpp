@@ -1,13 +1,14 @@
 #include "fault_vfs.h"
 
-#include <cstring>
+#include <algorithm>
 #include <limits>
 
 namespace zel::test::faulty_disk {
 
 namespace {
 
-int writesLeft = std::numeric_limits<int>::max();
+constexpr sqlite3_int64 Roomy = std::numeric_limits<sqlite3_int64>::max();
+sqlite3_int64 room = Roomy;
 bool hasFailed = false;
 sqlite3_vfs *system = nullptr;
 
@@ -22,12 +23,14 @@ sqlite3_file *own(sqlite3_file *file) {
 }
 
 int write(sqlite3_file *file, const void *bytes, int count, sqlite3_int64 at) {
-    if (writesLeft <= 0) {
-        hasFailed = true;
-        return SQLITE_FULL;
-    }
-    --writesLeft;
-    return own(file)->pMethods->xWrite(own(file), bytes, count, at);
+    const int fits = int(std::min<sqlite3_int64>(room, count));
+    const int code = fits == 0 ? SQLITE_OK : own(file)->pMethods->xWrite(own(file), bytes, fits, at);
+    if (room != Roomy)
+        room -= fits;
+    if (fits == count)
+        return code;
+    hasFailed = true;
+    return SQLITE_FULL;
 }
 
 const sqlite3_io_methods methods = {
@@ -83,13 +86,13 @@ void install() {
     sqlite3_vfs_register(&faulty, 1);
 }
 
-void fullAfter(int writes) {
-    writesLeft = writes;
+void fullAfter(sqlite3_int64 bytes) {
+    room = bytes;
     hasFailed = false;
 }
 
 void roomy() {
-    writesLeft = std::numeric_limits<int>::max();
+    room = Roomy;
 }
 
 bool failed() {

@@ -4,13 +4,14 @@
 
 namespace zel::test {
 
-/// The file system as SQLite sees it, on a disk that gets full: from the n-th write on every write fails with
-/// SQLITE_FULL, until it is made roomy again. Standard for all connections opened after install().
+/// The file system as SQLite sees it, on a disk that gets full: of the write that finds no more room, the
+/// beginning is written and SQLITE_FULL the answer, until it is made roomy again. Standard for all
+/// connections opened after install().
 namespace faulty_disk {
 
 void install();
-/// The `writes` next ones go well, all after them fail.
-void fullAfter(int writes);
+/// There is room for so many bytes more.
+void fullAfter(sqlite3_int64 bytes);
 void roomy();
 /// Whether a write has failed since fullAfter().
 [[nodiscard]] bool failed();

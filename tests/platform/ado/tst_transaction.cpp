@@ -37,6 +37,29 @@ void saveVoucher(Connection &con, const QString &payee) {
     }
 }
 
+/// More pages than the connection may keep in memory, most of them written twice: whether they were read back
+/// as written before the commit, and seen by no other program.
+bool writeLong(Connection &con) {
+    SqliteDriver &driver = dynamic_cast<SqliteDriver &>(con.driver());
+    driver.session().execute("pragma cache_size = 10");
+    Transaction transaction(con);
+    Recordset rs;
+    rs.Open("select * from tblSession where 0=1", con);
+    for (int number = 0; number < 3000; ++number) {
+        rs.AddNew();
+        rs.Fields("SessionId") = number;
+        rs.Fields("SessionName") = QString(20, u'A');
+        rs.Update();
+    }
+    con.Execute("update tblSession set SessionName = SessionName + SessionName");
+    const QString file = QString::fromStdString(driver.session().path());
+    const bool seen =
+        shown(con, "select count(*), sum(len(SessionName)) from tblSession") == u"3000|120000" &&
+        plain(file, "select count(*) from tblSession") == u"0";
+    transaction.commit();
+    return seen;
+}
+
 QString voucher(const QString &file) {
     return plain(file, "select (select group_concat(PaidReceive) from MasJV) || ':' ||"
                        " (select group_concat(EntryNo || Naration, ' ') from DetJV) || ':' ||"
@@ -52,8 +75,10 @@ private Q_SLOTS:
     void initTestCase();
     void wholeOrAsBefore();
     void diskFullIsTold();
+    void diskFullAmidALongTransaction();
     void undoneWithoutCommit();
     void secondConnectionSeesWhatIsCommitted();
+    void longTransactionIsReadBack();
     void writersWaitForEachOther();
     void tooLongALockIsTold();
 };
@@ -62,19 +87,19 @@ void tst_transaction::initTestCase() {
     faulty_disk::install();
 }
 
-/// For every n: the disk gets full at the n-th write of the save. Another program then finds the voucher
-/// whole, new or old.
+/// The disk gets full anywhere in the save, or when the connection closes. Another program then finds the
+/// voucher whole, new or old.
 void tst_transaction::wholeOrAsBefore() {
     const QString before = QStringLiteral("OLD:1OLD 2OLD 3OLD 4OLD:0.0");
     const QString after = QStringLiteral("NEW:1NEW 2NEW 3NEW 4NEW:0.0");
     int failures = 0;
-    for (int writes = 0;; ++writes) {
+    for (int bytes = 0;; bytes += 1500) {
         const CatalogFolder folder;
         {
             Connection con;
             open(con, folder.path());
             saveVoucher(con, QStringLiteral("OLD"));
-            faulty_disk::fullAfter(writes);
+            faulty_disk::fullAfter(bytes);
             const int number = failure([&con] {
                 Transaction transaction(con);
                 saveVoucher(con, QStringLiteral("NEW"));
@@ -118,6 +143,21 @@ void tst_transaction::diskFullIsTold() {
     QCOMPARE(plain(folder.file(), "select Pswd from LctPswd"), QStringLiteral("ZEL;Y"));
 }
 
+/// Pages leave the memory before the commit, find the disk full, and are dropped with the transaction.
+void tst_transaction::diskFullAmidALongTransaction() {
+    const CatalogFolder folder;
+    Connection con;
+    open(con, folder.path());
+    con.Execute("insert into LctPswd (Pswd) values ('X')");
+    faulty_disk::fullAfter(100'000);
+    QCOMPARE(failure([&con] { writeLong(con); }), 1105);
+    QCOMPARE(plain(folder.file(), "select count(*) from tblSession"), QStringLiteral("0"));
+    faulty_disk::roomy();
+    QVERIFY(writeLong(con));
+    QCOMPARE(plain(folder.file(), "select count(*) from tblSession"), QStringLiteral("3000"));
+    QCOMPARE(plain(folder.file(), "pragma integrity_check"), QStringLiteral("ok"));
+}
+
 void tst_transaction::undoneWithoutCommit() {
     const CatalogFolder folder;
     Connection con;
@@ -147,6 +187,18 @@ void tst_transaction::secondConnectionSeesWhatIsCommitted() {
     QCOMPARE(shown(report, "select Pswd from LctPswd"), QStringLiteral("NEW"));
     writer.Execute("create table Later (Number int null)");
     QCOMPARE(shown(report, "select Number from Later"), QString());
+}
+
+/// What leaves the memory before the commit is seen by its own connection, changed again, and by nobody else
+/// before.
+void tst_transaction::longTransactionIsReadBack() {
+    const CatalogFolder folder;
+    Connection con;
+    open(con, folder.path());
+    QVERIFY(writeLong(con));
+    QCOMPARE(plain(folder.file(), "select count(*) || '|' || sum(length(SessionName)) from tblSession"),
+             QStringLiteral("3000|120000"));
+    QCOMPARE(plain(folder.file(), "pragma integrity_check"), QStringLiteral("ok"));
 }
 
 void tst_transaction::writersWaitForEachOther() {

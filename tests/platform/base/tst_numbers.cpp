@@ -100,6 +100,9 @@ void tst_numbers::overflowIsAnError()
     QVERIFY_EXCEPTION_THROWN((void)(Decimal::fromInteger(922337203685477) + Decimal::fromInteger(1)), Error);
     QVERIFY_EXCEPTION_THROWN(Decimal::fromDouble(1e300), Error);
     QCOMPARE(Decimal::fromDouble(1.005).toString(), std::string("1.005"));
+    QCOMPARE(Decimal::fromDouble(-0.00005).toString(), std::string("-0.0001"));
+    QCOMPARE(Decimal::fromDouble(123456789.99995).toString(), std::string("123456790"));
+    QCOMPARE(Decimal::fromDouble(-99999999999.9999).toString(), std::string("-99999999999.9999"));
 }
 
 void tst_numbers::sqlRemembersForeignPieces()

@@ -12,12 +12,13 @@ CREATE TABLE Accounts (RowID int IDENTITY(1,1) NOT NULL PRIMARY KEY, AcNodes var
 CREATE TABLE VouSetting (VouStatus char(2) NULL, AcCode varchar(20) NULL)
 CREATE TABLE MasJV (VouNo int NOT NULL, VouStatus char(2) NOT NULL, VouDate datetime NULL, TotalAmount numeric(18,2) NULL)
 CREATE TABLE DetJV (VouNo int NOT NULL, VouStatus char(2) NOT NULL, VouDate datetime NULL, EntryNo smallint NULL,
-    AcCode int NULL, CrAc int NULL, DrAmt numeric(18,2) NULL, CrAmt numeric(18,2) NULL, Naration varchar(200) NULL)
+    AcCode int NULL, SubID int NULL, CrAc int NULL, DrAmt numeric(18,2) NULL, CrAmt numeric(18,2) NULL, Naration varchar(200) NULL)
 CREATE INDEX iNodes ON Accounts (AcNodes)
 CREATE INDEX iMasVoucher ON MasJV (VouStatus, VouNo)
 CREATE INDEX iVoucher ON DetJV (VouStatus, VouNo, DrAmt)
 CREATE INDEX iAccount ON DetJV (AcCode, VouDate, DrAmt, CrAmt)
 CREATE INDEX iContra ON DetJV (CrAc, VouDate)
+CREATE INDEX iSubject ON DetJV (AcCode, SubID, VouStatus, CrAmt) WHERE SubID IS NOT NULL
 )";
 
 } // namespace
@@ -86,6 +87,19 @@ void tst_index_use::plans_data() {
     row("kinds",
         "select VouNo from DetJV where AcCode = 7 and VouStatus in ('FR','CF') and VouDate >= '2024-01-01'",
         {"iAccount (AcCode=? AND VouDate>?)"});
+    // The index holds only the lines that have a subject.
+    row("received of a subject",
+        "select isnull(sum(CrAmt),0) from DetJv Where  Voustatus = 'FR' And AcCode = 7  And SubID = 3 or "
+        "Voustatus = 'CF'  And AcCode = 7 And SubID = 3",
+        {"COVERING INDEX iSubject (AcCode=? AND SubID=?"});
+    row("received of a subject, its account told twice",
+        "select isnull(sum(CrAmt),0) From DetJv Where  AcCode = 7 And SubID = 3 And Voustatus = 'FR' And "
+        "AcCode = 7 And SubID = 3 or Voustatus = 'CF' And AcCode = 7 And SubID = 3",
+        {"COVERING INDEX iSubject (AcCode=? AND SubID=?"});
+    row("received of all accounts",
+        "select (select sum(CrAmt) from DetJV where AcCode = a.RowID and SubID = a.RowID and VouStatus in "
+        "('FR', 'CF')) from Accounts a",
+        {"COVERING INDEX iSubject (AcCode=? AND SubID=? AND VouStatus=?)"});
     row("join of vouchers and lines",
         "select m.VouNo,d.DrAmt from MasJV m join DetJV d on d.VouStatus = m.VouStatus and d.VouNo = m.VouNo",
         {"iVoucher (VouStatus=? AND VouNo=?)"});

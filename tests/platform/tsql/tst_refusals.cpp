@@ -45,6 +45,10 @@ void tst_refusals::refused_data() {
     const auto row = [](int number, const char *statement) {
         QTest::newRow(statement) << statement << number;
     };
+    // Which rows an index holds.
+    row(10735, "create index i on Accounts (AcName) where OpenBal ^> 3");
+    row(10735, "create index i on Accounts (AcName) where len(AcName) ^is not null");
+    row(207, "create index i on Accounts (AcName) where ^nowhere is not null");
     // Words and signs.
     row(102, "selec ^* from Accounts");
     row(102, "select * from Accounts where RowID = ^");

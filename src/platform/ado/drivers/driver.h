@@ -12,10 +12,10 @@
 
 namespace zel::ado {
 
-/// A column and what it is to hold, already of the column's type.
+/// A column and what it is to hold, already of the column's type. Both are the caller's.
 struct Assignment {
-    std::string column;
-    Value value;
+    std::string_view column;
+    const Value &value;
 };
 
 /// One open catalog on one engine. Every failure is an Error with the server's number. A statement that

@@ -133,7 +133,7 @@ std::size_t RowSet::index(qsizetype row, qsizetype column) const {
 
 int RowSet::columnIndex(const QString &name) const {
     for (qsizetype column = 0; column < m_names.size(); ++column)
-        if (m_names[column].compare(name, Qt::CaseInsensitive) == 0)
+        if (m_names[column].size() == name.size() && m_names[column].compare(name, Qt::CaseInsensitive) == 0)
             return int(column);
     return -1;
 }

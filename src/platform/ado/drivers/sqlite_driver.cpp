@@ -232,13 +232,13 @@ void SqliteDriver::analyze() {
 void SqliteDriver::begin() {
     if (m_transaction)
         throw Error(3988, "A transaction is open on this connection already.");
-    m_session.execute("begin immediate");
+    m_session.prepare("begin immediate").step();
     m_transaction = true;
 }
 
 void SqliteDriver::commit() {
     requireTransaction();
-    m_session.execute("commit");
+    m_session.prepare("commit").step();
     m_transaction = false;
 }
 

@@ -1,10 +1,12 @@
 #include "platform/ado/drivers/sqlite_session.h"
 
 #include "platform/ado/drivers/sqlite_functions.h"
+#include "platform/ado/drivers/sqlite_log_file.h"
 #include "platform/base/error.h"
 
 #include <array>
 #include <charconv>
+#include <cstdio>
 
 namespace zel::ado {
 
@@ -29,7 +31,10 @@ int bindDecimal(sqlite3_stmt *statement, int parameter, Decimal number) {
 }
 
 std::string stored(const DateTime &moment) {
-    std::string text = moment.date.toString(Qt::ISODate).toStdString();
+    std::array<char, 16> day{};
+    std::snprintf(day.data(), day.size(), "%04d-%02d-%02d", moment.date.year(), moment.date.month(),
+                  moment.date.day());
+    std::string text(day.data());
     if (moment.time != QTime(0, 0))
         text += moment.time.toString(QStringLiteral(" HH:mm:ss.zzz")).toStdString();
     return text;
@@ -58,7 +63,8 @@ std::pair<std::string, std::string> failedColumn(const std::string &message) {
 SqliteSession::SqliteSession(const std::string &path, Purpose purpose) : m_path(path) {
     sqlite3 *handle = nullptr;
     const int code =
-        sqlite3_open_v2(path.c_str(), &handle, SQLITE_OPEN_READWRITE | SQLITE_OPEN_EXRESCODE, nullptr);
+        sqlite3_open_v2(path.c_str(), &handle,
+                        SQLITE_OPEN_READWRITE | SQLITE_OPEN_EXRESCODE | SQLITE_OPEN_NOMUTEX, gatheringVfs());
     m_handle.reset(handle);
     if (code != SQLITE_OK)
         fail(code);
@@ -100,17 +106,22 @@ int SqliteSession::authorize(void *session, int action, const char *first, const
 }
 
 SqliteSession::Running SqliteSession::prepare(const std::string &sql) {
-    if (const auto known = m_statements.find(sql); known != m_statements.end())
-        return {*this, known->second};
+    if (const auto known = m_byText.find(sql); known != m_byText.end()) {
+        m_statements.splice(m_statements.begin(), m_statements, known->second);
+        return {*this, known->second->statement};
+    }
     sqlite3_stmt *prepared = nullptr;
     const int code = sqlite3_prepare_v3(m_handle.get(), sql.c_str(), int(sql.size()),
                                         SQLITE_PREPARE_PERSISTENT, &prepared, nullptr);
     if (code != SQLITE_OK)
         fail(code);
     const std::shared_ptr<sqlite3_stmt> statement(prepared, Finalize());
-    if (m_statements.size() >= MostStatements)
-        m_statements.erase(m_statements.begin());
-    m_statements.emplace(sql, statement);
+    if (m_statements.size() >= MostStatements) {
+        m_byText.erase(m_statements.back().text);
+        m_statements.pop_back();
+    }
+    m_statements.push_front({sql, statement});
+    m_byText.emplace(m_statements.front().text, m_statements.begin());
     return {*this, statement};
 }
 

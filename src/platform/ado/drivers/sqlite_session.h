@@ -5,6 +5,7 @@
 #include <sqlite3.h>
 
 #include <cstdint>
+#include <list>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -94,7 +95,12 @@ private:
 
     std::string m_path;
     std::unique_ptr<sqlite3, Close> m_handle;
-    std::unordered_map<std::string, std::shared_ptr<sqlite3_stmt>> m_statements;
+    struct Prepared {
+        std::string text;
+        std::shared_ptr<sqlite3_stmt> statement;
+    };
+    std::list<Prepared> m_statements; ///< the last used first; the last one makes room for a new one
+    std::unordered_map<std::string_view, std::list<Prepared>::iterator> m_byText;
     int m_ownTables = 0;
 };
 

@@ -1,0 +1,139 @@
+#include "platform/ado/drivers/sqlite_log_file.h"
+
+#include <sqlite3.h>
+
+#include <cstring>
+#include <new>
+
+namespace zel::ado {
+
+namespace {
+
+/// The most that the standard VFS takes at once (it masks the length with this): 31 pages, about what a
+/// voucher touches.
+constexpr int MostWaiting = 0x1ffff;
+
+/// An open log. The standard VFS's own file lies behind it in the memory that SQLite gives for both.
+struct LogFile {
+    sqlite3_file base;
+    char *waiting; ///< MostWaiting bytes
+    int count;     ///< how many of them wait to be written
+    sqlite3_int64 at;
+
+    [[nodiscard]] sqlite3_file *own() { return reinterpret_cast<sqlite3_file *>(this + 1); }
+    /// What could not be written goes on waiting: SQLite counts on it, as it was told that it is written.
+    int writeOut() {
+        if (count == 0)
+            return SQLITE_OK;
+        const int code = own()->pMethods->xWrite(own(), waiting, count, at);
+        if (code == SQLITE_OK)
+            count = 0;
+        return code;
+    }
+};
+
+LogFile &logOf(sqlite3_file *file) {
+    return *reinterpret_cast<LogFile *>(file);
+}
+
+/// After what waits was written out, the file's own method.
+template <auto Method, class... Arguments>
+int then(sqlite3_file *file, Arguments... arguments) {
+    LogFile &log = logOf(file);
+    const int code = log.writeOut();
+    return code != SQLITE_OK ? code : (log.own()->pMethods->*Method)(log.own(), arguments...);
+}
+
+int write(sqlite3_file *file, const void *bytes, int count, sqlite3_int64 at) {
+    LogFile &log = logOf(file);
+    if (log.count > 0 && (at != log.at + log.count || count > MostWaiting - log.count))
+        if (const int code = log.writeOut(); code != SQLITE_OK)
+            return code;
+    if (count > MostWaiting)
+        return log.own()->pMethods->xWrite(log.own(), bytes, count, at);
+    if (log.count == 0)
+        log.at = at;
+    std::memcpy(log.waiting + log.count, bytes, std::size_t(count));
+    log.count += count;
+    return SQLITE_OK;
+}
+
+/// What waits is only written out where it is read, so that the disk may be full while older pages are read.
+int read(sqlite3_file *file, void *bytes, int count, sqlite3_int64 at) {
+    LogFile &log = logOf(file);
+    if (at < log.at + log.count && log.at < at + count)
+        if (const int code = log.writeOut(); code != SQLITE_OK)
+            return code;
+    return log.own()->pMethods->xRead(log.own(), bytes, count, at);
+}
+
+int close(sqlite3_file *file) {
+    LogFile &log = logOf(file);
+    const int written = log.writeOut();
+    const int closed = log.own()->pMethods->xClose(log.own());
+    delete[] log.waiting;
+    return written != SQLITE_OK ? written : closed;
+}
+
+/// Locks and shared memory are the catalog's, never the log's.
+const sqlite3_io_methods methods = {
+    1,
+    close,
+    read,
+    write,
+    then<&sqlite3_io_methods::xTruncate, sqlite3_int64>,
+    then<&sqlite3_io_methods::xSync, int>,
+    then<&sqlite3_io_methods::xFileSize, sqlite3_int64 *>,
+    then<&sqlite3_io_methods::xLock, int>,
+    then<&sqlite3_io_methods::xUnlock, int>,
+    then<&sqlite3_io_methods::xCheckReservedLock, int *>,
+    then<&sqlite3_io_methods::xFileControl, int, void *>,
+    [](sqlite3_file *file) { return logOf(file).own()->pMethods->xSectorSize(logOf(file).own()); },
+    [](sqlite3_file *file) { return logOf(file).own()->pMethods->xDeviceCharacteristics(logOf(file).own()); },
+    nullptr,
+    nullptr,
+    nullptr,
+    nullptr,
+    nullptr,
+    nullptr,
+};
+
+sqlite3_vfs *standard = nullptr;
+
+int open(sqlite3_vfs *, const char *name, sqlite3_file *file, int flags, int *outFlags) {
+    if ((flags & SQLITE_OPEN_WAL) == 0)
+        return standard->xOpen(standard, name, file, flags, outFlags);
+    LogFile &log = logOf(file);
+    log = LogFile{{nullptr}, new (std::nothrow) char[MostWaiting], 0, 0};
+    if (log.waiting == nullptr)
+        return SQLITE_NOMEM;
+    const int code = standard->xOpen(standard, name, log.own(), flags, outFlags);
+    // SQLite closes a file with methods, also one that failed to open.
+    if (log.own()->pMethods != nullptr)
+        log.base.pMethods = &methods;
+    else
+        delete[] log.waiting;
+    return code;
+}
+
+} // namespace
+
+const char *gatheringVfs() {
+    static sqlite3_vfs gathering;
+    sqlite3_initialize();
+    if (sqlite3_vfs *now = sqlite3_vfs_find(nullptr); now != standard) {
+        if (standard != nullptr)
+            sqlite3_vfs_unregister(&gathering);
+        standard = now;
+        gathering = *standard;
+        gathering.pNext = nullptr;
+        gathering.zName = "gathering";
+        gathering.szOsFile = int(sizeof(LogFile)) + standard->szOsFile;
+        gathering.xOpen = open;
+        if (sqlite3_vfs_register(&gathering, 0) != SQLITE_OK)
+            return nullptr;
+    }
+    return gathering.zName;
+}
+
+} // namespace zel::ado
