@@ -22,7 +22,7 @@ int main(int, char **argv) {
         std::printf(
             "%-40s ten times the data: time %5.2f, memory %5.2f  limit %2.0f  %s   (%.1f and %.1f ms, "
             "%.1f and %.1f MB)\n",
-            what, paired.ratio.seconds, paired.ratio.megabytes, Limit, good ? "ok  " : "OVER",
+            report.what, paired.ratio.seconds, paired.ratio.megabytes, Limit, good ? "ok  " : "OVER",
             paired.first.seconds * 1e3, paired.second.seconds * 1e3, paired.first.megabytes,
             paired.second.megabytes);
         std::fflush(stdout);

@@ -1,6 +1,7 @@
 -- Both trial balances leave out an account all of whose amounts are 0, and keep one that is no longer in the
 -- chart. An opening balance stands before every period, whatever its date, and is a debit when positive. Each
--- account's lines are summed in the order of an index, a period at a time.
+-- account's lines are summed in the order of an index, a period at a time. A balance is a sum of signed amounts,
+-- here and in the ledgers: a sum is exact, the difference of two large sums is not on every engine.
 create procedure TrialBalance @from datetime, @to datetime as
 begin
     delete from rptTrialBalance
@@ -40,24 +41,25 @@ begin
             case when p.HeadNodes is null then 'zz' else right('0000000000' + p.HeadNodes, 10) end,
             p.Opening, case when p.Opening > 0 then p.Opening else 0 end,
             case when p.Opening < 0 then 0 - p.Opening else 0 end, p.Dr, p.Cr,
-            case when p.Opening + p.Dr > p.Cr then p.Opening + p.Dr - p.Cr else 0 end,
-            case when p.Cr > p.Opening + p.Dr then p.Cr - p.Opening - p.Dr else 0 end
+            case when p.Closing > 0 then p.Closing else 0 end, case when p.Closing < 0 then 0 - p.Closing else 0 end
         from (
-            select m.AcCode, m.Opening, m.Dr, m.Cr, a.AcStatus, rtrim(a.AcNodes) as AcNodes, isnull(a.Dcode, 0) as AcOrder,
+            select m.AcCode, m.Opening, m.Dr, m.Cr, m.Closing, a.AcStatus, rtrim(a.AcNodes) as AcNodes, isnull(a.Dcode, 0) as AcOrder,
                 case when a.RowID is null then 'Account no. ' + isnull(rtrim(m.AcCode), '') + ' (deleted)'
                     else a.AcName end as AcName,
                 rtrim(case when a.AcStatus = 'HD' then a.AcNodes else a.ParentID end) as SubNodes,
                 s.AcName as SubName, isnull(s.Dcode, 0) as SubOrder,
                 isnull(rtrim(s.ParentID), left(a.ParentID, charindex('.', a.ParentID + '.') - 1)) as HeadNodes
             from (
-                select AcCode, sum(Opening) as Opening, sum(Dr) as Dr, sum(Cr) as Cr
+                select u.AcCode, sum(case when g.Sign > 0 then u.OpenDr else 0 - u.OpenCr end) as Opening,
+                    sum(case when g.Sign > 0 then u.Dr end) as Dr, sum(case when g.Sign > 0 then u.Cr end) as Cr,
+                    sum(case when g.Sign > 0 then u.OpenDr + u.Dr else 0 - u.OpenCr - u.Cr end) as Closing
                 from (
-                    select AcCode, isnull(sum(DrAmt), 0) - isnull(sum(CrAmt), 0) as Opening, 0 as Dr, 0 as Cr
+                    select AcCode, isnull(sum(DrAmt), 0) as OpenDr, isnull(sum(CrAmt), 0) as OpenCr, 0 as Dr, 0 as Cr
                     from DetJV where VouDate < @from group by AcCode
-                    union all select AcCode, 0, isnull(sum(DrAmt), 0), isnull(sum(CrAmt), 0)
+                    union all select AcCode, 0, 0, isnull(sum(DrAmt), 0), isnull(sum(CrAmt), 0)
                     from DetJV where VouDate >= @from and VouDate <= @to group by AcCode
-                    union all select RowID, OpenBal, 0, 0 from Accounts where AcStatus = 'DD' and OpenBal <> 0
-                ) u group by AcCode
+                    union all select RowID, OpenBal, 0, 0, 0 from Accounts where OpenBal <> 0
+                ) u cross join (select 1 as Sign union all select 0 - 1) g group by u.AcCode
             ) m left join Accounts a on a.RowID = m.AcCode
                 left join Accounts s on s.RowID = (select min(RowID) from Accounts where AcStatus = 'HD'
                     and AcNodes = case when a.AcStatus = 'HD' then a.AcNodes else a.ParentID end)
@@ -70,8 +72,10 @@ begin
     delete from rptAcLedger
     insert into rptAcLedger (LineOrder, AcCode, VouDate, Naration, DrAmt, CrAmt)
         select 0, @account, @from, 'OPENING BALANCE',
-            isnull((select OpenBal from Accounts where RowID = @account), 0)
-            + isnull((select sum(isnull(DrAmt, 0) - isnull(CrAmt, 0)) from DetJV where AcCode = @account and VouDate < @from), 0),
+            isnull((select sum(o.Amount) from (
+                select OpenBal as Amount from Accounts where RowID = @account
+                union all select isnull(DrAmt, 0) - isnull(CrAmt, 0) from DetJV where AcCode = @account and VouDate < @from
+            ) o), 0),
             0
     update rptAcLedger set CrAmt = 0 - DrAmt, DrAmt = 0 where DrAmt < 0
     insert into rptAcLedger (LineOrder, AcCode, VouDate, VouStatus, VouNo, EntryNo, Naration, DrAmt, CrAmt)
@@ -89,8 +93,10 @@ begin
     delete from rptAcLedger
     insert into rptAcLedger (LineOrder, AcCode, VouDate, CrAcName, Naration, DrAmt, CrAmt)
         select 0, @account, @from, '', 'OPENING BALANCE',
-            isnull((select OpenBal from Accounts where RowID = @account), 0)
-            + isnull((select sum(isnull(DrAmt, 0) - isnull(CrAmt, 0)) from DetJV where AcCode = @account and VouDate < @from), 0),
+            isnull((select sum(o.Amount) from (
+                select OpenBal as Amount from Accounts where RowID = @account
+                union all select isnull(DrAmt, 0) - isnull(CrAmt, 0) from DetJV where AcCode = @account and VouDate < @from
+            ) o), 0),
             0
     update rptAcLedger set CrAmt = 0 - DrAmt, DrAmt = 0 where DrAmt < 0
     insert into rptAcLedger (LineOrder, AcCode, VouDate, VouStatus, VouNo, EntryNo, CrAc, CrAcName, ChecqNo, FileNo, BillNo, Naration, DrAmt, CrAmt)

@@ -22,9 +22,15 @@ void giveDecimal(sqlite3_context *context, ScaledCount count, int scale) {
     if (whole >= MostWhole || whole <= -MostWhole)
         overflow("numeric");
     if (whole * unit == count)
-        sqlite3_result_int64(context, std::int64_t(whole));
-    else
-        sqlite3_result_double(context, scaledToDouble(count, scale));
+        return sqlite3_result_int64(context, std::int64_t(whole));
+    const double nearest = scaledToDouble(count, scale);
+    // Quotients have more digits than can matter; amounts must not lose one.
+    constexpr int MostKept = 4;
+    constexpr ScaledCount AllExact = ScaledCount(1) << 52;
+    const bool certain = (count <= AllExact && count >= -AllExact) || scale > MostKept;
+    if (!certain && scaledFromDouble(nearest, scale) != count)
+        overflow("numeric");
+    sqlite3_result_double(context, nearest);
 }
 
 void overflow(const char *type) {

@@ -137,7 +137,11 @@ void tst_sqlite_functions::answers_data() {
     row("zel_num('999.995', 5, 2)", "8115");
     row("zel_num(1000, 5, 2)", "8115");
     row("zel_num('9999999999999999.99', 18, 2)", "8115");
-    row("zel_num('922337203685476.99', 18, 2)", "922337203685477.0");
+    row("zel_num('922337203685476.99', 18, 2)", "8115");
+    row("zel_numtext(zel_num('70368744177663.99', 18, 2), 2, 0)", "'70368744177663.99'");
+    row("zel_num('90071992547409.91', 18, 2)", "8115");
+    row("zel_num('99999999999999.01', 18, 2)", "8115");
+    row("zel_num('99999999999999', 18, 2)", "99999999999999");
     row("zel_num(-922337203685477, 18, 0)", "8115");
     row("zel_num(1e300, 18, 2)", "8115");
     row("zel_num(90000000000.335, 18, 2)", "90000000000.34");
@@ -210,6 +214,7 @@ void tst_sqlite_functions::answers_data() {
     row("zel_sum(distinct x) from (select 0.1 as x union all select 0.1 union all select 0.2)", "0.3");
     row("zel_sum(x, 2) from (select 9.0e35 as x union all select 9.0e35)", "8115");
     row("zel_sum(x, 2) from (select 9e14 as x union all select 9e14)", "8115");
+    row("zel_sum(x, 2) from (select 99999999999999 as x union all select 0.01)", "8115");
     row("zel_one(x) from (select 'a' as x)", "'a'");
     row("zel_one(x) from (select 'a' as x where 0)", "NULL");
     row("zel_one(x) from (select null as x union all select null)", "512");

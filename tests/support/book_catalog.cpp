@@ -1,0 +1,161 @@
+#include "tests/support/book_catalog.h"
+
+#include <sqlite3.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <optional>
+
+namespace zel::test {
+
+namespace {
+
+/// A money amount as a plain number: whole, or the nearest binary fraction.
+struct Money {
+    Cents cents;
+};
+
+using Text = std::optional<std::string>;
+
+Text orNull(const std::string &text) {
+    return text.empty() ? Text() : Text(text);
+}
+
+std::optional<int> orNull(int number) {
+    return number == 0 ? std::optional<int>() : number;
+}
+
+std::string dayText(QDate day) {
+    return day.toString(Qt::ISODate).toStdString();
+}
+
+} // namespace
+
+class BookCatalog::Insert {
+public:
+    Insert(BookCatalog &catalog, const char *sql) : m_catalog(catalog) {
+        catalog.check(sqlite3_prepare_v2(catalog.m_db, sql, -1, &m_statement, nullptr));
+    }
+    ~Insert() { sqlite3_finalize(m_statement); }
+    Insert(const Insert &) = delete;
+    Insert &operator=(const Insert &) = delete;
+
+    template <class... Values>
+    void operator()(const Values &...values) {
+        int at = 0;
+        (bind(++at, values), ...);
+        m_catalog.check(sqlite3_step(m_statement));
+        sqlite3_reset(m_statement);
+    }
+
+private:
+    void bind(int at, int value) { sqlite3_bind_int(m_statement, at, value); }
+    void bind(int at, Money value) {
+        if (value.cents % 100 == 0)
+            sqlite3_bind_int64(m_statement, at, value.cents / 100);
+        else
+            sqlite3_bind_double(m_statement, at, double(value.cents) / 100);
+    }
+    void bind(int at, const std::string &value) {
+        sqlite3_bind_text(m_statement, at, value.data(), int(value.size()), SQLITE_TRANSIENT);
+    }
+    template <class T>
+    void bind(int at, const std::optional<T> &value) {
+        if (value)
+            bind(at, *value);
+        else
+            sqlite3_bind_null(m_statement, at);
+    }
+
+    BookCatalog &m_catalog;
+    sqlite3_stmt *m_statement = nullptr;
+};
+
+BookCatalog::BookCatalog(const std::string &path) {
+    check(sqlite3_open_v2(path.c_str(), &m_db, SQLITE_OPEN_READWRITE, nullptr));
+    sqlite3_busy_timeout(m_db, 5000);
+}
+
+BookCatalog::~BookCatalog() {
+    m_header.reset();
+    m_line.reset();
+    sqlite3_close_v2(m_db);
+}
+
+void BookCatalog::check(int code) const {
+    if (code == SQLITE_OK || code == SQLITE_DONE || code == SQLITE_ROW)
+        return;
+    std::fprintf(stderr, "books: %s\n", sqlite3_errmsg(m_db));
+    std::exit(1);
+}
+
+void BookCatalog::run(const std::string &sql) {
+    check(sqlite3_exec(m_db, sql.c_str(), nullptr, nullptr, nullptr));
+}
+
+std::vector<std::vector<std::string>> BookCatalog::ask(const std::string &sql) {
+    sqlite3_stmt *statement = nullptr;
+    check(sqlite3_prepare_v2(m_db, sql.c_str(), -1, &statement, nullptr));
+    std::vector<std::vector<std::string>> rows;
+    int code = SQLITE_OK;
+    while ((code = sqlite3_step(statement)) == SQLITE_ROW) {
+        auto &row = rows.emplace_back();
+        for (int column = 0; column < sqlite3_column_count(statement); ++column) {
+            const auto *text = reinterpret_cast<const char *>(sqlite3_column_text(statement, column));
+            row.emplace_back(text ? text : "");
+        }
+    }
+    sqlite3_finalize(statement);
+    check(code);
+    return rows;
+}
+
+void BookCatalog::open(const SeededBooks &books) {
+    run("delete from Accounts; delete from MasJV; delete from DetJV;");
+    Insert account(
+        *this, "insert into Accounts(RowID,ParentID,Dcode,AcNodes,AcName,AcStatus,OpenBal,openDate,BStatus)"
+               " values(?,?,?,?,?,?,?,?,?)");
+    for (const BookAccount &one : books.accounts()) {
+        const bool posts = one.status == std::string("DD");
+        account(one.id, one.parent, one.code, one.nodes, one.name, std::string(one.status),
+                posts && one.hasOpening ? std::optional(Money{one.opening}) : std::nullopt,
+                posts ? Text("2024-01-01") : Text(), one.bank ? Text("B") : Text());
+    }
+    const std::string cash = std::to_string(books.cashAccounts().front());
+    run("update VouSetting set AcCode = '" + cash + "' where VouStatus in ('CP','CR','RI')");
+    run("update VouSetting set AcCode = '" + std::to_string(books.studentsHead()) +
+        "' where VouStatus = 'IR'");
+}
+
+void BookCatalog::post(const BookVoucher &voucher) {
+    if (!m_header) {
+        m_header = std::make_unique<Insert>(
+            *this, "insert into MasJV(VouNo,VouStatus,VouDate,PaidReceive,TotalAmount,Login,IRStatus)"
+                   " values(?,?,?,?,?,'sa',?)");
+        m_line = std::make_unique<Insert>(
+            *this, "insert into DetJV(VouNo,VouStatus,VouDate,EntryNo,AcCode,CrAc,DrAmt,CrAmt,ChecqNo,"
+                   "Naration,FileNo,BillNo,SessionID,SubID) values(?,?,?,?,?,?,?,?,?,?,?,?,?,?)");
+    }
+    const std::string kind = codeOf(voucher.kind);
+    const std::string day = dayText(voucher.date);
+    for (const BookLine &one : linesOf(voucher)) {
+        const bool bare = one.summary; // which bears a narration and no more
+        (*m_line)(one.number, kind, day, one.entry, one.account, orNull(one.contra), Money{one.debit},
+                  Money{one.credit}, bare ? Text() : Text(one.from->cheque), one.from->narration,
+                  bare ? Text() : orNull(one.from->file), bare ? Text() : orNull(one.from->bill),
+                  orNull(one.from->session), orNull(one.from->subject));
+    }
+    if (voucher.kind != Kind::AR && voucher.kind != Kind::CF)
+        (*m_header)(voucher.number, kind, day, voucher.paidTo, Money{voucher.total()},
+                    voucher.kind == Kind::FR ? Text("CASH") : Text());
+}
+
+void BookCatalog::fill(SeededBooks books) {
+    run("begin");
+    open(books);
+    while (!books.atEnd())
+        post(books.next());
+    run("commit; analyze;");
+}
+
+} // namespace zel::test
