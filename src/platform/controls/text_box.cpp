@@ -48,6 +48,8 @@ void TextBox::keyPressEvent(QKeyEvent *event) {
         type(QGuiApplication::clipboard()->text());
     } else if (!typed.isEmpty()) {
         type(typed);
+    } else if (isStrayCommand(event)) {
+        event->ignore();
     } else {
         QLineEdit::keyPressEvent(event);
     }
