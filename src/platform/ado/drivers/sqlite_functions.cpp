@@ -22,9 +22,10 @@ void giveDecimal(sqlite3_context *context, ScaledCount count, int scale) {
     if (whole >= MostWhole || whole <= -MostWhole)
         overflow("numeric");
     if (whole * unit == count)
-        sqlite3_result_int64(context, std::int64_t(whole));
-    else
-        sqlite3_result_double(context, scaledToDouble(count, scale));
+        return sqlite3_result_int64(context, std::int64_t(whole));
+    if (!keepsFraction(whole))
+        overflow("numeric");
+    sqlite3_result_double(context, scaledToDouble(count, scale));
 }
 
 void overflow(const char *type) {

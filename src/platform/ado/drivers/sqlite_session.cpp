@@ -1,5 +1,6 @@
 #include "platform/ado/drivers/sqlite_session.h"
 
+#include "platform/ado/drivers/sqlite_function_glue.h"
 #include "platform/ado/drivers/sqlite_functions.h"
 #include "platform/base/error.h"
 
@@ -14,10 +15,14 @@ constexpr std::size_t MostStatements = 64;
 
 constexpr std::array OwnNames = {"sys_logins", "sys_users", "sys_rolemembers", "sys_procedures"};
 
-/// A whole number as INTEGER, any other as the nearest REAL: the file holds plain numbers.
+/// A whole number as INTEGER, any other as the nearest REAL: the file holds plain numbers. Error 8115 for one
+/// whose fraction would not come back as it went in.
 int bindDecimal(sqlite3_stmt *statement, int parameter, Decimal number) {
+    const std::int64_t whole = number.tenThousandths() / Decimal::Scale;
     if (number.isWhole())
-        return sqlite3_bind_int64(statement, parameter, number.tenThousandths() / Decimal::Scale);
+        return sqlite3_bind_int64(statement, parameter, whole);
+    if (!keepsFraction(whole))
+        overflow("numeric");
     const std::string text = number.toString();
     double nearest = 0;
     std::from_chars(text.data(), text.data() + text.size(), nearest);
