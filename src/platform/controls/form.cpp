@@ -70,7 +70,10 @@ void Form::makeWindow(QMdiArea *area) {
     m_window = new ScreenWindow(this);
     area->addSubWindow(m_window);
     const QSize frame = m_window->sizeHint() - sizeHint();
-    m_window->resize((inner + frame).boundedTo(area->viewport()->size()));
+    // Where the area is too small for the least size the area scrolls: controls never stand on one another.
+    const QSize least = minimumSizeHint() + frame;
+    m_window->setMinimumSize(least);
+    m_window->resize((inner + frame).boundedTo(area->viewport()->size()).expandedTo(least));
     // The screens cascade, but none reaches out of the area where it would fit.
     const int step = 26 * int((area->subWindowList().size() - 1) % 8);
     const QPoint place = m_place.x() >= 0 ? m_place : QPoint(step, step);
