@@ -28,4 +28,3 @@ create index ixDetCarryForm on tblDetCarryForw (FormID)
 GO
 create index ixSubjectKey on tblSubject (SubId)
 GO
-create index ixTrialBalanceAccount on rptTrialBalance (AcCode)

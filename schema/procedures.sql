@@ -1,52 +1,68 @@
--- An opening balance stands before every period, whatever its date, and is a debit when positive.
+-- Both trial balances leave out an account all of whose amounts are 0, and keep one that is no longer in the
+-- chart. An opening balance stands before every period, whatever its date, and is a debit when positive. Each
+-- account's lines are summed in the order of an index, a period at a time.
 create procedure TrialBalance @from datetime, @to datetime as
 begin
     delete from rptTrialBalance
-    insert into rptTrialBalance (AcCode, Opening, OpenDr, OpenCr, PeriodDr, PeriodCr)
-        select AcCode, 0, 0, 0, sum(isnull(DrAmt, 0)), sum(isnull(CrAmt, 0))
-        from DetJV where VouDate >= @from and VouDate <= @to group by AcCode
-    update rptTrialBalance set
-        CloseDr = case when PeriodDr > PeriodCr then PeriodDr - PeriodCr else 0 end,
-        CloseCr = case when PeriodCr > PeriodDr then PeriodCr - PeriodDr else 0 end,
-        AcName = (select AcName from Accounts where RowID = rptTrialBalance.AcCode),
-        AcNodes = (select rtrim(AcNodes) from Accounts where RowID = rptTrialBalance.AcCode),
-        AcStatus = (select AcStatus from Accounts where RowID = rptTrialBalance.AcCode),
-        SubNodes = (select rtrim(ParentID) from Accounts where RowID = rptTrialBalance.AcCode)
-    update rptTrialBalance set
-        SubName = (select min(AcName) from Accounts where AcStatus = 'HD' and AcNodes = rptTrialBalance.SubNodes),
-        HeadNodes = (select min(rtrim(ParentID)) from Accounts where AcStatus = 'HD' and AcNodes = rptTrialBalance.SubNodes)
-    update rptTrialBalance set
-        HeadName = (select min(AcName) from Accounts where AcStatus = 'HH' and AcNodes = rptTrialBalance.HeadNodes)
+    insert into rptTrialBalance (AcCode, AcNodes, AcName, AcStatus, AcOrder, SubNodes, SubName, SubOrder,
+            HeadNodes, HeadName, HeadOrder, Opening, OpenDr, OpenCr, PeriodDr, PeriodCr, CloseDr, CloseCr)
+        select p.AcCode, p.AcNodes, p.AcName, p.AcStatus, p.AcOrder, p.SubNodes, p.SubName,
+            right('00000' + rtrim(p.SubOrder), 5) + isnull(p.SubNodes, ''), p.HeadNodes,
+            (select AcName from Accounts where RowID = (select min(RowID) from Accounts where AcNodes = p.HeadNodes and AcStatus = 'HH')),
+            case when p.HeadNodes is null then 'zz' else right('0000000000' + p.HeadNodes, 10) end,
+            0, 0, 0, p.Dr, p.Cr, case when p.Dr > p.Cr then p.Dr - p.Cr else 0 end,
+            case when p.Cr > p.Dr then p.Cr - p.Dr else 0 end
+        from (
+            select m.AcCode, m.Dr, m.Cr, a.AcStatus, rtrim(a.AcNodes) as AcNodes, isnull(a.Dcode, 0) as AcOrder,
+                case when a.RowID is null then 'Account no. ' + isnull(rtrim(m.AcCode), '') + ' (deleted)'
+                    else a.AcName end as AcName,
+                rtrim(case when a.AcStatus = 'HD' then a.AcNodes else a.ParentID end) as SubNodes,
+                s.AcName as SubName, isnull(s.Dcode, 0) as SubOrder,
+                isnull(rtrim(s.ParentID), left(a.ParentID, charindex('.', a.ParentID + '.') - 1)) as HeadNodes
+            from (
+                select AcCode, isnull(sum(DrAmt), 0) as Dr, isnull(sum(CrAmt), 0) as Cr
+                from DetJV where VouDate >= @from and VouDate <= @to group by AcCode
+            ) m left join Accounts a on a.RowID = m.AcCode
+                left join Accounts s on s.RowID = (select min(RowID) from Accounts where AcStatus = 'HD'
+                    and AcNodes = case when a.AcStatus = 'HD' then a.AcNodes else a.ParentID end)
+            where m.Dr <> 0 or m.Cr <> 0
+        ) p
 end
 GO
 create procedure TrialBalance3 @from datetime, @to datetime as
 begin
     delete from rptTrialBalance
-    insert into rptTrialBalance (AcCode, Opening, PeriodDr, PeriodCr)
-        select AcCode,
-            sum(case when VouDate < @from then isnull(DrAmt, 0) - isnull(CrAmt, 0) else 0 end),
-            sum(case when VouDate >= @from then isnull(DrAmt, 0) else 0 end),
-            sum(case when VouDate >= @from then isnull(CrAmt, 0) else 0 end)
-        from DetJV where VouDate <= @to or VouDate < @from group by AcCode
-    insert into rptTrialBalance (AcCode, Opening, PeriodDr, PeriodCr)
-        select RowID, 0, 0, 0 from Accounts a where a.AcStatus = 'DD' and isnull(a.OpenBal, 0) <> 0
-            and not exists (select t.AcCode from rptTrialBalance t where t.AcCode = a.RowID)
-    update rptTrialBalance set
-        Opening = Opening + isnull((select OpenBal from Accounts where RowID = rptTrialBalance.AcCode), 0),
-        AcName = (select AcName from Accounts where RowID = rptTrialBalance.AcCode),
-        AcNodes = (select rtrim(AcNodes) from Accounts where RowID = rptTrialBalance.AcCode),
-        AcStatus = (select AcStatus from Accounts where RowID = rptTrialBalance.AcCode),
-        SubNodes = (select rtrim(ParentID) from Accounts where RowID = rptTrialBalance.AcCode)
-    delete from rptTrialBalance where Opening = 0 and PeriodDr = 0 and PeriodCr = 0
-    update rptTrialBalance set
-        OpenDr = case when Opening > 0 then Opening else 0 end,
-        OpenCr = case when Opening < 0 then 0 - Opening else 0 end,
-        CloseDr = case when Opening + PeriodDr > PeriodCr then Opening + PeriodDr - PeriodCr else 0 end,
-        CloseCr = case when PeriodCr > Opening + PeriodDr then PeriodCr - Opening - PeriodDr else 0 end,
-        SubName = (select min(AcName) from Accounts where AcStatus = 'HD' and AcNodes = rptTrialBalance.SubNodes),
-        HeadNodes = (select min(rtrim(ParentID)) from Accounts where AcStatus = 'HD' and AcNodes = rptTrialBalance.SubNodes)
-    update rptTrialBalance set
-        HeadName = (select min(AcName) from Accounts where AcStatus = 'HH' and AcNodes = rptTrialBalance.HeadNodes)
+    insert into rptTrialBalance (AcCode, AcNodes, AcName, AcStatus, AcOrder, SubNodes, SubName, SubOrder,
+            HeadNodes, HeadName, HeadOrder, Opening, OpenDr, OpenCr, PeriodDr, PeriodCr, CloseDr, CloseCr)
+        select p.AcCode, p.AcNodes, p.AcName, p.AcStatus, p.AcOrder, p.SubNodes, p.SubName,
+            right('00000' + rtrim(p.SubOrder), 5) + isnull(p.SubNodes, ''), p.HeadNodes,
+            (select AcName from Accounts where RowID = (select min(RowID) from Accounts where AcNodes = p.HeadNodes and AcStatus = 'HH')),
+            case when p.HeadNodes is null then 'zz' else right('0000000000' + p.HeadNodes, 10) end,
+            p.Opening, case when p.Opening > 0 then p.Opening else 0 end,
+            case when p.Opening < 0 then 0 - p.Opening else 0 end, p.Dr, p.Cr,
+            case when p.Opening + p.Dr > p.Cr then p.Opening + p.Dr - p.Cr else 0 end,
+            case when p.Cr > p.Opening + p.Dr then p.Cr - p.Opening - p.Dr else 0 end
+        from (
+            select m.AcCode, m.Opening, m.Dr, m.Cr, a.AcStatus, rtrim(a.AcNodes) as AcNodes, isnull(a.Dcode, 0) as AcOrder,
+                case when a.RowID is null then 'Account no. ' + isnull(rtrim(m.AcCode), '') + ' (deleted)'
+                    else a.AcName end as AcName,
+                rtrim(case when a.AcStatus = 'HD' then a.AcNodes else a.ParentID end) as SubNodes,
+                s.AcName as SubName, isnull(s.Dcode, 0) as SubOrder,
+                isnull(rtrim(s.ParentID), left(a.ParentID, charindex('.', a.ParentID + '.') - 1)) as HeadNodes
+            from (
+                select AcCode, sum(Opening) as Opening, sum(Dr) as Dr, sum(Cr) as Cr
+                from (
+                    select AcCode, isnull(sum(DrAmt), 0) - isnull(sum(CrAmt), 0) as Opening, 0 as Dr, 0 as Cr
+                    from DetJV where VouDate < @from group by AcCode
+                    union all select AcCode, 0, isnull(sum(DrAmt), 0), isnull(sum(CrAmt), 0)
+                    from DetJV where VouDate >= @from and VouDate <= @to group by AcCode
+                    union all select RowID, OpenBal, 0, 0 from Accounts where AcStatus = 'DD' and OpenBal <> 0
+                ) u group by AcCode
+            ) m left join Accounts a on a.RowID = m.AcCode
+                left join Accounts s on s.RowID = (select min(RowID) from Accounts where AcStatus = 'HD'
+                    and AcNodes = case when a.AcStatus = 'HD' then a.AcNodes else a.ParentID end)
+            where m.Opening <> 0 or m.Dr <> 0 or m.Cr <> 0
+        ) p
 end
 GO
 create procedure AcLedger @account int, @from datetime, @to datetime as
@@ -63,21 +79,30 @@ begin
         from DetJV where AcCode = @account and VouDate >= @from and VouDate <= @to
 end
 GO
+-- The opening row names '' as the other account, so that the report knows the detailed form without movements too.
+-- A row that sums up a voucher names the account of the voucher's lines.
 create procedure DetailAcLedger @account int, @day1 int, @month1 int, @year1 int, @day2 int, @month2 int, @year2 int as
 begin
     declare @from datetime, @to datetime
     set @from = convert(datetime, rtrim(@year1) + '-' + right('0' + rtrim(@month1), 2) + '-' + right('0' + rtrim(@day1), 2))
     set @to = convert(datetime, rtrim(@year2) + '-' + right('0' + rtrim(@month2), 2) + '-' + right('0' + rtrim(@day2), 2))
     delete from rptAcLedger
-    insert into rptAcLedger (LineOrder, AcCode, VouDate, Naration, DrAmt, CrAmt)
-        select 0, @account, @from, 'OPENING BALANCE',
+    insert into rptAcLedger (LineOrder, AcCode, VouDate, CrAcName, Naration, DrAmt, CrAmt)
+        select 0, @account, @from, '', 'OPENING BALANCE',
             isnull((select OpenBal from Accounts where RowID = @account), 0)
             + isnull((select sum(isnull(DrAmt, 0) - isnull(CrAmt, 0)) from DetJV where AcCode = @account and VouDate < @from), 0),
             0
     update rptAcLedger set CrAmt = 0 - DrAmt, DrAmt = 0 where DrAmt < 0
     insert into rptAcLedger (LineOrder, AcCode, VouDate, VouStatus, VouNo, EntryNo, CrAc, CrAcName, ChecqNo, FileNo, BillNo, Naration, DrAmt, CrAmt)
-        select 1, d.AcCode, d.VouDate, d.VouStatus, d.VouNo, d.EntryNo, d.CrAc,
-            (select AcName from Accounts where RowID = d.CrAc),
+        select 1, d.AcCode, d.VouDate, d.VouStatus, d.VouNo, d.EntryNo,
+            isnull(d.CrAc, (select case when min(o.AcCode) = max(o.AcCode) then min(o.AcCode) end
+                from DetJV o where o.VouStatus = d.VouStatus and o.VouNo = d.VouNo and o.CrAc = d.AcCode)),
+            case when d.CrAc is null
+                then (select case when min(o.AcCode) = max(o.AcCode) then min(a.AcName)
+                        when min(o.AcCode) < max(o.AcCode) then 'VARIOUS ACCOUNTS' end
+                    from DetJV o left join Accounts a on a.RowID = o.AcCode
+                    where o.VouStatus = d.VouStatus and o.VouNo = d.VouNo and o.CrAc = d.AcCode)
+                else (select AcName from Accounts where RowID = d.CrAc) end,
             d.ChecqNo, d.FileNo, d.BillNo, d.Naration, isnull(d.DrAmt, 0), isnull(d.CrAmt, 0)
         from DetJV d where d.AcCode = @account and d.VouDate >= @from and d.VouDate <= @to
 end

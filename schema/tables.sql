@@ -189,16 +189,20 @@ create table tbl_Tele_Directory (
 )
 GO
 -- Work tables, refilled by a procedure before each report. Of a trial balance: one row an account that has an
--- opening or movements, with its place in the chart; Opening is a debit when positive.
+-- opening or movements, with its place in the chart; Opening is a debit when positive. HeadOrder, SubOrder and
+-- AcOrder put the codes in the order of their numbers, what has no control account last.
 create table rptTrialBalance (
     AcCode int null,
     AcNodes varchar(60) null,
     AcName varchar(100) null,
     AcStatus char(2) null,
+    AcOrder int null,
     SubNodes varchar(60) null,
     SubName varchar(100) null,
+    SubOrder varchar(70) null,
     HeadNodes varchar(60) null,
     HeadName varchar(100) null,
+    HeadOrder varchar(60) null,
     Opening numeric(18,2) null,
     OpenDr numeric(18,2) null,
     OpenCr numeric(18,2) null,

@@ -3,6 +3,7 @@
 #include "accounts/frmAcSetting.h"
 #include "accounts/frmAccount.h"
 #include "institute/frmSession.h"
+#include "reports/frmRPTAccounts.h"
 #include "shell/frmSecMenus.h"
 #include "vouchers/voucher.h"
 
@@ -18,6 +19,7 @@ shell::Screens menuScreens() {
         {"frmSecMenus", shows(shell::frmSecMenus::reference)},
     };
     screens.merge(vouchers::voucherScreens());
+    screens.merge(reports::reportScreens());
     return screens;
 }
 

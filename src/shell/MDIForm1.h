@@ -33,6 +33,8 @@ public:
     void showPanel();
     /// Shows or hides the items of that caption; without one that bears it nothing happens.
     void setItemVisible(const QString &caption, bool visible);
+    /// Says in the status bar that what bears the caption is still to come.
+    void tellMissing(const QString &caption);
 
 protected:
     void Form_Load() override;
@@ -49,7 +51,6 @@ private:
     void Timer1_Timer();
     /// All menu items whose Tag is "M"; no item bears that tag.
     void showTaggedItems(bool visible);
-    void tellMissing(const QString &caption);
 
     std::unique_ptr<Ui::MDIForm1> ui;
     std::unique_ptr<Ui::Panel> m_panel;

@@ -5,6 +5,7 @@ namespace zel::shell {
 
 frmVeiwer::frmVeiwer() : ui(std::make_unique<Ui::frmVeiwer>()) {
     ui->setupUi(this);
+    closeOnCtrlW();
 }
 
 frmVeiwer::~frmVeiwer() = default;

@@ -14,7 +14,7 @@ namespace Ui {
 class frmVeiwer;
 }
 
-/// The one screen that shows reports; its reference is kept when it closes.
+/// The one screen that shows reports; its reference is kept when it closes, which Ctrl+W does too.
 class frmVeiwer : public controls::Form {
     Q_OBJECT
 public:

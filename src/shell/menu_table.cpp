@@ -69,4 +69,12 @@ std::span<const MenuRow> menuTable() {
     return rows;
 }
 
+QString menuCaption(const QString &name) {
+    for (const MenuRow &row : rows) {
+        if (name == QLatin1String(row.name))
+            return row.caption;
+    }
+    return {};
+}
+
 } // namespace zel::shell

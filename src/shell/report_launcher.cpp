@@ -19,6 +19,7 @@ void ReportLauncher::prepare(const ReportSettings &settings) {
     report::Table &table = m_report->Database().Tables().Item(1);
     table.ConnectionProperties("User ID").Value = fixed ? QString("sa") : gUserName;
     table.ConnectionProperties("Password").Value = fixed ? QString() : gPassword;
+    m_report->EnableParameterPrompting = settings.prompting;
     if (settings.selection)
         m_report->RecordSelectionFormula = *settings.selection;
     for (const ReportSettings::Formula &formula : settings.formulas)

@@ -29,6 +29,8 @@ struct ReportSettings {
     };
 
     Logon logon = Logon::User;
+    /// Without prompting a parameter that has no value is Null.
+    bool prompting = true;
     /// The record selection formula; none leaves the definition's own.
     std::optional<Sql> selection;
     std::vector<Formula> formulas;
@@ -48,7 +50,7 @@ public:
     /// Opens the definition of that name beside the executable ("rptBP.rpt", "Wrd_Report/rpt_User_Name.rpt").
     /// Error 53 when there is none.
     void OpenReport(const QString &file);
-    /// Logon, selection, formula fields, sub-reports, in this order, on the report opened last.
+    /// Logon, prompting, selection, formula fields, sub-reports, in this order, on the report opened last.
     void prepare(const ReportSettings &settings);
     /// Shows the report in frmVeiwer, in place of the one before.
     void view();

@@ -137,6 +137,7 @@ void Voucher::OpenVoucher() {
     if (m_kind.readsHeaderCheque)
         ui->txtChecque->setText(gRs.Fields("ChecqNo").text());
     ui->txtPaidTo->setText(gRs.Fields("PaidReceive").text());
+    ui->txtPaidTo->home(false);
     openLines(m_kind, ui->txtVoucher->text());
     const bool found = gRs.RecordCount() > 0;
     if (found)

@@ -53,7 +53,12 @@ void Voucher::arrange() {
     for (const auto &[button, key] : keys) {
         auto *shortcut = new QShortcut(key, this);
         shortcut->setContext(Qt::WidgetWithChildrenShortcut);
-        connect(shortcut, &QShortcut::activated, button, &Button::click);
+        // Like a button's own key: the box that is left takes what was typed into it.
+        connect(shortcut, &QShortcut::activated, button, [button = button] {
+            if (button->isEnabled())
+                SetFocus(button);
+            button->click();
+        });
         button->setToolTip(button->text().remove('&') + " (" + QKeySequence(key).toString() + ")");
     }
 }

@@ -15,6 +15,7 @@ private Q_SLOTS:
     void aSaveCutAtEachStatement_data();
     void aSaveCutAtEachStatement();
     void processesKilledAtRandom();
+    void processesSaveAtOneTime();
 
 private:
     int save(const QString &kind, const QString &state, const QString &how, int statement);
@@ -150,6 +151,29 @@ void tst_voucher_cuts::processesKilledAtRandom() {
         before = vouchers();
     }
     qInfo("%d kills, %d vouchers", kills, before);
+}
+
+void tst_voucher_cuts::processesSaveAtOneTime() {
+    constexpr int Wanted = 150;
+    std::vector<std::unique_ptr<QProcess>> clerks;
+    for (int i = 0; i < 3; ++i) {
+        clerks.push_back(std::make_unique<QProcess>());
+        clerks.back()->start(Writer, {"loop", m_folder->path()});
+    }
+    for (const auto &clerk : clerks)
+        QVERIFY(clerk->bytesAvailable() > 0 || clerk->waitForReadyRead());
+    QTRY_VERIFY_WITH_TIMEOUT(select("select count(*) from MasJV").toInt() >= Wanted, 60000);
+    for (const auto &clerk : clerks) {
+        QVERIFY2(clerk->state() == QProcess::Running, clerk->readAllStandardError().constData());
+        clerk->kill();
+        clerk->waitForFinished();
+    }
+    checkCatalog();
+    // No number was given twice or left out.
+    QCOMPARE(
+        select(
+            "select VouStatus from MasJV group by VouStatus having max(VouNo) - min(VouNo) + 1 <> count(*)"),
+        "");
 }
 
 QTEST_GUILESS_MAIN(tst_voucher_cuts)

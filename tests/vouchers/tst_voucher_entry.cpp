@@ -35,8 +35,13 @@ private Q_SLOTS:
     void amountsTyped();
     void keysOfTheLineBoxes();
     void enterWalksTheBoxes();
+    void dateByKeys_data();
+    void dateByKeys();
     void enterInTheNumberOfANewVoucher();
     void enterInTheNumberOfAnOpenedVoucher();
+    void enterInTheNumberThatAnotherHasTaken();
+    void enterInTheNumberWhenTheLinesAreGone();
+    void findButtonAimsTheOpenFinder();
     void headingIsNotEdited();
     void limits();
     void kindBoxHandsTheFocusOn_data();
@@ -85,6 +90,9 @@ void tst_voucher_entry::refusals_data() {
         row("a point") << "BANK ONE"
                        << "BANK TWO"
                        << "." << NoAmount << "txtDRCR";
+        row("a point and no debit account") << ""
+                                            << "BANK ONE"
+                                            << "." << NoDebit << kind.noDebit;
         row("nought") << "BANK ONE"
                       << "BANK TWO"
                       << "0.00" << NoAmount << "txtDRCR";
@@ -284,6 +292,9 @@ void tst_voucher_entry::setupRow_data() {
     QTest::newRow("account gone, fixed") << "AcCode = '99', AcStatus = 'CR', Fix = 'Y'"
                                          << ""
                                          << "" << true << false;
+    QTest::newRow("a heading") << "AcCode = '7', AcStatus = 'DR', Fix = 'N'"
+                               << ""
+                               << "" << true << true;
     QTest::newRow("no account") << "AcCode = '', AcStatus = 'CR', Fix = 'N'"
                                 << ""
                                 << "" << true << true;
@@ -295,7 +306,9 @@ void tst_voucher_entry::setupRow() {
     QFETCH(QString, credit);
     QFETCH(bool, debitFree);
     QFETCH(bool, creditFree);
-    Desk desk("update VouSetting set "_sql + Sql::trusted(setting.toStdString()));
+    Desk desk("insert into Accounts (ParentID, Dcode, AcName, AcStatus) values ('1', 1, 'A HEADING', 'HD') "
+              "update VouSetting set "_sql +
+              Sql::trusted(setting.toStdString()));
     for (const char *kind : {"BP", "BR", "CP", "CR", "JV"}) {
         desk.open(kind);
         QCOMPARE(desk.text("txtDrAc"), debit);
@@ -422,6 +435,43 @@ void tst_voucher_entry::enterWalksTheBoxes() {
     QCOMPARE(focused(), "cmdAdd");
 }
 
+void tst_voucher_entry::dateByKeys_data() {
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("date");
+    QTest::newRow("whole") << "29022024"
+                           << "29/02/2024";
+    QTest::newRow("a day that the month shown lacks") << "31122025"
+                                                      << "31/12/2025";
+    QTest::newRow("with strokes") << "05/03/2027"
+                                  << "05/03/2027";
+    QTest::newRow("one digit, with points") << "5.3.2027"
+                                            << "05/03/2027";
+    QTest::newRow("the day and the month") << "3103"
+                                           << "31/03/2026";
+    QTest::newRow("the day alone, one digit of two") << "3"
+                                                     << "03/02/2026";
+    QTest::newRow("no such day") << "31022026"
+                                 << "28/02/2026";
+}
+
+/// F9 saves what is typed, though the date box has not been left.
+void tst_voucher_entry::dateByKeys() {
+    QFETCH(QString, typed);
+    QFETCH(QString, date);
+    Desk desk;
+    desk.open("JV");
+    desk.add({"RENT", "FEES", "1"});
+    desk.date(2026, 2, 15);
+    auto *picker = control<controls::DateBox>(desk.screen(), "DTPicker");
+    picker->setFocus();
+    picker->setSelectedSection(QDateTimeEdit::DaySection);
+    type(typed);
+    press(Qt::Key_F9);
+    settle();
+    compare(desk.office.rows("select VouDate from MasJV"), {date});
+    compare(desk.office.rows("select VouDate from DetJV"), {date, date});
+}
+
 void tst_voucher_entry::enterInTheNumberOfANewVoucher() {
     Desk desk;
     desk.open("BP");
@@ -453,6 +503,45 @@ void tst_voucher_entry::enterInTheNumberOfAnOpenedVoucher() {
     QCOMPARE(desk.office.rows("select VouNo from MasJV").size(), 1);
 }
 
+/// The voucher of the proposed number is shown, yet what is saved is a new one.
+void tst_voucher_entry::enterInTheNumberThatAnotherHasTaken() {
+    Desk desk;
+    desk.open("JV");
+    desk.office.execute("insert into MasJV (VouNo, VouStatus, PaidReceive) values (1, 'JV', 'another')");
+    control(desk.screen(), "txtVoucher")->setFocus();
+    press(Qt::Key_Return);
+    QCOMPARE(desk.text("txtPaidTo"), "another");
+    desk.add({"RENT", "FEES", "1"});
+    desk.push("cmdSave");
+    compare(desk.office.rows("select VouNo, TotalAmount from MasJV"), table("1|NULL\n2|1"));
+}
+
+void tst_voucher_entry::enterInTheNumberWhenTheLinesAreGone() {
+    Desk desk;
+    desk.open("JV");
+    desk.add({"RENT", "FEES", "1"});
+    desk.push("cmdSave");
+    desk.openFromSearch(1);
+    desk.office.execute("delete from DetJV");
+    control(desk.screen(), "txtVoucher")->setFocus();
+    press(Qt::Key_Return);
+    QVERIFY(!desk.enabled("cmdDelete"));
+    QCOMPARE(desk.grid("MshEntry")->Rows(), 2);
+    QCOMPARE(desk.label("lblTotalAmount"), "Total Amount : 1.00");
+}
+
+/// The finder is not modal: it answers for the button that was pressed last.
+void tst_voucher_entry::findButtonAimsTheOpenFinder() {
+    Desk desk;
+    desk.open("BP");
+    click(desk.screen(), "cmdSelectCr");
+    QCOMPARE(control<controls::Grid>(form("frmFindAC"), "mshSearch")->Rows(), 3);
+    desk.open("BP");
+    desk.choose("cmdSelectDr", "RENT");
+    QCOMPARE(desk.text("txtDrAc"), "RENT");
+    QCOMPARE(desk.text("txtCrAc"), "");
+}
+
 void tst_voucher_entry::headingIsNotEdited() {
     Desk desk;
     desk.open("BP");
@@ -461,19 +550,43 @@ void tst_voucher_entry::headingIsNotEdited() {
     QCOMPARE(desk.text("txtGrdRow"), "");
 }
 
+/// Texts as long as their columns, with whatever a keyboard gives, come back as they were typed.
 void tst_voucher_entry::limits() {
+    const QString payee =
+        QString("Çelik & Söhne, O'Brien \"Estates\" \u0627\u0631\u062f\u0648 ").leftJustified(100, 'p');
+    const QString lines = QString("Rent of März\nsecond line; 50% -- it's [late]\n").leftJustified(200, 'n');
     Desk desk;
     desk.open("BP");
-    desk.replace("txtChecque", QString(30, 'c'));
-    desk.replace("txtNaration", QString(250, 'n'));
-    desk.replace("txtPaidTo", QString(150, 'p'));
+    desk.replace("txtPaidTo", payee + "more");
     desk.choose("cmdSelectDr", "RENT");
     desk.choose("cmdSelectCr", "BANK ONE");
-    desk.replace("txtDRCR", "1");
+    desk.replace("txtDRCR", "1234567890.5");
+    desk.replace("txtChecque", QString(20, 'C') + "more");
+    control(desk.screen(), "txtNaration")->setFocus();
+    for (const QChar letter : lines + "more")
+        letter == '\n' ? press(Qt::Key_Return) : type(letter);
+    desk.replace("txtFile", "12345678901");
+    desk.replace("txtBill", "98765432109");
     desk.push("cmdAdd");
+    desk.add({"LIGHT", "", "0.004"});
+    settle();
+    picture(desk.screen(), "frmBP-long-texts");
+    const QStringList rows = {"RENT|BANK ONE|1,234,567,890.50|" + QString(20, 'C') + '|' + lines +
+                                  "|1234567890|9876543210",
+                              "LIGHT|BANK ONE|0.00||||"};
+    compare(desk.seen("MshEntry"), rows);
     desk.push("cmdSave");
-    QCOMPARE(desk.office.rows("select len(ChecqNo), len(Naration) from DetJV").value(0), "20|200");
-    QCOMPARE(desk.office.rows("select len(PaidReceive) from MasJV").value(0), "100");
+    desk.openFromSearch(1);
+    QCOMPARE(desk.text("txtPaidTo"), payee);
+    QCOMPARE(desk.box("txtPaidTo")->cursorPosition(), 0); // its beginning is seen
+    QCOMPARE(desk.box("txtCrAc")->cursorPosition(), 0);
+    compare(desk.seen("MshEntry"), rows.mid(0, 1)); // a line of nothing is none
+    desk.doubleClick("MshEntry", 1, 1);
+    QCOMPARE(text(desk.screen(), "txtNaration"), lines);
+    desk.grid("mshSearch")->setFocus();
+    turnTo(desk.screen(), "SSTab1", 1);
+    settle();
+    picture(desk.screen(), "frmBP-search-long-texts");
 }
 
 void tst_voucher_entry::kindBoxHandsTheFocusOn_data() {

@@ -34,7 +34,9 @@ private Q_SLOTS:
     void rowUnderEditIsWrittenInPlace();
     void changedVoucherKeepsItsNumberAndLosesItsOldLines_data();
     void changedVoucherKeepsItsNumberAndLosesItsOldLines();
-    void cashVoucherMovesToTheAccountInTheBox();
+    void manyLines_data();
+    void manyLines();
+    void startNumberIsThatOfTheOpening();
     void numbers();
     void numberIsTakenAfreshAtTheSave();
     void firstNumberWithoutASettingIsZero();
@@ -67,10 +69,10 @@ void tst_voucher_posting::posts_data() {
            "2 | RENT     | BANK TWO | 2 | 0 | '' | a | NULL | NULL | 1 | BP | 05/03/2026 | NULL | NULL\n"
            "2 | BANK TWO | RENT     | 0 | 2 | '' | a | NULL | NULL | 1 | BP | 05/03/2026 | NULL | NULL";
     QTest::newRow("BR")
-        << std::vector<Line>{{"BANK ONE", "FEES", "100", "", "", "", "12"}, {"", "RENT", "50", "9", "n"}}
+        << std::vector<Line>{{"BANK ONE", "FEES", "100", "", "", "3", "12"}, {"", "RENT", "50", "9", "n"}}
         << "1 | BR | 05/03/2026 | Landlord | 150 | sa | NULL | NULL | NULL"
-        << "1 | BANK ONE | FEES     | 100 | 0   | '' | '' | NULL | 12   | 1 | BR | 05/03/2026 | NULL | NULL\n"
-           "1 | FEES     | BANK ONE | 0   | 100 | '' | '' | NULL | 12   | 1 | BR | 05/03/2026 | NULL | NULL\n"
+        << "1 | BANK ONE | FEES     | 100 | 0   | '' | '' | 3    | 12   | 1 | BR | 05/03/2026 | NULL | NULL\n"
+           "1 | FEES     | BANK ONE | 0   | 100 | '' | '' | 3    | 12   | 1 | BR | 05/03/2026 | NULL | NULL\n"
            "2 | BANK ONE | RENT     | 50  | 0   | 9  | n  | NULL | NULL | 1 | BR | 05/03/2026 | NULL | NULL\n"
            "2 | RENT     | BANK ONE | 0   | 50  | 9  | n  | NULL | NULL | 1 | BR | 05/03/2026 | NULL | NULL";
     QTest::newRow("CP") << std::vector<Line>{{"RENT", "CASH BOX", "10", "c", "first", "1", "2"},
@@ -144,6 +146,13 @@ void tst_voucher_posting::rowUnderEditIsWrittenInPlace() {
                                          "LIGHT | BANK ONE | 50.00 | '' | '' | '' | ''"));
     QCOMPARE(desk.label("lblTotalAmount"), "Total Amount : 2,050.00");
     QCOMPARE(desk.text("txtTotAmount"), "2050.00");
+
+    // A line that is removed while it is under edit is under edit no more: the next one goes to the end.
+    desk.doubleClick("MshEntry", 1, 1);
+    desk.push("acmRemove");
+    desk.add({"RENT", "", "7"});
+    compare(desk.seen("MshEntry"), table("LIGHT | BANK ONE | 50.00 | '' | '' | '' | ''\n"
+                                         "RENT | BANK ONE | 7.00 | '' | '' | '' | ''"));
 }
 
 void tst_voucher_posting::changedVoucherKeepsItsNumberAndLosesItsOldLines_data() {
@@ -186,17 +195,66 @@ void tst_voucher_posting::changedVoucherKeepsItsNumberAndLosesItsOldLines() {
             {QString("%1|30|30").arg(rowsAfter)});
 }
 
-void tst_voucher_posting::cashVoucherMovesToTheAccountInTheBox() {
+void tst_voucher_posting::manyLines_data() {
+    QTest::addColumn<Line>("line");
+    QTest::addColumn<QString>("again");
+    QTest::addColumn<int>("rowsPerLine");
+    QTest::addColumn<int>("summary");
+    QTest::addColumn<int>("amount");
+    QTest::newRow("JV") << Line{"RENT", "FEES", ""} << "" << 2 << 0 << 3;
+    QTest::newRow("CP") << Line{"RENT", "CASH BOX", ""} << "RENT" << 1 << 1 << 2;
+}
+
+void tst_voucher_posting::manyLines() {
+    QFETCH(Line, line);
+    QFETCH(QString, again);
+    QFETCH(int, rowsPerLine);
+    QFETCH(int, summary);
+    QFETCH(int, amount);
+    constexpr int Lines = 200;
+    const QByteArray kind = QTest::currentDataTag();
     Desk desk;
-    desk.open("CP");
-    desk.add({"RENT", "CASH BOX", "10"});
-    desk.push("cmdSave");
-    QCOMPARE(desk.text("txtCrAc"), "CASH BOX");
-    desk.choose("cmdSelectCr", "BANK ONE");
+    desk.open(kind);
+    QStringList expected;
+    for (int i = 1; i <= Lines; ++i) {
+        line.amount = QString::number(i) + ".05";
+        QVERIFY(desk.add(line).empty());
+        line.debit = again;
+        line.credit.clear();
+        for (int row = 0; row < rowsPerLine; ++row)
+            expected << QString("%1|%2").arg(i).arg(row == 0 ? line.amount : "0");
+    }
+    if (summary)
+        expected << "201|0";
+    QCOMPARE(desk.label("lblTotalAmount"), "Total Amount : 20,110.00");
+    QVERIFY(desk.push("cmdSave").empty());
+    compare(desk.office.rows("select EntryNo, DrAmt from DetJV"), expected);
+    compare(desk.office.rows("select sum(DrAmt), sum(CrAmt) from DetJV"), {"20110|20110"});
+
     desk.openFromSearch(1);
-    QCOMPARE(desk.text("txtCrAc"), "BANK ONE");
+    QCOMPARE(desk.grid("MshEntry")->Rows(), Lines + 1);
+    QCOMPARE(desk.grid("MshEntry")->TextMatrix(Lines, amount), "200.05");
+    settle();
+    picture(desk.screen(), QString(desk.screen()->objectName()) + "-200-lines");
+    desk.grid("MshEntry")->setRow(Lines);
+    desk.push("acmRemove");
     desk.push("cmdSave");
-    compare(desk.office.rows("select AcCode, CrAc from DetJV"), table("4 | 1\n1 | NULL"));
+    compare(desk.office.rows("select max(EntryNo), count(*), sum(DrAmt), sum(CrAmt) from DetJV"),
+            {QString("%1|%2|19909.95|19909.95").arg(199 + summary).arg(199 * rowsPerLine + summary)});
+}
+
+void tst_voucher_posting::startNumberIsThatOfTheOpening() {
+    Desk desk("update VouSetting set VouNo = '40'");
+    desk.open("BP");
+    desk.add({"RENT", "BANK ONE", "1"});
+    desk.push("cmdSave");
+    desk.office.execute("update VouSetting set VouNo = '70'");
+    desk.openFromSearch(1);
+    desk.push("cmdDelete", QMessageBox::Yes);
+    QCOMPARE(desk.text("txtVoucher"), "40");
+    click(desk.screen(), "cmdExit");
+    desk.open("BP");
+    QCOMPARE(desk.text("txtVoucher"), "70");
 }
 
 void tst_voucher_posting::numbers() {
@@ -259,9 +317,14 @@ void tst_voucher_posting::deletes() {
     QCOMPARE(asked.size(), 1U);
     QCOMPARE(asked[0].text, "are you sure Delete this Voucher ");
     QCOMPARE(asked[0].icon, QMessageBox::Information);
+    QCOMPARE(asked[0].title, "ZEL");
     QVERIFY(asked[0].buttons == (QMessageBox::Yes | QMessageBox::No));
     QVERIFY(desk.enabled("cmdDelete"));
     QCOMPARE(desk.office.rows("select VouNo from MasJV where VouStatus = 'BP'").size(), 1);
+    desk.office.execute("insert into MasJV (VouNo, VouStatus) values (99, 'BP')");
+    desk.push("cmdDelete", QMessageBox::No);
+    QCOMPARE(desk.grid("mshSearch")->TextMatrix(1, 0), "99"); // searched anew all the same
+    desk.office.execute("delete from MasJV where VouNo = 99");
 
     desk.push("cmdDelete", QMessageBox::Yes);
     QVERIFY(!desk.enabled("cmdDelete"));
@@ -269,6 +332,15 @@ void tst_voucher_posting::deletes() {
     compare(desk.office.rows("select VouNo, VouStatus from MasJV"), {"5|BR"});
     compare(desk.office.rows("select VouNo, VouStatus from DetJV"), {"5|BR"});
     compare(desk.seen("mshSearch"), table("''|''|''|''|''"));
+
+    // What another clerk has deleted already is deleted all the same.
+    desk.add({"RENT", "BANK ONE", "2"});
+    desk.push("cmdSave");
+    desk.openFromSearch(1);
+    desk.office.execute("delete from MasJV where VouStatus = 'BP' delete from DetJV where VouStatus = 'BP'");
+    QCOMPARE(desk.push("cmdDelete", QMessageBox::Yes).size(), 1U);
+    QCOMPARE(desk.text("txtVoucher"), "5");
+    QCOMPARE(desk.grid("MshEntry")->Rows(), 1);
 }
 
 void tst_voucher_posting::emptyGridIsRefused() {
@@ -279,6 +351,7 @@ void tst_voucher_posting::emptyGridIsRefused() {
     desk.openFromSearch(1);
     desk.push("acmRemove");
     QVERIFY(desk.enabled("cmdDelete"));
+    QCOMPARE(desk.text("txtTotAmount"), "1.00");
     const std::vector<Box> said = desk.push("cmdSave");
     QCOMPARE(said.size(), 1U);
     QCOMPARE(said[0].text, "Please enter less than one entry in detail");

@@ -3,6 +3,7 @@
 #include "platform/controls/combo_box.h"
 
 #include <QFile>
+#include <QLineEdit>
 
 using namespace zel;
 using namespace zel::test;
@@ -20,8 +21,12 @@ private Q_SLOTS:
     void enterInTheListOpensNothing();
     void voucherThatIsGone();
     void nullsOfOthers();
-    void narationThatIsMissing();
+    void quoteEndsTheProgram_data();
     void quoteEndsTheProgram();
+    void quoteIsNothingToADate();
+    void theDateBoxSearchesAnew();
+    void rowsThatOpen_data();
+    void rowsThatOpen();
     void searchesTheGridKeepsWhileOthersQuery();
     void printsWhatIsSaved_data();
     void printsWhatIsSaved();
@@ -277,33 +282,77 @@ void tst_voucher_search::nullsOfOthers() {
     QCOMPARE(desk.text("txtDrAc"), "BANK ONE");
 }
 
-/// A line without a narration, which only the bank receipts show.
-void openWithoutNaration() {
-    Desk desk("insert into MasJV (VouNo, VouStatus) values (3, 'JV') "
-              "insert into DetJV (VouNo, VouStatus, EntryNo, AcCode, CrAc, DrAmt, CrAmt) values (3, 'JV', 1, "
-              "4, 5, 5, "
-              "0)");
-    desk.open("JV");
-    desk.openFromSearch(1);
-}
-
-void tst_voucher_search::narationThatIsMissing() {
-    const Ended ended = play("openWithoutNaration");
-    QCOMPARE(ended.status, 1);
-    QVERIFY2(ended.box.contains("Invalid use of Null"), qPrintable(ended.box + ended.errorStream));
-}
-
-void quoteInTheSearch() {
+void quoteInTheSearch(const char *criterion) {
     Desk desk(someVouchers());
     desk.open("BP");
     toSearch(desk);
-    typeInto(desk.screen(), "txtSearch", "'");
+    choose(desk, criterion);
+    typeInto(desk.screen(), "txtSearch", "o'");
+}
+
+void tst_voucher_search::quoteEndsTheProgram_data() {
+    QTest::addColumn<QString>("criterion");
+    for (const char *criterion : {"Voucher #", "Paid To"})
+        QTest::newRow(criterion) << criterion;
 }
 
 void tst_voucher_search::quoteEndsTheProgram() {
-    const Ended ended = play("quoteInTheSearch");
+    QFETCH(QString, criterion);
+    const Ended ended = play(criterion);
     QCOMPARE(ended.status, 1);
     QVERIFY2(ended.box.contains("105"), qPrintable(ended.box + ended.errorStream));
+}
+
+void tst_voucher_search::quoteIsNothingToADate() {
+    Desk desk(someVouchers());
+    desk.open("BP");
+    toSearch(desk);
+    choose(desk, "Date");
+    control<controls::DateBox>(desk.screen(), "DTPSearch")->setValue(QDate(2026, 3, 5));
+    typeInto(desk.screen(), "txtSearch", "'; delete from MasJV --");
+    QCOMPARE(desk.seen("mshSearch").size(), 1);
+}
+
+void tst_voucher_search::theDateBoxSearchesAnew() {
+    Desk desk;
+    desk.open("BP");
+    toSearch(desk);
+    choose(desk, "Date");
+    auto *date = control<controls::DateBox>(desk.screen(), "DTPSearch");
+    const auto addOneToday = [&](int number) {
+        desk.office.execute("insert into MasJV (VouNo, VouStatus, VouDate) values ("_sql + number +
+                            ", 'BP', '" + QDate::currentDate().toString("yyyy-MM-dd") + "')");
+    };
+    addOneToday(1);
+    QCOMPARE(desk.grid("mshSearch")->TextMatrix(1, 0), "");
+    QTest::mouseClick(date->findChild<QLineEdit *>(), Qt::LeftButton);
+    QCOMPARE(desk.grid("mshSearch")->TextMatrix(1, 0), "1");
+    addOneToday(2);
+    press(Qt::Key_Left);
+    QCOMPARE(desk.grid("mshSearch")->TextMatrix(1, 0), "1");
+    press(Qt::Key_Backspace);
+    QCOMPARE(desk.grid("mshSearch")->TextMatrix(1, 0), "2");
+}
+
+void tst_voucher_search::rowsThatOpen_data() {
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<bool>("opens");
+    QTest::newRow("a voucher") << "112" << true;
+    QTest::newRow("the blank row") << "999" << false;
+}
+
+void tst_voucher_search::rowsThatOpen() {
+    QFETCH(QString, typed);
+    QFETCH(bool, opens);
+    Desk desk(someVouchers());
+    desk.open("BP");
+    desk.replace("txtPaidTo", "kept");
+    toSearch(desk);
+    typeInto(desk.screen(), "txtSearch", typed);
+    desk.doubleClick("mshSearch", 1, 2);
+    QCOMPARE(control<QTabWidget>(desk.screen(), "SSTab1")->currentIndex(), opens ? 0 : 1);
+    QCOMPARE(desk.text("txtPaidTo"), opens ? "City light" : "kept");
+    QCOMPARE(desk.text("txtVoucher"), opens ? "112" : "113");
 }
 
 void tst_voucher_search::searchesTheGridKeepsWhileOthersQuery() {
@@ -372,8 +421,8 @@ void tst_voucher_search::missingReportEndsTheProgram() {
 int main(int argc, char **argv) {
     tst_voucher_search tests;
     return test::run(argc, argv, tests,
-                     {{"openWithoutNaration", openWithoutNaration},
-                      {"quoteInTheSearch", quoteInTheSearch},
+                     {{"Voucher #", [] { quoteInTheSearch("Voucher #"); }},
+                      {"Paid To", [] { quoteInTheSearch("Paid To"); }},
                       {"printWithoutReport", printWithoutReport}});
 }
 

@@ -141,6 +141,16 @@ public:
         press(Qt::Key_F2);
     }
 
+    /// The mouse on a cell that can be seen, twice.
+    void doubleClick(const char *name, int row, int col) const {
+        const controls::Grid *cells = grid(name);
+        settle();
+        const QPoint place = cells->visualRect(cells->model()->index(row - 1, col)).center();
+        QTest::mouseClick(cells->viewport(), Qt::LeftButton, {}, place);
+        QTest::mouseDClick(cells->viewport(), Qt::LeftButton, {}, place);
+        settle();
+    }
+
     Office office;
 
 private:

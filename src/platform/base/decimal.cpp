@@ -4,6 +4,7 @@
 
 #include <array>
 #include <charconv>
+#include <cmath>
 
 namespace zel {
 
@@ -40,6 +41,12 @@ Decimal Decimal::fromInteger(std::int64_t whole)
 
 Decimal Decimal::fromDouble(double value)
 {
+    // Up to fifteen digits each decimal has a double of its own: where ten-thousandths give this very double, they
+    // are its shortest text too.
+    constexpr double FifteenDigits = 1e15;
+    if (const double count = std::nearbyint(value * double(Scale));
+        std::abs(count) < FifteenDigits && count / double(Scale) == value)
+        return Decimal(static_cast<std::int64_t>(count));
     std::array<char, 400> text{};
     const auto end = std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed);
     const auto parsed =

@@ -8,6 +8,8 @@
 #include <QStyleOptionComboBox>
 #include <QWheelEvent>
 
+#include <algorithm>
+
 namespace zel::controls {
 
 DateBox::DateBox(QWidget *parent) : QDateEdit(QDate::currentDate(), parent) {
@@ -21,10 +23,70 @@ DateBox::DateBox(QWidget *parent) : QDateEdit(QDate::currentDate(), parent) {
 
 /// Tab leaves the box; day, month and year are reached by the arrow keys.
 bool DateBox::focusNextPrevChild(bool next) {
-    return QAbstractSpinBox::focusNextPrevChild(next); // NOLINT(bugprone-parent-virtual-call): past the sections
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call): past the sections
+    return QAbstractSpinBox::focusNextPrevChild(next);
+}
+
+void DateBox::forgetTyped() {
+    m_typed = {};
+}
+
+/// The day typed, or the last that the month has.
+void DateBox::showTyped(int month) {
+    const int day = m_typed.day > 0 ? m_typed.day : date().day();
+    const Section section = currentSection();
+    setDate(QDate(date().year(), month, std::min(day, QDate(date().year(), month, 1).daysInMonth())));
+    setSelectedSection(section);
+    m_typed.shown = date();
+}
+
+/// Takes a digit of the day or of the month. Qt's own parser counts a second digit to the next section when
+/// the month that is shown lacks such a day, so that 31 12 2025 typed in February would be another date.
+bool DateBox::typeDigit(int digit) {
+    const Section section = currentSection();
+    if (section != DaySection && section != MonthSection)
+        return false;
+    if (m_typed.shown != date())
+        forgetTyped();
+    if (m_typed.section != section || m_typed.digits > 1) {
+        m_typed.section = section;
+        m_typed.number = 0;
+        m_typed.digits = 0;
+    }
+    const int most = section == DaySection ? 31 : 12;
+    const int number = m_typed.number * 10 + digit;
+    if (number > most || (number == 0 && m_typed.digits > 0))
+        return true;
+    m_typed.number = number;
+    ++m_typed.digits;
+    m_typed.shown = date();
+    if (number == 0)
+        return true;
+    if (section == DaySection)
+        m_typed.day = number;
+    showTyped(section == DaySection ? date().month() : number);
+    if (m_typed.digits == 2 || number * 10 > most)
+        setSelectedSection(section == DaySection ? MonthSection : YearSection);
+    return true;
+}
+
+/// Goes to the next section, unless its digits have led there already.
+bool DateBox::typeStroke() {
+    const Section section = currentSection();
+    const bool begun = m_typed.section == section && m_typed.digits > 0;
+    const bool arrived = m_typed.shown == date() && m_typed.digits > 0 && !begun;
+    if (!arrived && section != YearSection)
+        setSelectedSection(section == DaySection ? MonthSection : YearSection);
+    return true;
 }
 
 void DateBox::keyPressEvent(QKeyEvent *event) {
+    const QString typed = isReadOnly() ? QString() : typedText(event);
+    const QChar letter = typed.size() == 1 ? typed.front() : QChar();
+    const bool isDigit = letter >= u'0' && letter <= u'9';
+    if ((isDigit && typeDigit(letter.digitValue())) ||
+        ((letter == u'/' || letter == u'.' || letter == u'-') && typeStroke()))
+        return;
     const bool opens =
         event->key() == Qt::Key_F4 || (event->key() == Qt::Key_Down && event->modifiers() == Qt::AltModifier);
     if (isEnter(event)) {
@@ -35,7 +97,12 @@ void DateBox::keyPressEvent(QKeyEvent *event) {
     } else if (opens) {
         openCalendar();
     } else {
+        const bool goesOn = isDigit && m_typed.shown == date();
         QDateEdit::keyPressEvent(event);
+        if (!goesOn)
+            forgetTyped();
+        else if (date().year() != m_typed.shown.year())
+            showTyped(date().month());
     }
 }
 
@@ -47,6 +114,7 @@ void DateBox::keyReleaseEvent(QKeyEvent *event) {
 
 void DateBox::mousePressEvent(QMouseEvent *event) {
     watchCalendar();
+    forgetTyped();
     QDateEdit::mousePressEvent(event);
     Q_EMIT clicked();
 }
@@ -60,6 +128,7 @@ void DateBox::wheelEvent(QWheelEvent *event) {
 
 void DateBox::focusInEvent(QFocusEvent *event) {
     QDateEdit::focusInEvent(event);
+    forgetTyped();
     if (!isBorrowed(event))
         Q_EMIT gotFocus();
 }

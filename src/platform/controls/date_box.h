@@ -7,6 +7,8 @@
 namespace zel::controls {
 
 /// A date with a calendar, shown as dd/MM/yyyy. Alt+Down and F4 open the calendar. A new one shows today.
+/// Day, month and year are typed in this order with or without strokes between them; a day that the month
+/// shown lacks stands as soon as the month and year typed after it have it.
 class DateBox : public QDateEdit {
     Q_OBJECT
     Q_PROPERTY(QString Tag READ Tag WRITE setTag)
@@ -45,10 +47,23 @@ protected:
 private:
     void openCalendar();
     void watchCalendar();
+    bool typeDigit(int digit);
+    bool typeStroke();
+    void showTyped(int month);
+    void forgetTyped();
+
+    struct Typed {
+        Section section = NoSection;
+        int number = 0; ///< of the section under way
+        int digits = 0; ///< as many have been typed
+        int day = 0;    ///< as typed; 0 when it was not
+        QDate shown;
+    };
 
     QString m_tag;
     QString m_dataField;
     EnterKey m_enterKey = EnterKey::GoesOn;
+    Typed m_typed;
 };
 
 } // namespace zel::controls

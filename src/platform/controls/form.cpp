@@ -8,6 +8,7 @@
 #include <QCloseEvent>
 #include <QMdiArea>
 #include <QMenu>
+#include <QShortcut>
 
 #include <algorithm>
 
@@ -68,18 +69,46 @@ void Form::makeWindow(QMdiArea *area) {
     // A screen whose design has a size keeps it, any other is as large as it asks for.
     const QSize inner = (testAttribute(Qt::WA_Resized) ? size() : sizeHint()).expandedTo(minimumSizeHint());
     m_window = new ScreenWindow(this);
+    const bool fixedSize = minimumSize() == maximumSize();
+    if (fixedSize)
+        m_window->setWindowFlags(Qt::SubWindow | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                                 Qt::WindowSystemMenuHint | Qt::WindowMinimizeButtonHint |
+                                 Qt::WindowCloseButtonHint);
     area->addSubWindow(m_window);
     const QSize frame = m_window->sizeHint() - sizeHint();
-    // Where the area is too small for the least size the area scrolls: controls never stand on one another.
-    const QSize least = minimumSizeHint() + frame;
-    m_window->setMinimumSize(least);
-    m_window->resize((inner + frame).boundedTo(area->viewport()->size()).expandedTo(least));
-    // The screens cascade, but none reaches out of the area where it would fit.
+    if (fixedSize) {
+        m_window->setFixedSize(inner + frame);
+    } else {
+        // Where the area is too small for the least size the area scrolls: controls never stand on one
+        // another.
+        const QSize least = minimumSizeHint() + frame;
+        m_window->setMinimumSize(least);
+        m_window->resize((inner + frame).boundedTo(area->viewport()->size()).expandedTo(least));
+    }
     const int step = 26 * int((area->subWindowList().size() - 1) % 8);
-    const QPoint place = m_place.x() >= 0 ? m_place : QPoint(step, step);
-    const QSize room = area->viewport()->size() - m_window->size();
+    moveWindow(m_place.x() >= 0 ? m_place : QPoint(step, step));
+}
+
+/// No window reaches out of the area where it would fit.
+void Form::moveWindow(QPoint place) {
+    const QSize room = FormHost::area()->viewport()->size() - m_window->size();
     m_window->move(std::max(0, std::min(place.x(), room.width())),
                    std::max(0, std::min(place.y(), room.height())));
+}
+
+void Form::closeOnCtrlW() {
+    auto *shortcut = new QShortcut(Qt::CTRL | Qt::Key_W, this);
+    shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+    connect(shortcut, &QShortcut::activated, this, [this] { Unload(); });
+}
+
+void Form::setPlace(QPoint place) {
+    m_place = place;
+    if (!m_window || !FormHost::area())
+        return;
+    if (m_window->isMaximized())
+        m_window->showNormal();
+    moveWindow(place);
 }
 
 void Form::bringForward(bool maximized) {

@@ -21,6 +21,8 @@ public:
 /// A screen. A child form stands in the host's area; a window form, or a child while there is no area, on its
 /// own.
 ///
+/// A form of fixed size has a window that can't be resized or maximized.
+///
 /// In a .ui file the top widget's class is QWidget; the constructor calls setupUi(this). Form_Load fills the
 /// controls. The window title is the form's.
 class Form : public QWidget, public FormLife {
@@ -33,10 +35,13 @@ public:
     [[nodiscard]] QWidget *formWidget() override { return this; }
     /// The child window around the form, null for a window form or before it is first shown.
     [[nodiscard]] QMdiSubWindow *subWindow() const { return m_window; }
-    /// Where the child window stands in the area when it is first shown; otherwise the area cascades.
-    void setPlace(QPoint place) { m_place = place; }
+    /// Where the child window stands in the area, as far as it fits: from its first showing on, and from now
+    /// on once it is shown. Without a place the area cascades.
+    void setPlace(QPoint place);
 
 protected:
+    /// For a screen without an exit button: Ctrl+W does what the close box of its window does.
+    void closeOnCtrlW();
     /// The form itself, not a control on it, had the focus and lost it.
     virtual void Form_LostFocus() {}
 
@@ -51,6 +56,7 @@ protected:
 private:
     friend class ScreenWindow;
     void makeWindow(QMdiArea *area);
+    void moveWindow(QPoint place);
     void takeFocus();
 
     Kind m_kind;

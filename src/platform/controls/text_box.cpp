@@ -19,7 +19,12 @@ namespace zel::controls {
 
 TextBox::TextBox(QWidget *parent) : QLineEdit(parent) {
     setMaxLength(std::numeric_limits<int>::max());
-    connect(this, &QLineEdit::textChanged, this, &TextBox::changed);
+    connect(this, &QLineEdit::textChanged, this, [this] {
+        // What can't be scrolled into by typing shows its beginning.
+        if (isReadOnly())
+            home(false);
+        Q_EMIT changed();
+    });
 }
 
 void TextBox::setMasked(bool masked) {

@@ -1,6 +1,7 @@
 #include "platform/report/band_layout.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace zel::report {
 
@@ -19,6 +20,18 @@ double alignedX(const FieldDefinition &field, Align align, double width) {
     if (align == Align::Left)
         return field.x;
     return field.x + (field.width - width) / (align == Align::Center ? 2 : 1);
+}
+
+/// The font itself, or a smaller one, down to half its size, in which the text fits; in steps, so that few
+/// sizes are made.
+FontPtr fittingFont(const QString &text, double width, const FontPtr &font, const TextMetrics &metrics) {
+    const double wanted = metrics.width(text, *font);
+    if (wanted <= width)
+        return font;
+    constexpr double step = 0.25;
+    Font smaller = *font;
+    smaller.points = std::floor(font->points * std::max(width / wanted, 0.5) / step) * step;
+    return std::make_shared<Font>(smaller);
 }
 
 bool isShown(const ExpressionPtr &when, const Scene &scene) {
@@ -105,28 +118,30 @@ std::vector<BandLayout::Growth> BandLayout::growths(const BandDefinition &band, 
 void BandLayout::place(const FieldDefinition &field, const std::vector<Growth> &growths,
                        const Definition &definition, const PassScene &scene, Page &page) const {
     const StyleDefinition &style = definition.styles[static_cast<std::size_t>(field.style)];
-    const Font &font = *style.font;
     QString text = textOf(field, style, scene);
     if (text.isEmpty())
         return;
-    double baseline = field.y + shiftAt(field.y, growths) + m_metrics.ascent(font);
+    double baseline = field.y + shiftAt(field.y, growths) + m_metrics.ascent(*style.font);
+    FontPtr font = style.font;
     const auto add = [&](const QString &line) {
-        const double width = m_metrics.width(line, font);
+        const double width = m_metrics.width(line, *font);
         if (!line.isEmpty())
-            page.texts.push_back({alignedX(field, style.align, width), baseline, width, line, style.font});
-        baseline += m_metrics.lineHeight(font);
+            page.texts.push_back({alignedX(field, style.align, width), baseline, width, line, font});
+        baseline += m_metrics.lineHeight(*font);
     };
     if (field.grow) {
-        for (const QString &line : wrapped(text, field.width, font, m_metrics))
+        for (const QString &line : wrapped(text, field.width, *font, m_metrics))
             add(line);
         return;
     }
     text.replace(QLatin1Char('\n'), QLatin1Char(' '));
     const bool number = field.expression && field.expression->kind == Kind::Number;
-    if (!number || m_metrics.width(text, font) <= field.width)
-        return add(fitted(text, field.width, font, m_metrics));
+    if (number || field.shrink)
+        font = fittingFont(text, field.width, font, m_metrics);
+    if (!number || m_metrics.width(text, *font) <= field.width)
+        return add(fitted(text, field.width, *font, m_metrics));
     // A number that was cut would be a wrong number.
-    const double mark = m_metrics.width(QStringLiteral("#"), font);
+    const double mark = m_metrics.width(QStringLiteral("#"), *font);
     add(QString(std::max(1, static_cast<int>(field.width / mark)), QLatin1Char('#')));
 }
 

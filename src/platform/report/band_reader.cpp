@@ -150,6 +150,7 @@ FieldDefinition DefinitionReader::readField(const XmlElement &element) {
     field.y = attributes.number(QStringLiteral("y"), 0);
     field.width = attributes.number(QStringLiteral("w"), std::max(m_definition->bodyWidth() - field.x, 0.0));
     field.grow = attributes.flag(QStringLiteral("grow"));
+    field.shrink = attributes.flag(QStringLiteral("shrink"));
     field.when = when(attributes);
     if (const XmlAttribute *style = attributes.find(QStringLiteral("style"))) {
         const auto found = std::ranges::find(m_definition->styles, style->value, &StyleDefinition::name);

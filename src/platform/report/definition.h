@@ -77,6 +77,7 @@ struct FieldDefinition {
     ExpressionPtr expression; ///< of a field
     ExpressionPtr when;       ///< shown only when this holds
     bool grow = false;        ///< wraps, and makes its band as high as it needs; else cut with an ellipsis
+    bool shrink = false;      ///< a long text is set smaller before it is cut, as numbers always are
 };
 
 struct LineDefinition {

@@ -9,10 +9,12 @@ Document::Private::Private(const Request &request, Source &source,
     : metrics(std::move(textMetrics)), run(request, source) {
     for (int copy = 0; copy < run.copies(); ++copy) {
         passes.push_back(std::make_unique<Pass>(run, std::nullopt, copy));
+        firstPages.push_back(static_cast<int>(starts.size()));
         const Paginator paginator(*passes.back(), *metrics);
         for (Cursor &start : paginator.pageStarts())
             starts.push_back({copy, std::move(start)});
     }
+    firstPages.push_back(static_cast<int>(starts.size()));
 }
 
 Document::Document(std::unique_ptr<Private> content) : d(std::move(content)) {}
@@ -33,8 +35,10 @@ QSizeF Document::pageSize() const {
 
 Page Document::page(int index) const {
     const auto &[copy, start] = d->starts.at(static_cast<std::size_t>(index));
-    const Paginator paginator(*d->passes[static_cast<std::size_t>(copy)], *d->metrics);
-    return paginator.page(start, index + 1, pageCount());
+    const auto at = static_cast<std::size_t>(copy);
+    const int first = d->firstPages[at];
+    const Paginator paginator(*d->passes[at], *d->metrics);
+    return paginator.page(start, index - first + 1, d->firstPages[at + 1] - first);
 }
 
 QString Document::plainText() const {

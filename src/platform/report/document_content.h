@@ -18,6 +18,7 @@ struct Document::Private {
     Run run;
     std::vector<std::unique_ptr<Pass>> passes; ///< by copy
     std::vector<Start> starts;
+    std::vector<int> firstPages; ///< by copy, and behind them the page count
 };
 
 } // namespace zel::report

@@ -133,6 +133,7 @@ Cursor Flow::begin() const {
     Cursor cursor;
     cursor.instances.assign(static_cast<std::size_t>(groupCount()), -1);
     cursor.running.assign(m_pass.run().definition().totals.size(), Decimal());
+    cursor.before = cursor.running;
     cursor.phase = m_pass.run().isBlank() ? Phase::End : Phase::ReportHeader;
     if (!band(cursor))
         advance(cursor);
@@ -223,6 +224,7 @@ void Flow::enterRow(Cursor &cursor) const {
     const int first = m_pass.firstNewGroup(cursor.row);
     for (int level = first; level < groupCount(); ++level)
         ++cursor.instances[static_cast<std::size_t>(level)];
+    cursor.before = cursor.running;
     const auto &totals = m_pass.run().definition().totals;
     for (std::size_t i = 0; i < totals.size(); ++i) {
         if (!totals[i].running)

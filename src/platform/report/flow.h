@@ -43,6 +43,7 @@ struct Cursor {
     double offset = 0;                ///< millimetres of the band that stand on earlier pages
     std::vector<qsizetype> instances; ///< by group, counted from 0; -1 before the first
     std::vector<Decimal> running;     ///< by total; 0 for those that don't run
+    std::vector<Decimal> before;      ///< the same without the current row
 };
 
 /// What formulas see at a cursor.

@@ -77,14 +77,26 @@ Page Paginator::page(const Cursor &start, int pageNumber, int pageCount) const {
         return page;
     const double left = m_definition.margins.left();
     Sheet sheet{BandLayout(m_metrics, pageNumber, pageCount), &page, left, m_definition.margins.top()};
-    addBands(m_definition.pageHeaders, start, sheet);
+    addBands(m_definition.pageHeaders, edge(start), sheet);
     sheet.y = m_top;
     sheet.empty = true;
     Cursor cursor = start;
     fill(cursor, sheet);
     sheet.y = m_limit;
-    addBands(m_definition.pageFooters, cursor, sheet);
+    addBands(m_definition.pageFooters, edge(cursor), sheet);
     return page;
+}
+
+Cursor Paginator::edge(const Cursor &cursor) const {
+    Cursor edge = cursor;
+    bool begun = cursor.phase != Phase::GroupHeader && (cursor.phase != Phase::Detail || cursor.offset > 0);
+    if (cursor.phase == Phase::Detail) {
+        for (std::size_t band = 0; band < cursor.band; ++band)
+            begun = begun || isPrinted(m_definition.details[band], cursor);
+    }
+    if (!begun)
+        edge.running = cursor.before;
+    return edge;
 }
 
 bool Paginator::isPrinted(const BandDefinition &band, const Cursor &cursor) const {
@@ -189,8 +201,7 @@ double Paginator::wantedHeight(const Cursor &cursor, const BandLayout &layout) c
                 return group;
         }
         wanted = headersHeight(cursor, layout);
-    } else if (cursor.phase == Phase::ReportFooter ||
-               (cursor.phase == Phase::Detail && closesGroup(cursor.row))) {
+    } else if (cursor.phase == Phase::ReportFooter || (isRow(cursor) && closesGroup(cursor.row))) {
         wanted = closingHeight(cursor, layout);
     } else if (cursor.phase == Phase::Detail && cursor.band + 1 < m_definition.details.size()) {
         wanted = rowHeight(cursor, layout);
@@ -218,12 +229,18 @@ double Paginator::groupHeight(Cursor cursor, const BandLayout &layout, double mo
     return closed <= most ? closed : height;
 }
 
+/// Whether a row begins here; where rows have no bands of their own, the innermost footers are the rows.
+bool Paginator::isRow(const Cursor &cursor) const {
+    return cursor.phase == Phase::Detail ||
+           (cursor.phase == Phase::GroupFooter && m_definition.details.empty());
+}
+
 /// A group's headers with the first row under them.
 double Paginator::headersHeight(Cursor cursor, const BandLayout &layout) const {
     double height = 0;
     for (; cursor.phase == Phase::GroupHeader; m_flow.advance(cursor))
         height += heightOf(cursor, layout);
-    return height + rowHeight(cursor, layout);
+    return height + (closesGroup(cursor.row) ? closingHeight(cursor, layout) : rowHeight(cursor, layout));
 }
 
 bool Paginator::closesGroup(qsizetype row) const {

@@ -28,6 +28,7 @@ private:
     /// The height that must be free to begin with this band: with what must not be parted from it.
     [[nodiscard]] double wantedHeight(const Cursor &cursor, const BandLayout &layout) const;
     [[nodiscard]] double groupHeight(Cursor cursor, const BandLayout &layout, double most) const;
+    [[nodiscard]] bool isRow(const Cursor &cursor) const;
     [[nodiscard]] double headersHeight(Cursor cursor, const BandLayout &layout) const;
     [[nodiscard]] double rowHeight(Cursor cursor, const BandLayout &layout) const;
     /// Whether the row is the last of a group, or of all.
@@ -36,6 +37,9 @@ private:
     [[nodiscard]] double bottomHeight(Cursor cursor, const BandLayout &layout) const;
     [[nodiscard]] double heightOf(const Cursor &cursor, const BandLayout &layout) const;
     [[nodiscard]] bool isPrinted(const BandDefinition &band, const Cursor &cursor) const;
+    /// The cursor of a page's edge, with the running totals of the rows that stand before the edge: a row
+    /// that is parted by it counts as standing before.
+    [[nodiscard]] Cursor edge(const Cursor &cursor) const;
 
     const Pass &m_pass;
     const TextMetrics &m_metrics;

@@ -3,6 +3,7 @@
 #include "platform/base/error.h"
 #include "platform/report/document.h"
 
+#include <QGlyphRun>
 #include <QPageSize>
 #include <QPainter>
 #include <QPdfWriter>
@@ -21,35 +22,61 @@ QPen penOf(const QColor &color, double thickness) {
     return pen;
 }
 
-void paintTexts(QPainter &painter, const std::vector<TextItem> &texts) {
-    constexpr double unit = MillimetresPerPoint / FontUnitsPerPoint;
-    painter.scale(unit, unit);
-    const Font *current = nullptr;
-    for (const TextItem &item : texts) {
-        if (item.font.get() != current) {
-            current = item.font.get();
-            painter.setFont(fontFor(*current));
-            painter.setPen(current->color);
-        }
-        painter.drawText(QPointF(item.x / unit, item.baseline / unit), item.text);
-    }
-}
-
 } // namespace
 
-QFont fontFor(const Font &font) {
-    QFont made(font.family);
-    made.setPixelSize(static_cast<int>(std::lround(font.points * FontUnitsPerPoint)));
-    made.setBold(font.bold);
-    made.setItalic(font.italic);
-    made.setHintingPreference(QFont::PreferNoHinting);
-    made.setKerning(false);
-    // Any spacing, however small, keeps letters apart that a font would draw as one.
-    made.setLetterSpacing(QFont::AbsoluteSpacing, 1.0 / 64);
-    return made;
+bool PagePainter::addGlyphs(const TextItem &item) {
+    const std::size_t before = m_run.glyphs.size();
+    double x = std::round(item.x / Typeface::MillimetresPerUnit);
+    const double y = std::round(item.baseline / Typeface::MillimetresPerUnit);
+    for (const QChar each : item.text) {
+        const Typeface::Letter *letter = m_run.typeface->letter(each);
+        if (!letter) {
+            m_run.glyphs.resize(before);
+            m_run.positions.resize(before);
+            return false;
+        }
+        m_run.glyphs.push_back(letter->glyph);
+        m_run.positions.emplace_back(x, y);
+        x += letter->advance;
+    }
+    return true;
 }
 
-void paintPage(QPainter &painter, const Page &page, double scale) {
+void PagePainter::drawRun(QPainter &painter) {
+    if (m_run.glyphs.empty())
+        return;
+    QGlyphRun run;
+    run.setRawFont(m_run.typeface->raw());
+    run.setRawData(m_run.glyphs.data(), m_run.positions.data(), static_cast<int>(m_run.glyphs.size()));
+    painter.setPen(m_run.typeface->font().color);
+    painter.drawGlyphRun(QPointF(), run);
+    m_run.glyphs.clear();
+    m_run.positions.clear();
+}
+
+void PagePainter::paintTexts(QPainter &painter, const std::vector<TextItem> &texts) {
+    painter.scale(Typeface::MillimetresPerUnit, Typeface::MillimetresPerUnit);
+    m_run.typeface = nullptr;
+    for (const TextItem &item : texts) {
+        if (!m_run.typeface || !(m_run.typeface->font() == *item.font)) {
+            drawRun(painter);
+            m_run.typeface = &m_typefaces.of(*item.font);
+        }
+        if (addGlyphs(item))
+            continue;
+        drawRun(painter);
+        painter.save();
+        constexpr double scale = Typeface::UnitsPerPoint / Typeface::ShapedUnitsPerPoint;
+        painter.scale(scale, scale);
+        painter.setFont(m_run.typeface->shaped());
+        painter.setPen(item.font->color);
+        painter.drawText(QPointF(item.x, item.baseline) / (Typeface::MillimetresPerUnit * scale), item.text);
+        painter.restore();
+    }
+    drawRun(painter);
+}
+
+void PagePainter::paint(QPainter &painter, const Page &page, double scale) {
     painter.save();
     painter.scale(scale, scale);
     for (const BoxItem &box : page.boxes) {
@@ -80,10 +107,11 @@ void exportPdf(const Document &document, const QString &path) {
         writer.setPageSize(QPageSize(document.pageSize(), QPageSize::Millimeter, {}, QPageSize::FuzzyMatch));
         writer.setPageMargins(QMarginsF(0, 0, 0, 0));
         QPainter painter(&writer);
+        PagePainter pages;
         for (int index = 0; index < document.pageCount(); ++index) {
             if (index > 0)
                 writer.newPage();
-            paintPage(painter, document.page(index), Resolution / 25.4);
+            pages.paint(painter, document.page(index), Resolution / 25.4);
         }
     }
     if (!file.commit())

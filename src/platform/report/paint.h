@@ -1,8 +1,6 @@
 #pragma once
 
-#include "platform/report/page.h"
-
-#include <QFont>
+#include "platform/report/typeface.h"
 
 class QPainter;
 
@@ -10,17 +8,28 @@ namespace zel::report {
 
 class Document;
 
-/// Units in which fonts are made: so many pixels of a QFont are a typographic point.
-inline constexpr double FontUnitsPerPoint = 20;
-inline constexpr double MillimetresPerPoint = 25.4 / 72;
+/// Draws pages, the same on screen, printer and PDF. Keeps the fonts open that it has drawn with.
+class PagePainter {
+public:
+    /// The page's upper left corner at the painter's origin, `scale` device units to the millimetre.
+    void paint(QPainter &painter, const Page &page, double scale);
 
-/// The font that layout measures and paintPage() draws, FontUnitsPerPoint pixels to the point: unhinted and
-/// without ligatures, so that the words can be searched and copied from a PDF.
-[[nodiscard]] QFont fontFor(const Font &font);
+private:
+    /// Glyphs that are drawn at one go: all of one font that follow one another.
+    struct Run {
+        const Typeface *typeface = nullptr;
+        std::vector<quint32> glyphs;
+        std::vector<QPointF> positions;
+    };
 
-/// Draws a page with its upper left corner at the painter's origin, `scale` device units to the millimetre.
-/// The same for screen, printer and PDF.
-void paintPage(QPainter &painter, const Page &page, double scale);
+    void paintTexts(QPainter &painter, const std::vector<TextItem> &texts);
+    /// Whether the text needed no shaping.
+    [[nodiscard]] bool addGlyphs(const TextItem &item);
+    void drawRun(QPainter &painter);
+
+    Typefaces m_typefaces;
+    Run m_run;
+};
 
 /// Writes all pages; an Error when the file can't be written.
 void exportPdf(const Document &document, const QString &path);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/report/page.h"
+#include "platform/report/typeface.h"
 
 #include <QStringList>
 
@@ -11,24 +11,24 @@ class TextMetrics {
 public:
     virtual ~TextMetrics() = default;
     [[nodiscard]] virtual double width(const QString &text, const Font &font) const = 0;
+    /// How many letters of the text are no wider than `width`; at least 1, and never half of a pair. The text is
+    /// wider.
+    [[nodiscard]] virtual qsizetype fitting(const QString &text, double width, const Font &font) const;
     [[nodiscard]] virtual double ascent(const Font &font) const = 0;
     /// From one baseline to the next.
     [[nodiscard]] virtual double lineHeight(const Font &font) const = 0;
 };
 
-/// Measures with the fonts that paintPage() draws with, free of any device's resolution.
+/// Measures with the fonts that a PagePainter draws with, free of any device's resolution.
 class FontMetrics final : public TextMetrics {
 public:
-    FontMetrics();
-    ~FontMetrics() override;
     [[nodiscard]] double width(const QString &text, const Font &font) const override;
+    [[nodiscard]] qsizetype fitting(const QString &text, double width, const Font &font) const override;
     [[nodiscard]] double ascent(const Font &font) const override;
     [[nodiscard]] double lineHeight(const Font &font) const override;
 
 private:
-    struct Face;
-    const Face &face(const Font &font) const;
-    mutable std::vector<std::unique_ptr<Face>> m_faces;
+    Typefaces m_typefaces;
 };
 
 /// Breaks a text into lines no wider than `width`, at blanks and line ends; a word too long is cut.

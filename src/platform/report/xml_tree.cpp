@@ -2,12 +2,29 @@
 
 #include "platform/base/error.h"
 
-#include <QRegularExpression>
 #include <QXmlStreamReader>
 
 namespace zel::report {
 
 namespace {
+
+/// Where a start tag, the text of which is given, names an attribute, and where its value begins behind the
+/// quotation mark.
+std::pair<qsizetype, qsizetype> attributePlace(QStringView tag, const QString &name) {
+    for (qsizetype at = 0; (at = tag.indexOf(name, at + 1)) > 0;) {
+        qsizetype end = at + name.size();
+        while (end < tag.size() && tag[end].isSpace())
+            ++end;
+        if (!tag[at - 1].isSpace() || end >= tag.size() || tag[end] != QLatin1Char('='))
+            continue;
+        do
+            ++end;
+        while (end < tag.size() && tag[end].isSpace());
+        if (end < tag.size() && (tag[end] == QLatin1Char('"') || tag[end] == QLatin1Char('\'')))
+            return {at, end + 1};
+    }
+    return {0, 0};
+}
 
 XmlElement readElement(QXmlStreamReader &reader, const QString &text) {
     XmlElement element;
@@ -15,13 +32,12 @@ XmlElement readElement(QXmlStreamReader &reader, const QString &text) {
     const qsizetype end = reader.characterOffset();
     element.at = text.lastIndexOf(QLatin1Char('<'), end - 1);
     element.textAt = end;
+    const QStringView tag = QStringView(text).mid(element.at, end - element.at);
     for (const QXmlStreamAttribute &attribute : reader.attributes()) {
         XmlAttribute read{attribute.qualifiedName().toString(), attribute.value().toString(), element.at, 0};
-        const QRegularExpression name(QStringLiteral("\\s(%1\\s*=\\s*[\"'])").arg(read.name));
-        const auto match = name.match(text.mid(element.at, end - element.at));
-        if (match.hasMatch()) {
-            read.at = element.at + match.capturedStart(1);
-            read.valueAt = element.at + match.capturedEnd(1);
+        if (const auto [at, value] = attributePlace(tag, read.name); at > 0) {
+            read.at = element.at + at;
+            read.valueAt = element.at + value;
         }
         element.attributes.push_back(std::move(read));
     }

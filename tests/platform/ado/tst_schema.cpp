@@ -82,7 +82,7 @@ void tst_schema::procedures_data() {
     row("ledger of a credit opening, nothing moved", "exec AcLedger 4,'2024-02-01','2024-02-29'", Ledger,
         "01/02/2024|~|~|~|~|OPENING BALANCE|0|300.25");
     row("detail ledger", "exec DetailAcLedger 5,1,2,2024,29,2,2024", Ledger,
-        "01/02/2024|~|~|~|~|OPENING BALANCE|100.05|0;01/02/2024|CP|2|CASH|C-1|RENT FEB|50|0");
+        "01/02/2024|~|~||~|OPENING BALANCE|100.05|0;01/02/2024|CP|2|CASH|C-1|RENT FEB|50|0");
     row("students of a session", "exec CreatStuWiseDet 1,0,0 ", Students,
         "ALI|SPRING|ACCA|AUDIT|4500|1700.7|2799.3|~;ALI|SPRING|ACCA|TAX|60|40|20|1");
     row("of a subject", "exec CreatStuWiseDet 1, 1, 2", Students, "ALI|SPRING|ACCA|TAX|60|40|20|1");

@@ -193,6 +193,7 @@ void tst_documents::voucher() {
              "Tel. 042-111   office@northfield.example " +
                  heading + lines +
                  "Amount in words One Hundred Forty Three Thousand Four Hundred Fifty and 75/100 Only\n"
+                 "(One Lakh Forty Three Thousand Four Hundred Fifty and 75/100 Only)\n"
                  "AMINA\n" +
                  signatures + "\nPrinted by sa on 14/03/2024 at 09:05 Page 1 of 1");
 }

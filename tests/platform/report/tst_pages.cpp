@@ -11,13 +11,14 @@
 using namespace zel;
 using namespace zel::report;
 
-/// Pages as text, on rows written down here: each letter is 2 mm wide and a line 5 mm high.
+/// Pages as text, on rows written down here: each letter is 2 mm wide at 9 points and a line 5 mm high.
 class tst_pages : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void pages_data();
     void pages();
     void eachPageStandsAlone();
+    void printedOnceForEach();
     void totalsAreExact();
     void formulaTexts();
     void parameter();
@@ -32,8 +33,8 @@ namespace {
 
 class PlainMetrics final : public TextMetrics {
 public:
-    [[nodiscard]] double width(const QString &text, const Font &) const override {
-        return 2.0 * double(text.size());
+    [[nodiscard]] double width(const QString &text, const Font &font) const override {
+        return 2.0 * double(text.size()) * font.points / 9;
     }
     [[nodiscard]] double ascent(const Font &) const override { return 4; }
     [[nodiscard]] double lineHeight(const Font &) const override { return 5; }
@@ -118,6 +119,29 @@ void tst_pages::pages_data() {
                  "RowNumber</field></detail>",
                  15),
         "10.1 10.1 1/30.3 30.3 2/25.3 25.3 3//25.31 0.01 4/25.31 0.01 5");
+    const QByteArray edges = "<total name='Run' running='{S.Amt}'/>"
+                             "<pageHeader height='5'><field>'from ' &amp; {Run}</field></pageHeader>"
+                             "<pageFooter height='5'><field>'to ' &amp; {Run}</field></pageFooter>";
+    row("running total at a page's edges", reportOf(edges + item, 20),
+        "from 0/pen/ink/to 30.3//from 30.3/pen/ink/to 25.31//from 25.31/pen/to 25.31");
+    row("running total at edges, rows begin with a band left out",
+        reportOf(edges + "<detail height='5' when='{S.Amt} > 100'><text>rich</text></detail>" + item, 20),
+        "from 0/pen/ink/to 30.3//from 30.3/pen/ink/to 25.31//from 25.31/pen/to 25.31");
+    row("running total at edges, between the rows' groups",
+        reportOf("<group name='Amt' by='{S.Amt}'><header height='5'><text>-</text></header>"
+                 "</group>" +
+                     edges + item,
+                 20),
+        "from 0/-/pen/to 10.1//from 10.1/-/ink/to 30.3//from 30.3/-/pen/to 25.3//from 25.3/-/ink/to 25.31//"
+        "from 25.31/-/pen/to 25.31");
+    row("running total at edges that part a row",
+        reportOf(edges +
+                     "<detail height='5'><field w='6' grow='yes'>{S.Item} &amp; ' abc def'</field></detail>",
+                 20),
+        "from 0/pen/abc/to 10.1//from 10.1/def/to 10.1//from 10.1/ink/abc/to 30.3//from 30.3/def/to 30.3//"
+        "from 30.3/pen/abc/to 25.3//from 25.3/def/to 25.3//from 25.3/ink/abc/to 25.31//from 25.31/def/to "
+        "25.31//"
+        "from 25.31/pen/abc/to 25.31//from 25.31/def/to 25.31");
     row("header never without a row",
         reportOf(
             "<group name='Area' by='{S.Area}'><header height='5'><field>{S.Area}</field></header></group>" +
@@ -155,9 +179,16 @@ void tst_pages::pages_data() {
     row("cut text", reportOf("<detail height='5'><field w='6'>{S.Town}</field></detail>"),
         "AB…/AB…/BA…/AB…/CH…");
     row("number too wide",
-        reportOf("<style name='n' picture='0.00'/><detail height='5'><field w='8' "
+        reportOf("<style name='n' picture='0.00'/><detail height='5'><field w='4' "
                  "style='n'>{S.Amt}</field></detail>"),
         "####/####/####/0.01");
+    row("number set smaller",
+        reportOf("<style name='n' picture='0.00'/><detail height='5'><field w='8' "
+                 "style='n'>{S.Amt}</field></detail>"),
+        "10.10/20.20/-5.00/0.01");
+    row("text set smaller, then cut",
+        reportOf("<detail height='5'><field w='6' shrink='yes'>{S.Town}</field></detail>"),
+        "ABLE/ABLE/BAKER/ABLE/CHARL…");
     row("zero left blank",
         reportOf("<style name='n' blankZero='yes'/><detail height='5'><field style='n'>{S.Amt} - "
                  "10.1</field></detail>",
@@ -203,6 +234,20 @@ void tst_pages::eachPageStandsAlone() {
         }
     }
     QCOMPARE(next, 0);
+}
+
+/// Each printing counts its own pages and begins its running totals anew.
+void tst_pages::printedOnceForEach() {
+    Print print(
+        reportOf("<table name='C'>Name text</table><total name='Run' running='{S.Amt}'/>" + item +
+                     "<pageHeader height='5'><field>{C.Name} &amp; ' ' &amp; PageNumber &amp; '|' &amp; "
+                     "PageCount &amp; ' ' &amp; {Run}</field></pageHeader>",
+                 25));
+    print.source->add("C", "C_Name\nNORTH\nSOUTH\n");
+    print.report->RecordSelectionFormula = "{C.Name} > ''";
+    QCOMPARE(print.report->document()->plainText().replace('\n', '/').replace('\f', "//"),
+             QString("NORTH 1|2 0/pen/ink/pen/ink//NORTH 2|2 25.31/pen//"
+                     "SOUTH 1|2 0/pen/ink/pen/ink//SOUTH 2|2 25.31/pen"));
 }
 
 void tst_pages::totalsAreExact() {

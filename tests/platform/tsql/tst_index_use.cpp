@@ -12,11 +12,12 @@ CREATE TABLE Accounts (RowID int IDENTITY(1,1) NOT NULL PRIMARY KEY, AcNodes var
 CREATE TABLE VouSetting (VouStatus char(2) NULL, AcCode varchar(20) NULL)
 CREATE TABLE MasJV (VouNo int NOT NULL, VouStatus char(2) NOT NULL, VouDate datetime NULL, TotalAmount numeric(18,2) NULL)
 CREATE TABLE DetJV (VouNo int NOT NULL, VouStatus char(2) NOT NULL, VouDate datetime NULL, EntryNo smallint NULL,
-    AcCode int NULL, DrAmt numeric(18,2) NULL, CrAmt numeric(18,2) NULL, Naration varchar(200) NULL)
+    AcCode int NULL, CrAc int NULL, DrAmt numeric(18,2) NULL, CrAmt numeric(18,2) NULL, Naration varchar(200) NULL)
 CREATE INDEX iNodes ON Accounts (AcNodes)
 CREATE INDEX iMasVoucher ON MasJV (VouStatus, VouNo)
 CREATE INDEX iVoucher ON DetJV (VouStatus, VouNo, DrAmt)
 CREATE INDEX iAccount ON DetJV (AcCode, VouDate, DrAmt, CrAmt)
+CREATE INDEX iContra ON DetJV (CrAc, VouDate)
 )";
 
 } // namespace
@@ -58,6 +59,16 @@ void tst_index_use::plans_data() {
     row("opening",
         "select isnull(sum(DrAmt - CrAmt),0) from DetJV where AcCode = '7' and VouDate < '01/01/2024'",
         {"COVERING INDEX iAccount (AcCode=? AND VouDate<?)"});
+    row("book",
+        "select DetJV.VouNo, Accounts.AcName from DetJV left join Accounts on Accounts.RowID = DetJV.AcCode "
+        "where DetJV.CrAc = 7 and (DetJV.VouDate >= '2024-03-01' and DetJV.VouDate < '2024-04-01') "
+        "order by DetJV.VouDate, DetJV.VouStatus, DetJV.VouNo",
+        {"iContra (CrAc=? AND VouDate>? AND VouDate<?)", "INTEGER PRIMARY KEY (rowid=?)"});
+    row("other account of a summary",
+        "select isnull(d.CrAc, (select case when min(o.AcCode) = max(o.AcCode) then min(o.AcCode) end "
+        "from DetJV o where o.VouStatus = d.VouStatus and o.VouNo = d.VouNo and o.CrAc = d.AcCode)) "
+        "from DetJV d where d.AcCode = 7 and d.VouDate >= '2024-01-01' and d.VouDate <= '2024-12-31'",
+        {"iAccount (AcCode=? AND VouDate>? AND VouDate<?)", "iVoucher (VouStatus=? AND VouNo=?)"});
     row("code by a text", "select acname from accounts where acnodes='1.1'",
         {"iNodes (AcNodes>? AND AcNodes<?)"});
     row("children", "select count(acname) from accounts where acnodes like '1.1.%'",

@@ -17,11 +17,6 @@ constexpr auto Powers = [] {
     return powers;
 }();
 
-/// Up to this count the error of a multiplication in doubles stays far below the distance to a half that the
-/// fast way asks for.
-constexpr double FastLimit = 1099511627776.0;
-constexpr double HalfDistance = 1.0 / 1024;
-
 std::optional<ScaledCount> shifted(ScaledCount digits, int digitCount, int shift) {
     if (digits == 0)
         return 0;
@@ -72,20 +67,9 @@ ScaledCount roundedQuotient(ScaledCount count, ScaledCount divisor) {
 }
 
 std::optional<ScaledCount> scaledFromDouble(double value, int scale) {
-    if (!std::isfinite(value))
-        return std::nullopt;
-    if (scale >= 0 && scale <= 8) {
-        const double scaled = std::abs(value) * double(std::int64_t(powerOfTen(scale)));
-        if (scaled < FastLimit) {
-            const double whole = std::floor(scaled);
-            const double fraction = scaled - whole;
-            if (std::abs(fraction - 0.5) > HalfDistance) {
-                const auto count = std::int64_t(whole) + (fraction > 0.5 ? 1 : 0);
-                return value < 0 ? -count : count;
-            }
-        }
-    }
-    return fromShortestText(value, scale);
+    if (const auto quick = quicklyScaled(value, scale))
+        return *quick;
+    return std::isfinite(value) ? fromShortestText(value, scale) : std::nullopt;
 }
 
 ScaledCount scaledFromInteger(std::int64_t value, int scale) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -18,6 +20,27 @@ inline constexpr int MostDigits = 38;
 /// The double's shortest decimal text, rounded half away from zero to `scale` decimals; nullopt when it has
 /// too many digits or is no number.
 [[nodiscard]] std::optional<ScaledCount> scaledFromDouble(double value, int scale);
+/// The same where arithmetic in doubles is certain of it, which leaves out large numbers and halves.
+[[nodiscard]] inline std::optional<std::int64_t> quicklyScaled(double value, int scale) {
+    constexpr std::array Powers{1.0, 10.0, 100.0, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8};
+    // Up to this count the error of the multiplication stays far below the distance to a half.
+    constexpr double Limit = 1099511627776.0;
+    constexpr double HalfDistance = 1.0 / 1024;
+    if (scale < 0 || scale >= int(Powers.size()))
+        return std::nullopt;
+    const double scaled = value * Powers[std::size_t(scale)];
+    if (!(scaled < Limit && scaled > -Limit))
+        return std::nullopt;
+    const auto whole = std::int64_t(scaled);
+    const double fraction = scaled - double(whole);
+    if (fraction > -0.5 + HalfDistance && fraction < 0.5 - HalfDistance)
+        return whole;
+    if (fraction > 0.5 + HalfDistance)
+        return whole + 1;
+    if (fraction < -0.5 - HalfDistance)
+        return whole - 1;
+    return std::nullopt;
+}
 [[nodiscard]] ScaledCount scaledFromInteger(std::int64_t value, int scale);
 
 struct ScaledText {

@@ -23,28 +23,43 @@ struct RunningSum {
         return sum;
     }
     void setSum(ScaledCount sum) { std::memcpy(bytes, &sum, sizeof sum); }
+    /// Whether the sum still fits.
+    [[nodiscard]] bool add(ScaledCount number) {
+        ScaledCount sum = 0;
+        if (__builtin_add_overflow(this->sum(), number, &sum))
+            return false;
+        setSum(sum);
+        return true;
+    }
 };
+
+std::optional<ScaledCount> scaledValue(sqlite3_value *value, int type, int scale) {
+    if (type == SQLITE_INTEGER)
+        return scaledFromInteger(sqlite3_value_int64(value), scale);
+    const double real = sqlite3_value_double(value);
+    if (const auto quick = quicklyScaled(real, scale))
+        return *quick;
+    return scaledFromDouble(real, scale);
+}
 
 void sumStep(sqlite3_context *context, int count, sqlite3_value **values) {
     constexpr int ScaleOfOneArgument = 8;
-    if (sqlite3_value_type(values[0]) == SQLITE_NULL)
+    const int type = sqlite3_value_type(values[0]);
+    if (type == SQLITE_NULL)
         return;
     auto *running = static_cast<RunningSum *>(sqlite3_aggregate_context(context, sizeof(RunningSum)));
     if (running == nullptr)
         return sqlite3_result_error_nomem(context);
-    running->scale = count > 1 ? sqlite3_value_int(values[1]) : ScaleOfOneArgument;
-    const auto number = isInteger(values[0])
-                            ? scaledFromInteger(sqlite3_value_int64(values[0]), running->scale)
-                            : scaledFromDouble(sqlite3_value_double(values[0]), running->scale);
-    ScaledCount sum = 0;
-    if (!number || __builtin_add_overflow(running->sum(), *number, &sum)) {
-        running->failed = true;
-        return giveError(context,
-                         Error(8115, std::string("Arithmetic overflow error converting expression to data "
-                                                 "type numeric.")));
+    if (!running->any) {
+        running->any = true;
+        running->scale = count > 1 ? sqlite3_value_int(values[1]) : ScaleOfOneArgument;
     }
-    running->any = true;
-    running->setSum(sum);
+    const auto number = scaledValue(values[0], type, running->scale);
+    if (!number || !running->add(*number)) {
+        running->failed = true;
+        giveError(context, Error(8115, std::string("Arithmetic overflow error converting expression to data "
+                                                   "type numeric.")));
+    }
 }
 
 void sumFinal(sqlite3_context *context) {

@@ -311,10 +311,11 @@ void CRViewer91::PrintReport() {
     QPainter painter;
     if (!painter.begin(&printer))
         throw Error(errors::BadFile, QStringLiteral("The printer can't be used."));
+    report::PagePainter pages;
     for (int page = first; page <= last; ++page) {
         if (page > first)
             printer.newPage();
-        report::paintPage(painter, d->document()->page(page), printer.resolution() / 25.4);
+        pages.paint(painter, d->document()->page(page), printer.resolution() / 25.4);
     }
 }
 

@@ -1,7 +1,5 @@
 #include "platform/report/viewer/page_view.h"
 
-#include "platform/report/paint.h"
-
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScrollBar>
@@ -239,7 +237,7 @@ void PageView::paintEvent(QPaintEvent *) {
             painter.fillRect(QRectF(hit.topLeft() * scale(), hit.size() * scale()),
                              current ? QColor(255, 170, 60) : QColor(255, 235, 130));
         }
-        report::paintPage(painter, shown->second.page, scale());
+        m_painter.paint(painter, shown->second.page, scale());
         painter.restore();
     }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/report/document.h"
+#include "platform/report/paint.h"
 
 #include <QAbstractScrollArea>
 
@@ -72,6 +73,7 @@ private:
 
     report::DocumentPtr m_document;
     std::map<int, Shown> m_pages;
+    report::PagePainter m_painter;
     QString m_words;
     Hit m_hit;
     int m_current = 0;

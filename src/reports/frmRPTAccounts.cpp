@@ -1,0 +1,209 @@
+// The screen and its selectors; the run buttons stand in frmRPTAccounts_run.cpp.
+
+#include "reports/frmRPTAccounts.h"
+
+#include "accounts/frmFindAC.h"
+#include "platform/controls/focus.h"
+#include "platform/controls/look.h"
+#include "reports/report_items.h"
+#include "shell/menu_table.h"
+#include "shell/module1.h"
+
+#include <QShortcut>
+
+#include <algorithm>
+
+using namespace zel::shell;
+
+namespace zel::reports {
+
+using controls::Button;
+using controls::DataCombo;
+using controls::pixels;
+
+namespace {
+
+void bind(DataCombo &combo, const Sql &source, const char *listField, const char *boundColumn) {
+    ado::Recordset own;
+    own.Open(source, gCon, ado::adOpenKeyset, ado::adLockReadOnly, ado::adCmdText);
+    combo.setRowSource(own.rows());
+    combo.setListField(listField);
+    combo.setBoundColumn(boundColumn);
+}
+
+void see(Seen seen, std::initializer_list<QWidget *> group) {
+    if (seen == Seen::Stays)
+        return;
+    for (QWidget *control : group)
+        control->setVisible(seen == Seen::Shown);
+}
+
+/// The tooltip: what the control is for, and its key.
+void tell(QWidget &control, const QKeySequence &key) {
+    const auto *button = qobject_cast<Button *>(&control);
+    const QString name = button ? button->text().remove('&') : control.accessibleName();
+    control.setToolTip(name + " (" + key.toString() + ")");
+}
+
+} // namespace
+
+frmRPTAccounts::frmRPTAccounts() : ui(std::make_unique<Ui::frmRPTAccounts>()) {
+    ui->setupUi(this);
+    connectButtons();
+    connectKeys();
+    closeOnCtrlW();
+    ui->LblMain->setToolTip("Close (Ctrl+W)");
+    connect(ui->DtaCourse, &DataCombo::changed, this, &frmRPTAccounts::DtaCourse_Change);
+    connect(ui->DtaCourse, &DataCombo::clicked, this, &frmRPTAccounts::DtaCourse_Change);
+}
+
+frmRPTAccounts::~frmRPTAccounts() = default;
+
+/// The captions have no mnemonics, so these keys are told by the tooltips.
+void frmRPTAccounts::connectKeys() {
+    const std::pair<QWidget *, QKeySequence> keys[] = {
+        {ui->DTPicker1, Qt::ALT | Qt::Key_F},  {ui->DTPicker2, Qt::ALT | Qt::Key_T},
+        {ui->cboSession, Qt::ALT | Qt::Key_N}, {ui->DtaCourse, Qt::ALT | Qt::Key_C},
+        {ui->DtaSubject, Qt::ALT | Qt::Key_U}, {ui->cmdFindAC, Qt::Key_F7},
+    };
+    for (const auto &[control, key] : keys) {
+        tell(*control, key);
+        onKey(key, [control = control] { return control; });
+    }
+    for (const ReportItem &item : reportItems())
+        tell(*((*ui).*item.run), Qt::Key_F9);
+    onKey(Qt::Key_F9, [this] { return m_run; });
+}
+
+void frmRPTAccounts::onKey(const QKeySequence &key, const std::function<QWidget *()> &target) {
+    auto *shortcut = new QShortcut(key, this);
+    shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+    connect(shortcut, &QShortcut::activated, this, [target] {
+        QWidget *control = target();
+        if (!control || !control->isVisible())
+            return;
+        control->setFocus(Qt::ShortcutFocusReason);
+        if (auto *button = qobject_cast<Button *>(control))
+            button->click();
+    });
+}
+
+void frmRPTAccounts::Form_Load() {
+    bind(*ui->DtaCourse, "Select CourseId,CourseName From tblCourse Order By CourseName", "CourseName",
+         "CourseId");
+    bind(*ui->cboSession, "Select SessionId,SessionName From tblSession Order By SessionID", "SessionName",
+         "SessionId");
+    ui->cboSession->setCurrentIndex(ui->cboSession->count() - 1);
+    fixSizes();
+    ui->DTPicker1->setValue(QDate::currentDate());
+    ui->DTPicker2->setValue(QDate::currentDate());
+    FixAccount();
+}
+
+/// As large as the selectors of the richest item ask for, which is also how the screen stands before any
+/// item; all frames share the one place at (1080, 420).
+void frmRPTAccounts::fixSizes() {
+    int height = 0;
+    for (const QFrame *frame : ui->Frame1->findChildren<QFrame *>()) {
+        if (frame->property("Tag") == "R")
+            height = std::max(height, frame->sizeHint().height());
+    }
+    ui->layoutPlace->setRowMinimumHeight(0, height);
+    ui->layoutPlace->setColumnMinimumWidth(0, pixels(7800));
+    ui->layoutSelectors->setColumnMinimumWidth(0, ui->lblAC->sizeHint().width());
+    // The session without its label keeps to the column of the other boxes.
+    QSizePolicy keeps = ui->Label23->sizePolicy();
+    keeps.setRetainSizeWhenHidden(true);
+    ui->Label23->setSizePolicy(keeps);
+    const int edge = ui->Frame1->frameWidth();
+    ui->layoutFrame1->setContentsMargins(pixels(1080) - edge, pixels(420) - edge, pixels(1080) - edge,
+                                         pixels(420) - edge);
+    ui->Frame1->setFixedSize(ui->Frame1->sizeHint());
+    setFixedSize(sizeHint());
+}
+
+void frmRPTAccounts::FixAccount() {
+    OpenRs("Select ITaxAC,STaxAC,OthAcCode,VouStatus From VouSetting Where VouStatus ='TI'");
+    if (gRs.RecordCount() == 0)
+        return;
+    gRs.MoveFirst();
+    ITaxAC = gRs.Fields("ITaxAC").text();
+    STaxAC = gRs.Fields("STaxAC").text();
+    OthAcCode = gRs.Fields("OthACCode").text();
+}
+
+void frmRPTAccounts::choose(const ReportItem &item) {
+    Show();
+    setPlace({pixels(2500), pixels(1000)});
+    bringToTop(item);
+    see(item.account, {ui->lblAC, ui->txtAcName, ui->cmdFindAC});
+    see(item.dates, {ui->DTPicker1, ui->DTPicker2, ui->LblFrom, ui->LblTo});
+    see(item.session, {ui->cboSession, (*ui).*item.sessionLabel});
+    see(item.courseAndSubject, {ui->DtaCourse, ui->DtaSubject, ui->LblCourseName, ui->LblSubname});
+    const QString caption = menuCaption(item.menu);
+    ((*ui).*item.title)->setText(caption);
+    ui->LblMain->setText(caption);
+    focusFirst();
+}
+
+void frmRPTAccounts::focusFirst() {
+    for (QWidget *control : std::initializer_list<QWidget *>{ui->cmdFindAC, ui->DTPicker1, ui->cboSession,
+                                                             ui->DtaCourse, m_run}) {
+        if (control->isVisible())
+            return control->setFocus(Qt::OtherFocusReason);
+    }
+}
+
+void frmRPTAccounts::bringToTop(const ReportItem &item) {
+    for (const ReportItem &other : reportItems()) {
+        Button *run = (*ui).*other.run;
+        const bool top = &other == &item;
+        run->setFocusPolicy(top ? Qt::StrongFocus : Qt::ClickFocus);
+        run->setShortcut(top ? QKeySequence::mnemonic(run->text()) : QKeySequence());
+    }
+    QFrame *frame = (*ui).*item.frame;
+    frame->show();
+    frame->raise();
+    m_run = (*ui).*item.run;
+}
+
+void frmRPTAccounts::Form_Activate() {
+    if (gFoundRowID <= 0)
+        return;
+    ui->txtAcName->setText(gFoundName);
+    ui->txtAcName->setTag(QString::number(gFoundRowID));
+    controls::SetFocus(ui->cmdFindAC);
+    gFoundName.clear();
+    gFoundRowID = 0;
+}
+
+void frmRPTAccounts::Form_Unload() {
+    ApplyMenus();
+}
+
+void frmRPTAccounts::cmdFindAC_Click() {
+    accounts::frmFindAC::reference->Show();
+}
+
+void frmRPTAccounts::DtaCourse_Change() {
+    if (!ui->DtaCourse->Text().isEmpty())
+        FillSubjects();
+    else
+        ui->DtaSubject->setRowSource(nullptr);
+}
+
+void frmRPTAccounts::FillSubjects() {
+    bind(*ui->DtaSubject,
+         "Select SubId,SubName From tblSubject Where CourseID = "_sql + ui->DtaCourse->BoundText() +
+             " Order By SubName",
+         "SubName", "SubId");
+}
+
+Screens reportScreens() {
+    Screens screens;
+    for (const ReportItem &item : reportItems())
+        screens[item.menu] = [&item] { frmRPTAccounts::reference->choose(item); };
+    return screens;
+}
+
+} // namespace zel::reports

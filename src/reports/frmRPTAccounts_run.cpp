@@ -1,0 +1,153 @@
+// The run buttons; the screen and its selectors stand in frmRPTAccounts.cpp.
+
+#include "platform/base/value.h"
+#include "platform/controls/focus.h"
+#include "platform/controls/msg_box.h"
+#include "reports/frmRPTAccounts.h"
+#include "shell/MDIForm1.h"
+#include "shell/module1.h"
+
+#include "ui_frmRPTAccounts.h"
+
+using namespace zel::shell;
+
+namespace zel::reports {
+
+using controls::Button;
+using controls::MsgBox;
+using controls::vbInformation;
+
+void frmRPTAccounts::connectButtons() {
+    const std::pair<Button *, void (frmRPTAccounts::*)()> clicks[] = {
+        {ui->cmdFindAC, &frmRPTAccounts::cmdFindAC_Click},
+        {ui->cmdCashBook, &frmRPTAccounts::cmdCashBook_Click},
+        {ui->cmdBankBook, &frmRPTAccounts::cmdBankBook_Click},
+        {ui->cmdLedger, &frmRPTAccounts::cmdLedger_Click},
+        {ui->cmdDetLedger, &frmRPTAccounts::cmdDetLedger_Click},
+        {ui->cmdTrialBal, &frmRPTAccounts::cmdTrialBal_Click},
+        {ui->cmdTrialControl, &frmRPTAccounts::cmdTrialControl_Click},
+        {ui->cmdTrialOpening, &frmRPTAccounts::cmdTrialOpening_Click},
+        {ui->cmdFeeDetail, &frmRPTAccounts::cmdFeeDetail_Click},
+        {ui->cmdStuFeeDet, &frmRPTAccounts::cmdStuFeeDet_Click},
+        {ui->cmdInActiveStuFeeDet, &frmRPTAccounts::cmdInActiveStuFeeDet_Click},
+    };
+    for (const auto &[button, click] : clicks)
+        connect(button, &Button::clicked, this, click);
+}
+
+QString frmRPTAccounts::D1() const {
+    return ui->DTPicker1->Value().toString("yyyy-MM-dd");
+}
+
+QString frmRPTAccounts::D2() const {
+    return ui->DTPicker2->Value().toString("yyyy-MM-dd");
+}
+
+ReportSettings::Formula frmRPTAccounts::Dates(const QString &to) const {
+    return {"Dates", "\"From :  " + Value(ui->DTPicker1->Value()).text() + to +
+                         Value(ui->DTPicker2->Value()).text() + "\""};
+}
+
+bool frmRPTAccounts::accountIsChosen() {
+    if (!ui->txtAcName->Tag().isEmpty())
+        return true;
+    MsgBox("please select Account", vbInformation);
+    controls::SetFocus(ui->cmdFindAC);
+    return false;
+}
+
+std::int64_t frmRPTAccounts::cashAccount() {
+    OpenRs("Select AcCode From VouSetting Where VouStatus='CP'");
+    if (gRs.RecordCount() > 0)
+        gRs.MoveFirst();
+    const std::int64_t code = gRs.atEnd() ? 0 : gRs.Fields("AcCode").value().integer();
+    if (code == 0)
+        MsgBox("Cash Book Account not found!", vbInformation);
+    return code;
+}
+
+void frmRPTAccounts::cmdCashBook_Click() {
+    if (const std::int64_t code = cashAccount())
+        showBook(Sql() + code);
+}
+
+/// Asks for the account of cash payments too, and does nothing with it.
+void frmRPTAccounts::cmdBankBook_Click() {
+    if (accountIsChosen() && cashAccount() != 0)
+        showBook(Sql() + ui->txtAcName->Tag());
+}
+
+void frmRPTAccounts::showBook(const Sql &account) {
+    m_report.OpenReport("rptAcLedger3.rpt");
+    ReportSettings settings;
+    settings.selection = "{Company.comActive}='Y' and {DetJV.CrAc} = "_sql + account +
+                         " and {DetJV.VouDate} in #" + D1() + "# to #" + D2() + "#";
+    settings.formulas = {Dates("  To :  ")};
+    settings.subReports = {
+        {"rptSubAc", "{Accounts.RowID} = "_sql + account},
+        {"rptSubOpening", "{DetJV.AcCode} = "_sql + account + " and {DetJV.VouDate} < #" + D1() + "#"},
+        {"rptSubAcOpen", "{Accounts.RowID}  = "_sql + account}};
+    m_report.prepare(settings);
+    m_report.view();
+}
+
+void frmRPTAccounts::cmdLedger_Click() {
+    if (accountIsChosen())
+        showLedger("exec AcLedger "_sql + ui->txtAcName->Tag() + ",'" + D1() + "','" + D2() + "'");
+}
+
+void frmRPTAccounts::cmdDetLedger_Click() {
+    if (!accountIsChosen())
+        return;
+    Sql exec = "exec DetailAcLedger "_sql + ui->txtAcName->Tag();
+    for (const QDate date : {ui->DTPicker1->Value(), ui->DTPicker2->Value()})
+        exec += ","_sql + date.day() + "," + date.month() + "," + date.year();
+    showLedger(exec);
+}
+
+void frmRPTAccounts::showLedger(const Sql &exec) {
+    m_report.OpenReport("rptAcLedger.rpt");
+    gCon.Execute(exec);
+    ReportSettings settings;
+    settings.formulas = {Dates("  To :  ")};
+    settings.subReports = {{"rptSubAC", "{Accounts.RowID} = "_sql + ui->txtAcName->Tag()}};
+    m_report.prepare(settings);
+    m_report.view();
+}
+
+void frmRPTAccounts::cmdTrialBal_Click() {
+    showTrialBalance("rptTrialBalance.rpt", "exec TrialBalance '");
+}
+
+void frmRPTAccounts::cmdTrialControl_Click() {
+    showTrialBalance("rptTrialBalance2.rpt", "exec TrialBalance '");
+}
+
+void frmRPTAccounts::cmdTrialOpening_Click() {
+    showTrialBalance("rptTrialBalance3.rpt", "exec TrialBalance3 '");
+}
+
+void frmRPTAccounts::showTrialBalance(const char *file, const Sql &procedure) {
+    m_report.OpenReport(file);
+    gCon.Execute(procedure + D1() + "','" + D2() + "'");
+    ReportSettings settings;
+    settings.prompting = false;
+    settings.selection = "{Company.comActive} = 'Y'";
+    settings.formulas = {Dates("   To :  ")};
+    m_report.prepare(settings);
+    m_report.view();
+}
+
+void frmRPTAccounts::cmdFeeDetail_Click() {
+    MDIForm1::reference->tellMissing(ui->LblFeeDetail->text());
+}
+
+void frmRPTAccounts::cmdStuFeeDet_Click() {
+    MDIForm1::reference->tellMissing(ui->LblStuFeeDet->text());
+}
+
+void frmRPTAccounts::cmdInActiveStuFeeDet_Click() {
+    MDIForm1::reference->tellMissing(ui->LblInActiveStuFeeDet->text());
+}
+
+} // namespace zel::reports

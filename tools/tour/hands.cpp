@@ -1,0 +1,97 @@
+#include "tools/tour/hands.h"
+
+#include "platform/controls/grid.h"
+#include "platform/report/paint.h"
+#include "platform/report/viewer/cr_viewer.h"
+#include "tests/support/driver.h"
+
+#include <QFileInfo>
+#include <QWidget>
+
+#include <cstdio>
+
+namespace zel::tour {
+
+using namespace zel::test;
+
+namespace {
+
+QString folder;
+int station = 0;
+
+QString numbered(const QString &name, const char *ending) {
+    return QStringLiteral("%1/%2-%3.%4")
+        .arg(folder)
+        .arg(station, 2, 10, QChar(u'0'))
+        .arg(name, QString(ending));
+}
+
+} // namespace
+
+void setFolder(const QString &path) {
+    folder = path;
+}
+
+QWidget *frame() {
+    return form("MDIForm1");
+}
+
+void shot(QWidget *widget, const QString &name) {
+    settle();
+    ++station;
+    const QString file = numbered(name, "png");
+    if (!widget->grab().save(file))
+        qFatal("%s can't be written", qPrintable(file));
+    std::printf("%s\n", qPrintable(QFileInfo(file).fileName()));
+}
+
+void key(Qt::Key key, Qt::KeyboardModifiers modifiers) {
+    press(key, modifiers);
+    settle();
+}
+
+void tabTo(const QString &name) {
+    for (int i = 0; i < 120; ++i) {
+        if (focused() == name)
+            return;
+        press(Qt::Key_Tab);
+        settle();
+    }
+    qFatal("Tab does not reach %s; it stands on %s", qPrintable(name), qPrintable(focused()));
+}
+
+void retype(const QString &text, Qt::KeyboardModifiers whole) {
+    key(Qt::Key_Home, whole);
+    key(Qt::Key_End, whole | Qt::ShiftModifier);
+    type(text);
+}
+
+void find(const QString &title) {
+    if (activeForm() != "frmFindAC")
+        qFatal("the finder did not come up; %s is active", qPrintable(activeForm()));
+    tabTo("txtFindAC");
+    type(title);
+    const QString first = control<controls::Grid>(form("frmFindAC"), "mshSearch")->TextMatrix(1, 2);
+    if (!first.startsWith(title))
+        qFatal("the finder offers '%s' first for '%s'", qPrintable(first), qPrintable(title));
+    key(Qt::Key_Down);
+    key(Qt::Key_Return);
+}
+
+QString exportPage(const QString &name) {
+    QWidget *screen = form("frmVeiwer");
+    if (!screen)
+        qFatal("no viewer");
+    auto *viewer = control<viewer::CRViewer91>(screen, "CRViewer91");
+    if (viewer->property("pageCount").toInt() < 1)
+        qFatal("the viewer has no page");
+    shot(frame(), name);
+    report::exportPdf(*viewer->ReportSource()->document(), numbered(name, "pdf"));
+    QString text = viewer->property("plainText").toString();
+    std::printf("%s\n%s\n", qPrintable(QFileInfo(numbered(name, "pdf")).fileName()), qPrintable(text));
+    screen->close();
+    settle();
+    return text;
+}
+
+} // namespace zel::tour
