@@ -13,6 +13,7 @@
 #include <QAction>
 #include <QMenu>
 
+#include <algorithm>
 #include <map>
 
 using namespace zel::shell;
@@ -26,6 +27,11 @@ frmAccount::frmAccount() : ui(std::make_unique<Ui::frmAccount>()), mnuPop(new QM
     ui->cmdCancel->setIcon(controls::icon("cancel"));
     ui->cmdPrint->setIcon(controls::icon("print"));
     ui->cmdExit->setIcon(controls::icon("exit"));
+    // The boxes of the three levels stand in one column, though those of the third are in a frame of their
+    // own.
+    const int labels = std::max(ui->lblSubControl->sizeHint().width(), ui->lblSubsidiary->sizeHint().width());
+    ui->lblSubControl->setMinimumWidth(labels);
+    ui->lblSubsidiary->setMinimumWidth(labels);
     offer("&New");
     mnuPop->setObjectName("mnuPop");
     QAction *mnuEdit = mnuPop->addAction(controls::icon("edit"), "Edit");

@@ -3,6 +3,7 @@
 #include "platform/base/number_text.h"
 #include "platform/controls/combo_box.h"
 #include "platform/controls/focus.h"
+#include "platform/controls/look.h"
 #include "platform/controls/msg_box.h"
 #include "platform/controls/text_box.h"
 #include "shell/module1.h"
@@ -30,6 +31,11 @@ void MasterScreen::connectControls() {
     const auto on = [this](const char *button, auto procedure) {
         connect(findChild<QAbstractButton *>(button), &QAbstractButton::clicked, this, procedure);
     };
+    for (const char *button : {"save", "delete", "cancel", "print", "exit"}) {
+        const QString name = QLatin1String(button);
+        findChild<QAbstractButton *>("cmd" + name.left(1).toUpper() + name.mid(1))
+            ->setIcon(controls::icon(name));
+    }
     on("cmdSave", [this] { cmdSave_Click(); });
     on("cmdCancel", [this] { cmdCancel_Click(); });
     on("cmdDelete", [this] { cmdDelete_Click(); });

@@ -11,10 +11,13 @@
 #include "shell/screens.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QEvent>
 #include <QLocale>
 #include <QMenu>
+#include <QScrollBar>
 
+#include <algorithm>
 #include <vector>
 
 namespace zel::shell {
@@ -31,6 +34,7 @@ MDIForm1::MDIForm1() : ui(std::make_unique<Ui::MDIForm1>()), m_panel(std::make_u
     Picture1 = new QWidget(ui->mdiArea->viewport());
     m_panel->setupUi(Picture1);
     ui->mdiArea->viewport()->installEventFilter(this);
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget *, QWidget *now) { bringInSight(now); });
     Timer1.setObjectName("Timer1");
     Timer1.setInterval(500);
     connect(&Timer1, &QTimer::timeout, this, &MDIForm1::Timer1_Timer);
@@ -55,6 +59,20 @@ bool MDIForm1::eventFilter(QObject *watched, QEvent *event) {
     if (event->type() == QEvent::Resize && watched == ui->mdiArea->viewport())
         Picture1->setGeometry(ui->mdiArea->viewport()->rect());
     return MainForm::eventFilter(watched, event);
+}
+
+void MDIForm1::bringInSight(const QWidget *control) {
+    const QWidget *sight = ui->mdiArea->viewport();
+    if (!control || !sight->isAncestorOf(control))
+        return;
+    const QRect place(control->mapTo(sight, QPoint()), control->size());
+    const auto step = [](int begin, int end, int room) {
+        return begin < 0 ? begin : std::max(0, end - room);
+    };
+    QScrollBar *across = ui->mdiArea->horizontalScrollBar();
+    QScrollBar *down = ui->mdiArea->verticalScrollBar();
+    across->setValue(across->value() + step(place.left(), place.right() + 1, sight->width()));
+    down->setValue(down->value() + step(place.top(), place.bottom() + 1, sight->height()));
 }
 
 void MDIForm1::buildMenu() {

@@ -43,6 +43,8 @@ protected:
 
 private:
     void buildMenu();
+    /// Where the area is smaller than its screens: scrolls it to the control that got the focus.
+    void bringInSight(const QWidget *control);
     void choose(const QAction &item);
     void openLocked(const QString &screenName, const QString &caption, bool &destination);
     void mnuExit_Click();

@@ -1,6 +1,7 @@
 #include "shell/frmSecMenus.h"
 #include "ui_frmSecMenus.h"
 
+#include "platform/controls/look.h"
 #include "shell/module1.h"
 
 #include <QStyle>
@@ -29,6 +30,8 @@ int boldWidth(const QCheckBox &box) {
 
 frmSecMenus::frmSecMenus() : ui(std::make_unique<Ui::frmSecMenus>()) {
     ui->setupUi(this);
+    ui->cmdSave->setIcon(controls::icon("save"));
+    ui->Command1->setIcon(controls::icon("exit"));
     for (std::size_t i = 0; i < m_boxes.size(); ++i) {
         QCheckBox *box = findChild<QCheckBox *>("Check" + QString::number(i + 1));
         m_boxes[i] = box;

@@ -67,7 +67,7 @@ void tst_session::tabOrder() {
         }
         return names.join(' ');
     };
-    const QString buttons = " cmdSave cmdCancel cmdDelete cmdPrint cmdExit SSTab1";
+    const QString buttons = " cmdSave cmdDelete cmdCancel cmdPrint cmdExit SSTab1";
     QCOMPARE(round(8), "txtSessionName" + buttons + " txtSessionName");
     turnTo(sessions.screen, "SSTab1", 1);
     controls::SetFocus(control(sessions.screen, "cmb_s_cri"));

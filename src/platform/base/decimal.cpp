@@ -109,6 +109,17 @@ Decimal Decimal::rounded(int digits) const
     return Decimal(count);
 }
 
+double Decimal::toDouble() const
+{
+    constexpr std::int64_t Exact = std::int64_t(1) << 53;
+    if (m_count <= Exact && m_count >= -Exact)
+        return static_cast<double>(m_count) / double(Scale);
+    const std::string text = toString();
+    double nearest = 0;
+    std::from_chars(text.data(), text.data() + text.size(), nearest);
+    return nearest;
+}
+
 std::string Decimal::toString() const
 {
     // The magnitude is taken unsigned: the most negative count has no positive twin.

@@ -27,7 +27,7 @@ public:
     static std::optional<Decimal> parse(std::string_view text);
 
     [[nodiscard]] constexpr std::int64_t tenThousandths() const { return m_count; }
-    [[nodiscard]] double toDouble() const { return static_cast<double>(m_count) / double(Scale); }
+    [[nodiscard]] double toDouble() const;
     [[nodiscard]] bool isWhole() const { return m_count % Scale == 0; }
     /// Rounded half away from zero to `digits` decimals (0 to 4).
     [[nodiscard]] Decimal rounded(int digits) const;

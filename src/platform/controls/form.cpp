@@ -76,10 +76,15 @@ void Form::makeWindow(QMdiArea *area) {
                                  Qt::WindowCloseButtonHint);
     area->addSubWindow(m_window);
     const QSize frame = m_window->sizeHint() - sizeHint();
-    if (fixedSize)
+    if (fixedSize) {
         m_window->setFixedSize(inner + frame);
-    else
-        m_window->resize((inner + frame).boundedTo(area->viewport()->size()));
+    } else {
+        // Where the area is too small for the least size the area scrolls: controls never stand on one
+        // another.
+        const QSize least = minimumSizeHint() + frame;
+        m_window->setMinimumSize(least);
+        m_window->resize((inner + frame).boundedTo(area->viewport()->size()).expandedTo(least));
+    }
     const int step = 26 * int((area->subWindowList().size() - 1) % 8);
     moveWindow(m_place.x() >= 0 ? m_place : QPoint(step, step));
 }

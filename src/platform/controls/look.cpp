@@ -42,8 +42,9 @@ QPalette lightPalette() {
     palette.setColor(QPalette::Link, LookStyle::accent());
     palette.setColor(QPalette::ToolTipBase, QColor(0xff, 0xfb, 0xe6));
     palette.setColor(QPalette::ToolTipText, text);
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+    for (const auto role : {QPalette::WindowText, QPalette::ButtonText})
         palette.setColor(QPalette::Disabled, role, faint);
+    palette.setColor(QPalette::Disabled, QPalette::Text, QColor(0x53, 0x5f, 0x6c)); // to be read, not to be edited
     palette.setColor(QPalette::Disabled, QPalette::Base, QColor(0xed, 0xf0, 0xf3));
     palette.setColor(QPalette::Inactive, QPalette::Highlight, QColor(0xc9, 0xdb, 0xee));
     palette.setColor(QPalette::Inactive, QPalette::HighlightedText, text);

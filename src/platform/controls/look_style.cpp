@@ -2,6 +2,7 @@
 
 #include "platform/controls/look.h"
 
+#include <QLineEdit>
 #include <QMdiArea>
 #include <QPainter>
 #include <QStyleOption>
@@ -27,6 +28,84 @@ void drawFrame(const QStyleOption &option, QPainter *painter) {
     painter->fillRect(all.left(), all.bottom(), all.width(), 1, color);
     painter->fillRect(all.left(), all.top(), 1, all.height(), color);
     painter->fillRect(all.right(), all.top(), 1, all.height(), color);
+}
+
+QRectF square(const QRect &around, qreal side) {
+    QRectF result(0, 0, side, side);
+    result.moveCenter(QRectF(around).center());
+    return result;
+}
+
+void drawSign(QStyle::SubControl button, const QRect &place, QPainter *painter) {
+    const QRectF box = square(place, 9);
+    switch (button) {
+    case QStyle::SC_TitleBarMinButton:
+        painter->drawLine(box.bottomLeft(), box.bottomRight());
+        break;
+    case QStyle::SC_TitleBarMaxButton:
+        painter->drawRect(box);
+        break;
+    case QStyle::SC_TitleBarNormalButton:
+        painter->drawRect(box.adjusted(0, 2.5, -2.5, 0));
+        painter->drawPolyline(QPolygonF{{box.left() + 2.5, box.top() + 2.5},
+                                        {box.left() + 2.5, box.top()},
+                                        box.topRight(),
+                                        {box.right(), box.bottom() - 2.5},
+                                        {box.right() - 2.5, box.bottom() - 2.5}});
+        break;
+    default:
+        painter->drawLine(box.topLeft(), box.bottomRight());
+        painter->drawLine(box.topRight(), box.bottomLeft());
+    }
+}
+
+/// The buttons that the window offers in its present state.
+QStyle::SubControls offered(const QStyleOptionTitleBar &bar) {
+    QStyle::SubControls buttons;
+    const bool minimized = bar.titleBarState & Qt::WindowMinimized;
+    const bool maximized = bar.titleBarState & Qt::WindowMaximized;
+    if ((bar.titleBarFlags & Qt::WindowMinimizeButtonHint) && !minimized)
+        buttons |= QStyle::SC_TitleBarMinButton;
+    if ((bar.titleBarFlags & Qt::WindowMaximizeButtonHint) && !maximized)
+        buttons |= QStyle::SC_TitleBarMaxButton;
+    if (minimized || maximized)
+        buttons |= QStyle::SC_TitleBarNormalButton;
+    if (bar.titleBarFlags & Qt::WindowSystemMenuHint)
+        buttons |= QStyle::SC_TitleBarCloseButton;
+    return buttons & bar.subControls;
+}
+
+/// Flat, the active screen's in the colour of the logo.
+void drawTitleBar(const QStyle &style, const QStyleOptionTitleBar &bar, QPainter *painter,
+                  const QWidget *widget) {
+    const bool active = bar.titleBarState & QStyle::State_Active;
+    const QColor text = active ? QColor(Qt::white) : QColor(0x4d, 0x5a, 0x68);
+    const auto place = [&](QStyle::SubControl part) {
+        return style.subControlRect(QStyle::CC_TitleBar, &bar, part, widget);
+    };
+    painter->save();
+    painter->fillRect(bar.rect, active ? LookStyle::titleBar() : QColor(0xc9, 0xd2, 0xdc));
+    if (bar.subControls & QStyle::SC_TitleBarSysMenu)
+        bar.icon.paint(painter, square(place(QStyle::SC_TitleBarSysMenu), 16).toRect());
+    QFont bold = painter->font();
+    bold.setBold(true);
+    painter->setFont(bold);
+    painter->setPen(text);
+    const QRect label = place(QStyle::SC_TitleBarLabel).adjusted(6, 0, -6, 0);
+    painter->drawText(label, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                      QFontMetrics(bold).elidedText(bar.text, Qt::ElideRight, label.width()));
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(QPen(text, 1.4));
+    painter->setBrush(Qt::NoBrush);
+    for (const auto button : {QStyle::SC_TitleBarMinButton, QStyle::SC_TitleBarMaxButton,
+                              QStyle::SC_TitleBarNormalButton, QStyle::SC_TitleBarCloseButton}) {
+        if (!(offered(bar) & button))
+            continue;
+        if ((bar.activeSubControls & button) && (bar.state & QStyle::State_MouseOver))
+            painter->fillRect(place(button), QColor(0x80, 0x95, 0xab, 0x90));
+        drawSign(button, place(button), painter);
+    }
+    painter->restore();
 }
 
 bool hasFocus(const QStyleOption *option) {
@@ -65,9 +144,21 @@ void LookStyle::drawControl(ControlElement element, const QStyleOption *option, 
 
 void LookStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex *option,
                                    QPainter *painter, const QWidget *widget) const {
+    const auto *bar = qstyleoption_cast<const QStyleOptionTitleBar *>(option);
+    if (control == CC_TitleBar && bar)
+        return drawTitleBar(*proxy(), *bar, painter, widget);
     QProxyStyle::drawComplexControl(control, option, painter, widget);
     if ((control == CC_ComboBox || control == CC_SpinBox) && hasFocus(option))
         drawRing(option->rect, painter);
+}
+
+/// A caption that ends in a blank lines up with those that don't.
+void LookStyle::drawItemText(QPainter *painter, const QRect &rect, int flags, const QPalette &palette,
+                             bool enabled, const QString &text, QPalette::ColorRole role) const {
+    QString shown = text;
+    while ((flags & Qt::AlignRight) && shown.endsWith(QLatin1Char(' ')))
+        shown.chop(1);
+    QProxyStyle::drawItemText(painter, rect, flags, palette, enabled, shown, role);
 }
 
 QIcon LookStyle::standardIcon(StandardPixmap standard, const QStyleOption *option,
@@ -88,6 +179,8 @@ void LookStyle::polish(QWidget *widget) {
     QProxyStyle::polish(widget);
     if (auto *area = qobject_cast<QMdiArea *>(widget))
         area->setBackground(QColor(0xd9, 0xe0, 0xe8));
+    if (auto *box = qobject_cast<QLineEdit *>(widget))
+        box->setTextMargins(3, 0, 3, 0);
 }
 
 int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const {
@@ -114,6 +207,8 @@ int LookStyle::styleHint(StyleHint hint, const QStyleOption *option, const QWidg
         return int(Qt::AlignRight | Qt::AlignVCenter);
     case SH_LineEdit_PasswordCharacter:
         return '*';
+    case SH_DialogButtonBox_ButtonsHaveIcons:
+        return 0;
     case SH_UnderlineShortcut:
         return 1;
     case SH_ItemView_ShowDecorationSelected:

@@ -11,6 +11,7 @@ class LookStyle : public QProxyStyle {
 public:
     LookStyle();
     [[nodiscard]] static QColor accent() { return QColor(0x1f, 0x6f, 0xb8); }
+    [[nodiscard]] static QColor titleBar() { return QColor(0x24, 0x50, 0x7d); }
 
     void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
                        const QWidget *widget) const override;
@@ -18,6 +19,8 @@ public:
                      const QWidget *widget) const override;
     void drawComplexControl(ComplexControl control, const QStyleOptionComplex *option, QPainter *painter,
                             const QWidget *widget) const override;
+    void drawItemText(QPainter *painter, const QRect &rect, int flags, const QPalette &palette, bool enabled,
+                      const QString &text, QPalette::ColorRole role) const override;
     [[nodiscard]] QIcon standardIcon(StandardPixmap standard, const QStyleOption *option,
                                      const QWidget *widget) const override;
     using QProxyStyle::polish;

@@ -40,10 +40,10 @@ void MaskedBox::setText(const QString &text) {
 }
 
 void MaskedBox::keyPressEvent(QKeyEvent *event) {
-    if (!isEnter(event)) {
-        QLineEdit::keyPressEvent(event);
-        return;
-    }
+    if (isStrayCommand(event))
+        return event->ignore();
+    if (!isEnter(event))
+        return QLineEdit::keyPressEvent(event);
     if (m_enterKey == EnterKey::GoesOn)
         focusNext(this);
     Q_EMIT enterPressed();

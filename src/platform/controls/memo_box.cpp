@@ -33,6 +33,8 @@ void MemoBox::keyPressEvent(QKeyEvent *event) {
         if (!isReadOnly())
             insertPlainText(admitted(typed, textCursor().selectedText().size()));
         ensureCursorVisible();
+    } else if (isStrayCommand(event)) {
+        event->ignore();
     } else {
         QPlainTextEdit::keyPressEvent(event);
     }

@@ -53,6 +53,8 @@ void TextBox::keyPressEvent(QKeyEvent *event) {
         type(QGuiApplication::clipboard()->text());
     } else if (!typed.isEmpty()) {
         type(typed);
+    } else if (isStrayCommand(event)) {
+        event->ignore();
     } else {
         QLineEdit::keyPressEvent(event);
     }

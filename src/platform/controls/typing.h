@@ -19,6 +19,13 @@ namespace zel::controls {
     return types && !text.isEmpty() && QChar::isPrint(text.toUcs4().front()) ? text : QString();
 }
 
+/// A letter pressed with Alt that no shortcut took: it commands nothing here, and must not be typed.
+[[nodiscard]] inline bool isStrayCommand(const QKeyEvent *event) {
+    const QString text = event->text();
+    return (event->modifiers() & (Qt::AltModifier | Qt::MetaModifier)) && typedText(event).isEmpty() &&
+           !text.isEmpty() && QChar::isPrint(text.toUcs4().front());
+}
+
 /// Focus that a menu or a drop-down borrows is not lost by its control.
 [[nodiscard]] inline bool isBorrowed(const QFocusEvent *event) {
     return event->reason() == Qt::PopupFocusReason || event->reason() == Qt::MenuBarFocusReason;

@@ -50,6 +50,9 @@ bool fits(const DecimalText &number, int bits) {
            (value >= -(std::int64_t(1) << (bits - 1)) && value < (std::int64_t(1) << (bits - 1)));
 }
 
+/// Whole numbers of so many digits, with hundredths, are exact on every engine.
+constexpr std::size_t SafeWholeDigits = 13;
+
 bool onlyBlanks(std::string_view text) {
     return withoutTrailingBlanks(text).empty();
 }
@@ -116,7 +119,14 @@ Expr *Converter::literalToDecimal(Expr *literal, Type to, Purpose purpose) {
     const int whole = (money || purpose == Purpose::Meet ? (money ? 19 : 38) : to.length) - decimals(to);
     if (static_cast<int>(value->whole.size()) > whole)
         failOverflow(*literal, to);
-    return number(m_arena.keep(value->toString()), to, literal->at);
+    Expr *written = number(m_arena.keep(value->toString()), to, literal->at);
+    if (purpose != Purpose::Assign || value->whole.size() <= SafeWholeDigits)
+        return written;
+    // The engine at hand says itself whether it can hold so large a number.
+    Expr *checked = make(money ? Op::ToMoney : Op::ToNumeric, to, literal->at, written);
+    checked->n = to.length;
+    checked->m = to.scale;
+    return checked;
 }
 
 Expr *Converter::literalToFloat(Expr *literal, Type to) {

@@ -22,6 +22,9 @@ private Q_SLOTS:
     void computedRowsCannotBeEdited();
     void identityIsNeverReused();
     void storedFormsArePlain();
+    void largeAmounts_data();
+    void largeAmounts();
+    void mostRecords();
 };
 
 void tst_recordset::fieldsRefuse_data() {
@@ -275,6 +278,78 @@ void tst_recordset::storedFormsArePlain() {
              QStringLiteral("integer 7, text 2024-03-05, real 1000.1, integer 250, text 12"));
     QCOMPARE(plain(folder.file(), "select count(*) from DetJV where VouStatus = 'bp' and DrAmt > 1000"),
              QStringLiteral("1"));
+}
+
+void tst_recordset::largeAmounts_data() {
+    QTest::addColumn<QString>("amount");
+    QTest::addColumn<bool>("held");
+    QTest::newRow("hundredths") << "69999999999999.99" << true;
+    QTest::newRow("negative") << "-69999999999999.98" << true;
+    QTest::newRow("hundredths beside too much") << "99999999999999.01" << false;
+    QTest::newRow("negative, too") << "-98765432109876.54" << false;
+    QTest::newRow("whole") << "922337203685476" << true;
+    QTest::newRow("whole, too large") << "9998765432109876" << false;
+}
+
+/// Whichever way an amount goes into the file, it comes back to the last hundredth, or it is refused.
+void tst_recordset::largeAmounts() {
+    QFETCH(QString, amount);
+    QFETCH(bool, held);
+    const CatalogFolder folder;
+    Connection con;
+    open(con, folder.path());
+    const int number = held ? 0 : 8115;
+    QCOMPARE(failure([&] {
+                 Recordset rs;
+                 rs.Open("select * from DetJV", con);
+                 rs.AddNew();
+                 rs.Fields("VouNo") = 1;
+                 rs.Fields("VouStatus") = "BP";
+                 rs.Fields("DrAmt") = amount;
+                 rs.Update();
+             }),
+             number);
+    con.Execute("insert into DetJV (VouNo,VouStatus,DrAmt) values (2,'BP',0)");
+    const std::string text = amount.toStdString();
+    for (const std::string &written : {text, "'" + text + "'"}) {
+        QCOMPARE(failure([&] {
+                     con.Execute(Sql::trusted("update DetJV set DrAmt=" + written + " where VouNo=2"));
+                 }),
+                 number);
+        QCOMPARE(shown(con, "select DrAmt from DetJV where VouNo=2"), held ? amount : QString("0"));
+    }
+    if (held) {
+        QCOMPARE(shown(con, "select DrAmt from DetJV where VouNo=1"), amount);
+        con.Execute("delete from DetJV where VouNo=1");
+        QCOMPARE(shown(con, "select sum(DrAmt) from DetJV"), amount);
+    }
+}
+
+void tst_recordset::mostRecords() {
+    const CatalogFolder folder;
+    Connection con;
+    open(con, folder.path());
+    con.Execute("insert into tblSession values (1,'A') insert into tblSession values (2,'B')"
+                " insert into tblSession values (3,'C')");
+    Recordset rs;
+    const auto opened = [&](qsizetype most, const Sql &statement) {
+        rs.MaxRecords = most;
+        rs.Open(statement, con);
+        const qsizetype count = rs.RecordCount();
+        rs.Close();
+        return count;
+    };
+    QCOMPARE(opened(1, "select * from tblSession"), 1);
+    QCOMPARE(opened(2, "select * from tblSession"), 2);
+    QCOMPARE(opened(4, "select * from tblSession"), 3);
+    QCOMPARE(opened(1, "select * from tblSession where 0=1"), 0);
+    QCOMPARE(opened(0, "select * from tblSession"), 3);
+    // The one row read is a row as any other: it can be edited, and the rest of the table stays as it was.
+    rs.MaxRecords = 1;
+    rs.Open("select * from tblSession order by SessionId desc", con);
+    rs.Fields("SessionName") = "Z";
+    rs.Update();
+    QCOMPARE(shown(con, "select SessionId,SessionName from tblSession"), QStringLiteral("1|A;2|B;3|Z"));
 }
 
 QTEST_GUILESS_MAIN(tst_recordset)

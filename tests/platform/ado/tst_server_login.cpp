@@ -91,6 +91,10 @@ void tst_server_login::placesRefused() {
              QStringLiteral("4060 The file \"%1\" is no catalog: it holds no database.").arg(path));
     QVERIFY(file.resize(0));
     QCOMPARE(told(folder.path()),
+             QStringLiteral("4060 The file \"%1\" is no catalog: it is empty.").arg(path));
+    QCOMPARE(file.size(), 0);
+    QCOMPARE(plain(path, "create table T (a)"), QString());
+    QCOMPARE(told(folder.path()),
              QStringLiteral("4060 The database \"%1\" is no catalog of this program.").arg(path));
     QVERIFY(told(QStringLiteral("postgresql://localhost")).contains(QStringLiteral("PostgreSQL")));
     QVERIFY(told(QStringLiteral("SERVER1")).contains(QStringLiteral("SQL Server")));

@@ -22,6 +22,7 @@ class tst_screen : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void designedProperties();
+    void keepsItsLeastSize();
     void enterWalksTheTabOrder();
     void buttonsByKeys();
     void treeNodes();
@@ -50,6 +51,23 @@ void tst_screen::designedProperties() {
     QCOMPARE(screen->subWindow()->windowTitle(), QStringLiteral("SESSION"));
     QVERIFY(screen->size().width() >= screen->minimumSizeHint().width());
     QVERIFY(screen->size().height() >= screen->minimumSizeHint().height());
+    screen->Unload();
+    FormHost::setArea(nullptr);
+}
+
+/// In an area too small for it a screen reaches out of sight, and its controls don't stand on one another.
+void tst_screen::keepsItsLeastSize() {
+    QMdiArea area;
+    FormHost::setArea(&area);
+    area.resize(60, 50);
+    area.show();
+    FormReference<Screen> screen;
+    screen->Show();
+    const QSize least = screen->minimumSizeHint();
+    QVERIFY(least.width() > area.width() || least.height() > area.height());
+    QCOMPARE(screen->size().expandedTo(least), screen->size());
+    screen->subWindow()->resize(20, 20);
+    QCOMPARE(screen->size().expandedTo(least), screen->size());
     screen->Unload();
     FormHost::setArea(nullptr);
 }

@@ -1,4 +1,5 @@
 #include "platform/controls/application.h"
+#include "platform/controls/masked_box.h"
 #include "platform/controls/memo_box.h"
 #include "platform/controls/text_box.h"
 
@@ -24,6 +25,7 @@ private Q_SLOTS:
     void limitHoldsTypingOnly();
     void enter_data();
     void enter();
+    void commandsAreNotTyped();
     void lockedBoxAnswersEnterAlone();
     void focusPassedOn();
     void pastedLinesBecomeOne();
@@ -218,6 +220,26 @@ void tst_textbox::enter() {
     QCOMPARE(next->hasFocus(), moves);
     QCOMPARE(lost.size(), moves ? 1 : 0);
     QCOMPARE(got.size(), moves ? 1 : 0);
+}
+
+/// Alt+D while "&Delete" is disabled, and the like.
+void tst_textbox::commandsAreNotTyped() {
+    TextBox amount;
+    amount.setKeys(Keys::Amount);
+    MemoBox memo;
+    MaskedBox masked;
+    masked.setMask(QStringLiteral("##-##"));
+    for (QWidget *box :
+         {static_cast<QWidget *>(&amount), static_cast<QWidget *>(&memo), static_cast<QWidget *>(&masked)}) {
+        QTest::keyClick(box, Qt::Key_D, Qt::AltModifier);
+        QTest::keyClick(box, Qt::Key_7, Qt::AltModifier);
+        QTest::keyClick(box, Qt::Key_7, Qt::MetaModifier);
+    }
+    QCOMPARE(amount.text(), QString());
+    QCOMPARE(memo.text(), QString());
+    QCOMPARE(masked.text(), QStringLiteral("__-__"));
+    QTest::keyClick(&amount, Qt::Key_7, Qt::ControlModifier | Qt::AltModifier); // AltGr
+    QCOMPARE(amount.text(), QStringLiteral("7"));
 }
 
 void tst_textbox::lockedBoxAnswersEnterAlone() {

@@ -29,6 +29,8 @@ QString catalogFile(const QString &folder) {
         throw Error(4060, QStringLiteral("The folder \"%1\" holds no catalog ZEL.db.").arg(folder));
     if (!file.isFile())
         throw Error(4060, QStringLiteral("\"%1\" is no file.").arg(path));
+    if (file.size() == 0)
+        throw Error(4060, QStringLiteral("The file \"%1\" is no catalog: it is empty.").arg(path));
     if (!mayWrite(path))
         throw Error(3906, QStringLiteral("The catalog \"%1\" may only be read, not written.").arg(path));
     if (!mayWrite(folder, X_OK))

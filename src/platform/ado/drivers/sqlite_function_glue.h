@@ -39,8 +39,8 @@ inline void giveError(sqlite3_context *context, const Error &error) {
     sqlite3_result_error(context, text.data(), int(text.size()));
 }
 
-/// INTEGER when whole, else REAL; Error 8115 for what a Decimal can't hold, so that every number that is
-/// given can be read back exactly.
+/// INTEGER when whole, else REAL; Error 8115 for what a Decimal or a REAL can't hold, so that every number
+/// that is given can be read back exactly.
 void giveDecimal(sqlite3_context *context, ScaledCount count, int scale);
 
 [[noreturn]] void overflow(const char *type);
