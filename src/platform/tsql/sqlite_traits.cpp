@@ -4,12 +4,25 @@
 #include "platform/tsql/types.h"
 #include "platform/tsql/writer.h"
 
+#include <algorithm>
+
 namespace zel::tsql {
 
 namespace {
 
+/// Whether the digits of a number with a point are more than a double is sure to keep.
+bool isLong(std::string_view number) {
+    constexpr int Kept = 15;
+    return number.find('.') != std::string_view::npos &&
+           number.find_first_of("eE") == std::string_view::npos &&
+           std::ranges::count_if(number, [](char c) { return c >= '0' && c <= '9'; }) > Kept;
+}
+
 void writeNumber(Writer &out, const Expr &node) {
-    if (node.text.front() == '-') // "5--5" would begin a comment
+    if (isLong(node.text)) // taken from its text, and refused where a digit would be lost
+        out << "zel_num('" << node.text << "',38,"
+            << std::to_string(node.text.size() - node.text.find('.') - 1) << ')';
+    else if (node.text.front() == '-') // "5--5" would begin a comment
         out << '(' << node.text << ')';
     else
         out << node.text;
