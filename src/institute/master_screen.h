@@ -15,7 +15,7 @@ namespace zel::institute {
 /// What a master-data screen (sessions, courses, subjects) has of its own.
 struct MasterTable {
     struct Criterion {
-        const char *caption;
+        const char *caption = nullptr;
         Sql before; ///< the list's statement up to the search value
         Sql behind; ///< and behind it
     };

@@ -33,7 +33,7 @@ private:
     void Command1_Click();
 
     std::unique_ptr<Ui::frmSecMenus> ui;
-    std::array<QCheckBox *, 19> m_boxes; ///< Check1 to Check19
+    std::array<QCheckBox *, 19> m_boxes{}; ///< Check1 to Check19
 };
 
 } // namespace zel::shell

@@ -46,9 +46,9 @@ Page slice(const Page &whole, double from, double to) {
 
 struct Paginator::Sheet {
     BandLayout layout;
-    Page *page; ///< nullptr when only page starts are looked for
-    double x;
-    double y; ///< where the next band goes
+    Page *page = nullptr; ///< nullptr when only page starts are looked for
+    double x = 0;
+    double y = 0; ///< where the next band goes
     bool empty = true;
 };
 

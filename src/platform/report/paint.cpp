@@ -43,7 +43,7 @@ bool PagePainter::addGlyphs(const TextItem &item) {
 }
 
 void PagePainter::drawRun(QPainter &painter) {
-    if (m_run.glyphs.empty())
+    if (!m_run.typeface || m_run.glyphs.empty())
         return;
     QGlyphRun run;
     run.setRawFont(m_run.typeface->raw());

@@ -37,7 +37,7 @@ public:
 
 private:
     static constexpr std::size_t Alignment = alignof(void *);
-    static constexpr std::size_t BlockSize = 32U * 1024U;
+    static constexpr std::size_t BlockSize = std::size_t(32) * 1024;
 
     void *take(std::size_t size) {
         size = (size + Alignment - 1) / Alignment * Alignment;
@@ -52,8 +52,8 @@ private:
         return place;
     }
 
-    alignas(
-        Alignment) std::array<std::byte, 12U * 1024U> m_first; // left uninitialised: most statements fit here
+    alignas(Alignment)
+        std::array<std::byte, std::size_t(12) * 1024> m_first; // left uninitialised: most statements fit here
     std::byte *m_next = m_first.data();
     std::byte *m_end = m_first.data() + m_first.size();
     std::vector<std::unique_ptr<std::byte[]>> m_blocks;
