@@ -2,6 +2,10 @@
 
 #include <QString>
 
+namespace zel::ado {
+class Driver;
+}
+
 namespace zel::schema {
 
 struct NewCatalog {
@@ -14,5 +18,8 @@ struct NewCatalog {
 /// when it is whole and on the disk, and never over one that is there (Error 1802); a failure leaves nothing
 /// behind.
 void createCatalog(const QString &folder, const NewCatalog &wanted = {});
+
+/// The tables, indexes and procedures, without rows, in an empty catalog.
+void define(ado::Driver &driver);
 
 } // namespace zel::schema

@@ -1,5 +1,6 @@
 #include "check.h"
 #include "schema/new_catalog.h"
+#include "schema/refresh_catalog.h"
 #include "shown.h"
 
 #include "platform/ado/drivers/sqlite_driver.h"
@@ -89,6 +90,13 @@ int create(const QCommandLineParser &line, const QStringList &words) {
     return 0;
 }
 
+int refresh(const QCommandLineParser &, const QStringList &words) {
+    if (schema::refreshCatalog(words[1]))
+        say(QStringLiteral("Brought the procedures, work tables and indexes of %1/ZEL.db up to date.\n")
+                .arg(words[1]));
+    return 0;
+}
+
 int changePassword(const QCommandLineParser &, const QStringList &words) {
     const auto driver = openAsOwner(words[1]);
     driver->logins().requireLogin(words[2].toStdString());
@@ -171,6 +179,7 @@ struct Command {
 
 constexpr Command Commands[] = {
     {"create", "DIR [--bare] [--chart]", 2, 2, create},
+    {"refresh", "DIR", 2, 2, refresh},
     {"passwd", "DIR LOGIN", 3, 3, changePassword},
     {"sql", "DIR (STATEMENT | -f FILE) [--json]", 2, 3, sql},
     {"check", "DIR", 2, 2, check},

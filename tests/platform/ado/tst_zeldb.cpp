@@ -48,6 +48,7 @@ private Q_SLOTS:
     void leavesNothingHalfMade();
     void bare();
     void chartIsSetUp();
+    void refreshes();
     void json();
     void tables();
     void files();
@@ -107,6 +108,39 @@ void tst_zeldb::chartIsSetUp() {
                    "select v.VouStatus || ' ' || a.AcName from VouSetting v join Accounts a"
                    " on a.RowID = v.AcCode where v.VouStatus in ('CP','BR','IR')"),
              QStringLiteral("CP CASH IN HAND;BR CITY BANK;IR STUDENTS"));
+}
+
+/// What a catalog of an earlier version has otherwise comes up to date; what was entered stays.
+void tst_zeldb::refreshes() {
+    const QTemporaryDir folder;
+    const QString file = folder.filePath("ZEL.db");
+    const char *definitions = "select group_concat(sql) from (select sql from sqlite_master order by name)";
+    const char *procedures =
+        "select group_concat(Text) from (select Text from sys_procedures order by NameKey)";
+    QCOMPARE(zeldb({"create", "--chart", folder.path()}).status, 0);
+    const QString made = plain(file, definitions) + plain(file, procedures);
+    QCOMPARE(zeldb({"refresh", folder.path()}).out, QString());
+
+    plain(file, "drop table rptTrialBalance");
+    plain(file, "create table RPTTRIALBALANCE (AcCode int)");
+    plain(file, "drop table rptAcLedger");
+    plain(file, "drop index ixDetJVSubject");
+    plain(file, "create index ixDetJVSubject on DetJV (AcCode, SubID)");
+    plain(file, "drop index ixDetJVNumber");
+    plain(file, "alter table Accounts add Remark text");
+    plain(file,
+          "update sys_procedures set Text = 'create procedure AcLedger as begin delete from rptAcLedger end'"
+          " where NameKey = 'acledger'");
+    plain(file, "delete from sys_procedures where NameKey = 'trialbalance3'");
+    const Ran ran = zeldb({"refresh", folder.path()});
+    QCOMPARE(ran.status, 0);
+    QVERIFY(ran.out.contains("up to date"));
+    QVERIFY(plain(file, "select sql from sqlite_master where name = 'Accounts'").contains("Remark"));
+    QCOMPARE(plain(file, "select count(*) from Accounts where AcName = 'CITY BANK'"), QStringLiteral("1"));
+    plain(file, "alter table Accounts drop column Remark");
+    QCOMPARE(plain(file, definitions) + plain(file, procedures), made);
+    QCOMPARE(QDir(folder.path()).entryList({"*.new*"}, QDir::Files), QStringList());
+    QCOMPARE(zeldb({"sql", folder.path(), "exec TrialBalance3 '2026-01-01','2026-12-31'"}).status, 0);
 }
 
 void tst_zeldb::json() {

@@ -1,0 +1,54 @@
+#include "schema/half_made.h"
+
+#include "platform/base/error.h"
+
+#include <QDir>
+#include <QFile>
+#include <QUuid>
+
+#include <cerrno>
+#include <cstdio>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace zel::schema {
+
+HalfMade::HalfMade(const QString &folder, bool madeFolder) : m_folder(folder), m_madeFolder(madeFolder) {
+    m_path = folder + QStringLiteral("/ZEL.db.") + QUuid::createUuid().toString(QUuid::Id128) +
+             QStringLiteral(".new");
+}
+
+HalfMade::~HalfMade() {
+    if (m_kept)
+        return;
+    for (const char *end : {"", "-wal", "-shm", "-journal"})
+        QFile::remove(m_path + QLatin1String(end));
+    if (m_madeFolder)
+        QDir().rmdir(m_folder);
+}
+
+void refuseSecond(const QString &folder) {
+    throw Error(1802,
+                QStringLiteral("The folder \"%1\" holds a catalog ZEL.db already; it was left as it is.")
+                    .arg(folder));
+}
+
+void HalfMade::keepAs(const QString &path) {
+    const QByteArray from = QFile::encodeName(m_path);
+    const QByteArray to = QFile::encodeName(path);
+    if (::link(from.constData(), to.constData()) == 0)
+        ::unlink(from.constData());
+    else if (errno == EEXIST)
+        refuseSecond(m_folder);
+    else if (::renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(), RENAME_NOREPLACE) != 0)
+        throw Error(823,
+                    QStringLiteral("The catalog \"%1\" can't be made: %2.").arg(path, qt_error_string()));
+    m_kept = true;
+    const int folder = ::open(QFile::encodeName(m_folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (folder >= 0) {
+        ::fsync(folder);
+        ::close(folder);
+    }
+}
+
+} // namespace zel::schema
