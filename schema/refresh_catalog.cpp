@@ -53,7 +53,7 @@ bool refreshTablesAndIndexes(SqliteSession &pattern, SqliteSession &session) {
         if (before == sql || (!before.empty() && isData))
             continue;
         if (!before.empty())
-            session.execute(("drop " + type + " \"" + name + '"').c_str());
+            session.execute(std::string("drop ").append(type).append(" ").append(name).c_str());
         session.execute(sql.c_str());
         changed = true;
     }
