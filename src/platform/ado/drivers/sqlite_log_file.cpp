@@ -120,6 +120,10 @@ int open(sqlite3_vfs *, const char *name, sqlite3_file *file, int flags, int *ou
 
 const char *gatheringVfs() {
     static sqlite3_vfs gathering;
+    // Nobody asks how much memory SQLite holds; counting it takes a lock at each allocation. Refused, and no
+    // matter, where SQLite is in use already.
+    static const int uncounted = sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
+    (void)uncounted;
     sqlite3_initialize();
     if (sqlite3_vfs *now = sqlite3_vfs_find(nullptr); now != standard) {
         if (standard != nullptr)
