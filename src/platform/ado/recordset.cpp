@@ -79,10 +79,16 @@ const tsql::Column *Recordset::Private::tableColumn(int column) const {
     if (tableColumns.empty()) {
         tableColumns.resize(rows().columns().size());
         const tsql::Table *base = table.empty() ? nullptr : connection->driver().table(table);
+        std::size_t next = 0; // the rows mostly have the table's columns in their order
         for (std::size_t at = 0; base && at < tableColumns.size(); ++at)
-            for (const tsql::Column &candidate : base->columns)
-                if (candidate.name == rows().columns()[at].baseColumn)
-                    tableColumns[at] = candidate;
+            for (std::size_t tried = 0; tried < base->columns.size(); ++tried) {
+                const tsql::Column &candidate = base->columns[(next + tried) % base->columns.size()];
+                if (candidate.name != rows().columns()[at].baseColumn)
+                    continue;
+                tableColumns[at] = candidate;
+                next += tried + 1;
+                break;
+            }
     }
     const auto &known = tableColumns.at(std::size_t(column));
     return known ? &*known : nullptr;

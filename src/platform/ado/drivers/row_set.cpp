@@ -1,5 +1,6 @@
 #include "platform/ado/drivers/row_set.h"
 
+#include <algorithm>
 #include <charconv>
 #include <stdexcept>
 
@@ -18,6 +19,25 @@ int digits(std::string_view text, std::size_t from, std::size_t length) {
         number = number * 10 + (text[i] - '0');
     }
     return number;
+}
+
+char16_t lowered(char16_t letter) {
+    return letter >= u'A' && letter <= u'Z' ? char16_t(letter + (u'a' - u'A')) : letter;
+}
+
+/// Whether the two are one name, case ignored; nearly all are ASCII, which needs no QString.
+bool sameName(std::string_view utf8, QStringView name) {
+    const std::size_t common = std::min(utf8.size(), std::size_t(name.size()));
+    for (std::size_t at = 0; at < common; ++at) {
+        const auto ours = static_cast<unsigned char>(utf8[at]);
+        const char16_t other = name[qsizetype(at)].unicode();
+        if (ours >= 0x80 || other >= 0x80)
+            return QString::fromUtf8(utf8.data(), qsizetype(utf8.size()))
+                       .compare(name, Qt::CaseInsensitive) == 0;
+        if (lowered(ours) != lowered(other))
+            return false;
+    }
+    return utf8.size() == std::size_t(name.size());
 }
 
 std::int64_t wholeOf(const Decimal &number) {
@@ -114,10 +134,7 @@ std::optional<DateTime> storedMoment(std::string_view text) {
 }
 
 RowSet::RowSet(std::vector<tsql::ResultColumn> columns, bool withIdentity)
-    : m_columns(std::move(columns)), m_width(qsizetype(m_columns.size()) + (withIdentity ? 1 : 0)) {
-    for (const tsql::ResultColumn &column : m_columns)
-        m_names.append(QString::fromStdString(column.name));
-}
+    : m_columns(std::move(columns)), m_width(qsizetype(m_columns.size()) + (withIdentity ? 1 : 0)) {}
 
 void RowSet::finish() {
     m_tags.trim();
@@ -131,9 +148,13 @@ std::size_t RowSet::index(qsizetype row, qsizetype column) const {
     return std::size_t(row * m_width + column);
 }
 
+QString RowSet::columnName(int column) const {
+    return QString::fromStdString(m_columns.at(std::size_t(column)).name);
+}
+
 int RowSet::columnIndex(const QString &name) const {
-    for (qsizetype column = 0; column < m_names.size(); ++column)
-        if (m_names[column].size() == name.size() && m_names[column].compare(name, Qt::CaseInsensitive) == 0)
+    for (std::size_t column = 0; column < m_columns.size(); ++column)
+        if (sameName(m_columns[column].name, name))
             return int(column);
     return -1;
 }

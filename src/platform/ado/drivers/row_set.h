@@ -4,8 +4,6 @@
 #include "platform/base/rows.h"
 #include "platform/tsql/front_end.h"
 
-#include <QStringList>
-
 #include <bit>
 #include <cstdint>
 #include <optional>
@@ -36,7 +34,7 @@ public:
         return m_width ? qsizetype(m_cells.size()) / m_width : 0;
     }
     [[nodiscard]] int columnCount() const override { return int(m_columns.size()); }
-    [[nodiscard]] QString columnName(int column) const override { return m_names.at(column); }
+    [[nodiscard]] QString columnName(int column) const override;
     [[nodiscard]] int columnIndex(const QString &name) const override;
     [[nodiscard]] bool isNumber(int column) const override;
     [[nodiscard]] Value value(qsizetype row, int column) const override;
@@ -65,7 +63,6 @@ private:
     }
 
     std::vector<tsql::ResultColumn> m_columns;
-    QStringList m_names;
     qsizetype m_width;
     PackedArray<Tag> m_tags;
     PackedArray<std::int64_t> m_cells;
