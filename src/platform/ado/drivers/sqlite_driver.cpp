@@ -41,15 +41,17 @@ QString catalogFile(const QString &folder) {
     return path;
 }
 
-std::string quotedName(std::string_view name) {
-    std::string text = "\"";
-    for (const char c : name) {
-        text += c;
-        if (c == '"')
-            text += c;
+void appendQuoted(std::string &sql, std::string_view name) {
+    sql += '"';
+    for (std::size_t quote = name.find('"'); quote != std::string_view::npos; quote = name.find('"')) {
+        sql.append(name, 0, quote + 1) += '"';
+        name.remove_prefix(quote + 1);
     }
-    return text + '"';
+    sql.append(name) += '"';
 }
+
+/// Room for the text of most rows, so that it is not moved while it grows.
+constexpr std::size_t UsualText = 500;
 
 void appendCell(RowSet &rows, sqlite3_stmt *statement, int column) {
     switch (sqlite3_column_type(statement, column)) {
@@ -191,27 +193,30 @@ std::int64_t SqliteDriver::run(const tsql::Statement &statement) {
 void SqliteDriver::write(const std::string &sql, std::span<const Assignment> values,
                          std::optional<std::int64_t> identity) {
     requireTransaction();
+    const Value row = identity ? Value(*identity) : Value();
     SqliteSession::Running running = m_session.prepare(sql);
     int parameter = 0;
     for (const Assignment &assignment : values)
         running.bind(++parameter, assignment.value);
     if (identity)
-        running.bind(++parameter, Value(*identity));
+        running.bind(++parameter, row);
     running.step();
 }
 
 std::int64_t SqliteDriver::insertRow(std::string_view table, std::span<const Assignment> values) {
-    std::string sql = "insert into " + quotedName(table);
+    std::string sql;
+    sql.reserve(UsualText);
+    appendQuoted(sql += "insert into ", table);
     if (values.empty()) {
         sql += " default values";
     } else {
-        std::string parameters;
         sql += " (";
-        for (const Assignment &assignment : values) {
-            sql += (parameters.empty() ? "" : ", ") + quotedName(assignment.column);
-            parameters += parameters.empty() ? "?" : ", ?";
-        }
-        sql += ") values (" + parameters + ')';
+        for (const Assignment &assignment : values)
+            appendQuoted(&assignment == values.data() ? sql : sql += ", ", assignment.column);
+        sql += ") values (?";
+        for (std::size_t further = 1; further < values.size(); ++further)
+            sql += ", ?";
+        sql += ')';
     }
     write(sql, values, std::nullopt);
     return sqlite3_last_insert_rowid(m_session.handle());
@@ -219,9 +224,14 @@ std::int64_t SqliteDriver::insertRow(std::string_view table, std::span<const Ass
 
 bool SqliteDriver::updateRow(std::string_view table, std::int64_t identity,
                              std::span<const Assignment> values) {
-    std::string sql = "update " + quotedName(table) + " set ";
-    for (const Assignment &assignment : values)
-        sql += (&assignment == values.data() ? "" : ", ") + quotedName(assignment.column) + " = ?";
+    std::string sql;
+    sql.reserve(UsualText);
+    appendQuoted(sql += "update ", table);
+    sql += " set ";
+    for (const Assignment &assignment : values) {
+        appendQuoted(&assignment == values.data() ? sql : sql += ", ", assignment.column);
+        sql += " = ?";
+    }
     sql += " where rowid = ?";
     write(sql, values, identity);
     return sqlite3_changes(m_session.handle()) > 0;

@@ -21,9 +21,7 @@ constexpr std::array OwnNames = {"sys_logins", "sys_users", "sys_rolemembers", "
 int bindDecimal(sqlite3_stmt *statement, int parameter, Decimal number) {
     if (number.isWhole())
         return sqlite3_bind_int64(statement, parameter, number.tenThousandths() / Decimal::Scale);
-    const std::string text = number.toString();
-    double nearest = 0;
-    std::from_chars(text.data(), text.data() + text.size(), nearest);
+    const double nearest = number.toDouble();
     if (Decimal::fromDouble(nearest) != number)
         throw Error(8115,
                     std::string("Arithmetic overflow error converting expression to data type numeric."));
@@ -31,10 +29,21 @@ int bindDecimal(sqlite3_stmt *statement, int parameter, Decimal number) {
 }
 
 std::string stored(const DateTime &moment) {
-    std::array<char, 16> day{};
-    std::snprintf(day.data(), day.size(), "%04d-%02d-%02d", moment.date.year(), moment.date.month(),
-                  moment.date.day());
-    std::string text(day.data());
+    int year = 0;
+    int month = 0;
+    int day = 0;
+    moment.date.getDate(&year, &month, &day);
+    const auto digit = [](int number) { return char('0' + number % 10); };
+    std::string text{digit(year / 1000),
+                     digit(year / 100),
+                     digit(year / 10),
+                     digit(year),
+                     '-',
+                     digit(month / 10),
+                     digit(month),
+                     '-',
+                     digit(day / 10),
+                     digit(day)};
     if (moment.time != QTime(0, 0))
         text += moment.time.toString(QStringLiteral(" HH:mm:ss.zzz")).toStdString();
     return text;
@@ -196,7 +205,8 @@ SqliteSession::Running &SqliteSession::Running::bind(int parameter, const Value 
     else if (const auto *real = std::get_if<double>(&held))
         code = sqlite3_bind_double(m_statement, parameter, *real);
     else if (const auto *text = std::get_if<std::string>(&held))
-        return bind(parameter, std::string_view(*text));
+        code = sqlite3_bind_text64(m_statement, parameter, text->data(), text->size(), SQLITE_STATIC,
+                                   SQLITE_UTF8);
     else if (const auto *moment = std::get_if<DateTime>(&held))
         return bind(parameter, std::string_view(stored(*moment)));
     else

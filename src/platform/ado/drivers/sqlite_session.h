@@ -34,7 +34,7 @@ public:
         Running(const Running &) = delete;
         Running &operator=(const Running &) = delete;
 
-        /// Parameters count from 1.
+        /// Parameters count from 1. A value has to outlive this; a text is copied.
         Running &bind(int parameter, const Value &value);
         Running &bind(int parameter, std::string_view text);
         /// False when there are no more rows.
