@@ -31,7 +31,8 @@ void logIn() {
     tour::frame()->showNormal();
     tour::frame()->resize(1280, 800);
     // The clock shows from its first tick on.
-    QTest::qWaitFor([] { return !text(tour::frame(), "lblDate").isEmpty(); });
+    if (!QTest::qWaitFor([] { return !text(tour::frame(), "lblDate").isEmpty(); }))
+        qFatal("the main window shows no date");
     tour::shot(tour::frame(), "main-window");
 }
 
