@@ -27,7 +27,8 @@ struct RunningSum {
     /// Whether the sum still fits.
     [[nodiscard]] bool add(ScaledCount number) {
         ScaledCount sum = 0;
-        if (__builtin_add_overflow(this->sum(), number, &sum))
+        std::memcpy(&sum, far, sizeof sum);
+        if (__builtin_add_overflow(sum, near, &sum) || __builtin_add_overflow(sum, number, &sum))
             return false;
         std::memcpy(far, &sum, sizeof sum);
         near = 0;

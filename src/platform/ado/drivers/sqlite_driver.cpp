@@ -25,7 +25,7 @@ QString catalogFile(const QString &folder) {
     const QFileInfo place(folder);
     if (!place.isDir())
         throw Error(4060, QStringLiteral("There is no folder \"%1\".").arg(folder));
-    const QString path = place.absoluteFilePath() + u'/' + QLatin1String(SqliteDriver::FileName);
+    QString path = place.absoluteFilePath() + u'/' + QLatin1String(SqliteDriver::FileName);
     const QFileInfo file(path);
     if (!file.exists())
         throw Error(4060, QStringLiteral("The folder \"%1\" holds no catalog ZEL.db.").arg(folder));
