@@ -10,36 +10,58 @@ namespace {
 
 namespace names = tsql::sqlite_names;
 
-/// SQLite aligns an aggregate's memory to eight bytes only, so the sum is kept as bytes.
+/// SQLite aligns an aggregate's memory to eight bytes only, so the large part of the sum is kept as bytes.
 struct RunningSum {
-    unsigned char bytes[sizeof(ScaledCount)];
+    std::int64_t near; ///< of the last numbers, as long as it fits
+    unsigned char far[sizeof(ScaledCount)];
+    std::int64_t unit; ///< 10 to the power of the scale
     int scale;
     bool any;
     bool failed;
 
     [[nodiscard]] ScaledCount sum() const {
         ScaledCount sum = 0;
-        std::memcpy(&sum, bytes, sizeof sum);
-        return sum;
+        std::memcpy(&sum, far, sizeof sum);
+        return sum + near;
     }
-    void setSum(ScaledCount sum) { std::memcpy(bytes, &sum, sizeof sum); }
     /// Whether the sum still fits.
     [[nodiscard]] bool add(ScaledCount number) {
         ScaledCount sum = 0;
-        if (__builtin_add_overflow(this->sum(), number, &sum))
+        std::memcpy(&sum, far, sizeof sum);
+        if (__builtin_add_overflow(sum, near, &sum) || __builtin_add_overflow(sum, number, &sum))
             return false;
-        setSum(sum);
+        std::memcpy(far, &sum, sizeof sum);
+        near = 0;
         return true;
+    }
+    /// False where the number or the near sum is too large for it.
+    [[nodiscard]] bool addQuickly(sqlite3_value *value, int type) {
+        std::int64_t number = 0;
+        if (type == SQLITE_INTEGER) {
+            if (__builtin_mul_overflow(sqlite3_value_int64(value), unit, &number))
+                return false;
+        } else if (const auto quick = quicklyScaled(sqlite3_value_double(value), scale)) {
+            number = *quick;
+        } else {
+            return false;
+        }
+        std::int64_t sum = 0;
+        if (__builtin_add_overflow(near, number, &sum))
+            return false;
+        near = sum;
+        return true;
+    }
+    void start(int scaleOfSum) {
+        any = true;
+        scale = scaleOfSum;
+        unit = std::int64_t(powerOfTen(scale));
     }
 };
 
 std::optional<ScaledCount> scaledValue(sqlite3_value *value, int type, int scale) {
     if (type == SQLITE_INTEGER)
         return scaledFromInteger(sqlite3_value_int64(value), scale);
-    const double real = sqlite3_value_double(value);
-    if (const auto quick = quicklyScaled(real, scale))
-        return *quick;
-    return scaledFromDouble(real, scale);
+    return scaledFromDouble(sqlite3_value_double(value), scale);
 }
 
 void sumStep(sqlite3_context *context, int count, sqlite3_value **values) {
@@ -50,10 +72,10 @@ void sumStep(sqlite3_context *context, int count, sqlite3_value **values) {
     auto *running = static_cast<RunningSum *>(sqlite3_aggregate_context(context, sizeof(RunningSum)));
     if (running == nullptr)
         return sqlite3_result_error_nomem(context);
-    if (!running->any) {
-        running->any = true;
-        running->scale = count > 1 ? sqlite3_value_int(values[1]) : ScaleOfOneArgument;
-    }
+    if (!running->any)
+        running->start(count > 1 ? sqlite3_value_int(values[1]) : ScaleOfOneArgument);
+    if (running->addQuickly(values[0], type))
+        return;
     const auto number = scaledValue(values[0], type, running->scale);
     if (!number || !running->add(*number)) {
         running->failed = true;

@@ -213,6 +213,12 @@ void tst_sqlite_functions::answers_data() {
     row("zel_sum(x, 2) from (select 1 as x where 0)", "NULL");
     row("zel_sum(x, 2) from (select null as x)", "NULL");
     row("zel_sum(distinct x) from (select 0.1 as x union all select 0.1 union all select 0.2)", "0.3");
+    row("zel_sum(x, 2) from (select 90000000000000000 as x union all select 90000000000000000 union all"
+        " select -90000000000000000 union all select 0.25 union all select -90000000000000000)",
+        "0.25");
+    row("zel_sum(x, 2) from (select 9e14 as x union all select 0.25 union all select -9e14)", "0.25");
+    row("zel_sum(x, 8) from (select 123456789012 as x union all select 1e-8 union all select -123456789012)",
+        "1.0e-08");
     row("zel_sum(x, 2) from (select 9.0e35 as x union all select 9.0e35)", "8115");
     row("zel_sum(x, 2) from (select 9e14 as x union all select 9e14)", "8115");
     row("zel_sum(x, 2) from (select 99999999999999 as x union all select 0.01)", "8115");
