@@ -12,15 +12,14 @@
 namespace {
 
 constexpr char Period[] =
-    "select a.AcNodes, a.AcName, m.Dr, m.Cr from (select AcCode, zel_sum(DrAmt, 2) as Dr, zel_sum(CrAmt, 2) "
-    "as Cr"
+    "select a.AcNodes, a.AcName, m.Dr, m.Cr from (select AcCode, zel_sum2(DrAmt) as Dr, zel_sum2(CrAmt) as Cr"
     " from DetJV where VouDate >= '2025-01-01' and VouDate <= '2025-12-31' group by AcCode) m"
     " left join Accounts a on a.RowID = m.AcCode order by a.ParentID, a.Dcode";
 constexpr char WithOpening[] =
     "select a.AcNodes, a.AcName, m.Opening + a.OpenBal, m.Dr, m.Cr from (select AcCode,"
-    " zel_sum(case when VouDate < '2025-01-01' then DrAmt - CrAmt end, 2) as Opening,"
-    " zel_sum(case when VouDate >= '2025-01-01' then DrAmt end, 2) as Dr,"
-    " zel_sum(case when VouDate >= '2025-01-01' then CrAmt end, 2) as Cr"
+    " zel_sum2(case when VouDate < '2025-01-01' then DrAmt - CrAmt end) as Opening,"
+    " zel_sum2(case when VouDate >= '2025-01-01' then DrAmt end) as Dr,"
+    " zel_sum2(case when VouDate >= '2025-01-01' then CrAmt end) as Cr"
     " from DetJV where VouDate <= '2025-12-31' group by AcCode) m"
     " left join Accounts a on a.RowID = m.AcCode order by a.ParentID, a.Dcode";
 

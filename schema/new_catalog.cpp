@@ -53,7 +53,7 @@ void createCatalog(const QString &folder, const NewCatalog &wanted) {
 
     HalfMade half(place, madeFolder);
     std::unique_ptr<ado::SqliteDriver> driver = ado::SqliteDriver::make(half.path());
-    driver->begin();
+    driver->begin(ado::Durability::Now);
     fill(*driver, wanted);
     driver->commit();
     ado::SqliteDriver::seal(std::move(driver));

@@ -84,11 +84,11 @@ bool refreshCatalog(const QString &folder) {
     const std::unique_ptr<SqliteDriver> driver = SqliteDriver::open(place, std::nullopt);
     const HalfMade pattern(place, false);
     const std::unique_ptr<SqliteDriver> made = SqliteDriver::make(pattern.path());
-    made->begin();
+    made->begin(ado::Durability::Now);
     define(*made);
     made->commit();
 
-    driver->begin();
+    driver->begin(ado::Durability::Now);
     const bool definitions = refreshTablesAndIndexes(made->session(), driver->session());
     const bool procedures = refreshProcedures(made->session(), driver->session());
     driver->commit();

@@ -15,6 +15,8 @@ private Q_SLOTS:
     void documents();
     void companies_data();
     void companies();
+    void companyBlock_data();
+    void companyBlock();
     void headings_data();
     void headings();
     void carriedForward();
@@ -282,15 +284,16 @@ void tst_book_documents::companies_data() {
     QTest::addColumn<QString>("change");
     QTest::addColumn<QStringList>("books");   // first line of each page of the book
     QTest::addColumn<QStringList>("ledgers"); // and of the ledger
-    const QString name = "NORTHFIELD INSTITUTE";
-    QTest::newRow("one active") << QString() << QStringList{name} << QStringList{name};
+    const QString name = "NORTHFIELD INSTITUTE CASH BOOK";
+    const QString ledger = "NORTHFIELD INSTITUTE LEDGER";
+    QTest::newRow("one active") << QString() << QStringList{name} << QStringList{ledger};
     QTest::newRow("none active") << QString("update Company set comActive = null") << QStringList{""}
                                  << QStringList{"LEDGER"};
     QTest::newRow("no company at all")
         << QString("delete from Company") << QStringList{""} << QStringList{"LEDGER"};
     QTest::newRow("two active") << QString(
                                        "insert into Company (Company, comActive) values ('SOUTHFIELD', 'Y')")
-                                << QStringList{name, "SOUTHFIELD"} << QStringList{name};
+                                << QStringList{name, "SOUTHFIELD CASH BOOK"} << QStringList{ledger};
 }
 
 void tst_book_documents::companies() {
@@ -345,7 +348,9 @@ void tst_book_documents::headings() {
     PostedCatalog catalog;
     catalog.execute(prepare);
     const auto heading = [](const std::shared_ptr<Report> &report) {
-        return report->document()->plainText().split('\n').mid(1, 3);
+        QStringList first = report->document()->plainText().split('\n').first(3);
+        first[0].remove("NORTHFIELD INSTITUTE ");
+        return first;
     };
     const QStringList booked = heading(book(catalog, account));
     const QStringList simple = heading(simpleLedger(catalog, account));
@@ -353,6 +358,44 @@ void tst_book_documents::headings() {
     QCOMPARE((QStringList{booked[0], booked[1], simple[0], simple[1], detailed[0]}), lines);
     for (const QStringList &each : {booked, simple, detailed})
         QCOMPARE(each[2], QString("Period From :  01/03/2024  To :  31/03/2024"));
+}
+
+void tst_book_documents::companyBlock_data() {
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("address");
+    QTest::addColumn<QString>("telephone");
+    QTest::addColumn<QStringList>("lines"); // above the account
+    const QString brief = "NORTHFIELD INSTITUTE";
+    const QString lengthy = "THE INSTITUTE OF COMMERCE, COMPUTER SCIENCES AND LANGUAGES";
+    const QString address = "14-B, Main University Road";
+    QTest::newRow("name") << brief << QString() << QString() << QStringList{brief + " CASH BOOK"};
+    QTest::newRow("long name") << lengthy << QString() << QString() << QStringList{lengthy, "CASH BOOK"};
+    QTest::newRow("address") << lengthy << address << QString() << QStringList{lengthy, address, "CASH BOOK"};
+    QTest::newRow("telephone") << lengthy << QString() << "555 0123"
+                               << QStringList{lengthy, "Tel. 555 0123 CASH BOOK"};
+    QTest::newRow("all") << brief << address << "555 0123"
+                         << QStringList{brief, address, "Tel. 555 0123 CASH BOOK"};
+}
+
+/// Whatever is known of the company, its block ends beside or above the title and touches nothing.
+void tst_book_documents::companyBlock() {
+    QFETCH(QString, name);
+    QFETCH(QString, address);
+    QFETCH(QString, telephone);
+    QFETCH(QStringList, lines);
+    PostedCatalog catalog;
+    catalog.execute("update Company set Company = '" + name + "', comAddr = '" + address + "', comTel = '" +
+                    telephone + "'");
+    const auto document = book(catalog, "1.1.1")->document();
+    QCOMPARE(document->plainText().split('\n').first(lines.size()), lines);
+    const auto texts = document->page(0).texts;
+    const auto title = std::ranges::find(texts, QString("CASH BOOK"), &TextItem::text);
+    QVERIFY(title != texts.end());
+    for (const TextItem &item : texts) {
+        const bool beside = item.x + item.width < title->x;
+        QVERIFY2(beside || std::abs(item.baseline - title->baseline) > 4 || &item == &*title,
+                 qPrintable(item.text));
+    }
 }
 
 /// Every page says what the one before ended with, and adds its own rows to it.

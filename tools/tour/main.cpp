@@ -12,6 +12,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QTest>
 #include <QWidget>
 
 #include <cstdio>
@@ -29,6 +30,9 @@ void logIn() {
     tour::key(Qt::Key_Return);
     tour::frame()->showNormal();
     tour::frame()->resize(1280, 800);
+    // The clock shows from its first tick on.
+    if (!QTest::qWaitFor([] { return !text(tour::frame(), "lblDate").isEmpty(); }))
+        qFatal("the main window shows no date");
     tour::shot(tour::frame(), "main-window");
 }
 

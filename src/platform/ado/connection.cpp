@@ -64,7 +64,7 @@ Driver &Connection::driver() const {
 }
 
 Transaction::Transaction(Connection &connection) : m_connection(connection) {
-    m_connection.driver().begin();
+    m_connection.driver().begin(Durability::Now);
 }
 
 Transaction::~Transaction() {

@@ -6,33 +6,93 @@
 #include <QCoreApplication>
 #include <QDir>
 
-#include <optional>
+#include <algorithm>
+#include <span>
 #include <utility>
 
 namespace zel::ado {
 
-void runStatements(Driver &driver, const Sql &text, const std::function<void(Outcome)> &told,
-                   qsizetype most) {
-    driver.refresh();
-    std::optional<Outcome> outcome;
-    for (tsql::Statement &statement : tsql::translate(text, driver, driver.traits())) {
-        if (outcome && !statement.continues)
-            told(*std::exchange(outcome, std::nullopt));
-        if (!outcome)
-            outcome.emplace();
-        if (statement.kind != tsql::StatementKind::Select) {
-            outcome->rowsAffected += driver.run(statement);
+namespace {
+
+using tsql::Statement;
+using tsql::StatementKind;
+
+/// The schema's work tables, which procedures refill before each report, bear this before their names.
+bool isWorkTable(const std::string &name) {
+    return QLatin1String(name.data(), qsizetype(name.size()))
+        .startsWith(QLatin1String("rpt"), Qt::CaseInsensitive);
+}
+
+/// All statements of a procedure as one transaction, unless one is open already. What only work tables hold
+/// is made anew before it is read, so that nobody waits for it to be on the disk.
+class Procedure {
+public:
+    Procedure(Driver &driver, std::span<const Statement> statements) : m_driver(driver) {
+        const auto writes = [](const Statement &statement) {
+            return statement.kind != StatementKind::Select;
+        };
+        const auto refills = [](const Statement &statement) {
+            return (statement.kind == StatementKind::Insert || statement.kind == StatementKind::Update ||
+                    statement.kind == StatementKind::Delete) &&
+                   isWorkTable(statement.name);
+        };
+        m_open = statements.size() > 1 && std::ranges::any_of(statements, writes) && !driver.inTransaction();
+        if (m_open)
+            driver.begin(std::ranges::all_of(statements,
+                                             [&](const Statement &statement) {
+                                                 return !writes(statement) || refills(statement);
+                                             })
+                             ? Durability::Later
+                             : Durability::Now);
+    }
+    ~Procedure() {
+        if (m_open)
+            m_driver.rollback();
+    }
+    Procedure(const Procedure &) = delete;
+    Procedure &operator=(const Procedure &) = delete;
+    void commit() {
+        if (m_open)
+            m_driver.commit();
+        m_open = false;
+    }
+
+private:
+    Driver &m_driver;
+    bool m_open = false;
+};
+
+Outcome runTogether(Driver &driver, std::span<Statement> statements, qsizetype most) {
+    Outcome outcome;
+    Procedure procedure(driver, statements);
+    for (Statement &statement : statements) {
+        if (statement.kind != StatementKind::Select) {
+            outcome.rowsAffected += driver.run(statement);
             continue;
         }
         auto rows = driver.query(statement, most);
-        if (outcome->rows)
+        if (outcome.rows)
             continue;
-        outcome->rowsAffected = rows->rowCount();
-        outcome->rows = std::move(rows);
-        outcome->statement = std::move(statement);
+        outcome.rowsAffected = rows->rowCount();
+        outcome.rows = std::move(rows);
+        outcome.statement = std::move(statement);
     }
-    if (outcome)
-        told(*std::move(outcome));
+    procedure.commit();
+    return outcome;
+}
+
+} // namespace
+
+void runStatements(Driver &driver, const Sql &text, const std::function<void(Outcome)> &told,
+                   qsizetype most) {
+    driver.refresh();
+    std::vector<Statement> statements = tsql::translate(text, driver, driver.traits());
+    for (auto first = statements.begin(); first != statements.end();) {
+        const auto end = std::find_if(first + 1, statements.end(),
+                                      [](const Statement &statement) { return !statement.continues; });
+        told(runTogether(driver, {first, end}, most));
+        first = end;
+    }
 }
 
 std::unique_ptr<Driver> openCatalog(const QString &dataSource, const QString &user, const QString &password) {

@@ -6,6 +6,7 @@
 #include <QCalendarWidget>
 #include <QLineEdit>
 #include <QStyleOptionComboBox>
+#include <QTextCharFormat>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -147,6 +148,11 @@ void DateBox::openCalendar() {
 }
 
 void DateBox::watchCalendar() {
+    // Which days are free is each house's own.
+    for (const Qt::DayOfWeek day : {Qt::Saturday, Qt::Sunday})
+        calendarWidget()->setWeekdayTextFormat(day, {});
+    // Its own least height leaves the sixth week half hidden.
+    calendarWidget()->setMinimumHeight(9 * (fontMetrics().height() + 5));
     calendarWidget()->window()->installEventFilter(this);
 }
 

@@ -9,6 +9,7 @@
 #include <QMdiArea>
 #include <QMenu>
 #include <QShortcut>
+#include <QTabBar>
 
 #include <algorithm>
 
@@ -135,8 +136,8 @@ void Form::bringForward(bool maximized) {
         becameActive();
 }
 
-/// Gives the focus back to the control that had it last, at first to the first in tab order; the form itself
-/// takes it when no control can.
+/// Gives the focus back to the control that had it last, at first to the first in tab order behind a tab bar;
+/// the form itself takes it when no control can.
 void Form::takeFocus() {
     const QWidget *now = QApplication::focusWidget();
     if (now && (now == this || isAncestorOf(now)))
@@ -146,6 +147,8 @@ void Form::takeFocus() {
         last->setFocus(Qt::OtherFocusReason);
     else if (!focusNextPrevChild(true))
         setFocus(Qt::OtherFocusReason);
+    else if (qobject_cast<QTabBar *>(QApplication::focusWidget()))
+        focusNextPrevChild(true);
 }
 
 void Form::yieldActivity() {

@@ -44,7 +44,8 @@ QPalette lightPalette() {
     palette.setColor(QPalette::ToolTipText, text);
     for (const auto role : {QPalette::WindowText, QPalette::ButtonText})
         palette.setColor(QPalette::Disabled, role, faint);
-    palette.setColor(QPalette::Disabled, QPalette::Text, QColor(0x53, 0x5f, 0x6c)); // to be read, not to be edited
+    palette.setColor(QPalette::Disabled, QPalette::Text,
+                     QColor(0x53, 0x5f, 0x6c)); // to be read, not to be edited
     palette.setColor(QPalette::Disabled, QPalette::Base, QColor(0xed, 0xf0, 0xf3));
     palette.setColor(QPalette::Inactive, QPalette::Highlight, QColor(0xc9, 0xdb, 0xee));
     palette.setColor(QPalette::Inactive, QPalette::HighlightedText, text);
@@ -57,7 +58,10 @@ void applyLook(QApplication &application) {
     loadIcons();
     application.setStyle(new LookStyle);
     application.setPalette(lightPalette());
-    QFont font(QStringList{QStringLiteral("Noto Sans"), QStringLiteral("Sans Serif")}, PointSize);
+    // Without its Arabic sister a font is found that lacks letters of Urdu.
+    QFont font(QStringList{QStringLiteral("Noto Sans"), QStringLiteral("Noto Sans Arabic"),
+                           QStringLiteral("Sans Serif")},
+               PointSize);
     font.setHintingPreference(QFont::PreferVerticalHinting);
     application.setFont(font);
     application.setWindowIcon(icon(QStringLiteral("logo")));

@@ -6,7 +6,8 @@
 namespace zel::report {
 
 QFont fontFor(const Font &font) {
-    QFont made(font.family);
+    // Named, since the font that is found without it lacks letters of Urdu, whose words then fall apart.
+    QFont made(QStringList{font.family, QStringLiteral("Noto Sans Arabic")});
     made.setPixelSize(static_cast<int>(std::lround(font.points * Typeface::ShapedUnitsPerPoint)));
     made.setBold(font.bold);
     made.setItalic(font.italic);

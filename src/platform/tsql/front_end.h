@@ -84,7 +84,7 @@ struct Statement {
     /// The one table that a Select can be edited through; '' when it can't. Then the engine's own row
     /// identity is the last column of the engine's result, behind `columns`.
     std::string baseTable;
-    std::string name;
+    std::string name; ///< what it makes, drops or calls; the table that it changes
     std::string text;
     std::vector<std::optional<std::string>> arguments; ///< of a ServerCall, as texts; nullopt for NULL
     /// Part of the same written statement as the one before: the second and further ones of a procedure.

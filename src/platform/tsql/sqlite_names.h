@@ -105,10 +105,14 @@ inline constexpr char Round[] = "zel_round";
 
 // Aggregates.
 
-/// (number, scale) -> the exact sum of the numbers, each taken as a decimal of `scale` digits (0 to 8), over
-/// any number of rows; NULLs are left out, NULL when there is nothing to add; a decimal result. With one
-/// argument, as DISTINCT asks for: at 8 digits. A sum that no longer fits: 8115.
+/// The scale, 0 to 38, is written behind the name: zel_sum2. (number) -> the exact sum of the numbers, each
+/// taken as a decimal of so many digits, over any number of rows; NULLs are left out, NULL when there is
+/// nothing to add; a decimal result. A sum that no longer fits: 8115.
 inline constexpr char Sum[] = "zel_sum";
+/// Named alike: zel_sums2. (number, ...) -> the sums of all of them at once, for SumAt alone.
+inline constexpr char Sums[] = "zel_sums";
+/// (sums, place) -> one of them, as Sum gives it; places count from 0.
+inline constexpr char SumAt[] = "zel_sum_at";
 /// (value) -> the value of the only row; NULL without rows; two rows or more (whatever their values): 512
 /// "Subquery returned more than 1 value. ..."
 inline constexpr char One[] = "zel_one";

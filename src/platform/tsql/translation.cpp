@@ -23,17 +23,11 @@ void Translation::statement(const ActionNode &action) {
     case ActionKind::Select:
         return select(action);
     case ActionKind::Insert:
-        out.insertion(*m_resolver.insertion(action));
-        add(StatementKind::Insert, &out);
-        return;
+        return insertion(action);
     case ActionKind::Update:
-        out.update(*m_resolver.change(action));
-        add(StatementKind::Update, &out);
-        return;
+        return change(action, StatementKind::Update);
     case ActionKind::Delete:
-        out.deletion(*m_resolver.change(action));
-        add(StatementKind::Delete, &out);
-        return;
+        return change(action, StatementKind::Delete);
     case ActionKind::CreateTable:
         return createTable(action);
     case ActionKind::DropTable:
@@ -76,6 +70,23 @@ void Translation::select(const ActionNode &action) {
         if (rows.rowIdentity && item->value->op == Op::ColumnValue)
             column.baseColumn = columnOf(*item->value).name;
     }
+}
+
+void Translation::insertion(const ActionNode &action) {
+    const BoundInsert &insert = *m_resolver.insertion(action);
+    Writer out = writer();
+    out.insertion(insert);
+    add(StatementKind::Insert, &out).name = insert.table->name;
+}
+
+void Translation::change(const ActionNode &action, StatementKind kind) {
+    const BoundChange &change = *m_resolver.change(action);
+    Writer out = writer();
+    if (kind == StatementKind::Update)
+        out.update(change);
+    else
+        out.deletion(change);
+    add(kind, &out).name = change.target->table->name;
 }
 
 void Translation::createTable(const ActionNode &action) {

@@ -29,6 +29,8 @@ private:
 
     void statement(const ActionNode &action);
     void select(const ActionNode &action);
+    void insertion(const ActionNode &action);
+    void change(const ActionNode &action, StatementKind kind);
     void createTable(const ActionNode &action);
     void dropTable(const ActionNode &action);
     void createIndex(const ActionNode &action);

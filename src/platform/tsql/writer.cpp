@@ -4,6 +4,7 @@
 
 #include <array>
 #include <charconv>
+#include <utility>
 
 namespace zel::tsql {
 
@@ -248,6 +249,7 @@ void Writer::order(const BoundSelect &select) {
 void Writer::body(const BoundSelect &select, SelectUse use, bool top) {
     if (select.unionAll != nullptr && select.orderBy != nullptr)
         return unionInOrder(select);
+    const BoundSelect *const around = std::exchange(m_select, &select);
     const bool named = m_named;
     *this << "SELECT ";
     if (select.distinct && !distinctByGroups(select))
@@ -265,11 +267,13 @@ void Writer::body(const BoundSelect &select, SelectUse use, bool top) {
     if (select.unionAll != nullptr) {
         *this << " UNION ALL ";
         m_named = named;
-        return body(*select.unionAll, use, top);
+        body(*select.unionAll, use, top);
+    } else {
+        order(select);
+        if (!select.top.empty())
+            *this << " LIMIT " << select.top;
     }
-    order(select);
-    if (!select.top.empty())
-        *this << " LIMIT " << select.top;
+    m_select = around;
 }
 
 void Writer::unionInOrder(const BoundSelect &select) {

@@ -46,6 +46,8 @@ public:
     enum class SelectUse { Rows, Value, Keys };
     void select(const BoundSelect &select, SelectUse use);
     [[nodiscard]] const Traits &traits() const { return m_traits; }
+    /// The innermost select that is being written.
+    [[nodiscard]] const BoundSelect &currentSelect() const { return *m_select; }
 
 private:
     void body(const BoundSelect &select, SelectUse use, bool top);
@@ -60,6 +62,7 @@ private:
 
     const Traits &m_traits;
     std::string m_out;
+    const BoundSelect *m_select = nullptr;
     bool m_named = false; ///< items get names, as a derived table's need them
 };
 

@@ -78,6 +78,9 @@ private Q_SLOTS:
     void diskFullAmidALongTransaction();
     void undoneWithoutCommit();
     void secondConnectionSeesWhatIsCommitted();
+    void procedureIsOneTransaction_data();
+    void procedureIsOneTransaction();
+    void refilledWorkTableIsSeen();
     void longTransactionIsReadBack();
     void writersWaitForEachOther();
     void tooLongALockIsTold();
@@ -187,6 +190,83 @@ void tst_transaction::secondConnectionSeesWhatIsCommitted() {
     QCOMPARE(shown(report, "select Pswd from LctPswd"), QStringLiteral("NEW"));
     writer.Execute("create table Later (Number int null)");
     QCOMPARE(shown(report, "select Number from Later"), QString());
+}
+
+void tst_transaction::procedureIsOneTransaction_data() {
+    QTest::addColumn<QString>("table");
+    QTest::addColumn<bool>("within");
+    QTest::newRow("a table that lasts") << "tblSession" << false;
+    QTest::newRow("a work table") << "rptAcLedger" << false;
+    QTest::newRow("within a transaction") << "tblSession" << true;
+}
+
+/// A procedure that fails at a later statement leaves its table as it was, and the connection in order.
+void tst_transaction::procedureIsOneTransaction() {
+    QFETCH(const QString, table);
+    QFETCH(const bool, within);
+    const CatalogFolder folder;
+    Connection con;
+    open(con, folder.path());
+    const QString column = table == u"tblSession" ? QStringLiteral("SessionId") : QStringLiteral("AcCode");
+    con.Execute(Sql::trusted(QStringLiteral("create procedure Refill @divisor int as begin delete from %1"
+                                            " insert into %1 (%2) values (@divisor)"
+                                            " insert into %1 (%2) select 100 / @divisor end")
+                                 .arg(table, column)
+                                 .toStdString()));
+    const Sql rows = Sql::trusted("select " + column.toStdString() + " from " + table.toStdString());
+    con.Execute("exec Refill 7");
+    QCOMPARE(shown(con, rows), QStringLiteral("7;14"));
+    QCOMPARE(failure([&con, within] {
+                 std::optional<Transaction> transaction;
+                 if (within)
+                     transaction.emplace(con);
+                 con.Execute("exec Refill 0");
+             }),
+             8134);
+    const QByteArray plainRows = QStringLiteral("select %2 from %1").arg(table, column).toUtf8();
+    QCOMPARE(plain(folder.file(), plainRows.constData()), QStringLiteral("7;14"));
+    {
+        std::optional<Transaction> transaction;
+        if (within)
+            transaction.emplace(con);
+        con.Execute("exec Refill 5");
+        QCOMPARE(plain(folder.file(), plainRows.constData()),
+                 within ? QStringLiteral("7;14") : QStringLiteral("5;20"));
+        if (within)
+            transaction->commit();
+    }
+    QCOMPARE(plain(folder.file(), plainRows.constData()), QStringLiteral("5;20"));
+}
+
+/// Nobody waits for a work table to be on the disk; other connections and other programs see it whole at once
+/// nevertheless, and what is written next is on the disk as ever.
+void tst_transaction::refilledWorkTableIsSeen() {
+    const CatalogFolder folder;
+    Connection con;
+    Connection report;
+    open(con, folder.path());
+    open(report, folder.path());
+    const std::string naration(190, 'x');
+    con.Execute(Sql::trusted("create procedure Refill @lines int as begin delete from rptAcLedger"
+                             " insert into rptAcLedger (AcCode, Naration) select s.SessionId, '" +
+                             naration + "' from tblSession s where s.SessionId < @lines end"));
+    QVERIFY(writeLong(con));
+    const auto pragma = [&con](const char *text) {
+        auto running = dynamic_cast<SqliteDriver &>(con.driver()).session().prepare(text);
+        return running.step() ? running.text(0) : std::string();
+    };
+    for (const int lines : {1, 40, 3000, 2}) {
+        con.Execute("exec Refill "_sql + QString::number(lines));
+        const QString expected = QStringLiteral("%1|%2").arg(lines).arg(lines * 190);
+        QCOMPARE(shown(report, "select count(*), sum(len(Naration)) from rptAcLedger"), expected);
+        QCOMPARE(plain(folder.file(), "select count(*) || '|' || sum(length(Naration)) from rptAcLedger"),
+                 expected);
+        QCOMPARE(pragma("pragma synchronous"), "2");
+    }
+    con.Close();
+    report.Close();
+    QCOMPARE(plain(folder.file(), "select count(*) from rptAcLedger"), QStringLiteral("2"));
+    QCOMPARE(plain(folder.file(), "pragma integrity_check"), QStringLiteral("ok"));
 }
 
 /// What leaves the memory before the commit is seen by its own connection, changed again, and by nobody else

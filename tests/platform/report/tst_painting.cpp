@@ -1,6 +1,7 @@
 #include "platform/report/paint.h"
 #include "platform/report/text_metrics.h"
 
+#include <QGlyphRun>
 #include <QImage>
 #include <QPageSize>
 #include <QPainter>
@@ -10,6 +11,7 @@
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTextLayout>
 
 using namespace zel::report;
 
@@ -26,6 +28,8 @@ private Q_SLOTS:
     void letterByLetter();
     void figuresLineUp();
     void oneRunAcrossFonts();
+    void wordsOfUrdu_data();
+    void wordsOfUrdu();
 
 private:
     [[nodiscard]] QString write(const Page &page, const char *name) const;
@@ -213,6 +217,28 @@ void tst_painting::figuresLineUp() {
     QCOMPARE(found.size(), std::size_t(5));
     for (const Word &word : found)
         QVERIFY2(std::abs(word.right * MillimetresPerPoint - 180.3) < 0.01, qPrintable(word.text));
+}
+
+void tst_painting::wordsOfUrdu_data() {
+    QTest::addColumn<QString>("text");
+    QTest::newRow("heh that joins") << QString::fromUtf8("ماہانہ فیس داخلہ");
+    QTest::newRow("yeh barree") << QString::fromUtf8("برائے نومبر");
+    QTest::newRow("retroflex letters") << QString::fromUtf8("ٹیوشن ڈاکٹر گھوڑا");
+    QTest::newRow("Arabic") << QString::fromUtf8("رسوم التسجيل");
+}
+
+/// Letters of one word join only when one font has them all.
+void tst_painting::wordsOfUrdu() {
+    QFETCH(QString, text);
+    for (const QString &word : text.split(' ')) {
+        QTextLayout layout(word, fontFor(font(9)));
+        layout.beginLayout();
+        layout.createLine();
+        layout.endLayout();
+        const QList<QGlyphRun> runs = layout.glyphRuns();
+        QCOMPARE(runs.size(), 1);
+        QVERIFY(!runs.first().glyphIndexes().contains(0U));
+    }
 }
 
 void tst_painting::oneRunAcrossFonts() {

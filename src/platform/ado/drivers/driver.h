@@ -18,6 +18,10 @@ struct Assignment {
     const Value &value;
 };
 
+/// When a transaction is safe from a power cut: before its commit() returns, or only together with the next
+/// commit that is, or at the close. Until then a power cut may undo it, whole.
+enum class Durability { Now, Later };
+
 /// One open catalog on one engine. Every failure is an Error with the server's number. A statement that
 /// writes commits by itself, except between begin() and commit().
 class Driver : public tsql::Catalog {
@@ -44,7 +48,8 @@ public:
     [[nodiscard]] virtual bool updateRow(std::string_view table, std::int64_t identity,
                                          std::span<const Assignment> values) = 0;
 
-    virtual void begin() = 0;
+    virtual void begin(Durability durability) = 0;
+    [[nodiscard]] virtual bool inTransaction() const = 0;
     virtual void commit() = 0;
     /// Undoes what was written since begin(); can't fail.
     virtual void rollback() noexcept = 0;

@@ -2,6 +2,8 @@
 
 #include "platform/tsql/sqlite_names.h"
 
+#include <array>
+#include <cstddef>
 #include <cstring>
 
 namespace zel::ado {
@@ -10,69 +12,141 @@ namespace {
 
 namespace names = tsql::sqlite_names;
 
-/// SQLite aligns an aggregate's memory to eight bytes only, so the sum is kept as bytes.
+/// One sum of an aggregate. SQLite aligns an aggregate's memory and a blob to less than a ScaledCount needs,
+/// so that the large part is kept as bytes.
 struct RunningSum {
-    unsigned char bytes[sizeof(ScaledCount)];
+    std::int64_t near; ///< of the last numbers, as long as it fits
+    unsigned char far[sizeof(ScaledCount)];
     int scale;
     bool any;
-    bool failed;
 
     [[nodiscard]] ScaledCount sum() const {
         ScaledCount sum = 0;
-        std::memcpy(&sum, bytes, sizeof sum);
-        return sum;
+        std::memcpy(&sum, far, sizeof sum);
+        return sum + near;
     }
-    void setSum(ScaledCount sum) { std::memcpy(bytes, &sum, sizeof sum); }
     /// Whether the sum still fits.
     [[nodiscard]] bool add(ScaledCount number) {
         ScaledCount sum = 0;
-        if (__builtin_add_overflow(this->sum(), number, &sum))
+        std::memcpy(&sum, far, sizeof sum);
+        if (__builtin_add_overflow(sum, near, &sum) || __builtin_add_overflow(sum, number, &sum))
             return false;
-        setSum(sum);
+        std::memcpy(far, &sum, sizeof sum);
+        near = 0;
+        return true;
+    }
+    /// False where the number or the near sum is too large for it.
+    [[nodiscard]] bool addQuickly(sqlite3_value *value, int type, std::int64_t unit) {
+        std::int64_t number = 0;
+        if (type == SQLITE_INTEGER) {
+            if (unit == 0 || __builtin_mul_overflow(sqlite3_value_int64(value), unit, &number))
+                return false;
+        } else if (const auto quick = quicklyScaled(sqlite3_value_double(value), scale)) {
+            number = *quick;
+        } else {
+            return false;
+        }
+        std::int64_t sum = 0;
+        if (__builtin_add_overflow(near, number, &sum))
+            return false;
+        near = sum;
         return true;
     }
 };
 
+/// What the sums of one scale share.
+struct SumScale {
+    int scale = 0;
+    std::int64_t unit = 0; ///< 10 to the power of the scale, 0 where that is too large
+};
+
+constexpr auto Scales = [] {
+    constexpr std::int64_t MostByTen = INT64_MAX / 10;
+    std::array<SumScale, std::size_t(MostDigits) + 1> scales{};
+    std::int64_t unit = 1;
+    for (std::size_t scale = 0; scale < scales.size(); ++scale) {
+        scales[scale] = {int(scale), unit};
+        unit = unit > MostByTen ? 0 : unit * 10;
+    }
+    return scales;
+}();
+
 std::optional<ScaledCount> scaledValue(sqlite3_value *value, int type, int scale) {
-    if (type == SQLITE_INTEGER)
-        return scaledFromInteger(sqlite3_value_int64(value), scale);
-    const double real = sqlite3_value_double(value);
-    if (const auto quick = quicklyScaled(real, scale))
-        return *quick;
-    return scaledFromDouble(real, scale);
+    if (type != SQLITE_INTEGER)
+        return scaledFromDouble(sqlite3_value_double(value), scale);
+    ScaledCount count = 0;
+    if (__builtin_mul_overflow(ScaledCount(sqlite3_value_int64(value)), powerOfTen(scale), &count))
+        return std::nullopt;
+    return count;
 }
 
-void sumStep(sqlite3_context *context, int count, sqlite3_value **values) {
-    constexpr int ScaleOfOneArgument = 8;
-    const int type = sqlite3_value_type(values[0]);
-    if (type == SQLITE_NULL)
-        return;
-    auto *running = static_cast<RunningSum *>(sqlite3_aggregate_context(context, sizeof(RunningSum)));
-    if (running == nullptr)
-        return sqlite3_result_error_nomem(context);
-    if (!running->any) {
-        running->any = true;
-        running->scale = count > 1 ? sqlite3_value_int(values[1]) : ScaleOfOneArgument;
+/// An aggregate's memory: how many sums, then each.
+struct RunningSums {
+    std::int64_t count;
+    RunningSum each[1];
+
+    [[nodiscard]] static std::size_t bytes(std::int64_t count) {
+        return offsetof(RunningSums, each) + std::size_t(count) * sizeof(RunningSum);
     }
-    const auto number = scaledValue(values[0], type, running->scale);
-    if (!number || !running->add(*number)) {
-        running->failed = true;
-        giveError(context, Error(8115, std::string("Arithmetic overflow error converting expression to data "
-                                                   "type numeric.")));
+};
+
+void sumStep(sqlite3_context *context, int count, sqlite3_value **values) {
+    const auto &shared = *static_cast<const SumScale *>(sqlite3_user_data(context));
+    auto *sums =
+        static_cast<RunningSums *>(sqlite3_aggregate_context(context, int(RunningSums::bytes(count))));
+    if (sums == nullptr)
+        return sqlite3_result_error_nomem(context);
+    sums->count = count;
+    RunningSum *running = sums->each;
+    for (sqlite3_value *value : Arguments(values, std::size_t(count))) {
+        RunningSum &sum = *running++;
+        const int type = sqlite3_value_type(value);
+        if (type == SQLITE_NULL)
+            continue;
+        sum.any = true;
+        sum.scale = shared.scale;
+        if (sum.addQuickly(value, type, shared.unit))
+            continue;
+        const auto number = scaledValue(value, type, shared.scale);
+        if (!number || !sum.add(*number))
+            return giveError(context, Error(8115, std::string("Arithmetic overflow error converting "
+                                                              "expression to data type numeric.")));
+    }
+}
+
+void giveSum(sqlite3_context *context, const RunningSum &sum) {
+    if (!sum.any)
+        return sqlite3_result_null(context);
+    try {
+        giveDecimal(context, sum.sum(), sum.scale);
+    } catch (const Error &error) {
+        giveError(context, error);
     }
 }
 
 void sumFinal(sqlite3_context *context) {
-    const auto *running = static_cast<const RunningSum *>(sqlite3_aggregate_context(context, 0));
-    if (running == nullptr || !running->any)
+    const auto *sums = static_cast<const RunningSums *>(sqlite3_aggregate_context(context, 0));
+    if (sums == nullptr)
         return sqlite3_result_null(context);
-    if (running->failed)
-        return;
-    try {
-        giveDecimal(context, running->sum(), running->scale);
-    } catch (const Error &error) {
-        giveError(context, error);
-    }
+    giveSum(context, sums->each[0]);
+}
+
+void sumsFinal(sqlite3_context *context) {
+    const auto *sums = static_cast<const RunningSums *>(sqlite3_aggregate_context(context, 0));
+    if (sums == nullptr)
+        return sqlite3_result_null(context);
+    sqlite3_result_blob(context, sums->each, int(std::size_t(sums->count) * sizeof(RunningSum)),
+                        SQLITE_TRANSIENT);
+}
+
+void sumAt(sqlite3_context *context, int, sqlite3_value **values) {
+    const auto *sums = static_cast<const unsigned char *>(sqlite3_value_blob(values[0]));
+    const auto offset = std::size_t(sqlite3_value_int(values[1])) * sizeof(RunningSum);
+    if (sums == nullptr || offset + sizeof(RunningSum) > std::size_t(sqlite3_value_bytes(values[0])))
+        return sqlite3_result_null(context);
+    RunningSum sum{};
+    std::memcpy(&sum, sums + offset, sizeof sum);
+    giveSum(context, sum);
 }
 
 /// The only value of a sub-select that must have one row at most.
@@ -107,10 +181,15 @@ void oneFinal(sqlite3_context *context) {
 
 void registerAggregates(sqlite3 *db) {
     constexpr int Flags = SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS;
-    // One argument: DISTINCT takes no more.
-    for (const int arguments : {1, 2})
-        sqlite3_create_function_v2(db, names::Sum, arguments, Flags, nullptr, nullptr, sumStep, sumFinal,
-                                   nullptr);
+    for (const SumScale &scale : Scales) {
+        auto *shared = const_cast<SumScale *>(&scale); // never written through
+        const std::string digits = std::to_string(scale.scale);
+        sqlite3_create_function_v2(db, (names::Sum + digits).c_str(), 1, Flags, shared, nullptr, sumStep,
+                                   sumFinal, nullptr);
+        sqlite3_create_function_v2(db, (names::Sums + digits).c_str(), -1, Flags, shared, nullptr, sumStep,
+                                   sumsFinal, nullptr);
+    }
+    sqlite3_create_function_v2(db, names::SumAt, 2, Flags, nullptr, sumAt, nullptr, nullptr, nullptr);
     sqlite3_create_function_v2(db, names::One, 1, Flags, nullptr, nullptr, oneStep, oneFinal, nullptr);
 }
 

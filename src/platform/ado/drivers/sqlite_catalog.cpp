@@ -24,37 +24,41 @@ void SqliteCatalog::refresh() {
     if (m_version != version.integer(0)) {
         m_version = version.integer(0);
         m_tables.clear();
-        m_read = false;
     }
 }
 
-void SqliteCatalog::readTables() {
-    m_read = true;
+std::optional<tsql::Table> SqliteCatalog::readTable(const std::string &key) {
     const SqliteSession::OwnTables access(m_session);
     SqliteSession::Running columns = m_session.prepare(
         "select t.name, c.name, c.type, c.\"notnull\", c.pk, instr(upper(t.sql), 'AUTOINCREMENT') > 0"
-        " from sqlite_master t, pragma_table_info(t.name) c where t.type = 'table' order by t.rowid, c.cid");
+        " from sqlite_master t, pragma_table_info(t.name) c where t.type = 'table' and lower(t.name) = ?"
+        " order by c.cid");
+    columns.bind(1, std::string_view(key));
+    std::optional<tsql::Table> table;
     while (columns.step()) {
-        const std::string name = columns.text(0);
-        if (SqliteSession::isOwnTable(name))
-            continue;
-        tsql::Table &table = m_tables[lower(name)];
-        table.name = name;
+        if (!table) {
+            table.emplace();
+            table->name = columns.text(0);
+        }
         tsql::Column column;
         column.name = columns.text(1);
         column.type = tsql::parseType(columns.text(2)).value_or(tsql::Type());
-        const bool key = columns.integer(4) != 0;
-        column.nullable = columns.integer(3) == 0 && !key;
-        column.identity = key && columns.integer(5) != 0;
-        table.columns.push_back(std::move(column));
+        const bool isKey = columns.integer(4) != 0;
+        column.nullable = columns.integer(3) == 0 && !isKey;
+        column.identity = isKey && columns.integer(5) != 0;
+        table->columns.push_back(std::move(column));
     }
+    return table;
 }
 
 const tsql::Table *SqliteCatalog::table(std::string_view name) {
-    if (!m_read)
-        readTables();
-    const auto found = m_tables.find(lower(name));
-    return found == m_tables.end() ? nullptr : &found->second;
+    if (SqliteSession::isOwnTable(name))
+        return nullptr;
+    const std::string key = lower(name);
+    auto known = m_tables.find(key);
+    if (known == m_tables.end())
+        known = m_tables.emplace(key, readTable(key)).first;
+    return known->second ? &*known->second : nullptr;
 }
 
 const std::string *SqliteCatalog::procedure(std::string_view name) {

@@ -10,8 +10,8 @@
 
 namespace zel::ado {
 
-/// The tables and procedures of a file as the front end asks for them, read once per state of the schema. The
-/// driver's own tables are not among them.
+/// The tables and procedures of a file as the front end asks for them, each read once per state of the
+/// schema. The driver's own tables are not among them.
 class SqliteCatalog {
 public:
     explicit SqliteCatalog(SqliteSession &session) : m_session(session) {}
@@ -27,12 +27,12 @@ public:
     void dropProcedure(const std::string &name);
 
 private:
-    void readTables();
+    [[nodiscard]] std::optional<tsql::Table> readTable(const std::string &key);
 
     SqliteSession &m_session;
     std::optional<std::int64_t> m_version;
-    bool m_read = false;
-    std::map<std::string, tsql::Table> m_tables; ///< by name in lower case
+    /// What was asked for, by name in lower case; nullopt where there is none of that name.
+    std::map<std::string, std::optional<tsql::Table>> m_tables;
     std::map<std::string, std::string> m_procedures;
 };
 

@@ -8,6 +8,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <utility>
+
 namespace zel::ado {
 
 namespace {
@@ -129,11 +131,14 @@ void SqliteDriver::seal(std::unique_ptr<SqliteDriver> made) {
                              .arg(QString::fromStdString(path), qt_error_string()));
 }
 
-/// Leaves behind what the next run's query plans need, where that is cheap; a failure here harms nobody.
+/// A connection that wrote leaves behind what the next run's query plans need, where that is cheap; a failure
+/// here harms nobody.
 SqliteDriver::~SqliteDriver() {
     if (!m_inUse)
         return;
     rollback();
+    if (!m_changed)
+        return;
     sqlite3_busy_timeout(m_session.handle(), 0);
     sqlite3_exec(m_session.handle(), "pragma analysis_limit = 400; pragma optimize", nullptr, nullptr,
                  nullptr);
@@ -161,9 +166,10 @@ void SqliteDriver::requireTransaction() const {
 
 std::int64_t SqliteDriver::run(const tsql::Statement &statement) {
     requireTransaction();
-    switch (statement.kind) {
-    case StatementKind::Select:
+    if (statement.kind == StatementKind::Select)
         return query(statement, 0)->rowCount();
+    m_changed |= m_durability == Durability::Now;
+    switch (statement.kind) {
     case StatementKind::CreateProcedure:
         m_catalog.storeProcedure(statement.name, statement.text);
         m_catalog.refresh();
@@ -193,6 +199,7 @@ std::int64_t SqliteDriver::run(const tsql::Statement &statement) {
 void SqliteDriver::write(const std::string &sql, std::span<const Assignment> values,
                          std::optional<std::int64_t> identity) {
     requireTransaction();
+    m_changed |= m_durability == Durability::Now;
     const Value row = identity ? Value(*identity) : Value();
     SqliteSession::Running running = m_session.prepare(sql);
     int parameter = 0;
@@ -241,23 +248,37 @@ void SqliteDriver::analyze() {
     m_session.execute("pragma analysis_limit = 0; analyze");
 }
 
-void SqliteDriver::begin() {
+void SqliteDriver::begin(Durability durability) {
     if (m_transaction)
         throw Error(3988, "A transaction is open on this connection already.");
-    m_session.prepare("begin immediate").step();
+    if (durability == Durability::Later && m_inUse)
+        m_session.execute("pragma synchronous = normal");
+    m_durability = durability;
+    try {
+        m_session.prepare("begin immediate").step();
+    } catch (...) {
+        ended();
+        throw;
+    }
     m_transaction = true;
+}
+
+void SqliteDriver::ended() noexcept {
+    m_transaction = false;
+    if (std::exchange(m_durability, Durability::Now) == Durability::Later && m_inUse)
+        sqlite3_exec(m_session.handle(), "pragma synchronous = full", nullptr, nullptr, nullptr);
 }
 
 void SqliteDriver::commit() {
     requireTransaction();
     m_session.prepare("commit").step();
-    m_transaction = false;
+    ended();
 }
 
 void SqliteDriver::rollback() noexcept {
-    m_transaction = false;
     if (m_session.inTransaction())
         sqlite3_exec(m_session.handle(), "rollback", nullptr, nullptr, nullptr);
+    ended();
 }
 
 } // namespace zel::ado

@@ -44,7 +44,8 @@ public:
     std::int64_t insertRow(std::string_view table, std::span<const Assignment> values) override;
     [[nodiscard]] bool updateRow(std::string_view table, std::int64_t identity,
                                  std::span<const Assignment> values) override;
-    void begin() override;
+    void begin(Durability durability) override;
+    [[nodiscard]] bool inTransaction() const override { return m_transaction; }
     void commit() override;
     void rollback() noexcept override;
 
@@ -56,6 +57,8 @@ public:
 private:
     SqliteDriver(const std::string &path, SqliteSession::Purpose purpose);
     void requireTransaction() const;
+    /// Ends what begin() began.
+    void ended() noexcept;
     void write(const std::string &sql, std::span<const Assignment> values,
                std::optional<std::int64_t> identity);
 
@@ -64,7 +67,9 @@ private:
     SqliteLogins m_logins;
     std::optional<std::string> m_caller;
     bool m_transaction = false;
-    bool m_inUse = true; ///< false while the file is made
+    Durability m_durability = Durability::Now; ///< of the open transaction
+    bool m_changed = false;                    ///< something that lasts was written
+    bool m_inUse = true;                       ///< false while the file is made
 };
 
 } // namespace zel::ado

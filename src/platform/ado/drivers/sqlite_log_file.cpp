@@ -4,6 +4,7 @@
 
 #include <cstring>
 #include <new>
+#include <utility>
 
 namespace zel::ado {
 
@@ -19,6 +20,7 @@ struct LogFile {
     char *waiting; ///< MostWaiting bytes
     int count;     ///< how many of them wait to be written
     sqlite3_int64 at;
+    bool commits; ///< the next piece is the page that ends a commit
 
     [[nodiscard]] sqlite3_file *own() { return reinterpret_cast<sqlite3_file *>(this + 1); }
     /// What could not be written goes on waiting: SQLite counts on it, as it was told that it is written.
@@ -46,6 +48,11 @@ int then(sqlite3_file *file, Arguments... arguments) {
 
 int write(sqlite3_file *file, const void *bytes, int count, sqlite3_int64 at) {
     LogFile &log = logOf(file);
+    // A page comes behind a header of its own, whose second word is 0 but for the last page of a commit.
+    constexpr int HeaderSize = 24;
+    const bool ends =
+        std::exchange(log.commits, count == HeaderSize &&
+                                       std::memcmp(static_cast<const char *>(bytes) + 4, "\0\0\0\0", 4) != 0);
     if (log.count > 0 && (at != log.at + log.count || count > MostWaiting - log.count))
         if (const int code = log.writeOut(); code != SQLITE_OK)
             return code;
@@ -55,7 +62,7 @@ int write(sqlite3_file *file, const void *bytes, int count, sqlite3_int64 at) {
         log.at = at;
     std::memcpy(log.waiting + log.count, bytes, std::size_t(count));
     log.count += count;
-    return SQLITE_OK;
+    return ends ? log.writeOut() : SQLITE_OK;
 }
 
 /// What waits is only written out where it is read, so that the disk may be full while older pages are read.
@@ -104,7 +111,7 @@ int open(sqlite3_vfs *, const char *name, sqlite3_file *file, int flags, int *ou
     if ((flags & SQLITE_OPEN_WAL) == 0)
         return standard->xOpen(standard, name, file, flags, outFlags);
     LogFile &log = logOf(file);
-    log = LogFile{{nullptr}, new (std::nothrow) char[MostWaiting], 0, 0};
+    log = LogFile{{nullptr}, new (std::nothrow) char[MostWaiting], 0, 0, false};
     if (log.waiting == nullptr)
         return SQLITE_NOMEM;
     const int code = standard->xOpen(standard, name, log.own(), flags, outFlags);

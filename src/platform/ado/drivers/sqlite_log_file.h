@@ -3,8 +3,8 @@
 namespace zel::ado {
 
 /// The name of a VFS for catalogs: the standard one, but what SQLite writes to a write-ahead log piece by
-/// piece, two pieces a page, goes to the system in one write before the log is synchronised, read or
-/// measured. It needs synchronous=full, where SQLite synchronises the log before it tells anyone of a commit.
+/// piece, two pieces a page, goes to the system in one write when a commit ends, and before the log is
+/// synchronised, read or measured.
 /// Nullptr, which is the standard VFS, when it can't be had.
 [[nodiscard]] const char *gatheringVfs();
 

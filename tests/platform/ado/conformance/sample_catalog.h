@@ -30,7 +30,7 @@ public:
 
     [[nodiscard]] Answer run(const zel::Sql &text);
     /// Everything that is run until undo() leaves no trace.
-    void begin() { m_driver->begin(); }
+    void begin() { m_driver->begin(zel::ado::Durability::Now); }
     void undo() { m_driver->rollback(); }
     /// A digest of all tables with their rows, and of the schema.
     [[nodiscard]] QByteArray checksum();

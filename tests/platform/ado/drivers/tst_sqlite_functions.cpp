@@ -209,13 +209,27 @@ void tst_sqlite_functions::answers_data() {
     row("zel_datetext('2024-03-05', 7)", "'Mar 05, 24'");
     row("zel_datetext('2024-03-05', 99)", "281");
     // aggregates
-    row("zel_sum(x, 2) from (select 0.1 as x union all select 0.2 union all select null)", "0.3");
-    row("zel_sum(x, 2) from (select 1 as x where 0)", "NULL");
-    row("zel_sum(x, 2) from (select null as x)", "NULL");
-    row("zel_sum(distinct x) from (select 0.1 as x union all select 0.1 union all select 0.2)", "0.3");
-    row("zel_sum(x, 2) from (select 9.0e35 as x union all select 9.0e35)", "8115");
-    row("zel_sum(x, 2) from (select 9e14 as x union all select 9e14)", "8115");
-    row("zel_sum(x, 2) from (select 99999999999999 as x union all select 0.01)", "8115");
+    row("zel_sum2(x) from (select 0.1 as x union all select 0.2 union all select null)", "0.3");
+    row("zel_sum2(x) from (select 1 as x where 0)", "NULL");
+    row("zel_sum2(x) from (select null as x)", "NULL");
+    row("zel_sum2(distinct x) from (select 0.1 as x union all select 0.1 union all select 0.2)", "0.3");
+    row("zel_sum2(x) from (select 90000000000000000 as x union all select 90000000000000000 union all"
+        " select -90000000000000000 union all select 0.25 union all select -90000000000000000)",
+        "0.25");
+    row("zel_sum2(x) from (select 9e14 as x union all select 0.25 union all select -9e14)", "0.25");
+    row("zel_sum8(x) from (select 123456789012 as x union all select 1e-8 union all select -123456789012)",
+        "1.0e-08");
+    row("zel_sum2(x) from (select 9.0e35 as x union all select 9.0e35)", "8115");
+    row("zel_sum2(x) from (select 9e14 as x union all select 9e14)", "8115");
+    row("zel_sum2(x) from (select 99999999999999 as x union all select 0.01)", "8115");
+    row("zel_sum38(x) from (select 1 as x union all select 1)", "8115");
+    row("zel_sum20(x) from (select 1 as x union all select 0.5)", "1.5");
+    const QByteArray amounts = " from (select 1 as x, 0.1 as y, null as z union all select 2, 9.0e35, null)";
+    row("zel_sum_at(zel_sums2(x, y, z), 0)" + amounts, "3");
+    row("zel_sum_at(zel_sums2(x, z), 1)" + amounts, "NULL");
+    row("zel_sum_at(zel_sums2(x, y), 0)" + amounts + " where 0", "NULL");
+    row("zel_sum_at(zel_sums2(x, y, z), 1)" + amounts, "8115");
+    row("zel_sum_at(zel_sums2(x, y, y), 2)" + amounts + " where x < 2", "0.1");
     row("zel_one(x) from (select 'a' as x)", "'a'");
     row("zel_one(x) from (select 'a' as x where 0)", "NULL");
     row("zel_one(x) from (select null as x union all select null)", "512");
@@ -233,7 +247,7 @@ void tst_sqlite_functions::sumsTenMillionRowsExactly() {
     QCOMPARE(
         answer(db.get(),
                "with recursive n(i) as (select 1 union all select i + 1 from n where i < 10000000) "
-               "select zel_sum(case i % 3 when 0 then 1234567.89 when 1 then -0.01 else 0.1 end, 2) from n"),
+               "select zel_sum2(case i % 3 when 0 then 1234567.89 when 1 then -0.01 else 0.1 end) from n"),
         QStringLiteral("4115226188477.33"));
 }
 
