@@ -18,7 +18,8 @@ struct Outcome {
 };
 
 /// Reads `text` and runs its statements in their order, telling each outcome as it comes. The first that
-/// fails ends the run; of a procedure that fails nothing stays. `most` above 0: no more rows than that are read of any.
+/// fails ends the run; of a procedure that fails nothing stays. `most` above 0: no more rows than that are
+/// read of any.
 void runStatements(Driver &driver, const Sql &text, const std::function<void(Outcome)> &told,
                    qsizetype most = 0);
 

@@ -10,18 +10,15 @@ namespace zel {
 
 namespace {
 
-[[noreturn]] void overflow()
-{
+[[noreturn]] void overflow() {
     throw Error(8115, std::string("Arithmetic overflow error converting expression to data type numeric."));
 }
 
-bool isBlank(char c)
-{
+bool isBlank(char c) {
     return c == ' ' || c == '\t';
 }
 
-std::string_view trimmed(std::string_view text)
-{
+std::string_view trimmed(std::string_view text) {
     while (!text.empty() && isBlank(text.front()))
         text.remove_prefix(1);
     while (!text.empty() && isBlank(text.back()))
@@ -31,33 +28,31 @@ std::string_view trimmed(std::string_view text)
 
 } // namespace
 
-Decimal Decimal::fromInteger(std::int64_t whole)
-{
+Decimal Decimal::fromInteger(std::int64_t whole) {
     std::int64_t count = 0;
     if (__builtin_mul_overflow(whole, Scale, &count))
         overflow();
     return Decimal(count);
 }
 
-Decimal Decimal::fromDouble(double value)
-{
-    // Up to fifteen digits each decimal has a double of its own: where ten-thousandths give this very double, they
-    // are its shortest text too.
+Decimal Decimal::fromDouble(double value) {
+    // Up to fifteen digits each decimal has a double of its own: where ten-thousandths give this very double,
+    // they are its shortest text too.
     constexpr double FifteenDigits = 1e15;
     if (const double count = std::nearbyint(value * double(Scale));
         std::abs(count) < FifteenDigits && count / double(Scale) == value)
         return Decimal(static_cast<std::int64_t>(count));
     std::array<char, 400> text{};
     const auto end = std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed);
-    const auto parsed =
-        end.ec == std::errc() ? parse({text.data(), static_cast<std::size_t>(end.ptr - text.data())}) : std::nullopt;
+    const auto parsed = end.ec == std::errc()
+                            ? parse({text.data(), static_cast<std::size_t>(end.ptr - text.data())})
+                            : std::nullopt;
     if (!parsed)
         overflow();
     return *parsed;
 }
 
-std::optional<Decimal> Decimal::parse(std::string_view text)
-{
+std::optional<Decimal> Decimal::parse(std::string_view text) {
     text = trimmed(text);
     bool negative = false;
     if (!text.empty() && (text.front() == '-' || text.front() == '+')) {
@@ -95,8 +90,7 @@ std::optional<Decimal> Decimal::parse(std::string_view text)
     return Decimal(negative ? -count : count);
 }
 
-Decimal Decimal::rounded(int digits) const
-{
+Decimal Decimal::rounded(int digits) const {
     std::int64_t unit = 1;
     for (int i = digits; i < 4; ++i)
         unit *= 10;
@@ -109,8 +103,7 @@ Decimal Decimal::rounded(int digits) const
     return Decimal(count);
 }
 
-double Decimal::toDouble() const
-{
+double Decimal::toDouble() const {
     constexpr std::int64_t Exact = std::int64_t(1) << 53;
     if (m_count <= Exact && m_count >= -Exact)
         return static_cast<double>(m_count) / double(Scale);
@@ -120,10 +113,10 @@ double Decimal::toDouble() const
     return nearest;
 }
 
-std::string Decimal::toString() const
-{
+std::string Decimal::toString() const {
     // The magnitude is taken unsigned: the most negative count has no positive twin.
-    const auto magnitude = m_count < 0 ? 0 - static_cast<std::uint64_t>(m_count) : static_cast<std::uint64_t>(m_count);
+    const auto magnitude =
+        m_count < 0 ? 0 - static_cast<std::uint64_t>(m_count) : static_cast<std::uint64_t>(m_count);
     std::string text = m_count < 0 ? "-" : "";
     text += std::to_string(magnitude / std::uint64_t(Scale));
     if (const auto fraction = magnitude % std::uint64_t(Scale); fraction != 0) {
@@ -134,16 +127,14 @@ std::string Decimal::toString() const
     return text;
 }
 
-Decimal operator+(Decimal a, Decimal b)
-{
+Decimal operator+(Decimal a, Decimal b) {
     std::int64_t count = 0;
     if (__builtin_add_overflow(a.m_count, b.m_count, &count))
         overflow();
     return Decimal(count);
 }
 
-Decimal operator-(Decimal a, Decimal b)
-{
+Decimal operator-(Decimal a, Decimal b) {
     std::int64_t count = 0;
     if (__builtin_sub_overflow(a.m_count, b.m_count, &count))
         overflow();

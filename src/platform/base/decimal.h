@@ -20,7 +20,8 @@ public:
     /// A whole number; overflow raises Error 8115.
     static Decimal fromInteger(std::int64_t whole);
     static constexpr Decimal fromTenThousandths(std::int64_t count) { return Decimal(count); }
-    /// Nearest ten-thousandth, half away from zero, of the double's shortest decimal text (so 1.005 is 1.005).
+    /// Nearest ten-thousandth, half away from zero, of the double's shortest decimal text (so 1.005
+    /// is 1.005).
     static Decimal fromDouble(double value);
     /// A whole text of the form blanks, sign, digits, one point, digits, blanks; further digits than four
     /// round half away from zero. Nothing else is accepted ('' neither).

@@ -6,8 +6,7 @@
 
 namespace zel {
 
-Decimal leadingNumber(const QString &text)
-{
+Decimal leadingNumber(const QString &text) {
     qsizetype i = 0;
     while (i < text.size() && text[i].isSpace())
         ++i;
@@ -22,8 +21,7 @@ Decimal leadingNumber(const QString &text)
     return Decimal::parse(text.mid(start, i - start).toStdString()).value_or(Decimal());
 }
 
-QString format(Decimal value, const QString &picture)
-{
+QString format(Decimal value, const QString &picture) {
     const qsizetype point = picture.indexOf(u'.');
     const auto whole = QStringView(picture).left(point < 0 ? picture.size() : point);
     const auto decimals = point < 0 ? 0 : int(picture.size() - point - 1);
@@ -32,7 +30,8 @@ QString format(Decimal value, const QString &picture)
 
     const std::int64_t count = value.rounded(decimals).tenThousandths();
     // The magnitude is taken unsigned: the most negative count has no positive twin.
-    const auto magnitude = count < 0 ? 0 - static_cast<std::uint64_t>(count) : static_cast<std::uint64_t>(count);
+    const auto magnitude =
+        count < 0 ? 0 - static_cast<std::uint64_t>(count) : static_cast<std::uint64_t>(count);
     constexpr auto scale = static_cast<std::uint64_t>(Decimal::Scale);
     const auto digit = [](std::uint64_t number) { return QChar(static_cast<char16_t>(u'0' + number % 10)); };
     // From right to left.
@@ -58,23 +57,19 @@ QString format(Decimal value, const QString &picture)
     return QString(text.constData(), text.size());
 }
 
-QString format(const QString &text, const QString &picture)
-{
+QString format(const QString &text, const QString &picture) {
     return format(leadingNumber(QString(text).remove(u',')), picture);
 }
 
-QString shownAmount(Decimal value)
-{
+QString shownAmount(Decimal value) {
     return format(value, QStringLiteral("##,###0.00"));
 }
 
-QString storedAmount(Decimal value)
-{
+QString storedAmount(Decimal value) {
     return format(value, QStringLiteral("###0.00"));
 }
 
-QString sqlDate(QDate date)
-{
+QString sqlDate(QDate date) {
     return date.toString(QStringLiteral("yyyy-MM-dd"));
 }
 

@@ -11,8 +11,8 @@ namespace zel {
 /// Grouping commas end the number ("1,234" is 1). A number too large raises Error 8115.
 [[nodiscard]] Decimal leadingNumber(const QString &text);
 
-/// Shows a number in a picture such as "##,###0.00" (grouped by thousands) or "###0.00": '0' is a digit always
-/// shown, '#' one shown if needed, ',' groups, decimals round half away from zero.
+/// Shows a number in a picture such as "##,###0.00" (grouped by thousands) or "###0.00": '0' is a digit
+/// always shown, '#' one shown if needed, ',' groups, decimals round half away from zero.
 [[nodiscard]] QString format(Decimal value, const QString &picture);
 [[nodiscard]] QString format(const QString &text, const QString &picture);
 

@@ -2,8 +2,7 @@
 
 namespace zel {
 
-Sql &Sql::operator+=(const Sql &other)
-{
+Sql &Sql::operator+=(const Sql &other) {
     const std::size_t shift = m_text.size();
     m_text += other.m_text;
     for (const Piece &piece : other.m_pieces)
@@ -11,8 +10,7 @@ Sql &Sql::operator+=(const Sql &other)
     return *this;
 }
 
-Sql &Sql::append(const std::string &foreign)
-{
+Sql &Sql::append(const std::string &foreign) {
     const std::size_t begin = m_text.size();
     m_text += foreign;
     m_pieces.push_back({begin, m_text.size()});

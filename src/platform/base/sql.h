@@ -24,13 +24,10 @@ public:
 
     Sql() = default;
     template <std::size_t N>
-    Sql(const char (&literal)[N]) : m_text(literal, N - 1)
-    {
-    }
+    Sql(const char (&literal)[N]) : m_text(literal, N - 1) {}
     /// Text of the program's own that is not a literal at the place of use: a row of a table of statements,
     /// a stored procedure's body, a schema file. Never typed or stored data.
-    [[nodiscard]] static Sql trusted(std::string_view text)
-    {
+    [[nodiscard]] static Sql trusted(std::string_view text) {
         Sql sql;
         sql.m_text = text;
         return sql;
@@ -45,8 +42,7 @@ public:
     friend Sql operator+(Sql left, const Sql &right) { return left += right; }
     friend Sql operator+(Sql left, const QString &right) { return left += right; }
     template <std::size_t N>
-    friend Sql operator+(Sql left, const char (&right)[N])
-    {
+    friend Sql operator+(Sql left, const char (&right)[N]) {
         left.m_text.append(right, N - 1);
         return left;
     }
@@ -63,8 +59,7 @@ private:
     std::vector<Piece> m_pieces;
 };
 
-[[nodiscard]] inline Sql operator""_sql(const char *literal, std::size_t length)
-{
+[[nodiscard]] inline Sql operator""_sql(const char *literal, std::size_t length) {
     return Sql::trusted({literal, length});
 }
 

@@ -15,8 +15,7 @@ Overloaded(Ts...) -> Overloaded<Ts...>;
 
 } // namespace
 
-QString Value::text() const
-{
+QString Value::text() const {
     return std::visit(
         Overloaded{[](Null) { return QString(); }, [](std::int64_t v) { return QString::number(v); },
                    [](Decimal v) { return QString::fromStdString(v.toString()); },
@@ -24,29 +23,28 @@ QString Value::text() const
                    [](const std::string &v) { return QString::fromStdString(v); },
                    [](const DateTime &v) {
                        const QString day = v.date.toString(QStringLiteral("dd/MM/yyyy"));
-                       return v.time == QTime(0, 0) ? day : day + v.time.toString(QStringLiteral(" HH:mm:ss"));
+                       return v.time == QTime(0, 0) ? day
+                                                    : day + v.time.toString(QStringLiteral(" HH:mm:ss"));
                    }},
         m_storage);
 }
 
-Decimal Value::decimal() const
-{
-    return std::visit(Overloaded{[](Null) { return Decimal(); }, [](std::int64_t v) { return Decimal::fromInteger(v); },
-                                 [](Decimal v) { return v; }, [](double v) { return Decimal::fromDouble(v); },
-                                 [](const std::string &v) { return leadingNumber(QString::fromStdString(v)); },
-                                 [](const DateTime &) { return Decimal(); }},
-                      m_storage);
+Decimal Value::decimal() const {
+    return std::visit(
+        Overloaded{[](Null) { return Decimal(); }, [](std::int64_t v) { return Decimal::fromInteger(v); },
+                   [](Decimal v) { return v; }, [](double v) { return Decimal::fromDouble(v); },
+                   [](const std::string &v) { return leadingNumber(QString::fromStdString(v)); },
+                   [](const DateTime &) { return Decimal(); }},
+        m_storage);
 }
 
-std::int64_t Value::integer() const
-{
+std::int64_t Value::integer() const {
     if (const auto *whole = std::get_if<std::int64_t>(&m_storage))
         return *whole;
     return decimal().rounded(0).tenThousandths() / Decimal::Scale;
 }
 
-QDate Value::date() const
-{
+QDate Value::date() const {
     if (const auto *moment = std::get_if<DateTime>(&m_storage))
         return moment->date;
     if (const auto *text = std::get_if<std::string>(&m_storage))

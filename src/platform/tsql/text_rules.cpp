@@ -70,7 +70,8 @@ std::string replaced(std::string_view text, std::string_view search, std::string
         return std::string(text);
     std::string result;
     const auto isLetter = [](char c) {
-        return !isAscii(c) || LowerAscii[static_cast<unsigned char>(c)] != UpperAscii[static_cast<unsigned char>(c)];
+        return !isAscii(c) ||
+               LowerAscii[static_cast<unsigned char>(c)] != UpperAscii[static_cast<unsigned char>(c)];
     };
     if (std::none_of(search.begin(), search.end(), isLetter)) {
         for (auto at = text.find(search); at != std::string_view::npos; at = text.find(search)) {

@@ -20,35 +20,45 @@ private Q_SLOTS:
     void sqlRemembersForeignPieces();
 };
 
-void tst_numbers::parses_data()
-{
+void tst_numbers::parses_data() {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("plain"); // "-" for refused
-    QTest::newRow("whole") << "1250" << "1250";
-    QTest::newRow("blanks and sign") << "  -12.50 " << "-12.5";
-    QTest::newRow("point first") << ".5" << "0.5";
-    QTest::newRow("point last") << "5." << "5";
-    QTest::newRow("fifth decimal rounds up") << "1.00005" << "1.0001";
-    QTest::newRow("sixth decimal does not") << "1.000049" << "1";
-    QTest::newRow("negative rounds away") << "-1.00005" << "-1.0001";
-    QTest::newRow("minus nothing") << "-0.00" << "0";
-    QTest::newRow("point alone") << "." << "-";
-    QTest::newRow("empty") << "" << "-";
-    QTest::newRow("two points") << "1.2.3" << "-";
-    QTest::newRow("comma") << "1,234" << "-";
-    QTest::newRow("exponent") << "1e3" << "-";
+    QTest::newRow("whole") << "1250"
+                           << "1250";
+    QTest::newRow("blanks and sign") << "  -12.50 "
+                                     << "-12.5";
+    QTest::newRow("point first") << ".5"
+                                 << "0.5";
+    QTest::newRow("point last") << "5."
+                                << "5";
+    QTest::newRow("fifth decimal rounds up") << "1.00005"
+                                             << "1.0001";
+    QTest::newRow("sixth decimal does not") << "1.000049"
+                                            << "1";
+    QTest::newRow("negative rounds away") << "-1.00005"
+                                          << "-1.0001";
+    QTest::newRow("minus nothing") << "-0.00"
+                                   << "0";
+    QTest::newRow("point alone") << "."
+                                 << "-";
+    QTest::newRow("empty") << ""
+                           << "-";
+    QTest::newRow("two points") << "1.2.3"
+                                << "-";
+    QTest::newRow("comma") << "1,234"
+                           << "-";
+    QTest::newRow("exponent") << "1e3"
+                              << "-";
 }
 
-void tst_numbers::parses()
-{
+void tst_numbers::parses() {
     QFETCH(QString, text);
     QFETCH(QString, plain);
     const auto parsed = Decimal::parse(text.toStdString());
     QCOMPARE(parsed ? QString::fromStdString(parsed->toString()) : QStringLiteral("-"), plain);
 }
 
-void tst_numbers::formats_data()
-{
+void tst_numbers::formats_data() {
     QTest::addColumn<QString>("number");
     QTest::addColumn<QString>("picture");
     QTest::addColumn<QString>("shown");
@@ -63,39 +73,44 @@ void tst_numbers::formats_data()
     QTest::newRow("half away, negative") << "-1.005" << plain << "-1.01";
     QTest::newRow("carries") << "999.995" << grouped << "1,000.00";
     QTest::newRow("rounds to nothing") << "-0.001" << plain << "0.00";
-    QTest::newRow("year") << "24" << "0000" << "0024";
+    QTest::newRow("year") << "24"
+                          << "0000"
+                          << "0024";
 }
 
-void tst_numbers::formats()
-{
+void tst_numbers::formats() {
     QFETCH(QString, number);
     QFETCH(QString, picture);
     QFETCH(QString, shown);
     QCOMPARE(format(*Decimal::parse(number.toStdString()), picture), shown);
 }
 
-void tst_numbers::leadingNumbers_data()
-{
+void tst_numbers::leadingNumbers_data() {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("plain");
-    QTest::newRow("empty") << "" << "0";
-    QTest::newRow("point") << "." << "0";
-    QTest::newRow("then letters") << "12.5AB" << "12.5";
-    QTest::newRow("grouping ends it") << "1,234.50" << "1";
-    QTest::newRow("second point ends it") << "1.2.3" << "1.2";
-    QTest::newRow("letters first") << "A1" << "0";
-    QTest::newRow("sign") << " -3" << "-3";
+    QTest::newRow("empty") << ""
+                           << "0";
+    QTest::newRow("point") << "."
+                           << "0";
+    QTest::newRow("then letters") << "12.5AB"
+                                  << "12.5";
+    QTest::newRow("grouping ends it") << "1,234.50"
+                                      << "1";
+    QTest::newRow("second point ends it") << "1.2.3"
+                                          << "1.2";
+    QTest::newRow("letters first") << "A1"
+                                   << "0";
+    QTest::newRow("sign") << " -3"
+                          << "-3";
 }
 
-void tst_numbers::leadingNumbers()
-{
+void tst_numbers::leadingNumbers() {
     QFETCH(QString, text);
     QFETCH(QString, plain);
     QCOMPARE(Value(text).decimal(), *Decimal::parse(plain.toStdString()));
 }
 
-void tst_numbers::overflowIsAnError()
-{
+void tst_numbers::overflowIsAnError() {
     QVERIFY_EXCEPTION_THROWN(Decimal::parse("922337203685478"), Error);
     QVERIFY_EXCEPTION_THROWN((void)(Decimal::fromInteger(922337203685477) + Decimal::fromInteger(1)), Error);
     QVERIFY_EXCEPTION_THROWN(Decimal::fromDouble(1e300), Error);
@@ -105,8 +120,7 @@ void tst_numbers::overflowIsAnError()
     QCOMPARE(Decimal::fromDouble(-99999999999.9999).toString(), std::string("-99999999999.9999"));
 }
 
-void tst_numbers::sqlRemembersForeignPieces()
-{
+void tst_numbers::sqlRemembersForeignPieces() {
     const Sql sql = "a '"_sql + QStringLiteral("x'") + "' and " + 12 + "";
     QCOMPARE(sql.text(), std::string("a 'x'' and 12"));
     QCOMPARE(sql.pieces().size(), std::size_t(2));
