@@ -40,7 +40,8 @@ struct Recordset::Private {
     mutable std::vector<std::optional<tsql::Column>> tableColumns;
 
     bool adding = false;
-    std::map<int, Value> edited; ///< columns set since AddNew or the last Update
+    /// By column: what was set since AddNew or the last Update. Empty when nothing was.
+    std::vector<std::optional<Value>> edited;
 
     [[nodiscard]] const RowSet &rows() const {
         if (!opened)
@@ -96,8 +97,8 @@ const tsql::Column *Recordset::Private::tableColumn(int column) const {
 
 Value Recordset::Private::value(int column) const {
     requireRow();
-    if (const auto set = edited.find(column); set != edited.end())
-        return set->second;
+    if (!edited.empty() && edited.at(std::size_t(column)))
+        return *edited[std::size_t(column)];
     if (adding)
         return {};
     if (const OwnRow *row = own(current))
@@ -123,8 +124,9 @@ OwnRow Recordset::Private::copyOfCurrent() const {
 std::vector<Assignment> Recordset::Private::assignments() const {
     std::vector<Assignment> result;
     result.reserve(edited.size());
-    for (const auto &[column, value] : edited)
-        result.push_back({rows().columns().at(std::size_t(column)).baseColumn, value});
+    for (std::size_t column = 0; column < edited.size(); ++column)
+        if (edited[column])
+            result.push_back({rows().columns().at(column).baseColumn, *edited[column]});
     return result;
 }
 
@@ -212,7 +214,14 @@ void Recordset::AddNew() {
 }
 
 Field Recordset::Fields(const QString &name) {
-    const int column = d->rows().columnIndex(name);
+    return fieldAt(d->rows().columnIndex(name));
+}
+
+Field Recordset::Fields(const char *name) {
+    return fieldAt(d->rows().columnIndex(std::string_view(name)));
+}
+
+Field Recordset::fieldAt(int column) {
     if (column < 0)
         throw Error(errors::ItemNotFound,
                     "Item cannot be found in the collection corresponding to the requested name or ordinal.");
@@ -247,7 +256,10 @@ Field &Field::operator=(const Value &value) {
         throw Error(NotUpdatable, "The field is computed and can't be set.");
     if (column->identity)
         throw Error(8102, "Cannot update identity column '" + column->name + "'.");
-    rows.edited.insert_or_assign(m_column, fitted(value, column->type));
+    Value held = fitted(value, column->type);
+    if (rows.edited.empty())
+        rows.edited.resize(std::size_t(rows.rows().columnCount()));
+    rows.edited.at(std::size_t(m_column)) = std::move(held);
     return *this;
 }
 

@@ -62,6 +62,7 @@ public:
     void AddNew();
     /// The field of that name, case ignored; Error 3265 when the rows have none.
     [[nodiscard]] Field Fields(const QString &name);
+    [[nodiscard]] Field Fields(const char *name);
     /// Writes the columns that were set. Error 3021 without a current row or when the row is gone.
     void Update();
 
@@ -70,6 +71,7 @@ public:
 
 private:
     friend class Field;
+    [[nodiscard]] Field fieldAt(int column);
     struct Private;
     std::unique_ptr<Private> d;
 };

@@ -18,7 +18,10 @@ Decimal leadingNumber(const QString &text) {
         point = point || text[i] == u'.';
         ++i;
     }
-    return Decimal::parse(text.mid(start, i - start).toStdString()).value_or(Decimal());
+    QVarLengthArray<char, 32> number; // all of it is ASCII
+    for (qsizetype at = start; at < i; ++at)
+        number.append(static_cast<char>(text[at].unicode()));
+    return Decimal::parse({number.constData(), static_cast<std::size_t>(number.size())}).value_or(Decimal());
 }
 
 QString format(Decimal value, const QString &picture) {
@@ -58,7 +61,7 @@ QString format(Decimal value, const QString &picture) {
 }
 
 QString format(const QString &text, const QString &picture) {
-    return format(leadingNumber(QString(text).remove(u',')), picture);
+    return format(leadingNumber(text.contains(u',') ? QString(text).remove(u',') : text), picture);
 }
 
 QString shownAmount(Decimal value) {

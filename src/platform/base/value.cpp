@@ -15,6 +15,19 @@ Overloaded(Ts...) -> Overloaded<Ts...>;
 
 } // namespace
 
+Value::Value(const QString &text) {
+    // Nearly all texts are ASCII, which goes over without a second text between the two.
+    std::string &ascii = m_storage.emplace<std::string>(static_cast<std::size_t>(text.size()), '\0');
+    char16_t all = 0;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const char16_t unit = text.at(i).unicode();
+        all |= unit;
+        ascii[static_cast<std::size_t>(i)] = static_cast<char>(unit);
+    }
+    if (all >= 0x80)
+        ascii = text.toStdString();
+}
+
 QString Value::text() const {
     return std::visit(
         Overloaded{[](Null) { return QString(); }, [](std::int64_t v) { return QString::number(v); },

@@ -37,7 +37,7 @@ public:
     Value(double value) : m_storage(value) {}
     Value(std::string utf8) : m_storage(std::move(utf8)) {}
     Value(const char *utf8) : m_storage(std::string(utf8)) {}
-    Value(const QString &text) : m_storage(text.toStdString()) {}
+    Value(const QString &text);
     Value(QDate date) : m_storage(DateTime{date, QTime(0, 0)}) {}
     Value(DateTime moment) : m_storage(moment) {}
     Value(bool) = delete;

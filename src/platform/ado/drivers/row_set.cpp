@@ -21,23 +21,20 @@ int digits(std::string_view text, std::size_t from, std::size_t length) {
     return number;
 }
 
-char16_t lowered(char16_t letter) {
-    return letter >= u'A' && letter <= u'Z' ? char16_t(letter + (u'a' - u'A')) : letter;
+char lowered(char letter) {
+    return letter >= 'A' && letter <= 'Z' ? char(letter + ('a' - 'A')) : letter;
 }
 
-/// Whether the two are one name, case ignored; nearly all are ASCII, which needs no QString.
-bool sameName(std::string_view utf8, QStringView name) {
-    const std::size_t common = std::min(utf8.size(), std::size_t(name.size()));
-    for (std::size_t at = 0; at < common; ++at) {
-        const auto ours = static_cast<unsigned char>(utf8[at]);
-        const char16_t other = name[qsizetype(at)].unicode();
-        if (ours >= 0x80 || other >= 0x80)
-            return QString::fromUtf8(utf8.data(), qsizetype(utf8.size()))
-                       .compare(name, Qt::CaseInsensitive) == 0;
-        if (lowered(ours) != lowered(other))
-            return false;
-    }
-    return utf8.size() == std::size_t(name.size());
+bool isAscii(std::string_view text) {
+    return std::none_of(text.begin(), text.end(),
+                        [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
+}
+
+/// Whether two ASCII names are one, case ignored.
+bool sameAscii(std::string_view a, std::string_view b) {
+    return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), [](char one, char other) {
+               return one == other || lowered(one) == lowered(other);
+           });
 }
 
 std::int64_t wholeOf(const Decimal &number) {
@@ -134,7 +131,10 @@ std::optional<DateTime> storedMoment(std::string_view text) {
 }
 
 RowSet::RowSet(std::vector<tsql::ResultColumn> columns, bool withIdentity)
-    : m_columns(std::move(columns)), m_width(qsizetype(m_columns.size()) + (withIdentity ? 1 : 0)) {}
+    : m_columns(std::move(columns)),
+      m_asciiNames(std::all_of(m_columns.begin(), m_columns.end(),
+                               [](const tsql::ResultColumn &column) { return isAscii(column.name); })),
+      m_width(qsizetype(m_columns.size()) + (withIdentity ? 1 : 0)) {}
 
 void RowSet::finish() {
     m_tags.trim();
@@ -153,8 +153,16 @@ QString RowSet::columnName(int column) const {
 }
 
 int RowSet::columnIndex(const QString &name) const {
+    const QByteArray utf8 = name.toUtf8();
+    return columnIndex(std::string_view(utf8.constData(), std::size_t(utf8.size())));
+}
+
+int RowSet::columnIndex(std::string_view name) const {
+    const bool ascii = m_asciiNames && isAscii(name);
+    const QString text = ascii ? QString() : QString::fromUtf8(name.data(), qsizetype(name.size()));
     for (std::size_t column = 0; column < m_columns.size(); ++column)
-        if (sameName(m_columns[column].name, name))
+        if (ascii ? sameAscii(m_columns[column].name, name)
+                  : columnName(int(column)).compare(text, Qt::CaseInsensitive) == 0)
             return int(column);
     return -1;
 }

@@ -36,6 +36,7 @@ public:
     [[nodiscard]] int columnCount() const override { return int(m_columns.size()); }
     [[nodiscard]] QString columnName(int column) const override;
     [[nodiscard]] int columnIndex(const QString &name) const override;
+    [[nodiscard]] int columnIndex(std::string_view name) const;
     [[nodiscard]] bool isNumber(int column) const override;
     [[nodiscard]] Value value(qsizetype row, int column) const override;
     [[nodiscard]] QString text(qsizetype row, int column) const override;
@@ -63,6 +64,7 @@ private:
     }
 
     std::vector<tsql::ResultColumn> m_columns;
+    bool m_asciiNames; ///< as nearly always, which makes them quick to compare
     qsizetype m_width;
     PackedArray<Tag> m_tags;
     PackedArray<std::int64_t> m_cells;
