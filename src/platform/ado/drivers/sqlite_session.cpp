@@ -78,6 +78,7 @@ SqliteSession::SqliteSession(const std::string &path, Purpose purpose) : m_path(
     if (code != SQLITE_OK)
         fail(code);
     sqlite3_busy_timeout(handle, WaitForLockMs);
+    dropUndonePages(handle);
     registerFunctions(handle);
     if (purpose == Purpose::Use)
         useWal();
