@@ -99,6 +99,8 @@ void tst_refusals::refused_data() {
     row(242, "select * from Accounts where openDate = ^'2024-02-30'");
     row(8115, "select cast(^99999 as smallint)");
     row(206, "select cast(^openDate as int) from Accounts");
+    row(168, "update Accounts set OpenBal = ^1e999");
+    row(168, "Two ^1.5e-400");
     row(402, "select openDate^-openDate from Accounts");
     // Changes.
     row(8152, "insert into Accounts (AcStatus,AcName) values ('DD',^'elf letters')");
