@@ -180,6 +180,9 @@ void SqliteSession::fail(int code) {
     if (code == SQLITE_CONSTRAINT_UNIQUE || code == SQLITE_CONSTRAINT_PRIMARYKEY ||
         code == SQLITE_CONSTRAINT_ROWID)
         throw Error(2627, "Violation of a unique key: " + message + '.');
+    if (message == "integer overflow") // of the engine's own sum and abs
+        throw Error(8115,
+                    std::string("Arithmetic overflow error converting expression to data type bigint."));
     throw Error(50000, message);
 }
 
