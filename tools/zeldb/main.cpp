@@ -117,7 +117,10 @@ QByteArray statementText(const QCommandLineParser &line, const QStringList &word
                                                  : (file.setFileName(name), file.open(QIODevice::ReadOnly));
     if (!open)
         refuse(QStringLiteral("The file \"%1\" can't be read: %2.").arg(name, file.errorString()));
-    return file.readAll();
+    QByteArray text = file.readAll();
+    if (constexpr char Mark[] = "\xEF\xBB\xBF"; text.startsWith(Mark)) // some editors begin a file with it
+        text.remove(0, qsizetype(sizeof Mark) - 1);
+    return text;
 }
 
 /// The line that a part of a text begins on, counted from 1.

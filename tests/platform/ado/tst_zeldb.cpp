@@ -190,7 +190,8 @@ void tst_zeldb::files() {
     const QTemporaryDir place;
     QFile file(place.filePath(QStringLiteral("rows.sql")));
     QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write("insert into LctPswd (Pswd) values ('A')\r\ngo\r\n\nGO\ninsert into LctPswd (Pswd) values "
+    file.write("\xEF\xBB\xBFinsert into LctPswd (Pswd) values ('A')\r\ngo\r\n\nGO\ninsert into LctPswd "
+               "(Pswd) values "
                "('GO ON')\n  GO  \n"
                "delete from LctPswd where Pswd = 'ZEL'");
     file.close();
