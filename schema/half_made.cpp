@@ -13,6 +13,18 @@
 
 namespace zel::schema {
 
+SignalsWait::SignalsWait() {
+    sigset_t waiting;
+    sigemptyset(&waiting);
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP})
+        sigaddset(&waiting, signal);
+    pthread_sigmask(SIG_BLOCK, &waiting, &m_before);
+}
+
+SignalsWait::~SignalsWait() {
+    pthread_sigmask(SIG_SETMASK, &m_before, nullptr);
+}
+
 HalfMade::HalfMade(const QString &folder, bool madeFolder) : m_folder(folder), m_madeFolder(madeFolder) {
     m_path = folder + QStringLiteral("/ZEL.db.") + QUuid::createUuid().toString(QUuid::Id128) +
              QStringLiteral(".new");

@@ -2,9 +2,24 @@
 
 #include <QString>
 
+#include <csignal>
+
 namespace zel::schema {
 
-/// A new catalog's file beside where it is to stand. Removed when this goes, unless it was kept.
+/// While one lives, the signals that ask the program to end (Ctrl+C among them) wait.
+class SignalsWait {
+public:
+    SignalsWait();
+    ~SignalsWait();
+    SignalsWait(const SignalsWait &) = delete;
+    SignalsWait &operator=(const SignalsWait &) = delete;
+
+private:
+    sigset_t m_before{};
+};
+
+/// A new catalog's file beside where it is to stand. Removed when this goes, unless it was kept; a program
+/// that is asked to end does so only then.
 class HalfMade {
 public:
     /// `madeFolder`: the folder goes with it, too.
@@ -18,6 +33,7 @@ public:
     void keepAs(const QString &path);
 
 private:
+    SignalsWait m_signals; // the first, since it goes last
     QString m_folder;
     QString m_path;
     bool m_madeFolder;

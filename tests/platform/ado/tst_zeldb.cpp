@@ -46,6 +46,7 @@ class tst_zeldb : public QObject {
 private Q_SLOTS:
     void createsOnce();
     void leavesNothingHalfMade();
+    void stoppedLeavesNothingHalfMade();
     void bare();
     void chartIsSetUp();
     void refreshes();
@@ -90,6 +91,27 @@ void tst_zeldb::leavesNothingHalfMade() {
         QVERIFY2(told.count('\n') == 1 && told.contains("/data/ZEL.db\" can't be "), told.constData());
         QCOMPARE(QDir(parent.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList());
     }
+}
+
+/// Stopped at different moments: the catalog stands whole, or not at all.
+void tst_zeldb::stoppedLeavesNothingHalfMade() {
+    int stopped = 0;
+    for (int milliseconds = 0; milliseconds < 400; milliseconds += 40) {
+        const QTemporaryDir folder;
+        QProcess process;
+        process.start(program(), {"create", folder.path()});
+        QVERIFY(process.waitForStarted());
+        QTest::qSleep(milliseconds);
+        process.terminate();
+        QVERIFY(process.waitForFinished());
+        stopped += process.exitStatus() == QProcess::CrashExit ? 1 : 0;
+        const QStringList files = QDir(folder.path()).entryList(QDir::Files);
+        if (files.isEmpty())
+            continue;
+        QCOMPARE(files, QStringList{"ZEL.db"});
+        QCOMPARE(plain(folder.filePath("ZEL.db"), "select count(*) from Menus"), QStringLiteral("19"));
+    }
+    QVERIFY(stopped > 0);
 }
 
 void tst_zeldb::bare() {
