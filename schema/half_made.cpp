@@ -13,6 +13,21 @@
 
 namespace zel::schema {
 
+namespace {
+
+/// Whether the folder's names are on the disk, or it is none that can be asked to put them there.
+bool synced(const QString &folder) {
+    const int opened = ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (opened < 0)
+        return true;
+    const int failure = ::fsync(opened) == 0 ? 0 : errno;
+    ::close(opened);
+    errno = failure;
+    return failure == 0 || failure == EINVAL || failure == ENOTSUP;
+}
+
+} // namespace
+
 SignalsWait::SignalsWait() {
     sigset_t waiting;
     sigemptyset(&waiting);
@@ -55,12 +70,12 @@ void HalfMade::keepAs(const QString &path) {
     else if (::renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(), RENAME_NOREPLACE) != 0)
         throw Error(823,
                     QStringLiteral("The catalog \"%1\" can't be made: %2.").arg(path, qt_error_string()));
-    m_kept = true;
-    const int folder = ::open(QFile::encodeName(m_folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (folder >= 0) {
-        ::fsync(folder);
-        ::close(folder);
+    if (!synced(m_folder)) {
+        const QString reason = qt_error_string();
+        ::unlink(to.constData());
+        throw Error(823, QStringLiteral("The catalog \"%1\" can't be made: %2.").arg(path, reason));
     }
+    m_kept = true;
 }
 
 } // namespace zel::schema
