@@ -59,7 +59,7 @@ private:
 };
 
 QString readLine(QTextStream &input) {
-    const QString line = input.readLine();
+    QString line = input.readLine();
     if (line.isNull())
         refuse(QStringLiteral("No password was given."));
     return line;
@@ -72,7 +72,7 @@ QString askPassword() {
         return readLine(input);
     const SilentTerminal silent;
     put(stderr, "New password: ");
-    const QString password = readLine(input);
+    QString password = readLine(input);
     put(stderr, "\nOnce more: ");
     const QString again = readLine(input);
     put(stderr, "\n");
