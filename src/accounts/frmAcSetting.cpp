@@ -101,7 +101,7 @@ void frmAcSetting::FillVouSetting() {
     OpenRs("Select vouNo,AcTitle=(Select AcName From Accounts Where AcStatus <> 'HH' and rowid=AcCode),"
            "OthAC=(Select AcName From Accounts Where AcStatus='DD' and rowid=OthAcCode),"
            "IncomeAC=(Select AcName From Accounts Where AcStatus='DD' and rowid=ITaxAc),"
-           "SalTaxAC=(Select AcName From Accounts Where AcStatus='DD' and rowid=STaxAc),"
+           "SalTaxAC=(Select AcName From Accounts Where AcStatus='DD' and rowid=STaxAC),"
            "AcStatus,AcCode,Fix,VouStatus,OthAcCode,ITaxAC,STaxAC From VouSetting");
     if (gRs.RecordCount() > 0)
         gRs.MoveFirst();
