@@ -2,6 +2,8 @@
 
 #include "platform/controls/form.h"
 
+#include <QString>
+
 #include <memory>
 
 namespace zel::shell {
@@ -19,6 +21,9 @@ public:
 
     frmLocPass();
     ~frmLocPass() override;
+
+    /// The screen that the right password opens as the flags stand; '' when none is set.
+    [[nodiscard]] static QString destination();
 
 protected:
     void Form_Activate() override;
