@@ -32,6 +32,8 @@ MDIForm1::MDIForm1() : ui(std::make_unique<Ui::MDIForm1>()), m_panel(std::make_u
     loadImages();
     ui->setupUi(this);
     setWindowIcon(controls::icon("logo"));
+    // A prompt over a maximized screen keeps its size.
+    ui->mdiArea->setOption(QMdiArea::DontMaximizeSubWindowOnActivation);
     Picture1 = new QWidget(ui->mdiArea->viewport());
     m_panel->setupUi(Picture1);
     ui->mdiArea->viewport()->installEventFilter(this);

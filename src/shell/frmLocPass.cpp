@@ -35,6 +35,10 @@ QString frmLocPass::destination() {
     return {};
 }
 
+void frmLocPass::Form_Load() {
+    setFixedSize(sizeHint());
+}
+
 void frmLocPass::Form_Activate() {
     ui->txtPassword->clear();
     controls::SetFocus(ui->txtPassword);

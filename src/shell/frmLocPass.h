@@ -26,6 +26,7 @@ public:
     [[nodiscard]] static QString destination();
 
 protected:
+    void Form_Load() override;
     void Form_Activate() override;
 
 private:

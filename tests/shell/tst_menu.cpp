@@ -10,6 +10,8 @@
 
 #include <QAction>
 #include <QCheckBox>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QMenu>
 #include <QStatusBar>
 #include <QTabWidget>
@@ -73,6 +75,7 @@ private Q_SLOTS:
     void missingScreenLeavesAllAlone();
     void lockLeadsTo_data();
     void lockLeadsTo();
+    void lockKeepsItsSize();
     void lockRefuses();
     void lockCancels();
     void editsRights();
@@ -208,6 +211,20 @@ void tst_menu::lockLeadsTo() {
              QStringList(destination.isEmpty() ? 0 : 1, destination));
     QCOMPARE(shell::gOpenRemoveData, flags.contains("remove") || item == "mnuRemoveData");
     QCOMPARE(shell::gOpenSetMenus, flags.contains("menus") || item == "mnuSetMenu");
+}
+
+void tst_menu::lockKeepsItsSize() {
+    OpenFrame frame;
+    QWidget *other = openByMenu("mnuCompany", "other")->parentWidget();
+    other->showMaximized();
+    QWidget *lock = openByMenu("mnuSetMenu", "frmLocPass");
+    QVERIFY(!lock->parentWidget()->isMaximized());
+    QCOMPARE(lock->size(), lock->sizeHint());
+    QVERIFY(other->isMaximized());
+    picture(frame.frame, "lock-over-maximized");
+    click(lock, "cmdCancel");
+    QCOMPARE(frame.frame->findChild<QMdiArea *>()->activeSubWindow(), other);
+    QVERIFY(other->isMaximized());
 }
 
 void tst_menu::lockRefuses() {
