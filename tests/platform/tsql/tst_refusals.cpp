@@ -150,7 +150,7 @@ void tst_refusals::longLines() {
                           &description),
         207);
     const QStringList lines = description.split(u'\n');
-    const QString shown = lines.at(lines.size() - 2);
+    const QString &shown = lines.at(lines.size() - 2);
     QCOMPARE(shown.mid(lines.last().indexOf(u'^'), 8), QStringLiteral("nowhere "));
     QVERIFY2(shown.size() <= 80, qPrintable(shown));
 }
