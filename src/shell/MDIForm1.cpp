@@ -18,6 +18,7 @@
 #include <QScrollBar>
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace zel::shell {
@@ -31,6 +32,8 @@ MDIForm1::MDIForm1() : ui(std::make_unique<Ui::MDIForm1>()), m_panel(std::make_u
     loadImages();
     ui->setupUi(this);
     setWindowIcon(controls::icon("logo"));
+    // A prompt over a maximized screen keeps its size.
+    ui->mdiArea->setOption(QMdiArea::DontMaximizeSubWindowOnActivation);
     Picture1 = new QWidget(ui->mdiArea->viewport());
     m_panel->setupUi(Picture1);
     ui->mdiArea->viewport()->installEventFilter(this);
@@ -84,6 +87,7 @@ void MDIForm1::buildMenu() {
         QAction *action = nullptr;
         if (i + 1 < table.size() && table[i + 1].level > row.level) {
             auto *menu = new QMenu(row.caption, this);
+            menu->setObjectName(row.name);
             action = menu->menuAction();
             parents.push_back(menu);
         } else {
@@ -121,10 +125,12 @@ void MDIForm1::choose(const QAction &item) {
 }
 
 void MDIForm1::openLocked(const QString &screenName, const QString &caption, bool &destination) {
-    if (!opener(screenName))
+    const bool before = std::exchange(destination, true);
+    if (!opener(screenName) && !opener(frmLocPass::destination())) {
+        destination = before;
         return tellMissing(caption);
+    }
     close_Menu();
-    destination = true;
     frmLocPass::reference->Show();
 }
 

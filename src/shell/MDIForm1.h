@@ -46,6 +46,8 @@ private:
     /// Where the area is smaller than its screens: scrolls it to the control that got the focus.
     void bringInSight(const QWidget *control);
     void choose(const QAction &item);
+    /// Through the lock prompt, which leads where the flags say: that may be to another screen than the
+    /// item's.
     void openLocked(const QString &screenName, const QString &caption, bool &destination);
     void mnuExit_Click();
     void Timer1_Timer();
@@ -55,7 +57,7 @@ private:
     std::unique_ptr<Ui::MDIForm1> ui;
     std::unique_ptr<Ui::Panel> m_panel;
     QWidget *Picture1;
-    QTimer Timer1;
+    QTimer Timer1{this};
 };
 
 /// The clock of the panel: weekday, date, two blanks, time of twelve hours.

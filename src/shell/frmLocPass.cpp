@@ -8,10 +8,17 @@
 
 namespace zel::shell {
 
-namespace {
+frmLocPass::frmLocPass() : ui(std::make_unique<Ui::frmLocPass>()) {
+    ui->setupUi(this);
+    connect(ui->txtPassword, &controls::TextBox::enterPressed, this, &frmLocPass::cmdOK_Click);
+    connect(ui->cmdOK, &QAbstractButton::clicked, this, &frmLocPass::cmdOK_Click);
+    connect(ui->cmdCancel, &QAbstractButton::clicked, this, &frmLocPass::cmdCancel_Click);
+}
 
-/// Opens the first destination whose flag is set.
-void openDestination() {
+frmLocPass::~frmLocPass() = default;
+
+/// The first whose flag is set.
+QString frmLocPass::destination() {
     const struct {
         bool chosen;
         const char *name;
@@ -22,24 +29,15 @@ void openDestination() {
         {gOpenRemoveData, "frmRemoveData"},
     };
     for (const auto &destination : destinations) {
-        if (!destination.chosen)
-            continue;
-        if (const Opener *open = opener(destination.name))
-            (*open)();
-        return;
+        if (destination.chosen)
+            return destination.name;
     }
+    return {};
 }
 
-} // namespace
-
-frmLocPass::frmLocPass() : ui(std::make_unique<Ui::frmLocPass>()) {
-    ui->setupUi(this);
-    connect(ui->txtPassword, &controls::TextBox::enterPressed, this, &frmLocPass::cmdOK_Click);
-    connect(ui->cmdOK, &QAbstractButton::clicked, this, &frmLocPass::cmdOK_Click);
-    connect(ui->cmdCancel, &QAbstractButton::clicked, this, &frmLocPass::cmdCancel_Click);
+void frmLocPass::Form_Load() {
+    setFixedSize(sizeHint());
 }
-
-frmLocPass::~frmLocPass() = default;
 
 void frmLocPass::Form_Activate() {
     ui->txtPassword->clear();
@@ -61,7 +59,8 @@ void frmLocPass::cmdOK_Click() {
     }
     Unload();
     reference.clear();
-    openDestination();
+    if (const Opener *open = opener(destination()))
+        (*open)();
 }
 
 void frmLocPass::cmdCancel_Click() {

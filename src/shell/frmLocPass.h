@@ -2,6 +2,8 @@
 
 #include "platform/controls/form.h"
 
+#include <QString>
+
 #include <memory>
 
 namespace zel::shell {
@@ -20,7 +22,11 @@ public:
     frmLocPass();
     ~frmLocPass() override;
 
+    /// The screen that the right password opens as the flags stand; '' when none is set.
+    [[nodiscard]] static QString destination();
+
 protected:
+    void Form_Load() override;
     void Form_Activate() override;
 
 private:

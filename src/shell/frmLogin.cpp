@@ -29,6 +29,7 @@ frmLogin::frmLogin()
     : Form(Kind::Window), ui(std::make_unique<Ui::frmLogin>()), m_display(std::make_unique<Display>()) {
     ui->setupUi(this);
     setWindowIcon(controls::icon("logo"));
+    ui->cboUsers->setCompleter(nullptr); // a name that is the beginning of another stays as it is typed
     connect(ui->cboUsers->lineEdit(), &QLineEdit::returnPressed, this,
             [this] { controls::SetFocus(ui->txtPassword); });
     connect(ui->txtPassword, &controls::TextBox::enterPressed, this, &frmLogin::cmdLogIn_Click);

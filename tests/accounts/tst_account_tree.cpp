@@ -43,6 +43,7 @@ private Q_SLOTS:
                         "insert into Accounts (ParentID,Dcode,AcNodes,AcName,AcStatus) values "
                         "('9',2,'9.2','NEITHER','XX')");
         open();
+        QCOMPARE(focused(), "lstTree");
         QStringList shown;
         for (const controls::TreeNode *at : tree(screen)->nodes()) {
             const auto *parent = static_cast<controls::TreeNode *>(at->parent());

@@ -9,6 +9,7 @@
 
 #include "platform/base/error.h"
 
+#include <QComboBox>
 #include <QFile>
 #include <QLineEdit>
 #include <QtTest>
@@ -65,6 +66,8 @@ private Q_SLOTS:
     void endsProgram();
     void refuses_data();
     void refuses();
+    void userAsTyped_data();
+    void userAsTyped();
     void keys();
     void logsInAgainAsAnother();
     void changesDisplay_data();
@@ -173,6 +176,26 @@ void tst_login::refuses() {
     // The whole password is selected: what is typed next replaces it.
     type("new");
     QCOMPARE(text(login, "txtPassword"), "new");
+}
+
+void tst_login::userAsTyped_data() {
+    QTest::addColumn<QString>("user");
+    for (const char *user : {"s", "S", "SA", "sam", "sa "})
+        QTest::newRow(user) << user;
+}
+
+/// The list's name completes and corrects no other.
+void tst_login::userAsTyped() {
+    QFETCH(QString, user);
+    Office office;
+    shell::Main();
+    QWidget *login = form("frmLogin");
+    typeInto(login, "cboUsers", user);
+    QCOMPARE(text(login, "cboUsers"), user);
+    press(Qt::Key_Return);
+    QCOMPARE(focused(), "txtPassword");
+    QCOMPARE(text(login, "cboUsers"), user);
+    QCOMPARE(control<QComboBox>(login, "cboUsers")->count(), 1);
 }
 
 void tst_login::keys() {

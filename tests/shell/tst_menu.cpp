@@ -10,8 +10,12 @@
 
 #include <QAction>
 #include <QCheckBox>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
 #include <QStatusBar>
 #include <QTabWidget>
+#include <QTimer>
 #include <QtTest>
 
 using namespace zel;
@@ -67,10 +71,11 @@ private Q_SLOTS:
     void appliesRights();
     void endsProgramWithoutRights_data();
     void endsProgramWithoutRights();
-    void separatorsAreNamed();
+    void partsAreNamed();
     void missingScreenLeavesAllAlone();
     void lockLeadsTo_data();
     void lockLeadsTo();
+    void lockKeepsItsSize();
     void lockRefuses();
     void lockCancels();
     void editsRights();
@@ -127,8 +132,11 @@ void tst_menu::endsProgramWithoutRights() {
     QCOMPARE(ended.box, "Error 91:\n\nObject variable or With block variable not set");
 }
 
-void tst_menu::separatorsAreNamed() {
+void tst_menu::partsAreNamed() {
     OpenFrame frame;
+    for (const char *menu : {"mnu_Reg_Form", "mnuMainTrans", "mnuMainVouc", "mnuMainRpt", "mnuAdmin"})
+        QVERIFY2(frame.frame->findChild<QMenu *>(menu), menu);
+    QCOMPARE(frame.frame->findChild<QTimer *>("Timer1")->interval(), 500);
     QStringList names;
     for (const QAction *action : frame.frame->findChildren<QAction *>())
         if (action->isSeparator() && action->property("Caption").isValid())
@@ -148,6 +156,16 @@ void tst_menu::missingScreenLeavesAllAlone() {
     QVERIFY(frame.panelShown());
     QVERIFY(!shell::gOpenRemoveData);
     QVERIFY(!form("frmLocPass"));
+
+    // The lock leads elsewhere once "Set Menus" has been chosen.
+    shell::setScreens({{"frmSecMenus", shell::shows(shell::frmSecMenus::reference)}});
+    shell::gOpenSetMenus = true;
+    openByMenu("mnuRemoveData", "frmLocPass");
+    type("ZEL");
+    press(Qt::Key_Return);
+    settle();
+    QVERIFY(form("frmSecMenus"));
+    QVERIFY(shell::gOpenRemoveData);
 }
 
 void tst_menu::lockLeadsTo_data() {
@@ -193,6 +211,20 @@ void tst_menu::lockLeadsTo() {
              QStringList(destination.isEmpty() ? 0 : 1, destination));
     QCOMPARE(shell::gOpenRemoveData, flags.contains("remove") || item == "mnuRemoveData");
     QCOMPARE(shell::gOpenSetMenus, flags.contains("menus") || item == "mnuSetMenu");
+}
+
+void tst_menu::lockKeepsItsSize() {
+    OpenFrame frame;
+    QWidget *other = openByMenu("mnuCompany", "other")->parentWidget();
+    other->showMaximized();
+    QWidget *lock = openByMenu("mnuSetMenu", "frmLocPass");
+    QVERIFY(!lock->parentWidget()->isMaximized());
+    QCOMPARE(lock->size(), lock->sizeHint());
+    QVERIFY(other->isMaximized());
+    picture(frame.frame, "lock-over-maximized");
+    click(lock, "cmdCancel");
+    QCOMPARE(frame.frame->findChild<QMdiArea *>()->activeSubWindow(), other);
+    QVERIFY(other->isMaximized());
 }
 
 void tst_menu::lockRefuses() {

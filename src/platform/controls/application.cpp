@@ -4,6 +4,8 @@
 #include "platform/controls/form_life.h"
 #include "platform/controls/look.h"
 
+#include <QFontDatabase>
+#include <QLabel>
 #include <QMessageBox>
 #include <QWindow>
 
@@ -46,6 +48,19 @@ void closePopups() {
         grabber->releaseMouse();
     if (QWidget *grabber = QWidget::keyboardGrabber())
         grabber->releaseKeyboard();
+}
+
+/// A failed statement ends with an excerpt and a caret below the place: letters of one width, and no line of
+/// the two broken.
+void keepCaretInPlace(QMessageBox &box) {
+    const QStringList lines = box.text().split(QLatin1Char('\n'));
+    auto *label = box.findChild<QLabel *>(QStringLiteral("qt_msgbox_label"));
+    if (!label || lines.size() < 2 || lines.last().trimmed() != QLatin1String("^"))
+        return;
+    QFont even = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    even.setPointSize(label->font().pointSize());
+    label->setStyleSheet(QStringLiteral("font-family: \"%1\"").arg(even.family()));
+    label->setMinimumWidth(QFontMetrics(even).horizontalAdvance(lines[lines.size() - 2] + QLatin1Char(' ')));
 }
 
 } // namespace
@@ -130,6 +145,7 @@ void Application::fail(int number, const QString &description) {
                         QStringLiteral("Error %1:\n\n%2").arg(number).arg(description), QMessageBox::Ok);
         box.setObjectName(QStringLiteral("Failure"));
         box.setTextFormat(Qt::PlainText);
+        keepCaretInPlace(box);
         box.setWindowModality(Qt::ApplicationModal);
         s_box = &box;
         box.exec();

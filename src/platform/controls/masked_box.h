@@ -10,6 +10,7 @@ namespace zel::controls {
 /// a literal that typing steps over. Its text is what is shown, literals and "_" included.
 class MaskedBox : public QLineEdit {
     Q_OBJECT
+    Q_PROPERTY(QString text READ text WRITE setText NOTIFY changed)
     Q_PROPERTY(QString Mask READ Mask WRITE setMask)
     Q_PROPERTY(QString Tag READ Tag WRITE setTag)
     Q_PROPERTY(QString DataField READ DataField WRITE setDataField)

@@ -13,6 +13,7 @@
 #include <QMimeData>
 #include <QRegularExpression>
 
+#include <algorithm>
 #include <limits>
 
 namespace zel::controls {
@@ -25,6 +26,28 @@ TextBox::TextBox(QWidget *parent) : QLineEdit(parent) {
             home(false);
         Q_EMIT changed();
     });
+}
+
+void TextBox::setMaxTyped(int length) {
+    TextField::setMaxTyped(length);
+    fitLimit(text().size());
+}
+
+void TextBox::setText(const QString &text) {
+    if (text.size() > maxLength())
+        fitLimit(text.size());
+    QLineEdit::setText(text);
+    fitLimit(text.size());
+}
+
+/// Setting the line's limit would cut the text that it shows.
+void TextBox::fitLimit(qsizetype shown) {
+    const int limit = maxTyped() > 0 ? std::max(maxTyped(), int(shown)) : std::numeric_limits<int>::max();
+    if (maxLength() == limit)
+        return;
+    setMaxLength(limit);
+    if (isReadOnly())
+        home(false);
 }
 
 void TextBox::setMasked(bool masked) {

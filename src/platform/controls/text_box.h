@@ -24,6 +24,10 @@ public:
     [[nodiscard]] bool masked() const { return echoMode() == QLineEdit::Password; }
     void setMasked(bool masked);
 
+    /// The line's own maxLength is the limit of typing, too, or the length of a longer text that was set.
+    void setMaxTyped(int length) override;
+    void setText(const QString &text);
+
     [[nodiscard]] QString shownText() const override { return text(); }
     void setShownText(const QString &text) override { setText(text); }
     [[nodiscard]] QWidget *widget() override { return this; }
@@ -46,6 +50,7 @@ protected:
 
 private:
     void type(const QString &text);
+    void fitLimit(qsizetype shown);
 };
 
 } // namespace zel::controls

@@ -22,7 +22,7 @@ public:
     void setDataField(const QString &column) { m_dataField = column; }
     /// The length that typing and pasting may reach, 0 for any. What the program sets is never cut.
     [[nodiscard]] int maxTyped() const { return m_maxTyped; }
-    void setMaxTyped(int length) { m_maxTyped = length; }
+    virtual void setMaxTyped(int length) { m_maxTyped = length; }
 
     [[nodiscard]] Keys keys() const { return m_keys; }
     void setKeys(Keys keys);

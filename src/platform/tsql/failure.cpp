@@ -9,8 +9,8 @@ namespace zel::tsql {
 
 namespace {
 
-constexpr std::size_t ShownBefore = 100;
-constexpr std::size_t ShownBehind = 60;
+constexpr std::size_t ShownBefore = 50;
+constexpr std::size_t ShownBehind = 30;
 
 bool insideCharacter(std::string_view text, std::size_t at) {
     return at < text.size() && (static_cast<unsigned char>(text[at]) & 0xC0) == 0x80;

@@ -42,7 +42,9 @@ void tst_screen::designedProperties() {
     QCOMPARE(screen->txtSessionName->DataField(), QStringLiteral("SessionName"));
     QCOMPARE(screen->txtSessionName->keys(), Keys::Upper);
     QCOMPARE(screen->txtSessionName->maxTyped(), 10);
+    QCOMPARE(screen->txtSessionName->maxLength(), 10);
     QCOMPARE(screen->mskNIC->text(), QStringLiteral("_____-_______-_"));
+    QCOMPARE(screen->mskNIC->property("text").toString(), QStringLiteral("_____-_______-_"));
     QCOMPARE(screen->cmbMYear->enterKey(), EnterKey::GoesOn);
     QCOMPARE(screen->cboCource->BoundColumn(), QStringLiteral("CourseId"));
     QCOMPARE(screen->chkHead->enterKey(), EnterKey::GoesOn);

@@ -171,6 +171,7 @@ void tst_textbox::limitHoldsTypingOnly() {
         box.setMaxTyped(4);
         box.setText(present);
         QCOMPARE(box.text(), present);
+        QCOMPARE(box.maxLength(), std::max(4, int(present.size())));
         if (selected)
             box.setSelection(0, selected);
         QGuiApplication::clipboard()->setText(typed);
@@ -179,6 +180,8 @@ void tst_textbox::limitHoldsTypingOnly() {
         else
             QTest::keyClicks(&box, typed);
         QCOMPARE(box.text(), text);
+        box.setText("12");
+        QCOMPARE(box.property("maxLength").toInt(), 4);
     }
 }
 

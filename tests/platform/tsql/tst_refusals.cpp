@@ -30,6 +30,7 @@ class tst_refusals : public QObject {
 private Q_SLOTS:
     void refused_data();
     void refused();
+    void longLines();
     void inProcedures();
     void caret();
     void deepExpressions();
@@ -141,6 +142,20 @@ void tst_refusals::refused() {
                               .arg(before.count(u'\n') + 1)
                               .arg(place - before.lastIndexOf(u'\n'));
     QVERIFY2(description.contains(named), qPrintable(description));
+}
+
+/// Of a long line the part around the place is shown, the caret below its first letter.
+void tst_refusals::longLines() {
+    const Sql filling = "and AcName <> '"_sql + QString(200, QChar(0xD1)) + "' ";
+    QString description;
+    QCOMPARE(
+        m_catalog.refusal("select * from Accounts where 1 = 1 "_sql + filling + "and nowhere = 1 " + filling,
+                          &description),
+        207);
+    const QStringList lines = description.split(u'\n');
+    const QString &shown = lines.at(lines.size() - 2);
+    QCOMPARE(shown.mid(lines.last().indexOf(u'^'), 8), QStringLiteral("nowhere "));
+    QVERIFY2(shown.size() <= 80, qPrintable(shown));
 }
 
 /// A failure in a procedure names the place in the procedure's own text.
