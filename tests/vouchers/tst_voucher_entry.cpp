@@ -257,6 +257,7 @@ void tst_voucher_entry::chosenAccount() {
     QWidget *finder = form("frmFindAC");
     QVERIFY(finder);
     QCOMPARE(control<controls::Grid>(finder, "mshSearch")->Rows(), banksOnly ? 3 : 7);
+    QCOMPARE(control(finder, "chkAll")->isVisible(), banksOnly);
     // Going away without a choice changes nothing and takes the filter back.
     click(finder, "cmdExit");
     QTRY_VERIFY(!form("frmFindAC"));
