@@ -55,8 +55,9 @@ void Voucher::arrange() {
         shortcut->setContext(Qt::WidgetWithChildrenShortcut);
         // Like a button's own key: the box that is left takes what was typed into it.
         connect(shortcut, &QShortcut::activated, button, [button = button] {
-            if (button->isEnabled())
-                SetFocus(button);
+            if (!button->isEnabled() || !button->isVisible())
+                return;
+            SetFocus(button);
             button->click();
         });
         button->setToolTip(button->text().remove('&') + " (" + QKeySequence(key).toString() + ")");
