@@ -105,6 +105,7 @@ void tst_voucher_kinds::faces() {
     const QString kind = QTest::currentDataTag();
     Desk desk("insert into MasJV (VouNo, VouStatus, VouDate) values (1, '"_sql + kind + "', '2026-01-01')");
     desk.open(QTest::currentDataTag());
+    QCOMPARE(focused(), "DTPicker");
     QCOMPARE(desk.screen()->objectName(), "frm" + kind);
     QCOMPARE(desk.screen()->windowTitle(), caption);
     QCOMPARE(desk.label("lblTitle"), caption);
