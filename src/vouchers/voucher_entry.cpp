@@ -80,7 +80,7 @@ void Voucher::connectEntry() {
         connect(ui->txtVouStatus, &TextBox::gotFocus, this, [this] { SetFocus(ui->DTPicker); });
     if (m_kind.amountTurnsYellow) {
         connect(ui->txtDRCR, &TextBox::gotFocus, this,
-                [this] { ui->txtDRCR->setStyleSheet("background: #fff59d"); });
+                [this] { ui->txtDRCR->setStyleSheet("background: #ffff66"); });
         connect(ui->txtDRCR, &TextBox::lostFocus, this,
                 [this] { ui->txtDRCR->setStyleSheet("background: white"); });
     }
