@@ -40,6 +40,7 @@ void Voucher::arrange() {
     setWindowTitle(m_kind.caption);
     ui->lblTitle->setText(m_kind.caption);
     ui->lblPaidTo->setText(m_kind.paidToLabel);
+    ui->txtPaidTo->setAccessibleName(ui->lblPaidTo->text().remove(':').trimmed());
     ui->txtVouStatus->setText(m_kind.code);
     if (m_kind.fileBeforeBill) {
         swapPlaces(*ui->layoutFields, ui->lblBill, ui->lblFile);

@@ -110,6 +110,7 @@ void tst_voucher_kinds::faces() {
     QCOMPARE(desk.screen()->windowTitle(), caption);
     QCOMPARE(desk.label("lblTitle"), caption);
     QCOMPARE(desk.label("lblPaidTo"), paidTo);
+    QCOMPARE(desk.box("txtPaidTo")->accessibleName() + " :", paidTo);
     QCOMPARE(desk.text("txtVouStatus"), kind);
     QCOMPARE(columns(desk.grid("MshEntry")), grid);
     QCOMPARE(desk.grid("MshEntry")->Rows(), 1);
