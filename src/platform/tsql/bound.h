@@ -53,7 +53,7 @@ enum class Op : std::uint8_t {
     ToMoney,
     ToFloat,
     IntegerText,
-    NumberText, ///< n: decimals, m: width, 0 for any, below 0 where a longer one is "*"
+    NumberText, ///< n: decimals, m: width or 0
     FloatText,
     ToDateTime, ///< n: style
     ToDate,     ///< n: style

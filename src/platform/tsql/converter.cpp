@@ -126,8 +126,6 @@ Expr *Converter::toText(Expr *value, Type to, Purpose purpose, int style) {
         text = make(Op::NumberText, {TypeKind::VarChar, to.length, 0}, at, value);
         text->n = from.kind == TypeKind::Money ? 2 : decimals(from);
         text->m = width > to.length ? to.length : 0;
-        if (purpose == Purpose::Cast && starsWhenTooLong(from))
-            text->m = -text->m;
         width = std::min(width, to.length);
     } else if (isInteger(from)) {
         text = make(Op::IntegerText, {TypeKind::VarChar, width, 0}, at, value);

@@ -156,11 +156,8 @@ Expr *Converter::literalToText(Expr *literal, Type to, Purpose purpose, int styl
             // 007 is 7, .5 is 0.5; decimals stay as many as were written.
             text = m_arena.keep(DecimalText::parse(text)->toString());
         }
-        if (characterCount(text) > to.length) {
-            if (purpose != Purpose::Cast || !starsWhenTooLong(literal->type))
-                failOverflow(*literal, to);
-            text = "*";
-        }
+        if (characterCount(text) > to.length)
+            failOverflow(*literal, to);
     } else if (purpose != Purpose::Meet && static_cast<int>(text.size()) > to.length &&
                characterCount(text) > to.length) {
         const std::string_view cut = firstCharacters(text, to.length);

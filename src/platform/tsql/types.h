@@ -23,10 +23,6 @@ namespace zel::tsql {
 
 /// 1, 16, 32 or 64 for the integer types.
 [[nodiscard]] int integerBits(Type type);
-/// Whether a cast to a text too short for a number of that type gives "*"; of any other type it fails.
-[[nodiscard]] constexpr bool starsWhenTooLong(Type type) {
-    return type.kind == TypeKind::SmallInt || type.kind == TypeKind::Int;
-}
 /// The decimals that a number of the type has; 0 for integers, 4 for money.
 [[nodiscard]] int decimals(Type type);
 /// A number's precision as a numeric: int is 10, money 19.

@@ -98,8 +98,6 @@ void numericText(sqlite3_context *context, Arguments arguments) {
     const int scale = sqlite3_value_int(arguments[1]);
     const int width = sqlite3_value_int(arguments[2]);
     const std::string text = scaledText(scaled(arguments[0], scale, "varchar"), scale);
-    if (width < 0 && text.size() > std::size_t(-width))
-        return giveText(context, "*");
     if (width > 0 && text.size() > std::size_t(width))
         overflow("varchar");
     giveText(context, text);
