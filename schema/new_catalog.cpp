@@ -49,14 +49,19 @@ void createCatalog(const QString &folder, const NewCatalog &wanted) {
         refuseSecond(place);
     const bool madeFolder = !QDir(place).exists();
     if (madeFolder && !QDir().mkdir(place))
-        throw Error(3906, QStringLiteral("The folder \"%1\" can't be made.").arg(place));
+        throw Error(3906,
+                    QStringLiteral("The folder \"%1\" can't be made: %2.").arg(place, qt_error_string()));
 
     HalfMade half(place, madeFolder);
-    std::unique_ptr<ado::SqliteDriver> driver = ado::SqliteDriver::make(half.path());
-    driver->begin(ado::Durability::Now);
-    fill(*driver, wanted);
-    driver->commit();
-    ado::SqliteDriver::seal(std::move(driver));
+    try {
+        std::unique_ptr<ado::SqliteDriver> driver = ado::SqliteDriver::make(half.path());
+        driver->begin(ado::Durability::Now);
+        fill(*driver, wanted);
+        driver->commit();
+        ado::SqliteDriver::seal(std::move(driver));
+    } catch (const Error &failure) { // named as the person knows it
+        throw Error(failure.number(), failure.description().replace(half.path(), path));
+    }
     half.keepAs(path);
 }
 

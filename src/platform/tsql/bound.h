@@ -53,7 +53,7 @@ enum class Op : std::uint8_t {
     ToMoney,
     ToFloat,
     IntegerText,
-    NumberText, ///< n: decimals, m: width or 0
+    NumberText, ///< n: decimals, m: width or 0, negative where what is longer shows as "*"
     FloatText,
     ToDateTime, ///< n: style
     ToDate,     ///< n: style

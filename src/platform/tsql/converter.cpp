@@ -111,6 +111,10 @@ Expr *Converter::toDecimal(Expr *value, Type to, Purpose purpose) {
     return made;
 }
 
+bool Converter::showsAsterisk(Type from, Purpose purpose) {
+    return isInteger(from) && from.kind != TypeKind::BigInt && purpose != Purpose::Assign;
+}
+
 Expr *Converter::toText(Expr *value, Type to, Purpose purpose, int style) {
     const Type from = value->type;
     const auto at = value->at;
@@ -125,7 +129,7 @@ Expr *Converter::toText(Expr *value, Type to, Purpose purpose, int style) {
     } else if (isDecimal(from) || (isInteger(from) && width > to.length)) {
         text = make(Op::NumberText, {TypeKind::VarChar, to.length, 0}, at, value);
         text->n = from.kind == TypeKind::Money ? 2 : decimals(from);
-        text->m = width > to.length ? to.length : 0;
+        text->m = width > to.length ? (showsAsterisk(from, purpose) ? -to.length : to.length) : 0;
         width = std::min(width, to.length);
     } else if (isInteger(from)) {
         text = make(Op::IntegerText, {TypeKind::VarChar, width, 0}, at, value);

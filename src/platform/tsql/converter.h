@@ -41,6 +41,9 @@ private:
     Expr *literalToDate(Expr *literal, Type to, Purpose purpose, int style);
     Expr *toInteger(Expr *value, Type to, Purpose purpose);
     Expr *toDecimal(Expr *value, Type to, Purpose purpose);
+    /// Whether an integer that finds no room in a text shows as an asterisk there: the other numbers, and all
+    /// in a column, fail.
+    [[nodiscard]] static bool showsAsterisk(Type from, Purpose purpose);
     Expr *toText(Expr *value, Type to, Purpose purpose, int style);
     Expr *toDate(Expr *value, Type to, int style);
     [[noreturn]] void failConversion(const Expr &value, Type to, Purpose purpose, int number);

@@ -156,8 +156,11 @@ Expr *Converter::literalToText(Expr *literal, Type to, Purpose purpose, int styl
             // 007 is 7, .5 is 0.5; decimals stay as many as were written.
             text = m_arena.keep(DecimalText::parse(text)->toString());
         }
-        if (characterCount(text) > to.length)
-            failOverflow(*literal, to);
+        if (characterCount(text) > to.length) {
+            if (!showsAsterisk(literal->type, purpose))
+                failOverflow(*literal, to);
+            text = "*";
+        }
     } else if (purpose != Purpose::Meet && static_cast<int>(text.size()) > to.length &&
                characterCount(text) > to.length) {
         const std::string_view cut = firstCharacters(text, to.length);

@@ -2,6 +2,7 @@
 
 #include "platform/tsql/failure.h"
 #include "platform/tsql/names.h"
+#include "platform/tsql/parser_level.h"
 
 namespace zel::tsql {
 
@@ -14,6 +15,7 @@ ActionNode *Parser::statements() {
 }
 
 void Parser::statementList(ActionNode **last, bool untilEnd) {
+    const Level level(*this);
     bool first = !untilEnd;
     while (true) {
         while (accept(';'))

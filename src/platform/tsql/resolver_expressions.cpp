@@ -31,6 +31,12 @@ Type numberType(const Node &node) {
     return {TypeKind::Numeric, std::clamp(whole + scale, 1, 38), std::min(scale, 38)};
 }
 
+bool isBeyondDoubles(std::string_view number) {
+    double value = 0;
+    return std::from_chars(number.data(), number.data() + number.size(), value).ec ==
+           std::errc::result_out_of_range;
+}
+
 /// Digits of an operand: a whole number in the statement has as many as it shows, not an int's ten.
 int precisionOf(const Expr &value) {
     if (value.op == Op::NumberLiteral && isInteger(value.type))
@@ -84,6 +90,10 @@ Expr *Resolver::literal(const Node &node) {
         made->text = node.text;
         return made;
     }
+    if (node.kind == NodeKind::Float && isBeyondDoubles(node.text))
+        fail(node.at, 168,
+             "The floating point value '" + std::string(node.text.substr(0, 128)) +
+                 "' is out of the range of computer representation (8 bytes).");
     return m_converter.number(node.text, numberType(node), node.at);
 }
 

@@ -91,8 +91,14 @@ BoundSelect *Resolver::select(const SelectNode &node, bool inOrder) {
     addItems(node.items, scope);
     if (node.having != nullptr)
         made->having = condition(*node.having);
-    if (node.top != nullptr)
+    if (node.top != nullptr) {
+        constexpr std::size_t MostDigits = 18;
+        if (node.top->text.size() > MostDigits)
+            fail(node.top->at, 1060,
+                 "The number of rows provided for a TOP or FETCH clauses row count parameter must be an "
+                 "integer.");
         made->top = node.top->text;
+    }
     if (node.unionAll != nullptr)
         made = unionOf(made, *node.unionAll);
     else

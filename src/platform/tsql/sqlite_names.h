@@ -68,7 +68,7 @@ inline constexpr char Float[] = "zel_float";
 /// 8152 "String or binary data would be truncated."
 inline constexpr char Text[] = "zel_text";
 /// (number, scale, width) -> text with exactly `scale` decimals ("12.50"); longer than `width`: 8115. Width
-/// 0: no limit.
+/// 0: no limit; a negative one: "*" for what is longer.
 inline constexpr char NumText[] = "zel_numtext";
 /// (REAL) -> shortest text of the number, plain: "12.5", "1234567.25", "12".
 inline constexpr char FloatText[] = "zel_floattext";

@@ -226,6 +226,8 @@ void Writer::insertionOrder(const BoundSelect &select, bool begun) {
 }
 
 void Writer::order(const BoundSelect &select) {
+    if (select.sources == nullptr) // one row; the engine would look for columns of outer queries in vain
+        return;
     bool begun = false;
     bool decided = false; // an identity leaves nothing to order behind it
     for (const BoundOrder *one = select.orderBy; one != nullptr; one = one->next) {

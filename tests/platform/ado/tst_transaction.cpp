@@ -82,6 +82,8 @@ private Q_SLOTS:
     void procedureIsOneTransaction();
     void refilledWorkTableIsSeen();
     void longTransactionIsReadBack();
+    void droppedPagesAreNeverWritten_data();
+    void droppedPagesAreNeverWritten();
     void writersWaitForEachOther();
     void tooLongALockIsTold();
 };
@@ -278,6 +280,53 @@ void tst_transaction::longTransactionIsReadBack() {
     QVERIFY(writeLong(con));
     QCOMPARE(plain(folder.file(), "select count(*) || '|' || sum(length(SessionName)) from tblSession"),
              QStringLiteral("3000|120000"));
+    QCOMPARE(plain(folder.file(), "pragma integrity_check"), QStringLiteral("ok"));
+}
+
+void tst_transaction::droppedPagesAreNeverWritten_data() {
+    QTest::addColumn<int>("rows");
+    QTest::addColumn<int>("room");
+    QTest::addColumn<int>("number");
+    QTest::newRow("undone") << 5000 << -1 << 0;
+    QTest::newRow("the disk gets full before the commit") << 5000 << 60'000 << 1105;
+    QTest::newRow("the disk gets full at the commit") << 200 << 5'000 << 1105;
+    QTest::newRow("the disk is full at the commit") << 200 << 0 << 1105;
+}
+
+/// Pages of a transaction that came to nothing still wait to be written. Another program's commits take their
+/// places in the log, and stay.
+void tst_transaction::droppedPagesAreNeverWritten() {
+    QFETCH(const int, rows);
+    QFETCH(const int, room);
+    QFETCH(const int, number);
+    const CatalogFolder folder;
+    Connection con;
+    Connection other;
+    open(con, folder.path());
+    open(other, folder.path());
+    other.Execute("insert into LctPswd (Pswd) values ('OTHER')");
+    if (room >= 0)
+        faulty_disk::fullAfter(room);
+    QCOMPARE(failure([&con, rows, room] {
+                 SqliteSession &session = dynamic_cast<SqliteDriver &>(con.driver()).session();
+                 session.execute("pragma cache_size = 10");
+                 Transaction transaction(con);
+                 for (int row = 0; row < rows; ++row)
+                     con.Execute("insert into tblSession (SessionId, SessionName) values (1,"
+                                 " 'A NAME OF A SESSION THAT IS RATHER LONG')");
+                 if (room >= 0)
+                     transaction.commit();
+             }),
+             number);
+    faulty_disk::roomy();
+    for (int commit = 1; commit <= 70; ++commit) {
+        other.Execute("insert into LctPswd (Pswd) values ('OTHER')");
+        QCOMPARE(shown(con, "select count(*) from LctPswd"), QString::number(2 + commit));
+    }
+    con.Close();
+    QCOMPARE(shown(other, "select count(*) from LctPswd"), QStringLiteral("72"));
+    other.Close();
+    QCOMPARE(plain(folder.file(), "select count(*) from LctPswd"), QStringLiteral("72"));
     QCOMPARE(plain(folder.file(), "pragma integrity_check"), QStringLiteral("ok"));
 }
 

@@ -86,6 +86,8 @@ void tst_zeldb::leavesNothingHalfMade() {
                     {"-c", command, program(), parent.filePath(QStringLiteral("data"))});
         QVERIFY(shell.waitForFinished());
         QCOMPARE(shell.exitCode(), 1);
+        const QByteArray told = shell.readAllStandardError();
+        QVERIFY2(told.count('\n') == 1 && told.contains("/data/ZEL.db\" can't be "), told.constData());
         QCOMPARE(QDir(parent.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList());
     }
 }

@@ -87,6 +87,7 @@ void tst_refusals::refused_data() {
     row(8120, "select AcStatus,^AcName from Accounts group by AcStatus");
     row(8120, "select ^AcName,count(*) from Accounts");
     row(108, "select AcName from Accounts order by ^2");
+    row(1060, "select top ^9999999999999999999 * from Accounts");
     row(145, "select distinct AcName from Accounts order by ^AcStatus");
     row(205, "select 1 union all ^select 1,2");
     // Values that do not convert.
@@ -98,6 +99,8 @@ void tst_refusals::refused_data() {
     row(242, "select * from Accounts where openDate = ^'31/12/2024'");
     row(242, "select * from Accounts where openDate = ^'2024-02-30'");
     row(8115, "select cast(^99999 as smallint)");
+    row(168, "update Accounts set OpenBal = ^1e999");
+    row(168, "Two ^1.5e-400");
     row(206, "select cast(^openDate as int) from Accounts");
     row(402, "select openDate^-openDate from Accounts");
     // Changes.
@@ -165,6 +168,10 @@ void tst_refusals::deepExpressions() {
     for (int i = 0; i < 20'000; ++i)
         chain += " or 1=1";
     QCOMPARE(m_catalog.refusal(Sql::trusted(chain)), 191);
+    std::string blocks = "create procedure P as ";
+    for (int i = 0; i < 50'000; ++i)
+        blocks += "begin ";
+    QCOMPARE(m_catalog.refusal(Sql::trusted(blocks)), 191);
 }
 
 QTEST_APPLESS_MAIN(tst_refusals)

@@ -123,7 +123,19 @@ int open(sqlite3_vfs *, const char *name, sqlite3_file *file, int flags, int *ou
     return code;
 }
 
+/// Called when the transaction's lock is given back already, and before anything else is written.
+void dropWaiting(void *db) {
+    sqlite3_file *file = nullptr;
+    sqlite3_file_control(static_cast<sqlite3 *>(db), "main", SQLITE_FCNTL_JOURNAL_POINTER, &file);
+    if (file != nullptr && file->pMethods == &methods)
+        logOf(file).count = 0;
+}
+
 } // namespace
+
+void dropUndonePages(sqlite3 *db) {
+    sqlite3_rollback_hook(db, dropWaiting, db);
+}
 
 const char *gatheringVfs() {
     static sqlite3_vfs gathering;

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 
 namespace zel::ado {
 
@@ -98,8 +99,11 @@ void numericText(sqlite3_context *context, Arguments arguments) {
     const int scale = sqlite3_value_int(arguments[1]);
     const int width = sqlite3_value_int(arguments[2]);
     const std::string text = scaledText(scaled(arguments[0], scale, "varchar"), scale);
-    if (width > 0 && text.size() > std::size_t(width))
-        overflow("varchar");
+    if (width != 0 && text.size() > std::size_t(std::abs(width))) {
+        if (width > 0)
+            overflow("varchar");
+        return giveText(context, "*");
+    }
     giveText(context, text);
 }
 

@@ -78,6 +78,7 @@ SqliteSession::SqliteSession(const std::string &path, Purpose purpose) : m_path(
     if (code != SQLITE_OK)
         fail(code);
     sqlite3_busy_timeout(handle, WaitForLockMs);
+    dropUndonePages(handle);
     registerFunctions(handle);
     if (purpose == Purpose::Use)
         useWal();
@@ -179,6 +180,9 @@ void SqliteSession::fail(int code) {
     if (code == SQLITE_CONSTRAINT_UNIQUE || code == SQLITE_CONSTRAINT_PRIMARYKEY ||
         code == SQLITE_CONSTRAINT_ROWID)
         throw Error(2627, "Violation of a unique key: " + message + '.');
+    if (message == "integer overflow") // of the engine's own sum and abs
+        throw Error(8115,
+                    std::string("Arithmetic overflow error converting expression to data type bigint."));
     throw Error(50000, message);
 }
 

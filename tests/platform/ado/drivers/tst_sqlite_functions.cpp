@@ -154,6 +154,8 @@ void tst_sqlite_functions::answers_data() {
     row("zel_numtext(12.5, 2, 0)", "'12.50'");
     row("zel_numtext(-0.005, 2, 0)", "'-0.01'");
     row("zel_numtext(12345678901, 0, 10)", "8115");
+    row("zel_numtext(123456789, 0, -8)", "'*'");
+    row("zel_numtext(-1234567, 0, -8)", "'-1234567'");
     row("zel_floattext(1234567.25)", "'1234567.25'");
     row("zel_floattext(12.0)", "'12'");
     // arithmetic
