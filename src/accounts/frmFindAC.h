@@ -27,8 +27,8 @@ public:
     frmFindAC();
     ~frmFindAC() override;
 
-    /// "All Accounts", which widens the list. A caller shows it, or disables it to hold the user to its
-    /// filter.
+    /// "All Accounts", which widens the list. It is hidden until a caller shows it; one that holds the user
+    /// to its filter disables it.
     [[nodiscard]] controls::CheckBox &chkAll();
 
 protected:

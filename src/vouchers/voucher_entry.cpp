@@ -40,6 +40,7 @@ void Voucher::arrange() {
     setWindowTitle(m_kind.caption);
     ui->lblTitle->setText(m_kind.caption);
     ui->lblPaidTo->setText(m_kind.paidToLabel);
+    ui->txtPaidTo->setAccessibleName(ui->lblPaidTo->text().remove(':').trimmed());
     ui->txtVouStatus->setText(m_kind.code);
     if (m_kind.fileBeforeBill) {
         swapPlaces(*ui->layoutFields, ui->lblBill, ui->lblFile);
@@ -55,8 +56,9 @@ void Voucher::arrange() {
         shortcut->setContext(Qt::WidgetWithChildrenShortcut);
         // Like a button's own key: the box that is left takes what was typed into it.
         connect(shortcut, &QShortcut::activated, button, [button = button] {
-            if (button->isEnabled())
-                SetFocus(button);
+            if (!button->isEnabled() || !button->isVisible())
+                return;
+            SetFocus(button);
             button->click();
         });
         button->setToolTip(button->text().remove('&') + " (" + QKeySequence(key).toString() + ")");
@@ -79,7 +81,7 @@ void Voucher::connectEntry() {
         connect(ui->txtVouStatus, &TextBox::gotFocus, this, [this] { SetFocus(ui->DTPicker); });
     if (m_kind.amountTurnsYellow) {
         connect(ui->txtDRCR, &TextBox::gotFocus, this,
-                [this] { ui->txtDRCR->setStyleSheet("background: #fff59d"); });
+                [this] { ui->txtDRCR->setStyleSheet("background: #ffff66"); });
         connect(ui->txtDRCR, &TextBox::lostFocus, this,
                 [this] { ui->txtDRCR->setStyleSheet("background: white"); });
     }

@@ -1,4 +1,5 @@
 #include "accounts/frmFindAC.h"
+#include "platform/controls/button.h"
 #include "shell/module1.h"
 #include "tests/accounts/account_screen.h"
 #include "tests/support/test_program.h"
@@ -90,6 +91,8 @@ private Q_SLOTS:
         typeInto(finder, "txtFindAC", typed);
         if (all == "*")
             all = office->rows("select AcName from Accounts where AcStatus='DD' order by AcName").join(',');
+        QVERIFY(!control(finder, "chkAll")->isVisible());
+        accounts::frmFindAC::reference->chkAll().setVisible(true);
         for (int round = 0; round < 2; ++round) {
             QCOMPARE(list(finder), found);
             QCOMPARE(shell::gFindFilter, filter);

@@ -257,6 +257,7 @@ void tst_voucher_entry::chosenAccount() {
     QWidget *finder = form("frmFindAC");
     QVERIFY(finder);
     QCOMPARE(control<controls::Grid>(finder, "mshSearch")->Rows(), banksOnly ? 3 : 7);
+    QCOMPARE(control(finder, "chkAll")->isVisible(), banksOnly);
     // Going away without a choice changes nothing and takes the filter back.
     click(finder, "cmdExit");
     QTRY_VERIFY(!form("frmFindAC"));
@@ -637,6 +638,16 @@ void tst_voucher_entry::plainKeysForTheButtonsOfOneLetter() {
     click(form("frmFindAC"), "cmdExit");
     control(desk.screen(), "txtDRCR")->setFocus();
     QCOMPARE(Desk::boxes([] { press(Qt::Key_F9); }).size(), 1U);
+
+    // Nothing is saved or chosen where it can't be seen.
+    desk.add({"RENT", "BANK ONE", "1"});
+    turnTo(desk.screen(), "SSTab1", 1);
+    for (const Qt::Key key : {Qt::Key_F7, Qt::Key_F8, Qt::Key_F9})
+        press(key);
+    settle();
+    QVERIFY(!form("frmFindAC"));
+    QCOMPARE(desk.grid("MshEntry")->Rows(), 2);
+    QVERIFY(desk.office.rows("select VouNo from MasJV").isEmpty());
 }
 
 int main(int argc, char **argv) {

@@ -105,10 +105,12 @@ void tst_voucher_kinds::faces() {
     const QString kind = QTest::currentDataTag();
     Desk desk("insert into MasJV (VouNo, VouStatus, VouDate) values (1, '"_sql + kind + "', '2026-01-01')");
     desk.open(QTest::currentDataTag());
+    QCOMPARE(focused(), "DTPicker");
     QCOMPARE(desk.screen()->objectName(), "frm" + kind);
     QCOMPARE(desk.screen()->windowTitle(), caption);
     QCOMPARE(desk.label("lblTitle"), caption);
     QCOMPARE(desk.label("lblPaidTo"), paidTo);
+    QCOMPARE(desk.box("txtPaidTo")->accessibleName() + " :", paidTo);
     QCOMPARE(desk.text("txtVouStatus"), kind);
     QCOMPARE(columns(desk.grid("MshEntry")), grid);
     QCOMPARE(desk.grid("MshEntry")->Rows(), 1);

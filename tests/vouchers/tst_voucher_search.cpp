@@ -13,6 +13,7 @@ class tst_voucher_search : public QObject {
 private Q_SLOTS:
     void finds_data();
     void finds();
+    void numbersOfNineDigits();
     void theCriterionAloneSearchesNothing();
     void severalLinesAreMarked_data();
     void severalLinesAreMarked();
@@ -115,6 +116,29 @@ void tst_voucher_search::finds() {
         typeInto(desk.screen(), "txtSearch", "");
         QCOMPARE(desk.seen("mshSearch").size(), criterion == "Paid To" ? 2 : 3);
     }
+}
+
+/// A number is searched in eight characters: one that needs more is listed, and no digits find it.
+void tst_voucher_search::numbersOfNineDigits() {
+    Desk desk("update VouSetting set VouNo = '99999999'");
+    desk.open("JV");
+    for (int i = 0; i < 2; ++i) {
+        desk.add({"RENT", "FEES", "1"});
+        desk.push("cmdSave");
+    }
+    const auto numbers = [&] {
+        return desk.grid("mshSearch")->TextMatrix(1, 0) + ' ' +
+               (desk.grid("mshSearch")->Rows() > 2 ? desk.grid("mshSearch")->TextMatrix(2, 0) : QString());
+    };
+    QCOMPARE(numbers(), "100000000 99999999");
+    toSearch(desk);
+    typeInto(desk.screen(), "txtSearch", "0");
+    QCOMPARE(numbers(), " ");
+    typeInto(desk.screen(), "txtSearch", "9");
+    QCOMPARE(numbers(), "99999999 ");
+    typeInto(desk.screen(), "txtSearch", "");
+    desk.openFromSearch(1);
+    QCOMPARE(desk.text("txtVoucher"), "100000000");
 }
 
 void tst_voucher_search::theCriterionAloneSearchesNothing() {

@@ -81,10 +81,24 @@ bool DateBox::typeStroke() {
     return true;
 }
 
+/// Over a whole text that is selected, or where no text is left, a date is typed from its day on.
+void DateBox::beginAnew() {
+    interpretText();
+    setSelectedSection(DaySection);
+    forgetTyped();
+}
+
 void DateBox::keyPressEvent(QKeyEvent *event) {
     const QString typed = isReadOnly() ? QString() : typedText(event);
     const QChar letter = typed.size() == 1 ? typed.front() : QChar();
     const bool isDigit = letter >= u'0' && letter <= u'9';
+    const bool erases = event->key() == Qt::Key_Delete || event->key() == Qt::Key_Backspace;
+    const bool all = lineEdit()->selectionLength() == lineEdit()->text().size();
+    if (all && !isReadOnly() && (isDigit || erases)) {
+        beginAnew();
+        if (erases)
+            return;
+    }
     if ((isDigit && typeDigit(letter.digitValue())) ||
         ((letter == u'/' || letter == u'.' || letter == u'-') && typeStroke()))
         return;

@@ -8,7 +8,8 @@ namespace zel::controls {
 
 /// A date with a calendar, shown as dd/MM/yyyy. Alt+Down and F4 open the calendar. A new one shows today.
 /// Day, month and year are typed in this order with or without strokes between them; a day that the month
-/// shown lacks stands as soon as the month and year typed after it have it.
+/// shown lacks stands as soon as the month and year typed after it have it. Over a whole text that is
+/// selected a date is typed from its day on.
 class DateBox : public QDateEdit {
     Q_OBJECT
     Q_PROPERTY(QString Tag READ Tag WRITE setTag)
@@ -47,6 +48,7 @@ protected:
 private:
     void openCalendar();
     void watchCalendar();
+    void beginAnew();
     bool typeDigit(int digit);
     bool typeStroke();
     void showTyped(int month);

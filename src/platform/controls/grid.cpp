@@ -41,8 +41,6 @@ Grid::Grid(QWidget *parent) : QTableView(parent), m_model(new GridModel(this)) {
 
     connect(this, &QAbstractItemView::clicked, this,
             [this](const QModelIndex &index) { Q_EMIT rowClicked(index.row() + 1); });
-    connect(this, &QAbstractItemView::doubleClicked, this,
-            [this](const QModelIndex &index) { Q_EMIT rowDoubleClicked(index.row() + 1); });
     setRows(2);
     applyWidths();
 }
@@ -170,6 +168,14 @@ void Grid::keyPressEvent(QKeyEvent *event) {
     } else {
         QTableView::keyPressEvent(event);
     }
+}
+
+/// The view's own signal wants both clicks on one cell; here the row is what is chosen.
+void Grid::mouseDoubleClickEvent(QMouseEvent *event) {
+    const QModelIndex hit = indexAt(event->position().toPoint());
+    QTableView::mouseDoubleClickEvent(event);
+    if (hit.isValid() && event->button() == Qt::LeftButton)
+        Q_EMIT rowDoubleClicked(hit.row() + 1);
 }
 
 void Grid::contextMenuEvent(QContextMenuEvent *event) {

@@ -52,12 +52,14 @@ public:
 
 Q_SIGNALS:
     void rowClicked(int row);
-    void rowDoubleClicked(int row); ///< a double click, or F2 (which gives rowClicked, too)
-    void enterPressed(int row);     ///< Enter; row is 0 on an empty grid
+    /// A double click, whichever of the row's cells were hit, or F2 (which gives rowClicked, too).
+    void rowDoubleClicked(int row);
+    void enterPressed(int row);                          ///< Enter; row is 0 on an empty grid
     void contextMenuAsked(const QPoint &globalPosition); ///< right click, Shift+F10 or the menu key
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
     void changeEvent(QEvent *event) override;
 

@@ -142,6 +142,19 @@ void tst_combo::dateBoxKeys() {
     QTest::keyClicks(date, "05112023");
     QCOMPARE(date->Value(), QDate(2023, 11, 5));
     QVERIFY(changed.size() > 1);
+    // Over a selection of all, and in place of what was erased.
+    auto *line = date->findChild<QLineEdit *>();
+    line->selectAll();
+    QTest::keyClicks(date, "01022021");
+    QCOMPARE(date->Value(), QDate(2021, 2, 1));
+    line->selectAll();
+    QTest::keyClick(date, Qt::Key_Delete);
+    QCOMPARE(date->Value(), QDate(2021, 2, 1));
+    QTest::keyClicks(date, "3.4.2020");
+    QCOMPARE(date->Value(), QDate(2020, 4, 3));
+    line->clear();
+    QTest::keyClicks(date, "29/02/2024");
+    QCOMPARE(date->Value(), QDate(2024, 2, 29));
     QTest::keyClick(date, Qt::Key_Return);
     QVERIFY(next->hasFocus());
     date->setFocus();

@@ -265,6 +265,15 @@ void tst_grid::mouse() {
     QCOMPARE(doubled.value(0).value(0).toInt(), 3);
     QTest::mouseDClick(grid.horizontalHeader()->viewport(), Qt::LeftButton, {}, QPoint(20, 5));
     QCOMPARE(doubled.size(), 1);
+    // The hand may move between the two clicks: it is the row that counts.
+    QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, third);
+    QTest::mouseDClick(grid.viewport(), Qt::LeftButton, {},
+                       grid.visualRect(grid.model()->index(2, 0)).center());
+    QCOMPARE(doubled.size(), 2);
+    QCOMPARE(doubled.at(1).at(0).toInt(), 3);
+    QTest::mouseDClick(grid.viewport(), Qt::LeftButton, {},
+                       QPoint(20, grid.visualRect(grid.model()->index(2, 0)).bottom() + 40));
+    QCOMPARE(doubled.size(), 2);
 }
 
 namespace {
