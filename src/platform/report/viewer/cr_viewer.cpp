@@ -218,7 +218,11 @@ void CRViewer91::Private::addFind(CRViewer91 &viewer) {
 }
 
 void CRViewer91::Private::addOutput(CRViewer91 &viewer) {
-    addTool(*tools, refreshTool, &viewer, [this] { read(pages->currentPage()); });
+    addTool(*tools, refreshTool, &viewer, [this] {
+        if (source)
+            source->refill();
+        read(pages->currentPage());
+    });
     addTool(*tools, printTool, &viewer, [&viewer] { viewer.PrintReport(); });
     addTool(*tools, exportTool, &viewer, [&viewer] { viewer.ExportReport(); });
 }
