@@ -2,12 +2,12 @@
 
 #include "platform/base/error.h"
 #include "platform/controls/look.h"
+#include "platform/controls/msg_box.h"
 #include "platform/report/paint.h"
 #include "platform/report/viewer/page_view.h"
 
 #include <QAction>
 #include <QFileDialog>
-#include <QIntValidator>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPainter>
@@ -143,7 +143,7 @@ void CRViewer91::Private::addNavigation(CRViewer91 &viewer) {
     pageBox->setAccessibleName(tr("Page"));
     pageBox->setToolTip(tr("Page; Enter goes to it"));
     pageBox->setAlignment(Qt::AlignRight);
-    pageBox->setValidator(new QIntValidator(1, 9'999'999, pageBox));
+    pageBox->setMaxLength(7);
     pageBox->setFixedWidth(viewer.fontMetrics().horizontalAdvance(QStringLiteral("0000000")) + 12);
     ofPages = new QLabel(&viewer);
     tools->addWidget(pageBox);
@@ -153,10 +153,14 @@ void CRViewer91::Private::addNavigation(CRViewer91 &viewer) {
     tools->addSeparator();
     connect(pages, &PageView::currentPageChanged, &viewer, [this] { showPlace(); });
     connect(pageBox, &QLineEdit::returnPressed, &viewer, [this] {
-        pages->showPage(pageBox->text().toInt() - 1);
-        showPlace();
+        bool number = false;
+        const int page = pageBox->text().toInt(&number);
+        if (number)
+            pages->showPage(page - 1);
         pages->setFocus();
     });
+    // Whatever else was typed, the box says again where the reader is.
+    connect(pageBox, &QLineEdit::editingFinished, &viewer, [this] { showPlace(); });
     connect(tree, &QTreeWidget::currentItemChanged, &viewer, [this](QTreeWidgetItem *item) {
         if (item)
             pages->showPage(item->data(0, Qt::UserRole).toInt());
@@ -313,8 +317,13 @@ void CRViewer91::PrintReport() {
         last = std::min(last, printer.toPage() - 1);
     }
     QPainter painter;
-    if (!painter.begin(&printer))
-        throw Error(errors::BadFile, QStringLiteral("The printer can't be used."));
+    if (!painter.begin(&printer)) {
+        const QString to = printer.outputFileName();
+        controls::MsgBox(to.isEmpty() ? tr("The report could not be printed: the printer can't be used.")
+                                      : tr("The report could not be printed: %1 can't be written.").arg(to),
+                         controls::vbCritical, {}, this);
+        return;
+    }
     report::PagePainter pages;
     for (int page = first; page <= last; ++page) {
         if (page > first)
@@ -326,10 +335,18 @@ void CRViewer91::PrintReport() {
 void CRViewer91::ExportReport() {
     if (!d->document())
         return;
-    const QString name = d->document()->title() + QStringLiteral(".pdf");
-    const QString path = QFileDialog::getSaveFileName(this, tr("Export as PDF"), name, tr("PDF (*.pdf)"));
-    if (!path.isEmpty())
-        report::exportPdf(*d->document(), path);
+    QFileDialog dialog(this, tr("Export as PDF"), {}, tr("PDF (*.pdf)"));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(QStringLiteral("pdf"));
+    dialog.selectFile(d->document()->title() + QStringLiteral(".pdf"));
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return;
+    try {
+        report::exportPdf(*d->document(), dialog.selectedFiles().constFirst());
+    } catch (const Error &error) {
+        controls::MsgBox(tr("The report could not be exported: ") + error.description(), controls::vbCritical,
+                         {}, this);
+    }
 }
 
 } // namespace zel::viewer
