@@ -36,6 +36,8 @@ private Q_SLOTS:
     void output_data();
     void output();
     void zoom();
+    void zoomKeepsPage_data();
+    void zoomKeepsPage();
     void findMarksAllHits();
     void groupTree();
     void onePageAtATime();
@@ -217,6 +219,32 @@ void tst_viewer::zoom() {
     QCOMPARE(m_viewer->currentPage(), 2);
     action("actFitWidth").trigger();
     QVERIFY(qAbs(pages().zoom() - fitted) < 0.01);
+}
+
+void tst_viewer::zoomKeepsPage_data() {
+    QTest::addColumn<int>("page");
+    QTest::addColumn<QString>("back");
+    for (const int page : {1, 20, 39, 40})
+        for (const char *back : {"actFitWidth", "actFitPage", "actZoomIn"})
+            QTest::addRow("%d, %s", page, back) << page << back;
+}
+
+/// From a page to the smallest pages and back: it is that page that stands in the view.
+void tst_viewer::zoomKeepsPage() {
+    QFETCH(int, page);
+    QFETCH(QString, back);
+    pages().showPage(page - 1);
+    for (int times = 0; times < 20; ++times)
+        action("actZoomOut").trigger();
+    QCOMPARE(m_viewer->currentPage(), page);
+    for (int times = 0; times < (back == "actZoomIn" ? 20 : 1); ++times)
+        action(back.toLatin1()).trigger();
+    QCOMPARE(m_viewer->currentPage(), page);
+    QScrollBar &bar = *pages().verticalScrollBar();
+    for (const int step : {-1, 1}) { // a page is current by where the view stands
+        bar.setValue(bar.value() + step);
+        QCOMPARE(m_viewer->currentPage(), page);
+    }
 }
 
 void tst_viewer::findMarksAllHits() {
