@@ -85,8 +85,8 @@ begin
             ) o), 0),
             0
     update rptAcLedger set CrAmt = 0 - DrAmt, DrAmt = 0 where DrAmt < 0
-    insert into rptAcLedger (LineOrder, AcCode, VouDate, VouStatus, VouNo, EntryNo, Naration, DrAmt, CrAmt)
-        select 1, AcCode, VouDate, VouStatus, VouNo, EntryNo, Naration, isnull(DrAmt, 0), isnull(CrAmt, 0)
+    insert into rptAcLedger (LineOrder, AcCode, VouDate, VouStatus, VouNo, EntryNo, CrAc, Naration, DrAmt, CrAmt)
+        select 1, AcCode, VouDate, VouStatus, VouNo, EntryNo, CrAc, Naration, isnull(DrAmt, 0), isnull(CrAmt, 0)
         from DetJV where AcCode = @account and VouDate >= @from and VouDate <= @end
 end
 GO
