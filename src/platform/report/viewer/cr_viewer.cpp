@@ -299,7 +299,11 @@ void CRViewer91::PrintReport() {
         return;
     QPrinter printer(QPrinter::HighResolution);
     const QSizeF size = d->document()->pageSize();
-    printer.setPageSize(QPageSize(size, QPageSize::Millimeter, {}, QPageSize::FuzzyMatch));
+    const bool wide = size.width() > size.height();
+    // A wide page is a usual paper on its side, not a paper of its own.
+    const QPageSize paper(wide ? size.transposed() : size, QPageSize::Millimeter, {}, QPageSize::FuzzyMatch);
+    printer.setPageSize(paper);
+    printer.setPageOrientation(wide ? QPageLayout::Landscape : QPageLayout::Portrait);
     printer.setFullPage(true);
     printer.setDocName(d->document()->title());
     QPrintDialog dialog(&printer, this);

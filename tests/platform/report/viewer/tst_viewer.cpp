@@ -8,6 +8,8 @@
 #include <QFile>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPrintDialog>
+#include <QPrinter>
 #include <QPrinterInfo>
 #include <QScrollBar>
 #include <QTemporaryDir>
@@ -35,6 +37,8 @@ private Q_SLOTS:
     void pageBox();
     void output_data();
     void output();
+    void paper_data();
+    void paper();
     void zoom();
     void zoomKeepsPage_data();
     void zoomKeepsPage();
@@ -202,6 +206,36 @@ void tst_viewer::output() {
         QCOMPARE(made.read(5), QByteArray("%PDF-"));
     }
     QCOMPARE(m_viewer->pageCount(), 40);
+}
+
+void tst_viewer::paper_data() {
+    QTest::addColumn<QString>("page"); // of the definition
+    QTest::addColumn<QPageSize::PageSizeId>("id");
+    QTest::addColumn<QPageLayout::Orientation>("orientation");
+    QTest::newRow("upright") << "<page size='A4'/>" << QPageSize::A4 << QPageLayout::Portrait;
+    QTest::newRow("wide") << "<page size='A4' orientation='landscape'/>" << QPageSize::A4
+                          << QPageLayout::Landscape;
+}
+
+/// What the printer is asked for.
+void tst_viewer::paper() {
+    QFETCH(QString, page);
+    QFETCH(QPageSize::PageSizeId, id);
+    QFETCH(QPageLayout::Orientation, orientation);
+    m_viewer->setReportSource(
+        open(page.toUtf8() + "<detail><field>{S.Item}</field></detail>", "S_Item\nonly\n"));
+    m_viewer->ViewReport();
+    QPageLayout asked;
+    QTimer::singleShot(0, m_viewer.get(), [&] {
+        auto *dialog = qobject_cast<QPrintDialog *>(QApplication::activeModalWidget());
+        if (!dialog)
+            return;
+        asked = dialog->printer()->pageLayout();
+        dialog->reject();
+    });
+    m_viewer->PrintReport();
+    QCOMPARE(asked.pageSize().id(), id);
+    QCOMPARE(asked.orientation(), orientation);
 }
 
 void tst_viewer::zoom() {
