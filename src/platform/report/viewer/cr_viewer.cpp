@@ -2,17 +2,12 @@
 
 #include "platform/base/error.h"
 #include "platform/controls/look.h"
-#include "platform/controls/msg_box.h"
-#include "platform/report/paint.h"
+#include "platform/report/viewer/output.h"
 #include "platform/report/viewer/page_view.h"
 
 #include <QAction>
-#include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPainter>
-#include <QPrintDialog>
-#include <QPrinter>
 #include <QSplitter>
 #include <QToolBar>
 #include <QTreeWidget>
@@ -295,62 +290,13 @@ bool CRViewer91::find(const QString &words) {
 }
 
 void CRViewer91::PrintReport() {
-    if (!d->document())
-        return;
-    QPrinter printer(QPrinter::HighResolution);
-    const QSizeF size = d->document()->pageSize();
-    const bool wide = size.width() > size.height();
-    // A wide page is a usual paper on its side, not a paper of its own.
-    const QPageSize paper(wide ? size.transposed() : size, QPageSize::Millimeter, {}, QPageSize::FuzzyMatch);
-    printer.setPageSize(paper);
-    printer.setPageOrientation(wide ? QPageLayout::Landscape : QPageLayout::Portrait);
-    printer.setFullPage(true);
-    printer.setDocName(d->document()->title());
-    QPrintDialog dialog(&printer, this);
-    dialog.setOption(QAbstractPrintDialog::PrintPageRange);
-    dialog.setOption(QAbstractPrintDialog::PrintCurrentPage);
-    dialog.setMinMax(1, pageCount());
-    if (dialog.exec() != QDialog::Accepted)
-        return;
-    int first = 0;
-    int last = pageCount() - 1;
-    if (printer.printRange() == QPrinter::CurrentPage)
-        first = last = d->pages->currentPage();
-    else if (printer.printRange() == QPrinter::PageRange && printer.fromPage() > 0) {
-        first = printer.fromPage() - 1;
-        last = std::min(last, printer.toPage() - 1);
-    }
-    QPainter painter;
-    if (!painter.begin(&printer)) {
-        const QString to = printer.outputFileName();
-        controls::MsgBox(to.isEmpty() ? tr("The report could not be printed: the printer can't be used.")
-                                      : tr("The report could not be printed: %1 can't be written.").arg(to),
-                         controls::vbCritical, {}, this);
-        return;
-    }
-    report::PagePainter pages;
-    for (int page = first; page <= last; ++page) {
-        if (page > first)
-            printer.newPage();
-        pages.paint(painter, d->document()->page(page), printer.resolution() / 25.4);
-    }
+    if (d->document())
+        print(*d->document(), d->pages->currentPage(), this);
 }
 
 void CRViewer91::ExportReport() {
-    if (!d->document())
-        return;
-    QFileDialog dialog(this, tr("Export as PDF"), {}, tr("PDF (*.pdf)"));
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix(QStringLiteral("pdf"));
-    dialog.selectFile(d->document()->title() + QStringLiteral(".pdf"));
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
-        return;
-    try {
-        report::exportPdf(*d->document(), dialog.selectedFiles().constFirst());
-    } catch (const Error &error) {
-        controls::MsgBox(tr("The report could not be exported: ") + error.description(), controls::vbCritical,
-                         {}, this);
-    }
+    if (d->document())
+        exportAsPdf(*d->document(), this);
 }
 
 } // namespace zel::viewer
