@@ -72,6 +72,8 @@ begin
         ) p
 end
 GO
+-- Both ledgers: a row that sums up a voucher names the account of the voucher's lines; the simple one says -1 where
+-- these are several, since the report looks the names up.
 create procedure AcLedger @account int, @from datetime, @to datetime as
 begin
     declare @end datetime
@@ -86,12 +88,14 @@ begin
             0
     update rptAcLedger set CrAmt = 0 - DrAmt, DrAmt = 0 where DrAmt < 0
     insert into rptAcLedger (LineOrder, AcCode, VouDate, VouStatus, VouNo, EntryNo, CrAc, Naration, DrAmt, CrAmt)
-        select 1, AcCode, VouDate, VouStatus, VouNo, EntryNo, CrAc, Naration, isnull(DrAmt, 0), isnull(CrAmt, 0)
-        from DetJV where AcCode = @account and VouDate >= @from and VouDate <= @end
+        select 1, d.AcCode, d.VouDate, d.VouStatus, d.VouNo, d.EntryNo,
+            isnull(d.CrAc, (select case when min(o.AcCode) = max(o.AcCode) then min(o.AcCode) when min(o.AcCode) < max(o.AcCode) then 0 - 1 end
+                from DetJV o where o.VouStatus = d.VouStatus and o.VouNo = d.VouNo and o.CrAc = d.AcCode)),
+            d.Naration, isnull(d.DrAmt, 0), isnull(d.CrAmt, 0)
+        from DetJV d where d.AcCode = @account and d.VouDate >= @from and d.VouDate <= @end
 end
 GO
 -- The opening row names '' as the other account, so that the report knows the detailed form without movements too.
--- A row that sums up a voucher names the account of the voucher's lines.
 create procedure DetailAcLedger @account int, @day1 int, @month1 int, @year1 int, @day2 int, @month2 int, @year2 int as
 begin
     declare @from datetime, @end datetime

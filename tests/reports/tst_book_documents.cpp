@@ -107,8 +107,11 @@ void tst_book_documents::documents_data() {
                        "RENT",
                        "Total of the period 750.50 300.00",
                        "Closing balance 450.50 Dr"}
-        << QStringList{"Opening balance 0.00", "01/03/2024 CR - 2 750.50 750.50 Dr",
-                       "02/03/2024 CP - 7 RENT 300.00 450.50 Dr", "Total of the period 750.50 300.00",
+        << QStringList{"Opening balance 0.00",
+                       "01/03/2024 CR - 2 VARIOUS ACCOUNTS 750.50 750.50 Dr",
+                       "02/03/2024 CP - 7 RENT 300.00 450.50 Dr",
+                       "RENT",
+                       "Total of the period 750.50 300.00",
                        "Closing balance 450.50 Dr"}
         << QStringList{"Opening balance 0.00",
                        "01/03/2024 CR - 2 VARIOUS ACCOUNTS 750.50 750.50 Dr",
@@ -202,10 +205,7 @@ void tst_book_documents::documents_data() {
                    "2024-03-01 | CR 1 | 2 | 1.1.1 | - | 0.1 | 0 | -\n"
                    "2024-03-02 | CP 1 | 1 | 5.1.1 | 1.1.1 | 0.1 | 0 | -\n"
                    "2024-03-02 | CP 1 | 2 | 1.1.1 | - | 0 | 0.1 | -\n")
-        << QString() << Period() << balanced
-        << QStringList{"Opening balance 0.00", "01/03/2024 CR - 1 0.10 0.10 Dr",
-                       "02/03/2024 CP - 1 0.10 0.00", "Total of the period 0.10 0.10", "Closing balance 0.00"}
-        << balanced;
+        << QString() << Period() << balanced << balanced << balanced;
 
     // A credit carried forward has one side only: the book shows it as received, the account never had it.
     QTest::newRow("a row without another side")
@@ -227,8 +227,11 @@ void tst_book_documents::documents_data() {
                        "RENT",
                        "Total of the period 750.50 300.00",
                        "Closing balance 450.50 Dr"}
-        << QStringList{"Opening balance 0.00", "01/03/2024 CR - 2 750.50 750.50 Dr",
-                       "02/03/2024 CP - 7 RENT 300.00 450.50 Dr", "Total of the period 750.50 300.00",
+        << QStringList{"Opening balance 0.00",
+                       "01/03/2024 CR - 2 VARIOUS ACCOUNTS 750.50 750.50 Dr",
+                       "02/03/2024 CP - 7 Deleted account no. 18 300.00 450.50 Dr",
+                       "RENT",
+                       "Total of the period 750.50 300.00",
                        "Closing balance 450.50 Dr"}
         << QStringList{"Opening balance 0.00",
                        "01/03/2024 CR - 2 VARIOUS ACCOUNTS 750.50 750.50 Dr",
