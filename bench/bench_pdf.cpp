@@ -30,15 +30,15 @@ struct Length {
     int pages;
     const char *until;
     int copies;
-} constexpr lengths[] = {{50, "2024-02-14", 0}, {500, "2025-03-22", 0}, {5000, "2025-12-31", 5}};
+} constexpr lengths[] = {{50, "2024-01-26", 0}, {500, "2024-09-20", 0}, {5000, "2025-12-31", 3}};
 
 void fillLedger(const Length &length) {
     const Sql account = Sql::trusted(std::to_string(Busiest));
     shell::gCon.Execute("exec AcLedger " + account + ",'2024-01-01','" + Sql::trusted(length.until) + "'");
     for (int copy = 0; copy < length.copies; ++copy)
         shell::gCon.Execute("insert into rptAcLedger (LineOrder, AcCode, VouDate, VouStatus, VouNo, EntryNo, "
-                            "Naration, DrAmt, CrAmt) select 1, AcCode, VouDate, VouStatus, VouNo, EntryNo, "
-                            "Naration, DrAmt, CrAmt from DetJV where AcCode = " +
+                            "CrAc, Naration, DrAmt, CrAmt) select 1, AcCode, VouDate, VouStatus, VouNo, "
+                            "EntryNo, CrAc, Naration, DrAmt, CrAmt from DetJV where AcCode = " +
                             account);
 }
 
@@ -198,9 +198,10 @@ int main(int argc, char **argv) {
                      [&](QPainter &on, double scale) { painter.paint(on, document->page(7), scale); });
         },
         [&] { onScreen(screen, [&](QPainter &on, double scale) { drawBare(on, pages[7], scale); }); });
-    // Beside what a bare loop would need too: opening the definition, the totals and where each page begins.
+    // Beside what a bare loop would need too: opening the definition, the totals and where each page begins,
+    // which is two texts to measure a row.
     within &= bench::compare(
-        "  from the click to its first page", 1.25, 11,
+        "  from the click to its first page", 1.6, 11,
         [&] {
             fillLedger(lengths[1]);
             const report::DocumentPtr made = read({});
@@ -210,12 +211,14 @@ int main(int argc, char **argv) {
         },
         [&] {
             fillLedger(lengths[1]);
-            static_cast<void>(sourceOf(books.folder())
-                                  ->rows("select LineOrder, AcCode, VouDate, VouStatus, VouNo, CrAc, "
-                                         "CrAcName, ChecqNo, FileNo, BillNo, "
-                                         "Naration, DrAmt, CrAmt from rptAcLedger order by LineOrder, "
-                                         "VouDate, VouStatus, VouNo, EntryNo, "
-                                         "DrAmt desc, CrAmt desc"));
+            static_cast<void>(
+                sourceOf(books.folder())
+                    ->rows("select LineOrder, AcCode, VouDate, VouStatus, VouNo, CrAc, "
+                           "CrAcName, ChecqNo, FileNo, BillNo, "
+                           "Naration, DrAmt, CrAmt, AcName from rptAcLedger left join Accounts on "
+                           "RowID = CrAc order by LineOrder, "
+                           "VouDate, VouStatus, VouNo, EntryNo, "
+                           "DrAmt desc, CrAmt desc"));
             for (int time = 0; time < 3; ++time)
                 onScreen(screen, [&](QPainter &on, double scale) { drawBare(on, pages[0], scale); });
         });

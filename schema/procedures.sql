@@ -1,9 +1,12 @@
 -- Both trial balances leave out an account all of whose amounts are 0, and keep one that is no longer in the
 -- chart. An opening balance stands before every period, whatever its date, and is a debit when positive. Each
 -- account's lines are summed in the order of an index, a period at a time. A balance is a sum of signed amounts,
--- here and in the ledgers: a sum is exact, the difference of two large sums is not on every engine.
+-- here and in the ledgers: a sum is exact, the difference of two large sums is not on every engine. The last day of
+-- a period is the whole day, whatever time a line bears, as it is in the books.
 create procedure TrialBalance @from datetime, @to datetime as
 begin
+    declare @end datetime
+    set @end = convert(datetime, rtrim(year(@to)) + '-' + right('0' + rtrim(month(@to)), 2) + '-' + right('0' + rtrim(day(@to)), 2) + ' 23:59:59.997')
     delete from rptTrialBalance
     insert into rptTrialBalance (AcCode, AcNodes, AcName, AcStatus, AcOrder, SubNodes, SubName, SubOrder,
             HeadNodes, HeadName, HeadOrder, Opening, OpenDr, OpenCr, PeriodDr, PeriodCr, CloseDr, CloseCr)
@@ -22,7 +25,7 @@ begin
                 isnull(rtrim(s.ParentID), left(a.ParentID, charindex('.', a.ParentID + '.') - 1)) as HeadNodes
             from (
                 select AcCode, isnull(sum(DrAmt), 0) as Dr, isnull(sum(CrAmt), 0) as Cr
-                from DetJV where VouDate >= @from and VouDate <= @to group by AcCode
+                from DetJV where VouDate >= @from and VouDate <= @end group by AcCode
             ) m left join Accounts a on a.RowID = m.AcCode
                 left join Accounts s on s.RowID = (select min(RowID) from Accounts where AcStatus = 'HD'
                     and AcNodes = case when a.AcStatus = 'HD' then a.AcNodes else a.ParentID end)
@@ -32,6 +35,8 @@ end
 GO
 create procedure TrialBalance3 @from datetime, @to datetime as
 begin
+    declare @end datetime
+    set @end = convert(datetime, rtrim(year(@to)) + '-' + right('0' + rtrim(month(@to)), 2) + '-' + right('0' + rtrim(day(@to)), 2) + ' 23:59:59.997')
     delete from rptTrialBalance
     insert into rptTrialBalance (AcCode, AcNodes, AcName, AcStatus, AcOrder, SubNodes, SubName, SubOrder,
             HeadNodes, HeadName, HeadOrder, Opening, OpenDr, OpenCr, PeriodDr, PeriodCr, CloseDr, CloseCr)
@@ -57,7 +62,7 @@ begin
                     select AcCode, isnull(sum(DrAmt), 0) as OpenDr, isnull(sum(CrAmt), 0) as OpenCr, 0 as Dr, 0 as Cr
                     from DetJV where VouDate < @from group by AcCode
                     union all select AcCode, 0, 0, isnull(sum(DrAmt), 0), isnull(sum(CrAmt), 0)
-                    from DetJV where VouDate >= @from and VouDate <= @to group by AcCode
+                    from DetJV where VouDate >= @from and VouDate <= @end group by AcCode
                     union all select RowID, OpenBal, 0, 0, 0 from Accounts where OpenBal <> 0
                 ) u cross join (select 1 as Sign union all select 0 - 1) g group by u.AcCode
             ) m left join Accounts a on a.RowID = m.AcCode
@@ -67,8 +72,12 @@ begin
         ) p
 end
 GO
+-- Both ledgers: a row that sums up a voucher names the account of the voucher's lines; the simple one says -1 where
+-- these are several, since the report looks the names up.
 create procedure AcLedger @account int, @from datetime, @to datetime as
 begin
+    declare @end datetime
+    set @end = convert(datetime, rtrim(year(@to)) + '-' + right('0' + rtrim(month(@to)), 2) + '-' + right('0' + rtrim(day(@to)), 2) + ' 23:59:59.997')
     delete from rptAcLedger
     insert into rptAcLedger (LineOrder, AcCode, VouDate, Naration, DrAmt, CrAmt)
         select 0, @account, @from, 'OPENING BALANCE',
@@ -78,18 +87,20 @@ begin
             ) o), 0),
             0
     update rptAcLedger set CrAmt = 0 - DrAmt, DrAmt = 0 where DrAmt < 0
-    insert into rptAcLedger (LineOrder, AcCode, VouDate, VouStatus, VouNo, EntryNo, Naration, DrAmt, CrAmt)
-        select 1, AcCode, VouDate, VouStatus, VouNo, EntryNo, Naration, isnull(DrAmt, 0), isnull(CrAmt, 0)
-        from DetJV where AcCode = @account and VouDate >= @from and VouDate <= @to
+    insert into rptAcLedger (LineOrder, AcCode, VouDate, VouStatus, VouNo, EntryNo, CrAc, Naration, DrAmt, CrAmt)
+        select 1, d.AcCode, d.VouDate, d.VouStatus, d.VouNo, d.EntryNo,
+            isnull(d.CrAc, (select case when min(o.AcCode) = max(o.AcCode) then min(o.AcCode) when min(o.AcCode) < max(o.AcCode) then 0 - 1 end
+                from DetJV o where o.VouStatus = d.VouStatus and o.VouNo = d.VouNo and o.CrAc = d.AcCode)),
+            d.Naration, isnull(d.DrAmt, 0), isnull(d.CrAmt, 0)
+        from DetJV d where d.AcCode = @account and d.VouDate >= @from and d.VouDate <= @end
 end
 GO
 -- The opening row names '' as the other account, so that the report knows the detailed form without movements too.
--- A row that sums up a voucher names the account of the voucher's lines.
 create procedure DetailAcLedger @account int, @day1 int, @month1 int, @year1 int, @day2 int, @month2 int, @year2 int as
 begin
-    declare @from datetime, @to datetime
+    declare @from datetime, @end datetime
     set @from = convert(datetime, rtrim(@year1) + '-' + right('0' + rtrim(@month1), 2) + '-' + right('0' + rtrim(@day1), 2))
-    set @to = convert(datetime, rtrim(@year2) + '-' + right('0' + rtrim(@month2), 2) + '-' + right('0' + rtrim(@day2), 2))
+    set @end = convert(datetime, rtrim(@year2) + '-' + right('0' + rtrim(@month2), 2) + '-' + right('0' + rtrim(@day2), 2) + ' 23:59:59.997')
     delete from rptAcLedger
     insert into rptAcLedger (LineOrder, AcCode, VouDate, CrAcName, Naration, DrAmt, CrAmt)
         select 0, @account, @from, '', 'OPENING BALANCE',
@@ -110,7 +121,7 @@ begin
                     where o.VouStatus = d.VouStatus and o.VouNo = d.VouNo and o.CrAc = d.AcCode)
                 else (select AcName from Accounts where RowID = d.CrAc) end,
             d.ChecqNo, d.FileNo, d.BillNo, d.Naration, isnull(d.DrAmt, 0), isnull(d.CrAmt, 0)
-        from DetJV d where d.AcCode = @account and d.VouDate >= @from and d.VouDate <= @to
+        from DetJV d where d.AcCode = @account and d.VouDate >= @from and d.VouDate <= @end
 end
 GO
 -- 0 for course or subject is all of them. What a subject received is what came with the application, by fee

@@ -72,6 +72,9 @@ private:
     void showBook(const Sql &account);
     /// `exec` fills what the report reads.
     void showLedger(const Sql &exec);
+    /// Runs it for the report opened last, now and whenever the viewer reads the report again: the work
+    /// table may have been filled for another report by then.
+    void fill(const Sql &exec);
     void showTrialBalance(const char *file, const Sql &procedure);
 
     /// The dates as statements and formulas take them, yyyy-mm-dd.

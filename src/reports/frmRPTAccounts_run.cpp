@@ -3,6 +3,7 @@
 #include "platform/base/value.h"
 #include "platform/controls/focus.h"
 #include "platform/controls/msg_box.h"
+#include "platform/report/report.h"
 #include "reports/frmRPTAccounts.h"
 #include "shell/MDIForm1.h"
 #include "shell/module1.h"
@@ -107,12 +108,17 @@ void frmRPTAccounts::cmdDetLedger_Click() {
 
 void frmRPTAccounts::showLedger(const Sql &exec) {
     m_report.OpenReport("rptAcLedger.rpt");
-    gCon.Execute(exec);
+    fill(exec);
     ReportSettings settings;
     settings.formulas = {Dates("  To :  ")};
     settings.subReports = {{"rptSubAC", "{Accounts.RowID} = "_sql + ui->txtAcName->Tag()}};
     m_report.prepare(settings);
     m_report.view();
+}
+
+void frmRPTAccounts::fill(const Sql &exec) {
+    gCon.Execute(exec);
+    m_report.report().setRefill([exec] { gCon.Execute(exec); });
 }
 
 void frmRPTAccounts::cmdTrialBal_Click() {
@@ -129,7 +135,7 @@ void frmRPTAccounts::cmdTrialOpening_Click() {
 
 void frmRPTAccounts::showTrialBalance(const char *file, const Sql &procedure) {
     m_report.OpenReport(file);
-    gCon.Execute(procedure + D1() + "','" + D2() + "'");
+    fill(procedure + D1() + "','" + D2() + "'");
     ReportSettings settings;
     settings.prompting = false;
     settings.selection = "{Company.comActive} = 'Y'";

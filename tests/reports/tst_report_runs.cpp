@@ -58,6 +58,8 @@ private Q_SLOTS:
     void refuses_data();
     void refuses();
     void oneViewerForAll();
+    void readsAgain_data();
+    void readsAgain();
     void realDefinitions_data();
     void realDefinitions();
     void endsProgram_data();
@@ -238,6 +240,28 @@ void tst_report_runs::oneViewerForAll() {
         settle();
     }
     QVERIFY(shownReport()->plainText().startsWith("3From"));
+}
+
+void tst_report_runs::readsAgain_data() {
+    QTest::addColumn<Run>("run");
+    QTest::addColumn<int>("calls"); // of the procedure, once the report was read again
+    for (const Run &run : Runs)
+        QTest::newRow(run.button) << run << (QByteArray(run.file) == "rptAcLedger3.rpt" ? 0 : 2);
+}
+
+/// Read again after the work tables were filled for someone else, the report still is what was asked for.
+void tst_report_runs::readsAgain() {
+    QFETCH(Run, run);
+    QFETCH(int, calls);
+    ReportDesk desk;
+    runMarch(desk, run);
+    const QString first = shownReport()->plainText();
+    desk.office.execute("delete from rptAcLedger\ndelete from rptTrialBalance");
+    press(Qt::Key_F5);
+    QCOMPARE(shownReport()->plainText(), first);
+    const QStringList ran = desk.office.rows("select Call from Ran");
+    QCOMPARE(ran.size(), calls);
+    QVERIFY(ran.isEmpty() || ran[0] == ran[1]);
 }
 
 /// The shipped files have what the buttons set.

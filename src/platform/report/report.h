@@ -98,6 +98,14 @@ public:
     /// that can't be read, a failed statement. Each call reads anew.
     [[nodiscard]] DocumentPtr document();
 
+    /// What fills the tables that the report reads from: it has run before the report is first viewed, and
+    /// must run again before it is read again.
+    void setRefill(std::function<void()> refill) { m_refill = std::move(refill); }
+    void refill() const {
+        if (m_refill)
+            m_refill();
+    }
+
     /// For tests and for programs without a database: what to read from, and what to measure with.
     void setSource(std::shared_ptr<Source> source) { m_source = std::move(source); }
     void setMetrics(std::shared_ptr<const TextMetrics> metrics) { m_metrics = std::move(metrics); }
@@ -117,6 +125,7 @@ private:
     std::shared_ptr<Source> m_source;
     std::shared_ptr<const TextMetrics> m_metrics;
     QDateTime m_printTime;
+    std::function<void()> m_refill;
 };
 
 /// Opens report files; made new for each print.

@@ -2,17 +2,12 @@
 
 #include "platform/base/error.h"
 #include "platform/controls/look.h"
-#include "platform/report/paint.h"
+#include "platform/report/viewer/output.h"
 #include "platform/report/viewer/page_view.h"
 
 #include <QAction>
-#include <QFileDialog>
-#include <QIntValidator>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPainter>
-#include <QPrintDialog>
-#include <QPrinter>
 #include <QSplitter>
 #include <QToolBar>
 #include <QTreeWidget>
@@ -143,7 +138,7 @@ void CRViewer91::Private::addNavigation(CRViewer91 &viewer) {
     pageBox->setAccessibleName(tr("Page"));
     pageBox->setToolTip(tr("Page; Enter goes to it"));
     pageBox->setAlignment(Qt::AlignRight);
-    pageBox->setValidator(new QIntValidator(1, 9'999'999, pageBox));
+    pageBox->setMaxLength(7);
     pageBox->setFixedWidth(viewer.fontMetrics().horizontalAdvance(QStringLiteral("0000000")) + 12);
     ofPages = new QLabel(&viewer);
     tools->addWidget(pageBox);
@@ -153,10 +148,14 @@ void CRViewer91::Private::addNavigation(CRViewer91 &viewer) {
     tools->addSeparator();
     connect(pages, &PageView::currentPageChanged, &viewer, [this] { showPlace(); });
     connect(pageBox, &QLineEdit::returnPressed, &viewer, [this] {
-        pages->showPage(pageBox->text().toInt() - 1);
-        showPlace();
+        bool number = false;
+        const int page = pageBox->text().toInt(&number);
+        if (number)
+            pages->showPage(page - 1);
         pages->setFocus();
     });
+    // Whatever else was typed, the box says again where the reader is.
+    connect(pageBox, &QLineEdit::editingFinished, &viewer, [this] { showPlace(); });
     connect(tree, &QTreeWidget::currentItemChanged, &viewer, [this](QTreeWidgetItem *item) {
         if (item)
             pages->showPage(item->data(0, Qt::UserRole).toInt());
@@ -218,7 +217,11 @@ void CRViewer91::Private::addFind(CRViewer91 &viewer) {
 }
 
 void CRViewer91::Private::addOutput(CRViewer91 &viewer) {
-    addTool(*tools, refreshTool, &viewer, [this] { read(pages->currentPage()); });
+    addTool(*tools, refreshTool, &viewer, [this] {
+        if (source)
+            source->refill();
+        read(pages->currentPage());
+    });
     addTool(*tools, printTool, &viewer, [&viewer] { viewer.PrintReport(); });
     addTool(*tools, exportTool, &viewer, [&viewer] { viewer.ExportReport(); });
 }
@@ -287,45 +290,13 @@ bool CRViewer91::find(const QString &words) {
 }
 
 void CRViewer91::PrintReport() {
-    if (!d->document())
-        return;
-    QPrinter printer(QPrinter::HighResolution);
-    const QSizeF size = d->document()->pageSize();
-    printer.setPageSize(QPageSize(size, QPageSize::Millimeter, {}, QPageSize::FuzzyMatch));
-    printer.setFullPage(true);
-    printer.setDocName(d->document()->title());
-    QPrintDialog dialog(&printer, this);
-    dialog.setOption(QAbstractPrintDialog::PrintPageRange);
-    dialog.setOption(QAbstractPrintDialog::PrintCurrentPage);
-    dialog.setMinMax(1, pageCount());
-    if (dialog.exec() != QDialog::Accepted)
-        return;
-    int first = 0;
-    int last = pageCount() - 1;
-    if (printer.printRange() == QPrinter::CurrentPage)
-        first = last = d->pages->currentPage();
-    else if (printer.printRange() == QPrinter::PageRange && printer.fromPage() > 0) {
-        first = printer.fromPage() - 1;
-        last = std::min(last, printer.toPage() - 1);
-    }
-    QPainter painter;
-    if (!painter.begin(&printer))
-        throw Error(errors::BadFile, QStringLiteral("The printer can't be used."));
-    report::PagePainter pages;
-    for (int page = first; page <= last; ++page) {
-        if (page > first)
-            printer.newPage();
-        pages.paint(painter, d->document()->page(page), printer.resolution() / 25.4);
-    }
+    if (d->document())
+        print(*d->document(), d->pages->currentPage(), this);
 }
 
 void CRViewer91::ExportReport() {
-    if (!d->document())
-        return;
-    const QString name = d->document()->title() + QStringLiteral(".pdf");
-    const QString path = QFileDialog::getSaveFileName(this, tr("Export as PDF"), name, tr("PDF (*.pdf)"));
-    if (!path.isEmpty())
-        report::exportPdf(*d->document(), path);
+    if (d->document())
+        exportAsPdf(*d->document(), this);
 }
 
 } // namespace zel::viewer

@@ -29,9 +29,9 @@ public:
 
     /// Finds the words from the current page on; every place of them is marked. Whether there is one.
     bool find(const QString &words);
-    /// Asks for a printer and prints.
+    /// Asks for a printer and prints. What can't be printed or written is told in a box, and no error.
     void PrintReport();
-    /// Asks for a file and writes a PDF.
+    /// Asks for a file and writes a PDF; likewise.
     void ExportReport();
 
 private:

@@ -76,11 +76,19 @@ QPoint PageView::corner(int page) const {
 /// Sizes the pages for the fit and the scroll bars for the pages, and stays at the same place of the same
 /// page.
 void PageView::arrange() {
-    if (!m_document || m_arranging)
+    if (m_document)
+        arrange(placeInPage());
+}
+
+double PageView::placeInPage() const {
+    const double height = pagePixels().height();
+    return height > 0 ? (verticalScrollBar()->value() - pageTop(m_current)) / height : 0;
+}
+
+void PageView::arrange(double place) {
+    if (m_arranging)
         return;
     m_arranging = true;
-    const double before = pagePixels().height();
-    const double place = before > 0 ? (verticalScrollBar()->value() - pageTop(m_current)) / before : 0;
     const QSizeF paper = m_document->pageSize() * logicalDpiX() / 25.4;
     // As wide as it is with a scroll bar, so that the bar's coming does not change the fit.
     const double width = maximumViewportSize().width() - verticalScrollBar()->sizeHint().width() - 2 * Gap;
@@ -98,7 +106,10 @@ void PageView::arrange() {
     verticalScrollBar()->setPageStep(view.height());
     horizontalScrollBar()->setRange(0, std::max(0, page.width() + 2 * Gap - view.width()));
     horizontalScrollBar()->setPageStep(view.width());
-    verticalScrollBar()->setValue(pageTop(m_current) + static_cast<int>(std::lround(place * page.height())));
+    // The current page may stand low among many small ones: larger, it must not be pushed out of the view.
+    const double down = place * page.height();
+    verticalScrollBar()->setValue(
+        pageTop(m_current) + static_cast<int>(std::lround(down < -view.height() * 2 / 3.0 ? -Gap : down)));
     m_arranging = false;
     layOutShown();
     Q_EMIT zoomChanged(m_zoom);
@@ -146,15 +157,10 @@ void PageView::setFit(Fit fit) {
 void PageView::setZoom(double zoom) {
     if (!m_document)
         return;
+    const double place = placeInPage();
     m_fit = Fit::Free;
-    const double middle = verticalScrollBar()->value();
-    const double before = m_zoom;
     m_zoom = std::clamp(zoom, LeastZoom, MostZoom);
-    const int page = m_current;
-    arrange();
-    verticalScrollBar()->setValue(static_cast<int>(m_continuous ? middle * m_zoom / before : middle));
-    if (page != m_current && !m_continuous)
-        showPage(page);
+    arrange(place);
 }
 
 void PageView::setContinuous(bool continuous) {

@@ -65,7 +65,10 @@ private:
     [[nodiscard]] int firstInView() const;
     [[nodiscard]] int lastInView() const;
     [[nodiscard]] QPoint corner(int page) const; ///< in the viewport
+    /// How far the view's top lies below the current page's, in pages; negative above it.
+    [[nodiscard]] double placeInPage() const;
     void arrange();
+    void arrange(double place);
     void layOutShown();
     const Shown &layOut(int page);
     void goTo(const Hit &hit);

@@ -4,14 +4,22 @@
 #include "platform/report/viewer/page_view.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QFile>
 #include <QLineEdit>
+#include <QMessageBox>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QPrinterInfo>
 #include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
 #include <QTreeWidget>
+
+#include <functional>
 
 using namespace zel;
 using namespace zel::report;
@@ -25,8 +33,15 @@ private Q_SLOTS:
     void cleanup();
     void keys_data();
     void keys();
+    void pageBox_data();
     void pageBox();
+    void output_data();
+    void output();
+    void paper_data();
+    void paper();
     void zoom();
+    void zoomKeepsPage_data();
+    void zoomKeepsPage();
     void findMarksAllHits();
     void groupTree();
     void onePageAtATime();
@@ -101,18 +116,126 @@ void tst_viewer::keys() {
     QCOMPARE(m_viewer->pageCount(), 40);
 }
 
+void tst_viewer::pageBox_data() {
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<int>("page"); // from page 3
+    QTest::newRow("a page") << "17" << 17;
+    QTest::newRow("beyond the last") << "999" << 40;
+    QTest::newRow("before the first") << "0" << 1;
+    QTest::newRow("negative") << "-2" << 1;
+    QTest::newRow("letters") << "abc" << 3;
+    QTest::newRow("letters behind a number") << "17x" << 3;
+    QTest::newRow("nothing") << "" << 3;
+}
+
+/// Whatever was typed, the box then says where the reader is.
 void tst_viewer::pageBox() {
+    QFETCH(QString, typed);
+    QFETCH(int, page);
+    pages().showPage(2);
     auto &box = *m_viewer->findChild<QLineEdit *>("txtPage");
     box.setFocus();
     box.selectAll();
-    QTest::keyClicks(&box, "17");
+    QTest::keyClick(&box, Qt::Key_Delete);
+    QTest::keyClicks(&box, typed);
     QTest::keyClick(&box, Qt::Key_Return);
-    QCOMPARE(m_viewer->currentPage(), 17);
-    box.selectAll();
-    QTest::keyClicks(&box, "999");
-    QTest::keyClick(&box, Qt::Key_Return);
-    QCOMPARE(m_viewer->currentPage(), 40);
-    QCOMPARE(box.text(), QString("40"));
+    QCOMPARE(m_viewer->currentPage(), page);
+    QCOMPARE(box.text(), QString::number(page));
+}
+
+/// Runs `action`, whose dialog is told to write to `path`. Gives the texts of the message boxes after it.
+static QStringList writeTo(const QString &path, const std::function<void()> &action) {
+    QStringList said;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
+        auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+        if (!dialog)
+            return;
+        if (const auto *box = qobject_cast<QMessageBox *>(dialog)) {
+            said << box->text();
+            return dialog->reject();
+        }
+        // Where there is no printer, the dialog offers to print to a file.
+        for (const char *name : {"fileNameEdit", "filename"})
+            if (auto *file = dialog->findChild<QLineEdit *>(name))
+                file->setText(path);
+        QMetaObject::invokeMethod(dialog, "accept");
+    });
+    timer.start(20);
+    action();
+    return said;
+}
+
+void tst_viewer::output_data() {
+    QTest::addColumn<QString>("action");
+    QTest::addColumn<QString>("file");    // in the test's folder
+    QTest::addColumn<QString>("written"); // '': nothing, and a message
+    QTest::newRow("export") << "actExport"
+                            << "out.pdf"
+                            << "out.pdf";
+    QTest::newRow("export, no ending typed") << "actExport"
+                                             << "out"
+                                             << "out.pdf";
+    QTest::newRow("export to a folder that isn't there") << "actExport"
+                                                         << "none/out.pdf"
+                                                         << "";
+    QTest::newRow("print to a file") << "actPrint"
+                                     << "out.pdf"
+                                     << "out.pdf";
+    QTest::newRow("print to a folder that isn't there") << "actPrint"
+                                                        << "none/out.pdf"
+                                                        << "";
+}
+
+/// What can't be written is told, and the report stays on view.
+void tst_viewer::output() {
+    QFETCH(QString, action);
+    QFETCH(QString, file);
+    QFETCH(QString, written);
+    if (action == "actPrint" && !QPrinterInfo::availablePrinterNames().isEmpty())
+        QSKIP("a printer is set up, which would print");
+    const QString path = m_folder->filePath(file);
+    const QStringList said = writeTo(path, [&] { this->action(action.toLatin1()).trigger(); });
+    if (written.isEmpty()) {
+        QCOMPARE(said.size(), 1);
+        QVERIFY2(said[0].contains(path), qPrintable(said[0]));
+    } else {
+        QCOMPARE(said, QStringList());
+        QFile made(m_folder->filePath(written));
+        QVERIFY(made.open(QIODevice::ReadOnly));
+        QCOMPARE(made.read(5), QByteArray("%PDF-"));
+    }
+    QCOMPARE(m_viewer->pageCount(), 40);
+}
+
+void tst_viewer::paper_data() {
+    QTest::addColumn<QString>("page"); // of the definition
+    QTest::addColumn<QPageSize::PageSizeId>("id");
+    QTest::addColumn<QPageLayout::Orientation>("orientation");
+    QTest::newRow("upright") << "<page size='A4'/>" << QPageSize::A4 << QPageLayout::Portrait;
+    QTest::newRow("wide") << "<page size='A4' orientation='landscape'/>" << QPageSize::A4
+                          << QPageLayout::Landscape;
+}
+
+/// What the printer is asked for.
+void tst_viewer::paper() {
+    QFETCH(QString, page);
+    QFETCH(QPageSize::PageSizeId, id);
+    QFETCH(QPageLayout::Orientation, orientation);
+    m_viewer->setReportSource(
+        open(page.toUtf8() + "<detail><field>{S.Item}</field></detail>", "S_Item\nonly\n"));
+    m_viewer->ViewReport();
+    QPageLayout asked;
+    QTimer::singleShot(0, m_viewer.get(), [&] {
+        auto *dialog = qobject_cast<QPrintDialog *>(QApplication::activeModalWidget());
+        if (!dialog)
+            return;
+        asked = dialog->printer()->pageLayout();
+        dialog->reject();
+    });
+    m_viewer->PrintReport();
+    QCOMPARE(asked.pageSize().id(), id);
+    QCOMPARE(asked.orientation(), orientation);
 }
 
 void tst_viewer::zoom() {
@@ -130,6 +253,32 @@ void tst_viewer::zoom() {
     QCOMPARE(m_viewer->currentPage(), 2);
     action("actFitWidth").trigger();
     QVERIFY(qAbs(pages().zoom() - fitted) < 0.01);
+}
+
+void tst_viewer::zoomKeepsPage_data() {
+    QTest::addColumn<int>("page");
+    QTest::addColumn<QString>("back");
+    for (const int page : {1, 20, 39, 40})
+        for (const char *back : {"actFitWidth", "actFitPage", "actZoomIn"})
+            QTest::addRow("%d, %s", page, back) << page << back;
+}
+
+/// From a page to the smallest pages and back: it is that page that stands in the view.
+void tst_viewer::zoomKeepsPage() {
+    QFETCH(int, page);
+    QFETCH(QString, back);
+    pages().showPage(page - 1);
+    for (int times = 0; times < 20; ++times)
+        action("actZoomOut").trigger();
+    QCOMPARE(m_viewer->currentPage(), page);
+    for (int times = 0; times < (back == "actZoomIn" ? 20 : 1); ++times)
+        action(back.toLatin1()).trigger();
+    QCOMPARE(m_viewer->currentPage(), page);
+    QScrollBar &bar = *pages().verticalScrollBar();
+    for (const int step : {-1, 1}) { // a page is current by where the view stands
+        bar.setValue(bar.value() + step);
+        QCOMPARE(m_viewer->currentPage(), page);
+    }
 }
 
 void tst_viewer::findMarksAllHits() {
