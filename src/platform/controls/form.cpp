@@ -114,7 +114,8 @@ void Form::setPlace(QPoint place) {
 
 void Form::bringForward(bool maximized) {
     QMdiArea *area = FormHost::area();
-    if (isChild() && !m_window && area)
+    const bool first = isChild() && !m_window && area;
+    if (first)
         makeWindow(area);
     QWidget *window = shell();
     if (maximized)
@@ -126,11 +127,11 @@ void Form::bringForward(bool maximized) {
     window->raise();
     if (!m_window) {
         window->activateWindow();
-        takeFocus();
+        takeFocus(first);
         return;
     }
     area->setActiveSubWindow(m_window);
-    takeFocus();
+    takeFocus(first);
     // A hidden child window may have kept its active state, and then tells of no edge.
     if (m_window->windowState().testFlag(Qt::WindowActive))
         becameActive();
@@ -138,16 +139,17 @@ void Form::bringForward(bool maximized) {
 
 /// Gives the focus back to the control that had it last, at first to the first in tab order behind a tab bar;
 /// the form itself takes it when no control can.
-void Form::takeFocus() {
+void Form::takeFocus(bool first) {
     const QWidget *now = QApplication::focusWidget();
-    if (now && (now == this || isAncestorOf(now)))
-        return;
-    QWidget *last = focusWidget();
-    if (last && last != this && last->isEnabled() && last->isVisible())
-        last->setFocus(Qt::OtherFocusReason);
-    else if (!focusNextPrevChild(true))
-        setFocus(Qt::OtherFocusReason);
-    else if (qobject_cast<QTabBar *>(QApplication::focusWidget()))
+    if (!now || (now != this && !isAncestorOf(now))) {
+        QWidget *last = focusWidget();
+        if (last && last != this && last->isEnabled() && last->isVisible())
+            last->setFocus(Qt::OtherFocusReason);
+        else if (!focusNextPrevChild(true))
+            setFocus(Qt::OtherFocusReason);
+    }
+    // A child window that is shown gives the focus to its very first control, which may be a tab bar.
+    if (first && qobject_cast<QTabBar *>(QApplication::focusWidget()))
         focusNextPrevChild(true);
 }
 

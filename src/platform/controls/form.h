@@ -57,7 +57,7 @@ private:
     friend class ScreenWindow;
     void makeWindow(QMdiArea *area);
     void moveWindow(QPoint place);
-    void takeFocus();
+    void takeFocus(bool first);
 
     Kind m_kind;
     QPointer<QMdiSubWindow> m_window;

@@ -10,6 +10,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QSignalSpy>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTest>
 #include <QTimer>
@@ -60,6 +61,18 @@ public:
     ScreenB() : Screen("b") {}
 };
 
+class Tabbed : public Form {
+public:
+    Tabbed() : tabs(new QTabWidget(this)), box(new TextBox) {
+        auto *page = new QWidget;
+        (new QVBoxLayout(page))->addWidget(box);
+        tabs->addTab(page, "Entry");
+        (new QVBoxLayout(this))->addWidget(tabs);
+    }
+    QTabWidget *tabs;
+    TextBox *box;
+};
+
 class Main : public MainForm {
 public:
     Main() : area(new QMdiArea) {
@@ -84,6 +97,7 @@ public:
 FormReference<Main> s_main;
 FormReference<ScreenA> s_a;
 FormReference<ScreenB> s_b;
+FormReference<Tabbed> s_tabbed;
 
 template <class Reference>
 void act(Reference &screen, const QString &verb) {
@@ -123,6 +137,7 @@ private Q_SLOTS:
     void life();
     void unloadedFormsAreDeleted();
     void firstControlHasTheFocus();
+    void tabBarIsNotWhereAScreenOpens();
     void formWithoutControlsLosesItsFocus();
     void menuKeepsItsKeys();
     void mnemonicsOfTheScreenWin();
@@ -144,6 +159,7 @@ void tst_form::cleanup() {
         s_main->Unload();
     s_a.clear();
     s_b.clear();
+    s_tabbed.clear();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QCOMPARE(FormLife::loaded().size(), 0);
 }
@@ -236,6 +252,16 @@ void tst_form::firstControlHasTheFocus() {
     QVERIFY(s_b->button->hasFocus());
     QTest::keyClick(s_b->button, Qt::Key_Tab);
     QVERIFY(s_b->box->hasFocus());
+}
+
+void tst_form::tabBarIsNotWhereAScreenOpens() {
+    s_b->Show();
+    s_tabbed->Show();
+    QVERIFY(s_tabbed->box->hasFocus());
+    s_tabbed->tabs->tabBar()->setFocus();
+    s_b->Show();
+    s_tabbed->Show();
+    QVERIFY(s_tabbed->tabs->tabBar()->hasFocus());
 }
 
 void tst_form::formWithoutControlsLosesItsFocus() {
