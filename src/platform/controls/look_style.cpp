@@ -135,7 +135,17 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *opti
 
 void LookStyle::drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
                             const QWidget *widget) const {
+    const auto *item = qstyleoption_cast<const QStyleOptionMenuItem *>(option);
+    if (element == CE_MenuBarItem && item && item->state.testFlag(State_Selected) && widget &&
+        widget->hasFocus()) {
+        // Reached by the keyboard it looks as it does with its menu open.
+        QStyleOptionMenuItem shown = *item;
+        shown.state |= State_Sunken;
+        return QProxyStyle::drawControl(element, &shown, painter, widget);
+    }
     QProxyStyle::drawControl(element, option, painter, widget);
+    if (element == CE_TabBarTab && option->state.testFlag(State_Selected) && widget && widget->hasFocus())
+        drawRing(option->rect.adjusted(2, 2, -2, -2), painter);
     if (element == CE_ShapedFrame && widget && widget->hasFocus() && widget->inherits("QAbstractScrollArea"))
         drawRing(option->rect, painter);
     if (element == CE_PushButton && hasFocus(option))
