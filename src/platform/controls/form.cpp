@@ -114,9 +114,9 @@ void Form::setPlace(QPoint place) {
 
 void Form::bringForward(bool maximized) {
     QMdiArea *area = FormHost::area();
-    const bool first = isChild() && !m_window && area;
-    if (first)
+    if (isChild() && !m_window && area)
         makeWindow(area);
+    const bool hadFocus = focusWidget() != nullptr;
     QWidget *window = shell();
     if (maximized)
         window->showMaximized();
@@ -127,11 +127,11 @@ void Form::bringForward(bool maximized) {
     window->raise();
     if (!m_window) {
         window->activateWindow();
-        takeFocus(first);
+        takeFocus(!hadFocus);
         return;
     }
     area->setActiveSubWindow(m_window);
-    takeFocus(first);
+    takeFocus(!hadFocus);
     // A hidden child window may have kept its active state, and then tells of no edge.
     if (m_window->windowState().testFlag(Qt::WindowActive))
         becameActive();
@@ -148,7 +148,7 @@ void Form::takeFocus(bool first) {
         else if (!focusNextPrevChild(true))
             setFocus(Qt::OtherFocusReason);
     }
-    // A child window that is shown gives the focus to its very first control, which may be a tab bar.
+    // Its window's own step, too, goes to the tab bar.
     if (first && qobject_cast<QTabBar *>(QApplication::focusWidget()))
         focusNextPrevChild(true);
 }
