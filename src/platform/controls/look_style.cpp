@@ -126,6 +126,11 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *opti
     }
     if (element == PE_Frame && widget && widget->inherits("QAbstractScrollArea"))
         return drawFrame(*option, painter);
+    if (element == PE_IndicatorBranch && option->state.testFlag(State_Selected)) {
+        QStyleOption shown = *option;
+        shown.palette.setColor(QPalette::WindowText, option->palette.color(QPalette::HighlightedText));
+        return QProxyStyle::drawPrimitive(element, &shown, painter, widget);
+    }
     QProxyStyle::drawPrimitive(element, option, painter, widget);
     const bool box = element == PE_FrameLineEdit || element == PE_PanelLineEdit;
     const auto *frame = qstyleoption_cast<const QStyleOptionFrame *>(option);
@@ -183,6 +188,12 @@ QIcon LookStyle::standardIcon(StandardPixmap standard, const QStyleOption *optio
     default:
         return QProxyStyle::standardIcon(standard, option, widget);
     }
+}
+
+/// Tinted by the selection's colour, as other styles do it, an icon would vanish in the selection.
+QPixmap LookStyle::generatedIconPixmap(QIcon::Mode mode, const QPixmap &pixmap,
+                                       const QStyleOption *option) const {
+    return mode == QIcon::Selected ? pixmap : QProxyStyle::generatedIconPixmap(mode, pixmap, option);
 }
 
 void LookStyle::polish(QWidget *widget) {

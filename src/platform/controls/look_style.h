@@ -23,6 +23,8 @@ public:
                       const QString &text, QPalette::ColorRole role) const override;
     [[nodiscard]] QIcon standardIcon(StandardPixmap standard, const QStyleOption *option,
                                      const QWidget *widget) const override;
+    [[nodiscard]] QPixmap generatedIconPixmap(QIcon::Mode mode, const QPixmap &pixmap,
+                                              const QStyleOption *option) const override;
     using QProxyStyle::polish;
     void polish(QWidget *widget) override;
     [[nodiscard]] int pixelMetric(PixelMetric metric, const QStyleOption *option,
