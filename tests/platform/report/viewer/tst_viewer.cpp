@@ -12,6 +12,7 @@
 #include <QToolBar>
 #include <QToolButton>
 #include <QTreeWidget>
+#include <QWidgetAction>
 
 using namespace zel;
 using namespace zel::report;
@@ -27,6 +28,7 @@ private Q_SLOTS:
     void keys();
     void pageBox();
     void zoom();
+    void everyButtonHasAKey();
     void findMarksAllHits();
     void groupTree();
     void onePageAtATime();
@@ -130,6 +132,19 @@ void tst_viewer::zoom() {
     QCOMPARE(m_viewer->currentPage(), 2);
     action("actFitWidth").trigger();
     QVERIFY(qAbs(pages().zoom() - fitted) < 0.01);
+}
+
+void tst_viewer::everyButtonHasAKey() {
+    const QList<QAction *> buttons = m_viewer->findChild<QToolBar *>("tools")->actions();
+    for (const QAction *button : buttons) {
+        const bool place = QStringList({"actFirst", "actLast"}).contains(button->objectName()); // Home, End
+        const bool widget = qobject_cast<const QWidgetAction *>(button) != nullptr;
+        QVERIFY2(place || widget || button->isSeparator() || !button->shortcut().isEmpty(),
+                 qPrintable(button->objectName()));
+    }
+    QVERIFY(pages().isContinuous());
+    QTest::keyClick(&pages(), Qt::Key_2, Qt::ControlModifier);
+    QVERIFY(!pages().isContinuous());
 }
 
 void tst_viewer::findMarksAllHits() {
