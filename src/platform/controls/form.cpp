@@ -114,9 +114,9 @@ void Form::setPlace(QPoint place) {
 
 void Form::bringForward(bool maximized) {
     QMdiArea *area = FormHost::area();
-    if (isChild() && !m_window && area)
+    const bool first = !m_window;
+    if (isChild() && first && area)
         makeWindow(area);
-    const bool hadFocus = focusWidget() != nullptr;
     QWidget *window = shell();
     if (maximized)
         window->showMaximized();
@@ -127,11 +127,11 @@ void Form::bringForward(bool maximized) {
     window->raise();
     if (!m_window) {
         window->activateWindow();
-        takeFocus(!hadFocus);
+        takeFocus(first);
         return;
     }
     area->setActiveSubWindow(m_window);
-    takeFocus(!hadFocus);
+    takeFocus(first);
     // A hidden child window may have kept its active state, and then tells of no edge.
     if (m_window->windowState().testFlag(Qt::WindowActive))
         becameActive();
@@ -148,8 +148,8 @@ void Form::takeFocus(bool first) {
         else if (!focusNextPrevChild(true))
             setFocus(Qt::OtherFocusReason);
     }
-    // Its window's own step, too, goes to the tab bar.
-    if (first && qobject_cast<QTabBar *>(QApplication::focusWidget()))
+    // The child window may have given it to the tab bar when it became active.
+    if (first && qobject_cast<QTabBar *>(focusWidget()))
         focusNextPrevChild(true);
 }
 
