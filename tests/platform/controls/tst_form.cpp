@@ -140,6 +140,7 @@ private Q_SLOTS:
     void tabBarIsNotWhereAScreenOpens();
     void formWithoutControlsLosesItsFocus();
     void menuKeepsItsKeys();
+    void mnemonicOfAPageBehindLeavesTheMenuAlone();
     void mnemonicsOfTheScreenWin();
     void focusRefused_data();
     void focusRefused();
@@ -285,6 +286,25 @@ void tst_form::menuKeepsItsKeys() {
 }
 
 /// Alt+X is on the menu bar, on both screens, and on one of them twice.
+void tst_form::mnemonicOfAPageBehindLeavesTheMenuAlone() {
+    auto *exit = new Button;
+    exit->setText("E&xit");
+    s_tabbed->box->parentWidget()->layout()->addWidget(exit);
+    s_tabbed->tabs->addTab(new TextBox, "Search");
+    s_a->Show();
+    s_tabbed->Show();
+    s_tabbed->tabs->setCurrentIndex(1);
+    auto *search = s_tabbed->tabs->currentWidget();
+    search->setFocus();
+    QSignalSpy clicked(exit, &Button::clicked);
+    QTest::keyClick(s_main->windowHandle(), Qt::Key_X, Qt::AltModifier);
+    QCOMPARE(clicked.size(), 1);
+    QVERIFY(!QApplication::activePopupWidget());
+    QTest::keyClick(s_main->windowHandle(), Qt::Key_Q, Qt::AltModifier);
+    QTest::keyClick(s_main->windowHandle(), Qt::Key_Q);
+    QCOMPARE(static_cast<TextBox *>(search)->text(), QString("q"));
+}
+
 void tst_form::mnemonicsOfTheScreenWin() {
     s_a->Show();
     s_b->Show();
