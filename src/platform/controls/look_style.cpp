@@ -2,6 +2,7 @@
 
 #include "platform/controls/look.h"
 
+#include <QEvent>
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QPainter>
@@ -202,6 +203,17 @@ void LookStyle::polish(QWidget *widget) {
         area->setBackground(QColor(0xd9, 0xe0, 0xe8));
     if (auto *box = qobject_cast<QLineEdit *>(widget))
         box->setTextMargins(3, 0, 3, 0);
+    if (qstrcmp(widget->metaObject()->className(), "QMdi::ControlLabel") == 0)
+        widget->installEventFilter(this);
+}
+
+bool LookStyle::eventFilter(QObject *watched, QEvent *event) {
+    if (event->type() != QEvent::Paint)
+        return QProxyStyle::eventFilter(watched, event);
+    auto *corner = static_cast<QWidget *>(watched);
+    QPainter painter(corner);
+    corner->windowIcon().paint(&painter, square(corner->rect(), 16).toRect());
+    return true;
 }
 
 int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const {

@@ -31,6 +31,8 @@ public:
                                   const QWidget *widget) const override;
     [[nodiscard]] int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
                                 QStyleHintReturn *data) const override;
+    /// Paints a maximized screen's icon in the menu bar, which Qt itself cuts off at 200%.
+    bool eventFilter(QObject *watched, QEvent *event) override;
 };
 
 } // namespace zel::controls
