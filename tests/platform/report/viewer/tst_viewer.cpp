@@ -28,9 +28,9 @@ private Q_SLOTS:
     void keys();
     void pageBox();
     void zoom();
-    void everyButtonHasAKey();
     void findMarksAllHits();
     void groupTree();
+    void everyButtonHasAKey();
     void onePageAtATime();
     void onlyPagesInViewArePainted();
     void secondReportReplaces();
@@ -134,19 +134,6 @@ void tst_viewer::zoom() {
     QVERIFY(qAbs(pages().zoom() - fitted) < 0.01);
 }
 
-void tst_viewer::everyButtonHasAKey() {
-    const QList<QAction *> buttons = m_viewer->findChild<QToolBar *>("tools")->actions();
-    for (const QAction *button : buttons) {
-        const bool place = QStringList({"actFirst", "actLast"}).contains(button->objectName()); // Home, End
-        const bool widget = qobject_cast<const QWidgetAction *>(button) != nullptr;
-        QVERIFY2(place || widget || button->isSeparator() || !button->shortcut().isEmpty(),
-                 qPrintable(button->objectName()));
-    }
-    QVERIFY(pages().isContinuous());
-    QTest::keyClick(&pages(), Qt::Key_2, Qt::ControlModifier);
-    QVERIFY(!pages().isContinuous());
-}
-
 void tst_viewer::findMarksAllHits() {
     QTest::keyClick(&pages(), Qt::Key_F, Qt::ControlModifier);
     auto &box = *m_viewer->findChild<QLineEdit *>("txtFind");
@@ -229,6 +216,19 @@ void tst_viewer::toolsCanBeReached() {
         QVERIFY2(!button->text().isEmpty() && !button->toolTip().isEmpty(), qPrintable(button->objectName()));
     }
     QCOMPARE(buttons, 13);
+}
+
+void tst_viewer::everyButtonHasAKey() {
+    const QList<QAction *> buttons = m_viewer->findChild<QToolBar *>("tools")->actions();
+    for (const QAction *button : buttons) {
+        const bool place = QStringList({"actFirst", "actLast"}).contains(button->objectName()); // Home, End
+        const bool widget = qobject_cast<const QWidgetAction *>(button) != nullptr;
+        QVERIFY2(place || widget || button->isSeparator() || !button->shortcut().isEmpty(),
+                 qPrintable(button->objectName()));
+    }
+    QVERIFY(pages().isContinuous());
+    QTest::keyClick(&pages(), Qt::Key_2, Qt::ControlModifier);
+    QVERIFY(!pages().isContinuous());
 }
 
 QTEST_MAIN(tst_viewer)
