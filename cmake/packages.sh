@@ -1,4 +1,5 @@
-# What a fresh Debian 12 lacks, for ./run and ./test. Sourced; sets nothing but functions.
+# shellcheck shell=sh disable=SC2034
+# What a fresh Debian 12 lacks, for ./run and ./test. Sourced: two lists of packages and three functions.
 
 build_packages="g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-base-dev-tools qt6-svg-dev libsqlite3-dev libsodium-dev
  libgl1-mesa-dev libxkbcommon-dev libxcb-cursor0 fonts-noto-core"
@@ -25,10 +26,11 @@ install_missing() {
         { say "These packages could not be installed:$missing"; exit 1; }
 }
 
-# build PRESET [TARGET...]: configures and builds build/PRESET, quietly unless it fails.
+# build PRESET [TARGET...]: configures and builds build/PRESET; without a terminal quietly, unless it fails.
 build() {
     preset=$1
     shift
+    [ -e "build/$preset/.ninja_log" ] || say "Building build/$preset; this takes some minutes the first time."
     cmake --preset "$preset" >"build/$preset.log" 2>&1 || { cat "build/$preset.log" >&2; exit 1; }
     if [ -t 2 ]; then cmake --build "build/$preset" "$@" >&2
     else cmake --build "build/$preset" "$@" >>"build/$preset.log" 2>&1 || { tail -n 60 "build/$preset.log" >&2; exit 1; }

@@ -19,6 +19,9 @@ frmFindAC::frmFindAC() : ui(std::make_unique<Ui::frmFindAC>()) {
     ui->setupUi(this);
     ui->cmdAccounts->setIcon(controls::icon("add"));
     ui->cmdExit->setIcon(controls::icon("exit"));
+    // As on the screen that asks; else the key would be the menu's, which leaves them all.
+    ui->cmdExit->setShortcut(Qt::ALT | Qt::Key_X);
+    ui->cmdExit->setToolTip("Exit (Alt+X)");
     connect(ui->txtFindAC, &controls::TextBox::changed, this, &frmFindAC::FillGrid);
     connect(ui->txtFindAC, &controls::TextBox::upOrDown, this, [this] { controls::SetFocus(ui->mshSearch); });
     connect(ui->chkAll, &controls::CheckBox::clicked, this, &frmFindAC::chkAll_Click);

@@ -40,7 +40,7 @@ struct MasterTable {
 };
 
 /// The shape of such a screen: an entry tab with tagged boxes, a search tab, five buttons. An empty key box
-/// means that the next save inserts, a filled one that it updates. The design names the controls: SSTab1,
+/// means that the next save inserts, a filled one that it updates. Its .ui file has the controls SSTab1,
 /// cmdSave, cmdCancel, cmdDelete, cmdExit, cmb_s_cri, txt_s_value, Msh.
 class MasterScreen : public controls::Form {
     Q_OBJECT

@@ -43,6 +43,7 @@ void frmLogin::Form_Load() {
     ui->cboUsers->addItem("sa");
     ui->cboUsers->setCurrentText("sa");
     ui->txtServer->setText(firstItem(applicationPath() + "/Server.txt"));
+    ui->txtServer->setToolTip(ui->txtServer->text()); // a long one
 }
 
 void frmLogin::cmdLogIn_Click() {

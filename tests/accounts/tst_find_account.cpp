@@ -131,6 +131,7 @@ private Q_SLOTS:
     void nothingChosen_data() {
         QTest::addColumn<QString>("by");
         QTest::newRow("Exit") << "cmdExit";
+        QTest::newRow("Alt+X") << "";
         QTest::newRow("Enter on an empty list") << "mshSearch";
     }
     void nothingChosen() {
@@ -138,8 +139,12 @@ private Q_SLOTS:
         QWidget *finder = openFinder("B");
         shell::gAddAccount = shell::gFinderOpen = true;
         typeInto(finder, "txtFindAC", "none such");
-        pressOn(finder, by, Qt::Key_Return);
+        if (by.isEmpty())
+            press(Qt::Key_X, Qt::AltModifier);
+        else
+            pressOn(finder, by, Qt::Key_Return);
         settle();
+        QVERIFY(form("MDIForm1"));
         QCOMPARE(shell::gFoundRowID, 0);
         QCOMPARE(shell::gFindFilter, "B");
         const bool open = by == "mshSearch";

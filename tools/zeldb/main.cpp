@@ -221,8 +221,7 @@ int main(int argc, char **argv) {
     line.addHelpOption();
     line.addOptions(
         {{QStringLiteral("bare"), QStringLiteral("create: no tables, only the login \"sa\".")},
-         {{QStringLiteral("chart"), QStringLiteral("demo-chart")},
-          QStringLiteral("create: with a small chart of accounts.")},
+         {QStringLiteral("chart"), QStringLiteral("create: with a small chart of accounts.")},
          {QStringLiteral("json"), QStringLiteral("sql: one JSON object a statement, a line each.")},
          {{QStringLiteral("f"), QStringLiteral("file")},
           QStringLiteral("sql: statements of a file (- is the standard input), batches parted by GO."),

@@ -101,8 +101,13 @@ std::unique_ptr<Driver> openCatalog(const QString &dataSource, const QString &us
                     QStringLiteral("This build can't reach a PostgreSQL server (\"%1\").").arg(dataSource));
     const bool embedded = dataSource == QLatin1String(".") || dataSource.startsWith(QLatin1String("./")) ||
                           dataSource.startsWith(QLatin1String("../")) || dataSource.startsWith(u'/');
+    if (dataSource.trimmed().isEmpty())
+        throw Error(17, QStringLiteral("Server.txt begins with no folder of a catalog."));
     if (!embedded)
-        throw Error(17, QStringLiteral("This build can't reach a SQL Server (\"%1\").").arg(dataSource));
+        throw Error(17,
+                    QStringLiteral("This build can't reach a SQL Server (\"%1\"). The folder of a catalog "
+                                   "is written with \"/\", \"./\" or \"../\" at its beginning.")
+                        .arg(dataSource));
     const QString folder = QDir::isAbsolutePath(dataSource)
                                ? dataSource
                                : QCoreApplication::applicationDirPath() + u'/' + dataSource;

@@ -108,8 +108,12 @@ bool Application::notify(QObject *receiver, QEvent *event) {
         event->ignore();
         return false;
     }
+    if (event->type() == QEvent::KeyPress && typesLetterWithAlt(receiver, event)) {
+        event->ignore();
+        return false;
+    }
     try {
-        if (event->type() == QEvent::Shortcut && mnemonicGoesToScreen(event))
+        if (event->type() == QEvent::Shortcut && mnemonicGoesToScreen(receiver, event))
             return true;
         return QApplication::notify(receiver, event);
     } catch (...) {

@@ -32,7 +32,8 @@ public:
 private:
     [[noreturn]] static void failWithCurrentException();
     [[nodiscard]] bool menuTakes(QObject *receiver, QEvent *event) const;
-    [[nodiscard]] bool mnemonicGoesToScreen(QEvent *event) const;
+    [[nodiscard]] bool mnemonicGoesToScreen(QObject *receiver, QEvent *event) const;
+    [[nodiscard]] bool typesLetterWithAlt(QObject *receiver, QEvent *event) const;
 };
 
 } // namespace zel::controls

@@ -1,5 +1,7 @@
 #include "platform/controls/application.h"
 
+#include "platform/controls/focus.h"
+
 #include <QAbstractButton>
 #include <QAction>
 #include <QComboBox>
@@ -67,16 +69,35 @@ bool Application::menuTakes(QObject *receiver, QEvent *event) const {
     return false;
 }
 
-bool Application::mnemonicGoesToScreen(QEvent *event) const {
+/// A letter with Alt is a key of the screen or of nothing.
+bool Application::typesLetterWithAlt(QObject *receiver, QEvent *event) const {
+    const auto *pressed = static_cast<QKeyEvent *>(event);
+    return pressed->modifiers() == Qt::AltModifier && !pressed->text().isEmpty() &&
+           pressed->text().at(0).isPrint() &&
+           (qobject_cast<QLineEdit *>(receiver) || qobject_cast<QPlainTextEdit *>(receiver) ||
+            qobject_cast<QComboBox *>(receiver));
+}
+
+/// A mnemonic that stands on the active screen and elsewhere is the screen's; so is one of the menu bar's
+/// that belongs to a button on a page of the screen that is not in front: Exit leaves the screen, not all of
+/// them.
+bool Application::mnemonicGoesToScreen(QObject *receiver, QEvent *event) const {
     const auto *pressed = static_cast<QShortcutEvent *>(event);
     QWidget *screen = activeScreen();
-    if (!pressed->isAmbiguous() || !screen)
+    if (!screen || !(pressed->isAmbiguous() || qobject_cast<QMenuBar *>(receiver)))
         return false;
     QList<QWidget *> targets;
+    QAbstractButton *behind = nullptr;
     for (QWidget *widget : screen->findChildren<QWidget *>()) {
-        QWidget *target = widget->isVisible() ? targetOf(widget, pressed->key()) : nullptr;
-        if (target && target->isVisible() && target->isEnabled())
+        QWidget *target = targetOf(widget, pressed->key());
+        if (target && target->isEnabled() && widget->isVisible() && target->isVisible())
             targets << target;
+        else if (auto *button = qobject_cast<QAbstractButton *>(target); button && mayHaveFocus(button))
+            behind = button;
+    }
+    if (targets.isEmpty() && behind) {
+        behind->click();
+        return true;
     }
     if (targets.isEmpty())
         return false;

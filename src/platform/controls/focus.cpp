@@ -34,8 +34,12 @@ bool standsOnHidden(const QWidget *control) {
 
 } // namespace
 
+bool mayHaveFocus(const QWidget *control) {
+    return control->isEnabled() && !standsOnHidden(control);
+}
+
 void SetFocus(QWidget *control) {
-    if (!control->isEnabled() || standsOnHidden(control))
+    if (!mayHaveFocus(control))
         throw Error(errors::InvalidCall, QStringLiteral("Invalid procedure call or argument"));
     control->setFocus(Qt::OtherFocusReason);
 }

@@ -4,6 +4,9 @@ class QWidget;
 
 namespace zel::controls {
 
+/// Whether a control is enabled and hidden by nothing but the page of a tab control that is not in front.
+[[nodiscard]] bool mayHaveFocus(const QWidget *control);
+
 /// Gives a control the focus. Error 5 when the control, or what it stands on, is disabled or hidden (the
 /// pages of a tab control count as shown).
 void SetFocus(QWidget *control);

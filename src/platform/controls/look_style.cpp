@@ -2,6 +2,7 @@
 
 #include "platform/controls/look.h"
 
+#include <QEvent>
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QPainter>
@@ -126,6 +127,11 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *opti
     }
     if (element == PE_Frame && widget && widget->inherits("QAbstractScrollArea"))
         return drawFrame(*option, painter);
+    if (element == PE_IndicatorBranch && option->state.testFlag(State_Selected)) {
+        QStyleOption shown = *option;
+        shown.palette.setColor(QPalette::WindowText, option->palette.color(QPalette::HighlightedText));
+        return QProxyStyle::drawPrimitive(element, &shown, painter, widget);
+    }
     QProxyStyle::drawPrimitive(element, option, painter, widget);
     const bool box = element == PE_FrameLineEdit || element == PE_PanelLineEdit;
     const auto *frame = qstyleoption_cast<const QStyleOptionFrame *>(option);
@@ -135,7 +141,17 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *opti
 
 void LookStyle::drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
                             const QWidget *widget) const {
+    const auto *item = qstyleoption_cast<const QStyleOptionMenuItem *>(option);
+    if (element == CE_MenuBarItem && item && item->state.testFlag(State_Selected) && widget &&
+        widget->hasFocus()) {
+        // Reached by the keyboard it looks as it does with its menu open.
+        QStyleOptionMenuItem shown = *item;
+        shown.state |= State_Sunken;
+        return QProxyStyle::drawControl(element, &shown, painter, widget);
+    }
     QProxyStyle::drawControl(element, option, painter, widget);
+    if (element == CE_TabBarTab && option->state.testFlag(State_Selected) && widget && widget->hasFocus())
+        drawRing(option->rect.adjusted(2, 2, -2, -2), painter);
     if (element == CE_ShapedFrame && widget && widget->hasFocus() && widget->inherits("QAbstractScrollArea"))
         drawRing(option->rect, painter);
     if (element == CE_PushButton && hasFocus(option))
@@ -175,12 +191,29 @@ QIcon LookStyle::standardIcon(StandardPixmap standard, const QStyleOption *optio
     }
 }
 
+/// Tinted by the selection's colour, as other styles do it, an icon would vanish in the selection.
+QPixmap LookStyle::generatedIconPixmap(QIcon::Mode mode, const QPixmap &pixmap,
+                                       const QStyleOption *option) const {
+    return mode == QIcon::Selected ? pixmap : QProxyStyle::generatedIconPixmap(mode, pixmap, option);
+}
+
 void LookStyle::polish(QWidget *widget) {
     QProxyStyle::polish(widget);
     if (auto *area = qobject_cast<QMdiArea *>(widget))
         area->setBackground(QColor(0xd9, 0xe0, 0xe8));
     if (auto *box = qobject_cast<QLineEdit *>(widget))
         box->setTextMargins(3, 0, 3, 0);
+    if (qstrcmp(widget->metaObject()->className(), "QMdi::ControlLabel") == 0)
+        widget->installEventFilter(this);
+}
+
+bool LookStyle::eventFilter(QObject *watched, QEvent *event) {
+    if (event->type() != QEvent::Paint)
+        return QProxyStyle::eventFilter(watched, event);
+    auto *corner = static_cast<QWidget *>(watched);
+    QPainter painter(corner);
+    corner->windowIcon().paint(&painter, square(corner->rect(), 16).toRect());
+    return true;
 }
 
 int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption *option, const QWidget *widget) const {

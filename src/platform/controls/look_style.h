@@ -23,12 +23,16 @@ public:
                       const QString &text, QPalette::ColorRole role) const override;
     [[nodiscard]] QIcon standardIcon(StandardPixmap standard, const QStyleOption *option,
                                      const QWidget *widget) const override;
+    [[nodiscard]] QPixmap generatedIconPixmap(QIcon::Mode mode, const QPixmap &pixmap,
+                                              const QStyleOption *option) const override;
     using QProxyStyle::polish;
     void polish(QWidget *widget) override;
     [[nodiscard]] int pixelMetric(PixelMetric metric, const QStyleOption *option,
                                   const QWidget *widget) const override;
     [[nodiscard]] int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
                                 QStyleHintReturn *data) const override;
+    /// Paints a maximized screen's icon in the menu bar, which Qt itself cuts off at 200%.
+    bool eventFilter(QObject *watched, QEvent *event) override;
 };
 
 } // namespace zel::controls

@@ -3,6 +3,7 @@
 #include "platform/base/error.h"
 #include "platform/tsql/names.h"
 #include "platform/tsql/text_rules.h"
+#include "platform/tsql/types.h"
 
 #include <array>
 #include <charconv>
@@ -13,46 +14,16 @@ namespace zel::tsql {
 
 namespace {
 
-const char *typeName(TypeKind kind) {
-    switch (kind) {
-    case TypeKind::Bit:
-        return "bit";
-    case TypeKind::SmallInt:
-        return "smallint";
-    case TypeKind::Int:
-        return "int";
-    case TypeKind::BigInt:
-        return "bigint";
-    case TypeKind::Numeric:
-        return "numeric";
-    case TypeKind::Money:
-        return "money";
-    case TypeKind::Float:
-        return "float";
-    case TypeKind::Char:
-        return "char";
-    case TypeKind::VarChar:
-        return "varchar";
-    case TypeKind::Date:
-        return "date";
-    case TypeKind::DateTime:
-        return "datetime";
-    case TypeKind::Null:
-        break;
-    }
-    return "void type";
-}
-
-[[noreturn]] void overflow(const char *to) {
-    throw Error(8115,
-                std::string("Arithmetic overflow error converting expression to data type ") + to + ".");
+[[noreturn]] void overflow(TypeKind to) {
+    throw Error(8115, "Arithmetic overflow error converting expression to data type " +
+                          std::string(typeName(Type{to})) + ".");
 }
 
 [[noreturn]] void noWholeNumber(std::string_view text, TypeKind kind) {
     if (kind == TypeKind::BigInt)
         throw Error(8114, std::string("Error converting data type varchar to bigint."));
     throw Error(245, "Conversion failed when converting the varchar value '" + std::string(text) +
-                         "' to data type " + typeName(kind) + ".");
+                         "' to data type " + std::string(typeName(Type{kind})) + ".");
 }
 
 [[noreturn]] void tooLargeText(std::string_view text, TypeKind kind) {
@@ -62,7 +33,7 @@ const char *typeName(TypeKind kind) {
     if (kind == TypeKind::SmallInt)
         throw Error(244, "The conversion of the varchar value '" + std::string(text) +
                              "' overflowed an INT2 column.");
-    overflow(typeName(kind));
+    overflow(kind);
 }
 
 std::string_view trimmed(std::string_view text) {
@@ -130,7 +101,7 @@ double floatFromText(std::string_view text) {
     double value = 0;
     const auto end = std::from_chars(plain.data(), plain.data() + plain.size(), value);
     if (end.ec == std::errc::result_out_of_range)
-        overflow("float");
+        overflow(TypeKind::Float);
     if (end.ec != std::errc() || end.ptr != plain.data() + plain.size() || !std::isfinite(value))
         throw Error(8114, std::string("Error converting data type varchar to float."));
     return value;
@@ -152,7 +123,7 @@ std::int64_t fittingInteger(std::int64_t value, TypeKind kind) {
         if (kind == TypeKind::SmallInt)
             throw Error(220, "Arithmetic overflow error for data type smallint, value = " +
                                  std::to_string(value) + ".");
-        overflow(typeName(kind));
+        overflow(kind);
     }
     return value;
 }
@@ -163,7 +134,7 @@ std::int64_t integerFromDouble(double value, TypeKind kind) {
     constexpr double Limit = 9223372036854775808.0;
     const double whole = std::trunc(value);
     if (!(whole >= -Limit && whole < Limit))
-        overflow(typeName(kind));
+        overflow(kind);
     return fittingInteger(std::int64_t(whole), kind);
 }
 

@@ -108,6 +108,10 @@ void tst_server_login::readOnlyRefused() {
     QVERIFY(QFile::setPermissions(folder.file(), QFile::ReadOwner));
     QCOMPARE(toldToClerk(folder.path()),
              QStringLiteral("3906 The catalog \"%1\" may only be read, not written.").arg(folder.file()));
+    QVERIFY(QFile::setPermissions(folder.file(), QFile::Permissions()));
+    QCOMPARE(toldToClerk(folder.path()),
+             QStringLiteral("4060 The catalog \"%1\" belongs to \"%2\", who alone may use it.")
+                 .arg(folder.file(), QFileInfo(folder.file()).owner()));
     QVERIFY(QFile::setPermissions(folder.file(), QFile::ReadOwner | QFile::WriteOwner));
     QVERIFY(QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::ExeOwner));
     const QString refused = toldToClerk(folder.path());

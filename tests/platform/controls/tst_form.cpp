@@ -10,6 +10,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QSignalSpy>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTest>
 #include <QTimer>
@@ -60,6 +61,18 @@ public:
     ScreenB() : Screen("b") {}
 };
 
+class Tabbed : public Form {
+public:
+    Tabbed() : tabs(new QTabWidget(this)), box(new TextBox) {
+        auto *page = new QWidget;
+        (new QVBoxLayout(page))->addWidget(box);
+        tabs->addTab(page, "Entry");
+        (new QVBoxLayout(this))->addWidget(tabs);
+    }
+    QTabWidget *tabs;
+    TextBox *box;
+};
+
 class Main : public MainForm {
 public:
     Main() : area(new QMdiArea) {
@@ -84,6 +97,7 @@ public:
 FormReference<Main> s_main;
 FormReference<ScreenA> s_a;
 FormReference<ScreenB> s_b;
+FormReference<Tabbed> s_tabbed;
 
 template <class Reference>
 void act(Reference &screen, const QString &verb) {
@@ -123,8 +137,10 @@ private Q_SLOTS:
     void life();
     void unloadedFormsAreDeleted();
     void firstControlHasTheFocus();
+    void tabBarIsNotWhereAScreenOpens();
     void formWithoutControlsLosesItsFocus();
     void menuKeepsItsKeys();
+    void mnemonicOfAPageBehindLeavesTheMenuAlone();
     void mnemonicsOfTheScreenWin();
     void focusRefused_data();
     void focusRefused();
@@ -144,6 +160,7 @@ void tst_form::cleanup() {
         s_main->Unload();
     s_a.clear();
     s_b.clear();
+    s_tabbed.clear();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QCOMPARE(FormLife::loaded().size(), 0);
 }
@@ -238,6 +255,16 @@ void tst_form::firstControlHasTheFocus() {
     QVERIFY(s_b->box->hasFocus());
 }
 
+void tst_form::tabBarIsNotWhereAScreenOpens() {
+    s_b->Show();
+    s_tabbed->Show();
+    QVERIFY(s_tabbed->box->hasFocus());
+    s_tabbed->tabs->tabBar()->setFocus();
+    s_b->Show();
+    s_tabbed->Show();
+    QVERIFY(s_tabbed->tabs->tabBar()->hasFocus());
+}
+
 void tst_form::formWithoutControlsLosesItsFocus() {
     s_a->box->setEnabled(false);
     s_a->button->setEnabled(false);
@@ -259,6 +286,25 @@ void tst_form::menuKeepsItsKeys() {
 }
 
 /// Alt+X is on the menu bar, on both screens, and on one of them twice.
+void tst_form::mnemonicOfAPageBehindLeavesTheMenuAlone() {
+    auto *exit = new Button;
+    exit->setText("E&xit");
+    s_tabbed->box->parentWidget()->layout()->addWidget(exit);
+    s_tabbed->tabs->addTab(new TextBox, "Search");
+    s_a->Show();
+    s_tabbed->Show();
+    s_tabbed->tabs->setCurrentIndex(1);
+    auto *search = s_tabbed->tabs->currentWidget();
+    search->setFocus();
+    QSignalSpy clicked(exit, &Button::clicked);
+    QTest::keyClick(s_main->windowHandle(), Qt::Key_X, Qt::AltModifier);
+    QCOMPARE(clicked.size(), 1);
+    QVERIFY(!QApplication::activePopupWidget());
+    QTest::keyClick(s_main->windowHandle(), Qt::Key_Q, Qt::AltModifier);
+    QTest::keyClick(s_main->windowHandle(), Qt::Key_Q);
+    QCOMPARE(static_cast<TextBox *>(search)->text(), QString("q"));
+}
+
 void tst_form::mnemonicsOfTheScreenWin() {
     s_a->Show();
     s_b->Show();

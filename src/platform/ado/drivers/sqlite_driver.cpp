@@ -16,8 +16,8 @@ namespace {
 
 using tsql::StatementKind;
 
-bool mayWrite(const QString &path, int more = 0) {
-    return ::faccessat(AT_FDCWD, QFile::encodeName(path).constData(), R_OK | W_OK | more, AT_EACCESS) == 0;
+bool may(const QString &path, int access) {
+    return ::faccessat(AT_FDCWD, QFile::encodeName(path).constData(), access, AT_EACCESS) == 0;
 }
 
 /// The path of the folder's catalog, after all that can be said before SQLite looks at it.
@@ -33,9 +33,12 @@ QString catalogFile(const QString &folder) {
         throw Error(4060, QStringLiteral("\"%1\" is no file.").arg(path));
     if (file.size() == 0)
         throw Error(4060, QStringLiteral("The file \"%1\" is no catalog: it is empty.").arg(path));
-    if (!mayWrite(path))
+    if (!may(path, R_OK))
+        throw Error(4060, QStringLiteral("The catalog \"%1\" belongs to \"%2\", who alone may use it.")
+                              .arg(path, file.owner()));
+    if (!may(path, R_OK | W_OK))
         throw Error(3906, QStringLiteral("The catalog \"%1\" may only be read, not written.").arg(path));
-    if (!mayWrite(folder, X_OK))
+    if (!may(folder, R_OK | W_OK | X_OK))
         throw Error(3906,
                     QStringLiteral("The folder \"%1\" may only be read, not written, so its catalog can't be "
                                    "used.")

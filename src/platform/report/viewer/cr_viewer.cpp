@@ -63,7 +63,7 @@ constexpr Tool fitPageTool{"actFitPage", "fit-page", QT_TRANSLATE_NOOP("CRViewer
 constexpr Tool findTool{"actFind", "search", QT_TRANSLATE_NOOP("CRViewer91", "Find next"), "F3"};
 constexpr Tool refreshTool{"actRefresh", "refresh", QT_TRANSLATE_NOOP("CRViewer91", "Read again"), "F5"};
 constexpr Tool printTool{"actPrint", "print", QT_TRANSLATE_NOOP("CRViewer91", "Print"), "Ctrl+P"};
-constexpr Tool exportTool{"actExport", "export", QT_TRANSLATE_NOOP("CRViewer91", "Export as PDF"), ""};
+constexpr Tool exportTool{"actExport", "export", QT_TRANSLATE_NOOP("CRViewer91", "Export as PDF"), "Ctrl+E"};
 
 QAction *addTool(QToolBar &bar, const Tool &tool, QWidget *viewer, const std::function<void()> &run) {
     QString tip = CRViewer91::tr(tool.tip);
@@ -176,10 +176,13 @@ void CRViewer91::Private::addZoom(CRViewer91 &viewer) {
     fitPage->setCheckable(true);
     auto *continuous = new QAction(tr("Continuous"), &viewer);
     continuous->setObjectName(QStringLiteral("actContinuous"));
-    continuous->setToolTip(tr("Pages one below the other, or one at a time"));
+    continuous->setToolTip(tr("Pages one below the other, or one at a time (Ctrl+2)"));
+    continuous->setShortcut(QKeySequence(QStringLiteral("Ctrl+2")));
+    continuous->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     continuous->setCheckable(true);
     continuous->setChecked(true);
     connect(continuous, &QAction::toggled, pages, &PageView::setContinuous);
+    viewer.addAction(continuous);
     tools->addAction(continuous);
     tools->addSeparator();
     connect(pages, &PageView::zoomChanged, &viewer, [this] { showFit(); });

@@ -18,6 +18,7 @@
 #include <QToolBar>
 #include <QToolButton>
 #include <QTreeWidget>
+#include <QWidgetAction>
 
 #include <functional>
 
@@ -44,6 +45,7 @@ private Q_SLOTS:
     void zoomKeepsPage();
     void findMarksAllHits();
     void groupTree();
+    void everyButtonHasAKey();
     void onePageAtATime();
     void onlyPagesInViewArePainted();
     void secondReportReplaces();
@@ -363,6 +365,19 @@ void tst_viewer::toolsCanBeReached() {
         QVERIFY2(!button->text().isEmpty() && !button->toolTip().isEmpty(), qPrintable(button->objectName()));
     }
     QCOMPARE(buttons, 13);
+}
+
+void tst_viewer::everyButtonHasAKey() {
+    const QList<QAction *> buttons = m_viewer->findChild<QToolBar *>("tools")->actions();
+    for (const QAction *button : buttons) {
+        const bool place = QStringList({"actFirst", "actLast"}).contains(button->objectName()); // Home, End
+        const bool widget = qobject_cast<const QWidgetAction *>(button) != nullptr;
+        QVERIFY2(place || widget || button->isSeparator() || !button->shortcut().isEmpty(),
+                 qPrintable(button->objectName()));
+    }
+    QVERIFY(pages().isContinuous());
+    QTest::keyClick(&pages(), Qt::Key_2, Qt::ControlModifier);
+    QVERIFY(!pages().isContinuous());
 }
 
 QTEST_MAIN(tst_viewer)
