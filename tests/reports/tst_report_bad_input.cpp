@@ -186,7 +186,8 @@ void tst_report_bad_input::companies() {
 }
 
 /// Rows that no screen writes: posted to a heading, to no account, to none that ever was; amounts missing or
-/// below 0; a day that is missing, or the last one and bears a time. They count once and in every report alike.
+/// below 0; a day that is missing, or the last one and bears a time. They count once and in every report
+/// alike.
 void tst_report_bad_input::oddRows() {
     const Held held(smallBooks());
     BooksOffice office(held);
