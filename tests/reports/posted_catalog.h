@@ -2,10 +2,7 @@
 
 #include "platform/ado/recordset.h"
 #include "platform/report/report.h"
-#include "schema/new_catalog.h"
-
-#include <QFile>
-#include <QTemporaryDir>
+#include "tests/support/chart_catalog.h"
 
 namespace zel::test {
 
@@ -13,25 +10,11 @@ namespace zel::test {
 /// a table, and from which it opens the shipped reports.
 class PostedCatalog {
 public:
-    PostedCatalog() {
-        static const QTemporaryDir first;
-        static const bool made = [] {
-            schema::NewCatalog wanted;
-            wanted.demoChart = true;
-            schema::createCatalog(first.path(), wanted);
-            return true;
-        }();
-        if (!made || !QFile::copy(first.filePath("ZEL.db"), m_folder.filePath("ZEL.db")))
-            qFatal("no catalog");
-        m_program.setProperty("Data Source", m_folder.path());
-        m_program.setProperty("User ID", "sa");
-        m_program.Open();
-        execute("update Company set Company = 'NORTHFIELD INSTITUTE'");
-    }
+    PostedCatalog() { execute("update Company set Company = 'NORTHFIELD INSTITUTE'"); }
 
     void execute(const QString &statement) {
         if (!statement.isEmpty())
-            m_program.Execute(Sql::trusted(statement.toStdString()));
+            m_catalog.program().Execute(Sql::trusted(statement.toStdString()));
     }
 
     /// Rows of DetJV, a line each, the parts between "|": date, kind and number, entry, account, other
@@ -45,7 +28,7 @@ public:
             for (QString &part : parts)
                 part = part.trimmed();
             const QStringList voucher = parts[1].split(' ');
-            m_program.Execute(
+            m_catalog.program().Execute(
                 "insert into DetJV (VouDate, VouStatus, VouNo, EntryNo, AcCode, CrAc, DrAmt, CrAmt, "
                 "Naration) values ('"_sql +
                 parts[0] + "', '" + voucher[0] + "', " + voucher[1] + ", " + parts[2] + ", " +
@@ -61,20 +44,21 @@ public:
     }
     int rowId(const QString &code) {
         ado::Recordset found;
-        found.Open("select min(RowID) as Id from Accounts where AcNodes = '"_sql + code + "'", m_program);
+        found.Open("select min(RowID) as Id from Accounts where AcNodes = '"_sql + code + "'",
+                   m_catalog.program());
         return static_cast<int>(found.Fields("Id").value().integer());
     }
 
     [[nodiscard]] std::shared_ptr<report::Report> open(const QString &file) {
-        auto opened = report::Application(m_program).OpenReport(QString(ZEL_SOURCE_DIR) + "/rpt/" + file);
+        auto opened =
+            report::Application(m_catalog.program()).OpenReport(QString(ZEL_SOURCE_DIR) + "/rpt/" + file);
         opened->Database().Tables().Item(1).ConnectionProperties("User ID").Value = "sa";
         opened->setPrintTime(QDateTime(QDate(2024, 4, 1), QTime(9, 5)));
         return opened;
     }
 
 private:
-    QTemporaryDir m_folder;
-    ado::Connection m_program;
+    ChartCatalog m_catalog;
 };
 
 } // namespace zel::test

@@ -1,11 +1,11 @@
 #include "platform/ado/connection.h"
 #include "platform/report/report.h"
-#include "schema/new_catalog.h"
+#include "tests/support/chart_catalog.h"
 
-#include <QFile>
 #include <QRegularExpression>
-#include <QTemporaryDir>
 #include <QTest>
+
+#include <optional>
 
 using namespace zel;
 using namespace zel::report;
@@ -57,31 +57,18 @@ private:
     void keepEntry(const QStringList &words);
     [[nodiscard]] DocumentPtr print(const QString &report, const QString &period);
 
-    std::unique_ptr<QTemporaryDir> m_folder;
-    std::unique_ptr<ado::Connection> m_program;
+    std::optional<test::ChartCatalog> m_catalog;
 };
 
 void tst_trial_balance_documents::init() {
-    m_folder = std::make_unique<QTemporaryDir>();
-    static const QTemporaryDir first;
-    static const bool made = [] {
-        schema::NewCatalog wanted;
-        wanted.demoChart = true;
-        schema::createCatalog(first.path(), wanted);
-        return true;
-    }();
-    QVERIFY(made && QFile::copy(first.filePath("ZEL.db"), m_folder->filePath("ZEL.db")));
-    m_program = std::make_unique<ado::Connection>();
-    m_program->setProperty("Data Source", m_folder->path());
-    m_program->setProperty("User ID", "sa");
-    m_program->Open();
-    m_program->Execute("update Company set Company = 'NORTHFIELD INSTITUTE', comAddr = 'STATION ROAD 14', "
-                       "comTel = '042-111'");
+    m_catalog.emplace();
+    m_catalog->program().Execute(
+        "update Company set Company = 'NORTHFIELD INSTITUTE', comAddr = 'STATION ROAD 14', "
+        "comTel = '042-111'");
 }
 
 void tst_trial_balance_documents::cleanup() {
-    m_program.reset();
-    m_folder.reset();
+    m_catalog.reset();
 }
 
 void tst_trial_balance_documents::keep(const QString &books) {
@@ -89,12 +76,12 @@ void tst_trial_balance_documents::keep(const QString &books) {
         const QStringList words = line.split(' ');
         const QString &code = words[1];
         if (words[0] == "open") {
-            m_program->Execute("update Accounts set OpenBal = "_sql + words[2] + " where AcNodes = '" + code +
-                               "'");
+            m_catalog->program().Execute("update Accounts set OpenBal = "_sql + words[2] +
+                                         " where AcNodes = '" + code + "'");
         } else if (words[0] == "account") {
             const auto points = code.count('.');
             const QString parent = points == 0 ? code : code.section('.', 0, -2);
-            m_program->Execute(
+            m_catalog->program().Execute(
                 "insert into Accounts (ParentID, Dcode, AcNodes, AcName, AcStatus) values ('"_sql + parent +
                 "', " + (points == 0 ? QString("0") : code.section('.', -1)) + ", '" + code + "', '" +
                 words.mid(2).join(' ') + "', '" + QStringList{"HH", "HD", "DD"}[points] + "')");
@@ -111,7 +98,7 @@ void tst_trial_balance_documents::keepEntry(const QStringList &words) {
         const Sql code = account.startsWith('#')
                              ? Sql() + account.mid(1)
                              : "(select RowID from Accounts where AcNodes = '"_sql + account + "')";
-        m_program->Execute(
+        m_catalog->program().Execute(
             "insert into DetJV (VouNo, VouStatus, VouDate, EntryNo, AcCode, DrAmt, CrAmt) values (1, 'JV', '"_sql +
             words[0] + "', 1, " + code + ", " + debit + ", " + credit + ")");
     };
@@ -123,10 +110,10 @@ DocumentPtr tst_trial_balance_documents::print(const QString &number, const QStr
     const QString from = period.section(' ', 0, 0);
     const QString to = period.section(' ', 1);
     if (number == "3")
-        m_program->Execute("exec TrialBalance3 '"_sql + from + "','" + to + "'");
+        m_catalog->program().Execute("exec TrialBalance3 '"_sql + from + "','" + to + "'");
     else
-        m_program->Execute("exec TrialBalance '"_sql + from + "','" + to + "'");
-    auto report = Application(*m_program)
+        m_catalog->program().Execute("exec TrialBalance '"_sql + from + "','" + to + "'");
+    auto report = Application(m_catalog->program())
                       .OpenReport(QString(ZEL_SOURCE_DIR) + "\\rpt\\rptTrialBalance" + number + ".rpt");
     Table &table = report->Database().Tables().Item(1);
     table.ConnectionProperties("User ID").Value = "sa";
@@ -389,7 +376,7 @@ void tst_trial_balance_documents::companies() {
     QFETCH(QString, change);
     QFETCH(QStringList, firstLines);
     keep("2024-01-01 5.1.1 1.1.1 5.00\n");
-    m_program->Execute(Sql::trusted(change.toStdString()));
+    m_catalog->program().Execute(Sql::trusted(change.toStdString()));
     const auto document = print(report, January);
     QStringList found;
     for (const QString &page : document->plainText().split('\f')) {

@@ -2,14 +2,14 @@
 #include "platform/base/error.h"
 #include "platform/report/paint.h"
 #include "platform/report/report.h"
-#include "schema/new_catalog.h"
+#include "tests/support/chart_catalog.h"
 
-#include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QStandardPaths>
-#include <QTemporaryDir>
 #include <QTest>
+
+#include <optional>
 
 using namespace zel;
 using namespace zel::report;
@@ -41,36 +41,22 @@ private:
                 const char *debit, const char *credit, const QString &narration = {});
     void addVoucher(int number, const QString &kind = "BP");
 
-    std::unique_ptr<QTemporaryDir> m_folder;
-    std::unique_ptr<ado::Connection> m_program;
+    std::optional<test::ChartCatalog> m_catalog;
 };
 
 void tst_documents::init() {
-    m_folder = std::make_unique<QTemporaryDir>();
-    static const QTemporaryDir first;
-    static const bool made = [] {
-        schema::NewCatalog wanted;
-        wanted.demoChart = true;
-        schema::createCatalog(first.path(), wanted);
-        return true;
-    }();
-    QVERIFY(made && QFile::copy(first.filePath("ZEL.db"), m_folder->filePath("ZEL.db")));
-    m_program = std::make_unique<ado::Connection>();
-    m_program->setProperty("Data Source", m_folder->path());
-    m_program->setProperty("User ID", "sa");
-    m_program->Open();
-    m_program->Execute(
+    m_catalog.emplace();
+    m_catalog->program().Execute(
         "update Company set Company = 'NORTHFIELD INSTITUTE OF ACCOUNTANCY', comAddr = 'STATION ROAD 14', "
         "comTel = '042-111', comEmail = 'office@northfield.example'");
 }
 
 void tst_documents::cleanup() {
-    m_program.reset();
-    m_folder.reset();
+    m_catalog.reset();
 }
 
 std::shared_ptr<Report> tst_documents::open(const char *file, const QString &password) {
-    auto report = Application(*m_program).OpenReport(QString(ZEL_SOURCE_DIR) + "\\rpt\\" + file);
+    auto report = Application(m_catalog->program()).OpenReport(QString(ZEL_SOURCE_DIR) + "\\rpt\\" + file);
     Table &table = report->Database().Tables().Item(1);
     table.ConnectionProperties("User ID").Value = "sa";
     table.ConnectionProperties("Password").Value = password;
@@ -84,7 +70,7 @@ void tst_documents::addRow(const QString &kind, int voucher, int entry, const ch
     const auto code = [](const char *nodes) {
         return "(select RowID from Accounts where AcNodes = '"_sql + Sql::trusted(nodes) + "')";
     };
-    m_program->Execute(
+    m_catalog->program().Execute(
         "insert into DetJV (VouNo, VouStatus, VouDate, EntryNo, AcCode, CrAc, DrAmt, CrAmt, ChecqNo, "
         "Naration, FileNo, BillNo) select "_sql +
         voucher + ", '" + kind + "', '2024-03-14', " + entry + ", " + code(account) + ", " + code(contra) +
@@ -99,7 +85,7 @@ void tst_documents::addPair(int voucher, int entry, const char *account, const c
 }
 
 void tst_documents::addVoucher(int number, const QString &kind) {
-    m_program->Execute(
+    m_catalog->program().Execute(
         "insert into MasJV (VouNo, VouStatus, VouDate, PaidReceive, TotalAmount, Login) values ("_sql +
         number + ", '" + kind + "', '2024-03-14', 'CITY PROPERTIES', 1, 'AMINA')");
 }
@@ -218,7 +204,7 @@ void tst_documents::voucherPages() {
     QFETCH(QStringList, firstLines);
     addVoucher(5);
     addPair(5, 1, "5.1.1", "125000");
-    m_program->Execute(Sql::trusted(change.toStdString()));
+    m_catalog->program().Execute(Sql::trusted(change.toStdString()));
     auto report = open("rptBP.rpt");
     report->RecordSelectionFormula = "{MasJV.VouNo}= "_sql + QString::number(number) +
                                      " and {MasJV.VouStatus} = 'BP' and {Company.comActive} = 'Y'";
@@ -318,12 +304,13 @@ void tst_documents::journalPairsStayTogether() {
 
 void tst_documents::chart() {
     for (int code = 6; code <= 11; ++code) {
-        m_program->Execute(
+        m_catalog->program().Execute(
             "insert into Accounts (ParentID, Dcode, AcNodes, AcName, AcStatus, OpenBal, openDate) values ('5.1', "_sql +
             code + ", '5.1." + code + "', 'EXPENSE " + code + "', 'DD', -100.05, '2024-01-01')");
     }
-    m_program->Execute("insert into Accounts (ParentID, Dcode, AcNodes, AcName, AcStatus) values ('10', 0, "
-                       "'10', 'EMPTY', 'HH')");
+    m_catalog->program().Execute(
+        "insert into Accounts (ParentID, Dcode, AcNodes, AcName, AcStatus) values ('10', 0, "
+        "'10', 'EMPTY', 'HH')");
     const auto document = open("rptChartAC.rpt")->document();
     const QStringList lines = document->plainText().split(QRegularExpression("[\n\f]"));
     QStringList codes;
@@ -360,7 +347,7 @@ void tst_documents::wordsComeRightFromPdf() {
     report->RecordSelectionFormula =
         "{MasJV.VouNo}= 5 and {MasJV.VouStatus} = 'BP' and {Company.comActive} = 'Y'";
     const auto document = report->document();
-    const QString path = m_folder->filePath("voucher.pdf");
+    const QString path = m_catalog->filePath("voucher.pdf");
     exportPdf(*document, path);
     QProcess process;
     process.start(pdftotext, {"-layout", path, "-"});
