@@ -4,9 +4,9 @@
 #include "measure.h"
 
 #include "platform/ado/connection.h"
-#include "platform/report/paint.h"
+#include "platform/report/output/paint.h"
+#include "platform/report/query/source.h"
 #include "platform/report/report.h"
-#include "platform/report/source.h"
 #include "shell/module1.h"
 
 #include <QApplication>

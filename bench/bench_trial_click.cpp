@@ -7,7 +7,7 @@
 #include "platform/ado/recordset.h"
 #include "platform/controls/application.h"
 #include "platform/controls/date_box.h"
-#include "platform/report/document.h"
+#include "platform/report/pages/document.h"
 #include "platform/report/report.h"
 #include "platform/report/viewer/cr_viewer.h"
 #include "reports/frmRPTAccounts.h"

@@ -9,6 +9,7 @@
 #include "shell/menu_table.h"
 #include "shell/module1.h"
 #include "shell/screens.h"
+#include "shell/status_words.h"
 
 #include <QAction>
 #include <QApplication>
@@ -37,6 +38,7 @@ MDIForm1::MDIForm1() : ui(std::make_unique<Ui::MDIForm1>()), m_panel(std::make_u
     Picture1 = new QWidget(ui->mdiArea->viewport());
     m_panel->setupUi(Picture1);
     ui->mdiArea->viewport()->installEventFilter(this);
+    setStatusBar(*ui->statusBar, *ui->mdiArea);
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget *, QWidget *now) { bringInSight(now); });
     Timer1.setObjectName("Timer1");
     Timer1.setInterval(500);
@@ -135,7 +137,7 @@ void MDIForm1::openLocked(const QString &screenName, const QString &caption, boo
 }
 
 void MDIForm1::tellMissing(const QString &caption) {
-    ui->statusBar->showMessage(caption + " is not part of this version yet.", 10'000);
+    say(caption + " is not part of this version yet.");
 }
 
 void MDIForm1::close_Menu() {

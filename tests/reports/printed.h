@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/report/document.h"
+#include "platform/report/pages/document.h"
 #include "platform/report/report.h"
 #include "shell/module1.h"
 #include "tests/support/seeded_books.h"

@@ -1,7 +1,7 @@
 #include "tools/tour/hands.h"
 
 #include "platform/controls/grid.h"
-#include "platform/report/paint.h"
+#include "platform/report/output/paint.h"
 #include "platform/report/viewer/cr_viewer.h"
 #include "tests/support/driver.h"
 

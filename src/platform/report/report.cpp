@@ -1,8 +1,8 @@
 #include "platform/report/report.h"
 
 #include "platform/ado/connection.h"
-#include "platform/report/document_content.h"
-#include "platform/report/source.h"
+#include "platform/report/pages/document_content.h"
+#include "platform/report/query/source.h"
 
 #include <QDir>
 #include <QFileInfo>

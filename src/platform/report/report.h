@@ -2,7 +2,7 @@
 
 #include "platform/base/sql.h"
 #include "platform/base/value.h"
-#include "platform/report/document.h"
+#include "platform/report/pages/document.h"
 
 #include <QDateTime>
 #include <QString>

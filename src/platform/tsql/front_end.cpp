@@ -1,7 +1,7 @@
 #include "platform/tsql/front_end.h"
 
-#include "platform/tsql/guard.h"
-#include "platform/tsql/names.h"
+#include "platform/tsql/reading/guard.h"
+#include "platform/tsql/text/names.h"
 #include "platform/tsql/translation.h"
 
 #include <algorithm>

@@ -1,60 +1,14 @@
 #pragma once
 
 #include "platform/base/sql.h"
+#include "platform/tsql/meaning/catalog.h"
 
-#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace zel::tsql {
-
-enum class TypeKind {
-    Null,
-    Bit,
-    SmallInt,
-    Int,
-    BigInt,
-    Numeric,
-    Money,
-    Float,
-    Char,
-    VarChar,
-    Date,
-    DateTime
-};
-
-struct Type {
-    TypeKind kind = TypeKind::Null;
-    int length = 0; ///< characters of a text type; precision of a numeric
-    int scale = 0;  ///< decimals of a numeric
-};
-
-/// The type that a declared type text ("varchar(50)", "numeric(18,2)", "INTEGER") means, for the columns of a
-/// catalog; nullopt for a text that is no type of the dialect.
-[[nodiscard]] std::optional<Type> parseType(std::string_view declared);
-
-struct Column {
-    std::string name;
-    Type type;
-    bool nullable = true;
-    bool identity = false;
-};
-
-struct Table {
-    std::string name; ///< as created; looked up without regard to case
-    std::vector<Column> columns;
-};
-
-/// What the front end asks of the database it writes for. Pointers stay valid until the catalog changes.
-class Catalog {
-public:
-    virtual ~Catalog() = default;
-    [[nodiscard]] virtual const Table *table(std::string_view name) const = 0;
-    /// Text of "create procedure NAME ..." as stored; nullptr when there is none.
-    [[nodiscard]] virtual const std::string *procedure(std::string_view name) const = 0;
-};
 
 struct ResultColumn {
     std::string name; ///< '' for an unnamed expression
@@ -103,9 +57,5 @@ struct Traits;
 
 /// The batches of a script: the texts between lines that hold only the word GO. Empty batches are left out.
 [[nodiscard]] std::vector<std::string_view> batches(std::string_view script);
-
-/// The two steps before resolving, by themselves: lexes and checks the foreign pieces. Throws as translate
-/// does.
-void checkPieces(const Sql &text);
 
 } // namespace zel::tsql

@@ -1,7 +1,7 @@
 #include "platform/tsql/translation.h"
 
-#include "platform/tsql/names.h"
-#include "platform/tsql/parser.h"
+#include "platform/tsql/reading/parser.h"
+#include "platform/tsql/text/names.h"
 
 namespace zel::tsql {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/base/error.h"
-#include "platform/report/source.h"
+#include "platform/report/query/source.h"
 
 #include <QRegularExpression>
 #include <QStringList>

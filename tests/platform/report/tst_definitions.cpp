@@ -1,5 +1,5 @@
 #include "platform/base/error.h"
-#include "platform/report/definition.h"
+#include "platform/report/definition/definition.h"
 
 #include <QDir>
 #include <QFile>

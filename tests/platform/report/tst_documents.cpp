@@ -1,6 +1,6 @@
 #include "platform/ado/recordset.h"
 #include "platform/base/error.h"
-#include "platform/report/paint.h"
+#include "platform/report/output/paint.h"
 #include "platform/report/report.h"
 #include "tests/support/chart_catalog.h"
 

@@ -1,7 +1,7 @@
 #include "platform/base/error.h"
-#include "platform/report/amount_in_words.h"
-#include "platform/report/definition.h"
-#include "platform/report/evaluate.h"
+#include "platform/report/definition/definition.h"
+#include "platform/report/formula/amount_in_words.h"
+#include "platform/report/formula/evaluate.h"
 
 #include <QTest>
 

@@ -1,8 +1,8 @@
 #include "memory_source.h"
 
-#include "platform/report/definition.h"
+#include "platform/report/definition/definition.h"
+#include "platform/report/pages/text_metrics.h"
 #include "platform/report/report.h"
-#include "platform/report/text_metrics.h"
 
 #include <QFile>
 #include <QTemporaryDir>

@@ -1,5 +1,5 @@
-#include "platform/report/paint.h"
-#include "platform/report/text_metrics.h"
+#include "platform/report/output/paint.h"
+#include "platform/report/pages/text_metrics.h"
 
 #include <QGlyphRun>
 #include <QImage>

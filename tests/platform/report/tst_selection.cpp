@@ -1,5 +1,5 @@
 #include "platform/base/error.h"
-#include "platform/report/select.h"
+#include "platform/report/query/select.h"
 
 #include <QTest>
 

@@ -1,6 +1,6 @@
 #include "platform/ado/drivers/sqlite_function_glue.h"
 
-#include "platform/tsql/sqlite_names.h"
+#include "platform/tsql/engines/sqlite/sqlite_names.h"
 
 #include <array>
 #include <cstddef>

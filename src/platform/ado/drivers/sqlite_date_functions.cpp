@@ -1,7 +1,7 @@
 #include "platform/ado/drivers/sqlite_function_glue.h"
 
-#include "platform/tsql/dates.h"
-#include "platform/tsql/sqlite_names.h"
+#include "platform/tsql/engines/sqlite/sqlite_names.h"
+#include "platform/tsql/text/dates.h"
 
 #include <QDateTime>
 

@@ -1,7 +1,7 @@
 #include "platform/ado/drivers/sqlite_function_glue.h"
 
-#include "platform/tsql/conversions.h"
-#include "platform/tsql/sqlite_names.h"
+#include "platform/tsql/engines/sqlite/sqlite_names.h"
+#include "platform/tsql/text/conversions.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,9 +1,9 @@
 #include "platform/ado/drivers/sqlite_function_glue.h"
 
-#include "platform/tsql/conversions.h"
-#include "platform/tsql/names.h"
-#include "platform/tsql/sqlite_names.h"
-#include "platform/tsql/text_rules.h"
+#include "platform/tsql/engines/sqlite/sqlite_names.h"
+#include "platform/tsql/text/conversions.h"
+#include "platform/tsql/text/names.h"
+#include "platform/tsql/text/text_rules.h"
 
 #include <algorithm>
 #include <climits>

@@ -2,8 +2,8 @@
 
 #include "platform/base/error.h"
 #include "platform/controls/msg_box.h"
-#include "platform/report/document.h"
-#include "platform/report/paint.h"
+#include "platform/report/output/paint.h"
+#include "platform/report/pages/document.h"
 #include "platform/report/viewer/cr_viewer.h"
 
 #include <QFileDialog>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/report/document.h"
-#include "platform/report/paint.h"
+#include "platform/report/output/paint.h"
+#include "platform/report/pages/document.h"
 
 #include <QAbstractScrollArea>
 

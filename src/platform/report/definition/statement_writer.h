@@ -1,0 +1,40 @@
+#pragma once
+
+#include "platform/report/definition/definition.h"
+
+#include <optional>
+
+namespace zel::report {
+
+/// Writes a bound condition or sort key as statement text. FormulaError 5 for what can't stand in a
+/// statement.
+class StatementWriter {
+public:
+    StatementWriter(const Definition &definition, const Parameters &parameters)
+        : m_definition(definition), m_parameters(parameters) {}
+
+    [[nodiscard]] Sql write(const Expression &node) const;
+    [[nodiscard]] Sql condition(const Expression &node) const;
+    [[nodiscard]] Sql column(int table, int index) const;
+
+private:
+    [[nodiscard]] Sql number(const Expression &node) const;
+    template <std::size_t N>
+    [[nodiscard]] Sql infix(const Expression &node, const char (&symbol)[N]) const;
+    template <std::size_t N>
+    [[nodiscard]] Sql joined(const Expression &node, const char (&word)[N]) const;
+    [[nodiscard]] std::optional<Value> constant(const Expression &node) const;
+    [[nodiscard]] Sql like(const Expression &node) const;
+    [[nodiscard]] Sql compared(Op op, const Expression &left, const Expression &right) const;
+    [[nodiscard]] Sql comparison(const Expression &node) const;
+    [[nodiscard]] Sql range(const Expression &node) const;
+    [[nodiscard]] Sql call(const Expression &node) const;
+
+    const Definition &m_definition;
+    const Parameters &m_parameters;
+};
+
+/// FormulaError when a bound condition, group or sort key can't stand in a statement.
+void checkInStatement(const Expression &expression, const Definition &definition);
+
+} // namespace zel::report

@@ -1,0 +1,306 @@
+#include "platform/tsql/engines/writer.h"
+
+#include "platform/tsql/meaning/types.h"
+
+#include <array>
+#include <charconv>
+#include <utility>
+
+namespace zel::tsql {
+
+namespace {
+
+/// Distinct rows are groups by keys: texts that differ in case only are one. Where the rows are groups or one
+/// row already, or nothing but literals, the engine's own word does.
+bool distinctByGroups(const BoundSelect &select) {
+    const BoundItem *item = select.items;
+    while (item != nullptr && isLiteral(*item->value))
+        item = item->next;
+    return item != nullptr && select.groupBy == nullptr && !select.aggregate;
+}
+
+} // namespace
+
+Writer &Writer::operator<<(int number) {
+    std::array<char, 12> text{};
+    const auto end = std::to_chars(text.data(), text.data() + text.size(), number);
+    m_out.append(text.data(), end.ptr);
+    return *this;
+}
+
+Writer &Writer::operator<<(const Expr &node) {
+    const NodeRule &rule = m_traits.nodes[static_cast<std::size_t>(node.op)];
+    if (rule.write != nullptr)
+        rule.write(*this, node);
+    else
+        pattern(rule.text, node);
+    return *this;
+}
+
+void Writer::pattern(std::string_view text, const Expr &node) {
+    std::size_t begin = 0;
+    for (std::size_t at = text.find('$'); at != std::string_view::npos; at = text.find('$', begin)) {
+        m_out += text.substr(begin, at - begin);
+        switch (text[at + 1]) {
+        case 'a':
+            *this << *node.a;
+            break;
+        case 'b':
+            *this << *node.b;
+            break;
+        case 'c':
+            *this << *node.c;
+            break;
+        case '*':
+            list(node.a);
+            break;
+        case '+':
+            list(node.b);
+            break;
+        case 'n':
+            *this << node.n;
+            break;
+        case 'm':
+            *this << node.m;
+            break;
+        case 't':
+            *this << node.text;
+            break;
+        case 'd':
+            *this << (node.distinct ? std::string_view("DISTINCT ") : std::string_view());
+            break;
+        default:
+            break;
+        }
+        begin = at + 2;
+    }
+    m_out += text.substr(begin);
+}
+
+void Writer::list(const Expr *first) {
+    for (const Expr *element = first; element != nullptr; element = element->next) {
+        if (element != first)
+            m_out += ',';
+        *this << *element;
+    }
+}
+
+void Writer::name(std::string_view name) {
+    m_out += '"';
+    for (const char c : name) {
+        m_out += c;
+        if (c == '"')
+            m_out += c;
+    }
+    m_out += '"';
+}
+
+void Writer::quoted(std::string_view text) {
+    m_out += '\'';
+    std::size_t begin = 0;
+    for (std::size_t at = text.find('\''); at != std::string_view::npos; at = text.find('\'', begin)) {
+        m_out += text.substr(begin, at + 1 - begin);
+        m_out += '\'';
+        begin = at + 1;
+    }
+    m_out += text.substr(begin);
+    m_out += '\'';
+}
+
+void Writer::column(const Expr &node) {
+    *this << 't' << node.source->number << '.';
+    if (node.source->derived != nullptr)
+        *this << 'c' << node.m;
+    else
+        name(columnOf(node).name);
+}
+
+void Writer::key(const Expr &value) {
+    if (isText(value.type))
+        *this << m_traits.keyBegin << value << m_traits.keyEnd;
+    else
+        *this << value;
+}
+
+void Writer::topSelect(const BoundSelect &select) {
+    body(select, SelectUse::Rows, true);
+}
+
+void Writer::select(const BoundSelect &select, SelectUse use) {
+    const bool plain = !select.distinct && select.groupBy == nullptr && select.top.empty() &&
+                       select.unionAll == nullptr && !select.aggregate;
+    m_out += '(';
+    if (use == SelectUse::Value && !select.atMostOneRow && !plain) {
+        // The rows are made first, then counted.
+        *this << "SELECT " << m_traits.onlyBegin << "c0" << m_traits.onlyEnd << " FROM (";
+        m_named = true;
+        body(select, SelectUse::Rows, false);
+        *this << "))";
+        return;
+    }
+    if (use == SelectUse::Keys && select.unionAll != nullptr) {
+        *this << "SELECT " << m_traits.keyBegin << "c0" << m_traits.keyEnd << " FROM (";
+        m_named = true;
+        body(select, SelectUse::Rows, false);
+        *this << "))";
+        return;
+    }
+    body(select, use, false);
+    m_out += ')';
+}
+
+void Writer::items(const BoundSelect &select, SelectUse use, bool top) {
+    const bool only = use == SelectUse::Value && !select.atMostOneRow;
+    const bool named = m_named;
+    m_named = false;
+    int place = 0;
+    for (const BoundItem *item = select.items; item != nullptr; item = item->next, ++place) {
+        if (place > 0)
+            m_out += ',';
+        const Expr &value = *item->value;
+        if (only)
+            *this << m_traits.onlyBegin << value << m_traits.onlyEnd;
+        else if (use == SelectUse::Keys)
+            key(value);
+        else if (top && value.type.kind == TypeKind::Char && !isLiteral(value)) {
+            Expr padded;
+            padded.op = Op::Pad;
+            padded.a = const_cast<Expr *>(&value);
+            padded.n = value.type.length;
+            *this << padded;
+        } else
+            *this << value;
+        if (named)
+            *this << " AS c" << place;
+    }
+    if (top && select.rowIdentity)
+        *this << ",t" << select.sources->number << '.' << m_traits.rowIdentity;
+}
+
+void Writer::source(const Source &source) {
+    if (source.derived != nullptr) {
+        m_out += '(';
+        m_named = true;
+        body(*source.derived, SelectUse::Rows, false);
+        m_out += ')';
+    } else {
+        name(source.table->name);
+    }
+    *this << " AS t" << source.number;
+}
+
+void Writer::sources(const Source *first) {
+    constexpr std::array<std::string_view, 6> Joins = {",",           " JOIN ", " LEFT JOIN ", " RIGHT JOIN ",
+                                                       " FULL JOIN ", " JOIN "};
+    for (const Source *one = first; one != nullptr; one = one->next) {
+        if (one != first)
+            *this << Joins[static_cast<std::size_t>(one->join)];
+        source(*one);
+        if (one->on != nullptr)
+            *this << " ON " << *one->on;
+    }
+}
+
+void Writer::groups(const BoundSelect &select) {
+    bool first = true;
+    const auto add = [&](const Expr &value) {
+        *this << (first ? " GROUP BY " : ",");
+        key(value);
+        first = false;
+    };
+    for (const Expr *group = select.groupBy; group != nullptr; group = group->next)
+        add(*group);
+    if (!select.distinct || !distinctByGroups(select))
+        return;
+    for (const BoundItem *item = select.items; item != nullptr; item = item->next) {
+        if (!isLiteral(*item->value))
+            add(*item->value);
+    }
+}
+
+void Writer::insertionOrder(const BoundSelect &select, bool begun) {
+    for (const Source *one = select.sources; one != nullptr && one->derived == nullptr; one = one->next) {
+        *this << (begun ? "," : " ORDER BY ") << 't' << one->number << '.' << m_traits.rowIdentity;
+        begun = true;
+    }
+}
+
+void Writer::order(const BoundSelect &select) {
+    if (select.sources == nullptr) // one row; the engine would look for columns of outer queries in vain
+        return;
+    bool begun = false;
+    bool decided = false; // an identity leaves nothing to order behind it
+    for (const BoundOrder *one = select.orderBy; one != nullptr; one = one->next) {
+        *this << (begun ? "," : " ORDER BY ");
+        begun = true;
+        if (one->item != 0 && !isText(one->value->type) && one->value->op != Op::ColumnValue)
+            *this << one->item;
+        else
+            key(*one->value);
+        if (one->descending)
+            *this << " DESC";
+        decided = decided || (one->value->op == Op::ColumnValue && select.sources != nullptr &&
+                              select.sources->next == nullptr && columnOf(*one->value).identity);
+    }
+    const bool rowsAreSources =
+        !select.distinct && select.groupBy == nullptr && !select.aggregate && !select.having;
+    if (select.inOrder && rowsAreSources && !decided)
+        insertionOrder(select, begun);
+}
+
+void Writer::body(const BoundSelect &select, SelectUse use, bool top) {
+    if (select.unionAll != nullptr && select.orderBy != nullptr)
+        return unionInOrder(select);
+    const BoundSelect *const around = std::exchange(m_select, &select);
+    const bool named = m_named;
+    *this << "SELECT ";
+    if (select.distinct && !distinctByGroups(select))
+        *this << "DISTINCT ";
+    items(select, use, top);
+    if (select.sources != nullptr) {
+        *this << " FROM ";
+        sources(select.sources);
+    }
+    if (select.where != nullptr)
+        *this << " WHERE " << *select.where;
+    groups(select);
+    if (select.having != nullptr)
+        *this << " HAVING " << *select.having;
+    if (select.unionAll != nullptr) {
+        *this << " UNION ALL ";
+        m_named = named;
+        body(*select.unionAll, use, top);
+    } else {
+        order(select);
+        if (!select.top.empty())
+            *this << " LIMIT " << select.top;
+    }
+    m_select = around;
+}
+
+void Writer::unionInOrder(const BoundSelect &select) {
+    const bool named = m_named;
+    *this << "SELECT ";
+    int place = 0;
+    for (const BoundItem *item = select.items; item != nullptr; item = item->next, ++place) {
+        *this << (place > 0 ? ",c" : "c") << place;
+        if (named)
+            *this << " AS c" << place;
+    }
+    *this << " FROM (";
+    m_named = true;
+    BoundSelect rows = select;
+    rows.orderBy = nullptr;
+    body(rows, SelectUse::Rows, false);
+    *this << ')';
+    for (const BoundOrder *one = select.orderBy; one != nullptr; one = one->next) {
+        *this << (one == select.orderBy ? " ORDER BY " : ",");
+        const bool text = isText(one->value->type);
+        *this << (text ? m_traits.keyBegin : std::string_view()) << 'c' << one->item - 1
+              << (text ? m_traits.keyEnd : std::string_view());
+        if (one->descending)
+            *this << " DESC";
+    }
+}
+
+} // namespace zel::tsql

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "platform/tsql/engines/traits.h"
+
+#include <string>
+
+namespace zel::tsql {
+
+/// Writes the typed tree as text for one engine, by the rules of its traits.
+class Writer {
+public:
+    explicit Writer(const Traits &traits, std::size_t expected = 0) : m_traits(traits) {
+        m_out.reserve(expected);
+    }
+
+    [[nodiscard]] std::string take() { return std::move(m_out); }
+
+    void topSelect(const BoundSelect &select);
+    void insertion(const BoundInsert &insert);
+    void update(const BoundChange &change);
+    void deletion(const BoundChange &change);
+    void createTable(const ActionNode &node);
+    void dropTable(const Table &table);
+    void createIndex(const ActionNode &node, const Table &table);
+    void analyze(const Table &table);
+
+    // For the rules of the nodes.
+    Writer &operator<<(std::string_view text) {
+        m_out += text;
+        return *this;
+    }
+    Writer &operator<<(char c) {
+        m_out += c;
+        return *this;
+    }
+    Writer &operator<<(int number);
+    Writer &operator<<(const Expr &node);
+    void name(std::string_view name);
+    /// The text in quotes.
+    void quoted(std::string_view text);
+    void column(const Expr &node);
+    void list(const Expr *first);
+    /// A value as ordering and grouping compare it: texts by their key.
+    void key(const Expr &value);
+    /// The select within parentheses; as a value, its one row checked; with `keys`, its items as keys.
+    enum class SelectUse { Rows, Value, Keys };
+    void select(const BoundSelect &select, SelectUse use);
+    [[nodiscard]] const Traits &traits() const { return m_traits; }
+    /// The innermost select that is being written.
+    [[nodiscard]] const BoundSelect &currentSelect() const { return *m_select; }
+
+private:
+    void body(const BoundSelect &select, SelectUse use, bool top);
+    void items(const BoundSelect &select, SelectUse use, bool top);
+    void sources(const Source *source);
+    void source(const Source &source);
+    void groups(const BoundSelect &select);
+    void order(const BoundSelect &select);
+    void insertionOrder(const BoundSelect &select, bool begun);
+    void unionInOrder(const BoundSelect &select);
+    void pattern(std::string_view text, const Expr &node);
+
+    const Traits &m_traits;
+    std::string m_out;
+    const BoundSelect *m_select = nullptr;
+    bool m_named = false; ///< items get names, as a derived table's need them
+};
+
+} // namespace zel::tsql

@@ -1,0 +1,99 @@
+#include "platform/tsql/engines/writer.h"
+
+namespace zel::tsql {
+
+void Writer::insertion(const BoundInsert &insert) {
+    *this << "INSERT INTO ";
+    name(insert.table->name);
+    for (const BoundAssignment *column = insert.columns; column != nullptr; column = column->next) {
+        *this << (column == insert.columns ? '(' : ',');
+        name(column->column->name);
+    }
+    *this << ") ";
+    if (insert.select != nullptr) {
+        body(*insert.select, SelectUse::Rows, false);
+        return;
+    }
+    *this << "VALUES ";
+    for (const BoundRow *row = insert.rows; row != nullptr; row = row->next) {
+        *this << (row == insert.rows ? "(" : ",(");
+        list(row->values);
+        *this << ')';
+    }
+}
+
+void Writer::update(const BoundChange &change) {
+    *this << "UPDATE ";
+    source(*change.target);
+    for (const BoundAssignment *set = change.assignments; set != nullptr; set = set->next) {
+        *this << (set == change.assignments ? " SET " : ",");
+        name(set->column->name);
+        *this << '=' << *set->value;
+    }
+    if (change.where != nullptr)
+        *this << " WHERE " << *change.where;
+}
+
+void Writer::deletion(const BoundChange &change) {
+    *this << "DELETE FROM ";
+    source(*change.target);
+    if (change.where != nullptr)
+        *this << " WHERE " << *change.where;
+}
+
+void Writer::createTable(const ActionNode &node) {
+    *this << "CREATE TABLE ";
+    name(node.table.name);
+    const bool ownKeyLine = node.names != nullptr;
+    for (const ColumnNode *column = node.columns; column != nullptr; column = column->next) {
+        *this << (column == node.columns ? "(" : ",");
+        name(column->name);
+        *this << ' ';
+        m_traits.columnDefinition(*this, *column, column->primaryKey);
+    }
+    const bool identityIsKey = ownKeyLine && node.names->next == nullptr && [&] {
+        const ColumnNode *column = node.columns;
+        while (column != nullptr && !(column->identity && column->name == node.names->text))
+            column = column->next;
+        return column != nullptr;
+    }();
+    if (ownKeyLine && !identityIsKey) {
+        for (const NameNode *key = node.names; key != nullptr; key = key->next) {
+            *this << (key == node.names ? ",UNIQUE(" : ",");
+            name(key->text);
+        }
+        *this << ')';
+    }
+    *this << ')';
+}
+
+void Writer::dropTable(const Table &table) {
+    *this << "DROP TABLE ";
+    name(table.name);
+}
+
+void Writer::createIndex(const ActionNode &node, const Table &table) {
+    *this << (node.unique ? "CREATE UNIQUE INDEX " : "CREATE INDEX ");
+    name(node.table.name);
+    *this << " ON ";
+    name(table.name);
+    for (const NameNode *column = node.names; column != nullptr; column = column->next) {
+        *this << (column == node.names ? '(' : ',');
+        name(column->text);
+        if (column->descending)
+            *this << " DESC";
+    }
+    *this << ')';
+    if (node.where != nullptr) {
+        *this << " WHERE ";
+        name(node.where->a->text);
+        *this << (node.where->negated ? " IS NOT NULL" : " IS NULL");
+    }
+}
+
+void Writer::analyze(const Table &table) {
+    *this << m_traits.analyze << ' ';
+    name(table.name);
+}
+
+} // namespace zel::tsql

@@ -1,0 +1,293 @@
+#include "platform/tsql/meaning/resolver.h"
+
+#include "platform/tsql/meaning/types.h"
+#include "platform/tsql/reading/failure.h"
+#include "platform/tsql/text/names.h"
+
+#include <algorithm>
+
+namespace zel::tsql {
+
+void Resolver::setSource(std::string_view source) {
+    m_source = source;
+    m_converter.setSource(source);
+}
+
+void Resolver::fail(std::size_t at, int number, std::string_view message) const {
+    tsql::fail(m_source, at, number, message);
+}
+
+void Resolver::failColumn(std::size_t at, std::string_view name) const {
+    fail(at, 207, "Invalid column name '" + std::string(name) + "'.");
+}
+
+std::size_t Resolver::openVariables() {
+    const std::size_t outer = m_block;
+    m_block = m_variables.size();
+    return outer;
+}
+
+void Resolver::closeVariables(std::size_t block) {
+    m_variables.resize(m_block);
+    m_block = block;
+}
+
+const Resolver::Variable *Resolver::findVariable(std::string_view name) const {
+    for (std::size_t i = m_block; i < m_variables.size(); ++i) {
+        if (sameName(m_variables[i].name, name))
+            return &m_variables[i];
+    }
+    return nullptr;
+}
+
+void Resolver::declare(std::string_view name, std::uint32_t at, Type type, Expr *value) {
+    if (findVariable(name) != nullptr) {
+        fail(at, 134,
+             "The variable name '" + std::string(name) +
+                 "' has already been declared. Variable names must be unique within a query batch or stored "
+                 "procedure.");
+    }
+    if (value == nullptr)
+        value = make(Op::NullLiteral, type, at);
+    m_variables.push_back({name, type, value});
+}
+
+Resolver::Variable &Resolver::variableNamed(std::string_view name, std::uint32_t at) {
+    const Variable *found = findVariable(name);
+    if (found == nullptr)
+        fail(at, 137, "Must declare the scalar variable \"" + std::string(name) + "\".");
+    return m_variables[static_cast<std::size_t>(found - m_variables.data())];
+}
+
+void Resolver::assign(std::string_view name, std::uint32_t at, const Node &node) {
+    Variable &target = variableNamed(name, at);
+    target.value = m_converter.convert(value(node), target.type, Purpose::Cast);
+}
+
+Expr *Resolver::variable(const Node &node) {
+    if (sameName(node.text, "@@rowcount"))
+        return make(Op::RowCount, {TypeKind::Int, 0, 0}, node.at);
+    if (sameName(node.text, "@@identity"))
+        return make(Op::LastIdentity, {TypeKind::Numeric, 38, 0}, node.at);
+    const Variable &found = variableNamed(node.text, node.at);
+    Expr *used = copy(*found.value);
+    used->at = node.at;
+    used->type = found.type;
+    return used;
+}
+
+Expr *Resolver::copy(const Expr &value) {
+    Expr *made = m_arena.make<Expr>(value);
+    made->next = nullptr;
+    return made;
+}
+
+const Table *Resolver::findTable(const TableName &name) const {
+    const bool ours = (name.database.empty() || sameName(name.database, "ZEL")) &&
+                      (name.schema.empty() || sameName(name.schema, "dbo"));
+    if (!ours)
+        return nullptr;
+    for (const Table &table : m_created) {
+        if (sameName(table.name, name.name))
+            return std::find(m_dropped.begin(), m_dropped.end(), &table) == m_dropped.end() ? &table
+                                                                                            : nullptr;
+    }
+    const Table *found = m_catalog.table(name.name);
+    return std::find(m_dropped.begin(), m_dropped.end(), found) == m_dropped.end() ? found : nullptr;
+}
+
+const Table &Resolver::table(const TableName &name) const {
+    const Table *found = findTable(name);
+    if (found == nullptr)
+        fail(name.at, 208, "Invalid object name '" + std::string(name.name) + "'.");
+    return *found;
+}
+
+void Resolver::created(Table table) {
+    m_created.push_front(std::move(table));
+}
+
+int Resolver::columnIndex(const Table &table, std::string_view name) const {
+    for (std::size_t i = 0; i < table.columns.size(); ++i) {
+        if (sameName(table.columns[i].name, name))
+            return static_cast<int>(i);
+    }
+    return -1;
+}
+
+Expr *Resolver::columnOf(const Source &source, int index, std::uint32_t at) {
+    const Column &column = source.table->columns[static_cast<std::size_t>(index)];
+    Expr *made = make(Op::ColumnValue, column.type, at);
+    made->source = &source;
+    made->m = index;
+    return made;
+}
+
+Expr *Resolver::column(const Node &node) {
+    bool qualified = false;
+    for (Scope *scope = m_scope; scope != nullptr; scope = scope->outer) {
+        Expr *found = nullptr;
+        for (const Source *source = scope->select->sources; source != nullptr; source = source->next) {
+            if (!node.qualifier.empty()) {
+                if (!sameName(source->alias, node.qualifier))
+                    continue;
+                qualified = true;
+            }
+            const int index = columnIndex(*source->table, node.text);
+            if (index < 0)
+                continue;
+            if (found != nullptr)
+                fail(node.at, 209, "Ambiguous column name '" + std::string(node.text) + "'.");
+            found = columnOf(*source, index, node.at);
+        }
+        if (found != nullptr)
+            return found;
+        if (qualified)
+            break;
+    }
+    if (!node.qualifier.empty() && !qualified) {
+        fail(node.at, 4104,
+             "The multi-part identifier \"" + std::string(node.qualifier) + "." + std::string(node.text) +
+                 "\" could not be bound.");
+    }
+    failColumn(node.at, node.text);
+}
+
+Expr *Resolver::assigned(Expr *value, const Column &column) {
+    if (value->op == Op::NullLiteral && !column.nullable) {
+        fail(value->at, 515,
+             "Cannot insert the value NULL into column '" + column.name + "'; column does not allow nulls.");
+    }
+    return m_converter.convert(value, column.type, Purpose::Assign);
+}
+
+void Resolver::checkInsertedColumns(const BoundInsert &insert, std::uint32_t at) const {
+    for (const Column &column : insert.table->columns) {
+        if (column.nullable || column.identity)
+            continue;
+        const BoundAssignment *given = insert.columns;
+        while (given != nullptr && given->column != &column)
+            given = given->next;
+        if (given == nullptr) {
+            fail(at, 515,
+                 "Cannot insert the value NULL into column '" + column.name + "', table '" +
+                     insert.table->name + "'; column does not allow nulls. INSERT fails.");
+        }
+    }
+}
+
+BoundAssignment *Resolver::insertedColumn(const NameNode &name, const Table &target,
+                                          const BoundAssignment *before) {
+    const int index = columnIndex(target, name.text);
+    if (index < 0)
+        failColumn(name.at, name.text);
+    const Column &column = target.columns[static_cast<std::size_t>(index)];
+    if (column.identity) {
+        fail(name.at, 544,
+             "Cannot insert explicit value for identity column in table '" + target.name +
+                 "' when IDENTITY_INSERT is set to OFF.");
+    }
+    for (; before != nullptr; before = before->next) {
+        if (before->column == &column) {
+            fail(name.at, 264,
+                 "The column name '" + column.name +
+                     "' is specified more than once in the SET clause or column list of an INSERT.");
+        }
+    }
+    return m_arena.make<BoundAssignment>({&column, nullptr, nullptr});
+}
+
+/// 213, 109 or 110 for a row at `at` whose values are not as many as the columns.
+void Resolver::checkValueCount(const ActionNode &node, std::uint32_t at, int columns, int values) const {
+    if (values == columns)
+        return;
+    if (node.names == nullptr)
+        fail(at, 213, "Column name or number of supplied values does not match table definition.");
+    fail(at, values < columns ? 109 : 110,
+         std::string("There are ") + (values < columns ? "more" : "fewer") +
+             " columns in the INSERT statement than values specified in the VALUES clause.");
+}
+
+BoundInsert *Resolver::insertion(const ActionNode &node) {
+    BoundInsert *made = m_arena.make<BoundInsert>();
+    const Table &target = table(node.table);
+    made->table = &target;
+    BoundAssignment **last = &made->columns;
+    int count = 0;
+    for (const NameNode *name = node.names; name != nullptr; name = name->next, ++count) {
+        *last = insertedColumn(*name, target, made->columns);
+        last = &(*last)->next;
+    }
+    for (const Column &column : target.columns) {
+        if (node.names != nullptr || column.identity)
+            continue;
+        *last = m_arena.make<BoundAssignment>({&column, nullptr, nullptr});
+        last = &(*last)->next;
+        ++count;
+    }
+    checkInsertedColumns(*made, node.at);
+    BoundRow **lastRow = &made->rows;
+    for (const RowNode *row = node.rows; row != nullptr; row = row->next) {
+        *lastRow = insertedRow(node, *row, made->columns, count);
+        lastRow = &(*lastRow)->next;
+    }
+    if (node.select == nullptr)
+        return made;
+    made->select = select(*node.select, true);
+    for (BoundSelect *part = made->select; part != nullptr; part = part->unionAll) {
+        int values = 0;
+        for (const BoundItem *item = part->items; item != nullptr; item = item->next)
+            ++values;
+        checkValueCount(node, node.select->at, count, values);
+        const BoundAssignment *into = made->columns;
+        for (BoundItem *item = part->items; item != nullptr; item = item->next, into = into->next)
+            item->value = assigned(item->value, *into->column);
+    }
+    return made;
+}
+
+BoundRow *Resolver::insertedRow(const ActionNode &node, const RowNode &row, const BoundAssignment *columns,
+                                int count) {
+    int values = 0;
+    for (const Node *one = row.values; one != nullptr; one = one->next)
+        ++values;
+    checkValueCount(node, row.at, count, values);
+    BoundRow *made = m_arena.make<BoundRow>();
+    Expr **last = &made->values;
+    for (const Node *one = row.values; one != nullptr; one = one->next, columns = columns->next) {
+        *last = copy(*assigned(value(*one), *columns->column));
+        last = &(*last)->next;
+    }
+    return made;
+}
+
+BoundChange *Resolver::change(const ActionNode &node) {
+    BoundChange *made = m_arena.make<BoundChange>();
+    const Table &target = table(node.table);
+    made->target = m_arena.make<Source>();
+    made->target->table = &target;
+    made->target->alias = target.name;
+    made->target->number = ++m_sources;
+
+    BoundSelect rows;
+    rows.sources = made->target;
+    Scope scope;
+    scope.select = &rows;
+    const ScopeEntry entry(*this, scope);
+    BoundAssignment **last = &made->assignments;
+    for (const AssignmentNode *set = node.assignments; set != nullptr; set = set->next) {
+        const int index = columnIndex(target, set->name);
+        if (index < 0)
+            failColumn(set->at, set->name);
+        const Column &column = target.columns[static_cast<std::size_t>(index)];
+        if (column.identity)
+            fail(set->at, 8102, "Cannot update identity column '" + column.name + "'.");
+        *last = m_arena.make<BoundAssignment>({&column, assigned(value(*set->value), column), nullptr});
+        last = &(*last)->next;
+    }
+    if (node.where != nullptr)
+        made->where = condition(*node.where);
+    return made;
+}
+
+} // namespace zel::tsql

@@ -1,0 +1,144 @@
+#pragma once
+
+#include "platform/tsql/meaning/bound.h"
+#include "platform/tsql/meaning/converter.h"
+#include "platform/tsql/reading/arena.h"
+
+#include <deque>
+#include <string_view>
+#include <vector>
+
+namespace zel::tsql {
+
+/// Looks names up in the catalog, types every expression and puts the dialect's conversions in. Throws the
+/// server's errors for what is not there (207, 208, 209, 4104, 137 ...) or does not fit.
+class Resolver {
+public:
+    Resolver(const Catalog &catalog, Arena &arena) : m_catalog(catalog), m_arena(arena), m_converter(arena) {}
+
+    /// The text that `at` of all nodes means from now on: a procedure's body has its own.
+    void setSource(std::string_view source);
+    [[nodiscard]] std::string_view source() const { return m_source; }
+
+    // Variables. A block's own begin where `openVariables` was called and go with `closeVariables`.
+    [[nodiscard]] std::size_t openVariables();
+    void closeVariables(std::size_t block);
+    void declare(std::string_view name, std::uint32_t at, Type type, Expr *value);
+    void assign(std::string_view name, std::uint32_t at, const Node &value);
+    /// A literal or variable as an argument, not yet converted.
+    [[nodiscard]] Expr *argument(const Node &node) { return value(node); }
+
+    [[nodiscard]] const Table *findTable(const TableName &name) const;
+    /// Throws 208 when there is none.
+    [[nodiscard]] const Table &table(const TableName &name) const;
+    /// What the text itself created or dropped is known to its later statements.
+    void created(Table table);
+    void dropped(const Table &table) { m_dropped.push_back(&table); }
+
+    [[nodiscard]] BoundSelect *topSelect(const SelectNode &node);
+    [[nodiscard]] BoundInsert *insertion(const ActionNode &node);
+    [[nodiscard]] BoundChange *change(const ActionNode &node);
+
+    [[nodiscard]] Converter &converter() { return m_converter; }
+
+private:
+    friend struct FunctionTable;
+    struct Scope;
+    struct ScopeEntry;
+    struct Variable {
+        std::string_view name;
+        Type type;
+        Expr *value;
+    };
+    struct Arguments;
+
+    // Selects.
+    BoundSelect *select(const SelectNode &node, bool inOrder);
+    BoundSelect *unionOf(BoundSelect *first, const SelectNode &second);
+    void addSources(const TableNode *node, Scope &scope);
+    Source *makeSource(const TableNode &node);
+    void addItems(const ItemNode *node, Scope &scope);
+    void addStar(const Node &node, Scope &scope, BoundItem **&last);
+    void addOrder(const OrderNode *node, BoundSelect &select);
+    BoundOrder *orderOf(const OrderNode &node, BoundSelect &select);
+    void checkGroups(const BoundSelect &select);
+    void checkGrouped(const Expr &value, const BoundSelect &select);
+    bool atMostOneRow(const BoundSelect &select) const;
+    BoundSelect *scalar(const SelectNode &node);
+
+    // Expressions.
+    Expr *value(const Node &node);
+    Expr *condition(const Node &node);
+    Expr *column(const Node &node);
+    Expr *columnOf(const Source &source, int index, std::uint32_t at);
+    Expr *variable(const Node &node);
+    Expr *literal(const Node &node);
+    Expr *negation(const Node &node);
+    Expr *arithmetic(const Node &node);
+    Expr *concatenation(Expr *left, Expr *right, std::uint32_t at);
+    Expr *caseValue(const Node &node);
+    Expr *castValue(const Node &node);
+    Expr *comparison(Expr *left, Expr *right, char sign, std::uint32_t at);
+    Expr *between(const Node &node);
+    Expr *membership(const Node &node);
+    Expr *pattern(const Node &node);
+    Expr *negated(Expr *value, bool negated);
+    Expr *call(const Node &node);
+    int styleOf(const Node *node);
+    Expr *likeText(Expr *value);
+    Expr *comparedText(Expr *value);
+
+    Expr *make(Op op, Type type, std::uint32_t at, Expr *a = nullptr, Expr *b = nullptr, Expr *c = nullptr) {
+        return m_converter.make(op, type, at, a, b, c);
+    }
+    Expr *copy(const Expr &value);
+    const Variable *findVariable(std::string_view name) const;
+    Variable &variableNamed(std::string_view name, std::uint32_t at);
+    int columnIndex(const Table &table, std::string_view name) const;
+    [[noreturn]] void fail(std::size_t at, int number, std::string_view message) const;
+    [[noreturn]] void failColumn(std::size_t at, std::string_view name) const;
+    Expr *assigned(Expr *value, const Column &column);
+    BoundAssignment *insertedColumn(const NameNode &name, const Table &target, const BoundAssignment *before);
+    BoundRow *insertedRow(const ActionNode &node, const RowNode &row, const BoundAssignment *columns,
+                          int count);
+    void checkValueCount(const ActionNode &node, std::uint32_t at, int columns, int values) const;
+    void checkInsertedColumns(const BoundInsert &insert, std::uint32_t at) const;
+
+    const Catalog &m_catalog;
+    Arena &m_arena;
+    Converter m_converter;
+    std::string_view m_source;
+    Scope *m_scope = nullptr;
+    int m_sources = 0;
+    std::vector<Variable> m_variables;
+    std::size_t m_block = 0;
+    std::deque<Table> m_tables; ///< of derived tables
+    std::deque<Table> m_created;
+    std::vector<const Table *> m_dropped;
+};
+
+/// The place in the query that is being resolved.
+struct Resolver::Scope {
+    BoundSelect *select = nullptr;
+    Scope *outer = nullptr;
+    bool aggregatesAllowed = false;
+    bool inAggregate = false;
+};
+
+/// Makes a scope the innermost one for its own lifetime.
+struct Resolver::ScopeEntry {
+    ScopeEntry(Resolver &resolver, Scope &scope) : m_resolver(resolver), m_outer(resolver.m_scope) {
+        scope.outer = m_outer;
+        resolver.m_scope = &scope;
+    }
+    /// A failure may come from where another scope stood in for this one.
+    ~ScopeEntry() { m_resolver.m_scope = m_outer; }
+    ScopeEntry(const ScopeEntry &) = delete;
+    ScopeEntry &operator=(const ScopeEntry &) = delete;
+
+private:
+    Resolver &m_resolver;
+    Scope *m_outer;
+};
+
+} // namespace zel::tsql

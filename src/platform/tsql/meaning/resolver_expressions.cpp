@@ -1,0 +1,237 @@
+#include "platform/tsql/meaning/resolver.h"
+
+#include "platform/tsql/meaning/types.h"
+#include "platform/tsql/reading/failure.h"
+#include "platform/tsql/reading/lexer.h"
+#include "platform/tsql/text/names.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace zel::tsql {
+
+namespace {
+
+constexpr Type Integer{TypeKind::Int, 0, 0};
+
+/// The type of a number as it is written.
+Type numberType(const Node &node) {
+    if (node.kind == NodeKind::Float)
+        return {TypeKind::Float, 0, 0};
+    std::int64_t value = 0;
+    const auto read = std::from_chars(node.text.data(), node.text.data() + node.text.size(), value);
+    const std::size_t point = node.text.find('.');
+    if (point == std::string_view::npos) {
+        if (read.ec == std::errc() && value <= 2'147'483'647)
+            return Integer;
+        return {TypeKind::Numeric, std::min(38, static_cast<int>(node.text.size())), 0};
+    }
+    const auto scale = static_cast<int>(node.text.size() - point - 1);
+    const auto whole = static_cast<int>(node.text.find_first_not_of('0') < point ? point : 0);
+    return {TypeKind::Numeric, std::clamp(whole + scale, 1, 38), std::min(scale, 38)};
+}
+
+bool isBeyondDoubles(std::string_view number) {
+    double value = 0;
+    return std::from_chars(number.data(), number.data() + number.size(), value).ec ==
+           std::errc::result_out_of_range;
+}
+
+/// Digits of an operand: a whole number in the statement has as many as it shows, not an int's ten.
+int precisionOf(const Expr &value) {
+    if (value.op == Op::NumberLiteral && isInteger(value.type))
+        return static_cast<int>(value.text.size() - (value.text.front() == '-' ? 1 : 0));
+    return precision(value.type);
+}
+
+} // namespace
+
+Expr *Resolver::value(const Node &node) {
+    switch (node.kind) {
+    case NodeKind::Integer:
+    case NodeKind::Decimal:
+    case NodeKind::Float:
+    case NodeKind::Text:
+    case NodeKind::Null:
+        return literal(node);
+    case NodeKind::Column:
+        return column(node);
+    case NodeKind::Variable:
+        return variable(node);
+    case NodeKind::Negate:
+        return negation(node);
+    case NodeKind::Arithmetic:
+        return arithmetic(node);
+    case NodeKind::Case:
+        return caseValue(node);
+    case NodeKind::Cast:
+        return castValue(node);
+    case NodeKind::Call:
+        return call(node);
+    case NodeKind::Subselect: {
+        BoundSelect *rows = scalar(*node.select);
+        Expr *made = make(Op::Subselect, rows->items->value->type, node.at);
+        made->select = rows;
+        return made;
+    }
+    default:
+        break;
+    }
+    // A condition, or a star, where a value belongs.
+    fail(node.at, 102, "Incorrect syntax near a condition where a value is expected.");
+}
+
+Expr *Resolver::literal(const Node &node) {
+    if (node.kind == NodeKind::Null)
+        return make(Op::NullLiteral, {}, node.at);
+    if (node.kind == NodeKind::Text) {
+        Expr *made =
+            make(Op::TextLiteral, {TypeKind::VarChar, std::max(1, characterCount(node.text)), 0}, node.at);
+        made->text = node.text;
+        return made;
+    }
+    if (node.kind == NodeKind::Float && isBeyondDoubles(node.text))
+        fail(node.at, 168,
+             "The floating point value '" + std::string(node.text.substr(0, 128)) +
+                 "' is out of the range of computer representation (8 bytes).");
+    return m_converter.number(node.text, numberType(node), node.at);
+}
+
+Expr *Resolver::negation(const Node &node) {
+    Expr *inner = value(*node.a);
+    if (inner->op == Op::NullLiteral)
+        return inner;
+    if (isText(inner->type) || isDate(inner->type)) {
+        fail(node.at, 8117,
+             "Operand data type " + std::string(typeName(inner->type)) + " is invalid for minus operator.");
+    }
+    if (inner->op != Op::NumberLiteral)
+        return make(Op::Negate, inner->type, node.at, inner);
+    Expr *made = copy(*inner);
+    made->at = node.at;
+    made->text =
+        inner->text.front() == '-' ? inner->text.substr(1) : m_arena.keep('-' + std::string(inner->text));
+    return made;
+}
+
+Expr *Resolver::concatenation(Expr *left, Expr *right, std::uint32_t at) {
+    left = m_converter.asText(left);
+    right = m_converter.asText(right);
+    return make(Op::Concat, {TypeKind::VarChar, std::min(8000, left->type.length + right->type.length), 0},
+                at, left, right);
+}
+
+Expr *Resolver::arithmetic(const Node &node) {
+    Expr *left = value(*node.a);
+    Expr *right = value(*node.b);
+    const bool leftText = isText(left->type) || left->op == Op::NullLiteral;
+    const bool rightText = isText(right->type) || right->op == Op::NullLiteral;
+    if (node.op == '+' && leftText && rightText && (isText(left->type) || isText(right->type)))
+        return concatenation(left, right, node.at);
+    if (isDate(left->type) || isDate(right->type) || (isText(left->type) && isText(right->type))) {
+        fail(node.at, 402,
+             "The data types " + std::string(typeName(left->type)) + " and " +
+                 std::string(typeName(right->type)) + " are incompatible in the " + std::string(1, node.op) +
+                 " operator.");
+    }
+    Type type = commonType(left->type, right->type);
+    if (type.kind == TypeKind::Null || type.kind == TypeKind::Bit)
+        type = Integer;
+    left = m_converter.convert(left, isText(left->type) || left->op == Op::NullLiteral ? type : left->type,
+                               Purpose::Meet);
+    right = m_converter.convert(
+        right, isText(right->type) || right->op == Op::NullLiteral ? type : right->type, Purpose::Meet);
+    Op op = Op::Add;
+    int scale = std::max(decimals(left->type), decimals(right->type));
+    const int whole =
+        std::max(precisionOf(*left) - decimals(left->type), precisionOf(*right) - decimals(right->type));
+    int digits = whole + scale + 1;
+    switch (node.op) {
+    case '-':
+        op = Op::Subtract;
+        break;
+    case '*':
+        op = Op::Multiply;
+        scale = decimals(left->type) + decimals(right->type);
+        digits = precisionOf(*left) + precisionOf(*right) + 1;
+        break;
+    case '/':
+        op = isInteger(type) ? Op::IntegerDivide : Op::Divide;
+        scale = std::max(6, decimals(left->type) + precisionOf(*right) + 1);
+        digits = precisionOf(*left) - decimals(left->type) + decimals(right->type) + scale;
+        break;
+    case '%':
+        op = Op::Modulo;
+        break;
+    default:
+        break;
+    }
+    if (type.kind == TypeKind::Numeric) {
+        if (digits > 38) {
+            scale = std::max(std::min(scale, 38 - (digits - scale)), std::min(scale, 6));
+            digits = 38;
+        }
+        type = {TypeKind::Numeric, digits, scale};
+    }
+    Expr *made = make(op, type, node.at, left, right);
+    made->n = type.kind == TypeKind::Float ? -1 : decimals(type);
+    return made;
+}
+
+Expr *Resolver::caseValue(const Node &node) {
+    Type type;
+    bool known = false;
+    const auto widen = [&](const Expr &branch) {
+        if (branch.op == Op::NullLiteral && branch.type.kind == TypeKind::Null)
+            return;
+        type = known ? commonType(type, branch.type) : branch.type;
+        known = true;
+    };
+    Expr *made = make(Op::Case, {}, node.at);
+    Expr **last = &made->a;
+    for (const Node *when = node.b; when != nullptr; when = when->next->next) {
+        Expr *test =
+            node.a == nullptr ? condition(*when) : comparison(value(*node.a), value(*when), '=', when->at);
+        *last = copy(*test);
+        (*last)->next = copy(*value(*when->next));
+        widen(*(*last)->next);
+        last = &(*last)->next->next;
+    }
+    if (node.c != nullptr) {
+        made->b = value(*node.c);
+        widen(*made->b);
+        made->b = m_converter.convert(made->b, type, Purpose::Meet);
+    }
+    for (Expr **branch = &made->a; *branch != nullptr; branch = &(*branch)->next->next) {
+        Expr *&result = (*branch)->next;
+        Expr *rest = result->next;
+        result->next = nullptr;
+        result = copy(*m_converter.convert(result, type, Purpose::Meet));
+        result->next = rest;
+    }
+    made->type = type;
+    return made;
+}
+
+int Resolver::styleOf(const Node *node) {
+    if (node == nullptr)
+        return 0;
+    const Expr *style = value(*node);
+    int number = -1;
+    if (style->op == Op::NumberLiteral)
+        std::from_chars(style->text.data(), style->text.data() + style->text.size(), number);
+    if (number < 0)
+        fail(node->at, 281, "The style must be a number that stands in the statement.");
+    return number;
+}
+
+Expr *Resolver::castValue(const Node &node) {
+    Expr *inner = value(*node.a);
+    const int style = styleOf(node.c);
+    Expr *made = copy(*m_converter.convert(inner, node.type, Purpose::Cast, style));
+    made->type = node.type;
+    made->next = nullptr;
+    return made;
+}
+
+} // namespace zel::tsql

@@ -1,0 +1,154 @@
+#include "platform/tsql/reading/parser.h"
+
+#include "platform/tsql/reading/failure.h"
+
+namespace zel::tsql {
+
+Type Parser::type(std::string_view *declared) {
+    const std::size_t first = m_at;
+    const std::string_view word = name();
+    if (accept('(')) {
+        if (!acceptWord("max")) {
+            if (token().kind != TokenKind::Integer)
+                refuse();
+            ++m_at;
+            if (accept(',')) {
+                if (token().kind != TokenKind::Integer)
+                    refuse();
+                ++m_at;
+            }
+        }
+        expect(')');
+    }
+    // As parseType reads it: without blanks and brackets around the word.
+    std::string text(word);
+    for (std::size_t i = first + 1; i < m_at; ++i)
+        text += view(m_tokens[i]);
+    const auto parsed = parseType(text);
+    if (!parsed)
+        fail(m_source, m_tokens[first].begin, 243, "Type " + text + " is not a defined system type.");
+    if (declared != nullptr)
+        *declared = m_arena.keep(text);
+    // Without a length a converted text has room for thirty characters, a column for one.
+    Type made = *parsed;
+    if (declared != nullptr || text.find('(') != std::string::npos)
+        return made;
+    if (made.length == 1 && (made.kind == TypeKind::Char || made.kind == TypeKind::VarChar))
+        made.length = 30;
+    return made;
+}
+
+ActionNode *Parser::creation() {
+    ++m_at;
+    if (accept(Keyword::Table))
+        return table();
+    if (is(Keyword::Procedure) || is(Keyword::Proc))
+        return procedure();
+    const bool unique = accept(Keyword::Unique);
+    accept(Keyword::NonClustered) || accept(Keyword::Clustered);
+    expect(Keyword::Index);
+    return index(unique);
+}
+
+ActionNode *Parser::table() {
+    ActionNode *made = action(ActionKind::CreateTable);
+    made->table = tableName();
+    expect('(');
+    ColumnNode **last = &made->columns;
+    do {
+        if (accept(Keyword::Constraint))
+            (void)name();
+        if (accept(Keyword::Primary)) {
+            expect(Keyword::Key);
+            accept(Keyword::NonClustered) || accept(Keyword::Clustered);
+            made->names = nameList();
+        } else {
+            *last = columnDefinition();
+            last = &(*last)->next;
+        }
+    } while (accept(','));
+    expect(')');
+    return made;
+}
+
+ColumnNode *Parser::columnDefinition() {
+    ColumnNode *made = m_arena.make<ColumnNode>();
+    made->at = token().begin;
+    made->name = name();
+    made->type = type(&made->declared);
+    while (true) {
+        if (accept(Keyword::Identity)) {
+            made->identity = made->notNull = true;
+            if (accept('(')) {
+                const bool fromOne = view(token()) == "1" && token(1).sign == ',' && view(token(2)) == "1";
+                if (!fromOne)
+                    refuse();
+                m_at += 3;
+                expect(')');
+            }
+        } else if (accept(Keyword::Not)) {
+            expect(Keyword::Null);
+            made->notNull = true;
+        } else if (accept(Keyword::Null)) {
+            // As without the word: columns take NULL unless told otherwise.
+        } else if (accept(Keyword::Constraint)) {
+            (void)name();
+        } else if (accept(Keyword::Primary)) {
+            expect(Keyword::Key);
+            accept(Keyword::NonClustered) || accept(Keyword::Clustered);
+            made->primaryKey = made->notNull = true;
+        } else {
+            return made;
+        }
+    }
+}
+
+ActionNode *Parser::index(bool unique) {
+    ActionNode *made = action(ActionKind::CreateIndex);
+    made->unique = unique;
+    made->table = tableName();
+    expect(Keyword::On);
+    made->indexed = tableName();
+    made->names = nameList();
+    if (accept(Keyword::Where))
+        made->where = condition();
+    return made;
+}
+
+ActionNode *Parser::procedure() {
+    ++m_at;
+    ActionNode *made = action(ActionKind::CreateProcedure);
+    made->table = tableName();
+    const bool open = accept('(');
+    if (token().kind == TokenKind::Variable)
+        made->assignments = parameters();
+    if (open)
+        expect(')');
+    expect(Keyword::As);
+    statementList(&made->body, true);
+    if (token().kind != TokenKind::End)
+        refuse();
+    return made;
+}
+
+AssignmentNode *Parser::parameters() {
+    AssignmentNode *first = nullptr;
+    AssignmentNode **last = &first;
+    do {
+        if (token().kind != TokenKind::Variable)
+            refuse();
+        *last = m_arena.make<AssignmentNode>();
+        (*last)->at = token().begin;
+        (*last)->name = view(token());
+        ++m_at;
+        accept(Keyword::As);
+        std::string_view declared;
+        (*last)->type = type(&declared);
+        if (accept('='))
+            (*last)->value = argumentValue();
+        last = &(*last)->next;
+    } while (accept(','));
+    return first;
+}
+
+} // namespace zel::tsql

@@ -1,0 +1,148 @@
+#include "platform/tsql/reading/parser.h"
+
+#include "platform/tsql/reading/parser_level.h"
+#include "platform/tsql/text/names.h"
+
+namespace zel::tsql {
+
+SelectNode *Parser::select(OrderBy orderBy) {
+    const Level level(*this);
+    SelectNode *made = m_arena.make<SelectNode>();
+    made->at = token().begin;
+    expect(Keyword::Select);
+    if (accept(Keyword::Distinct))
+        made->distinct = true;
+    else
+        accept(Keyword::All);
+    if (accept(Keyword::Top)) {
+        const bool open = accept('(');
+        if (token().kind != TokenKind::Integer)
+            refuse();
+        made->top = primary();
+        if (open)
+            expect(')');
+    }
+    ItemNode **lastItem = &made->items;
+    do {
+        *lastItem = item();
+        lastItem = &(*lastItem)->next;
+    } while (accept(','));
+    if (accept(Keyword::From))
+        made->from = tables();
+    if (accept(Keyword::Where))
+        made->where = condition();
+    if (accept(Keyword::Group)) {
+        expect(Keyword::By);
+        Node **last = &made->groupBy;
+        do {
+            *last = sum();
+            last = &(*last)->next;
+        } while (accept(','));
+    }
+    if (accept(Keyword::Having))
+        made->having = condition();
+    if (accept(Keyword::Union)) {
+        expect(Keyword::All);
+        made->unionAll = select(OrderBy::Never);
+    }
+    if (is(Keyword::Order)) {
+        if (orderBy == OrderBy::Never || (orderBy == OrderBy::WithTop && made->top == nullptr))
+            return made;
+        ++m_at;
+        expect(Keyword::By);
+        OrderNode **last = &made->orderBy;
+        do {
+            *last = m_arena.make<OrderNode>();
+            (*last)->value = sum();
+            if (accept(Keyword::Desc))
+                (*last)->descending = true;
+            else
+                accept(Keyword::Asc);
+            last = &(*last)->next;
+        } while (accept(','));
+    }
+    return made;
+}
+
+ItemNode *Parser::item() {
+    ItemNode *made = m_arena.make<ItemNode>();
+    if (isSign('*')) {
+        made->value = node(NodeKind::Star);
+        ++m_at;
+        return made;
+    }
+    if (isName() && token(1).sign == '.' && token(2).sign == '*') {
+        made->value = node(NodeKind::Star);
+        made->value->qualifier = name();
+        m_at += 2;
+        return made;
+    }
+    if ((isName() || token().kind == TokenKind::Text) && token(1).sign == '=') {
+        made->alias = itemAlias();
+        ++m_at;
+        made->value = sum();
+        return made;
+    }
+    made->value = sum();
+    if (accept(Keyword::As)) {
+        if (!isName() && token().kind != TokenKind::Text)
+            refuse();
+        made->alias = itemAlias();
+    } else if (isName() || token().kind == TokenKind::Text) {
+        made->alias = itemAlias();
+    }
+    return made;
+}
+
+std::string_view Parser::itemAlias() {
+    return token().kind == TokenKind::Text ? literalText(m_tokens[m_at++]) : name();
+}
+
+TableNode *Parser::tables() {
+    TableNode *first = tableSource();
+    TableNode **last = &first->next;
+    while (true) {
+        JoinKind join = JoinKind::Inner;
+        if (accept(',')) {
+            join = JoinKind::Comma;
+        } else if (is(Keyword::Join) || is(Keyword::Inner)) {
+            accept(Keyword::Inner);
+            expect(Keyword::Join);
+        } else if (is(Keyword::Left) || is(Keyword::Right) || is(Keyword::Full)) {
+            join = is(Keyword::Left) ? JoinKind::Left : is(Keyword::Right) ? JoinKind::Right : JoinKind::Full;
+            ++m_at;
+            accept(Keyword::Outer);
+            expect(Keyword::Join);
+        } else if (accept(Keyword::Cross)) {
+            join = JoinKind::Cross;
+            expect(Keyword::Join);
+        } else {
+            return first;
+        }
+        *last = tableSource();
+        (*last)->join = join;
+        if (join != JoinKind::Comma && join != JoinKind::Cross) {
+            expect(Keyword::On);
+            (*last)->on = condition();
+        }
+        last = &(*last)->next;
+    }
+}
+
+TableNode *Parser::tableSource() {
+    TableNode *made = m_arena.make<TableNode>();
+    if (accept('(')) {
+        made->table.at = token().begin;
+        made->derived = select(OrderBy::Always);
+        expect(')');
+        accept(Keyword::As);
+        made->alias = name();
+        return made;
+    }
+    made->table = tableName();
+    if (accept(Keyword::As) || isName())
+        made->alias = name();
+    return made;
+}
+
+} // namespace zel::tsql

@@ -1,0 +1,267 @@
+#include "platform/tsql/reading/parser.h"
+
+#include "platform/tsql/reading/failure.h"
+#include "platform/tsql/reading/parser_level.h"
+#include "platform/tsql/text/names.h"
+
+namespace zel::tsql {
+
+ActionNode *Parser::statements() {
+    ActionNode *first = nullptr;
+    statementList(&first, false);
+    if (token().kind != TokenKind::End)
+        refuse();
+    return first;
+}
+
+void Parser::statementList(ActionNode **last, bool untilEnd) {
+    const Level level(*this);
+    bool first = !untilEnd;
+    while (true) {
+        while (accept(';'))
+            ;
+        if (token().kind == TokenKind::End || is(Keyword::End))
+            return;
+        if (accept(Keyword::Begin)) {
+            ActionNode *inner = nullptr;
+            statementList(&inner, true);
+            if (inner == nullptr)
+                refuse();
+            expect(Keyword::End);
+            *last = inner;
+        } else {
+            *last = statement(first);
+        }
+        first = false;
+        while (*last != nullptr)
+            last = &(*last)->next;
+    }
+}
+
+ActionNode *Parser::action(ActionKind kind) {
+    ActionNode *made = m_arena.make<ActionNode>();
+    made->kind = kind;
+    made->at = token().begin;
+    return made;
+}
+
+/// nullptr for a statement that asks nothing of an engine (set nocount on).
+ActionNode *Parser::statement(bool first) {
+    switch (token().keyword) {
+    case Keyword::Select: {
+        ActionNode *made = action(ActionKind::Select);
+        made->select = select(OrderBy::Always);
+        return made;
+    }
+    case Keyword::Insert:
+        return insertion();
+    case Keyword::Update:
+        return update();
+    case Keyword::Delete:
+        return deletion();
+    case Keyword::Create:
+        return creation();
+    case Keyword::Drop:
+        return removal();
+    case Keyword::Declare:
+        return declaration();
+    case Keyword::Set:
+        return setting();
+    case Keyword::Exec:
+    case Keyword::Execute:
+        ++m_at;
+        return execution();
+    default:
+        break;
+    }
+    // A procedure's name alone calls it, at the head of the text only.
+    if (!first || !isName())
+        refuse();
+    return execution();
+}
+
+TableName Parser::tableName() {
+    TableName made;
+    made.at = token().begin;
+    made.name = name();
+    while (isSign('.')) {
+        ++m_at;
+        made.database = made.schema;
+        made.schema = made.name;
+        made.name = {};
+        if (!isSign('.'))
+            made.name = name();
+    }
+    if (made.name.empty())
+        refuse();
+    return made;
+}
+
+NameNode *Parser::nameList() {
+    NameNode *first = nullptr;
+    NameNode **last = &first;
+    expect('(');
+    do {
+        *last = m_arena.make<NameNode>();
+        (*last)->at = token().begin;
+        (*last)->text = name();
+        if (accept(Keyword::Desc))
+            (*last)->descending = true;
+        else
+            accept(Keyword::Asc);
+        last = &(*last)->next;
+    } while (accept(','));
+    expect(')');
+    return first;
+}
+
+ActionNode *Parser::insertion() {
+    ActionNode *made = action(ActionKind::Insert);
+    ++m_at;
+    accept(Keyword::Into);
+    made->table = tableName();
+    if (isSign('('))
+        made->names = nameList();
+    if (is(Keyword::Select)) {
+        made->select = select(OrderBy::Always);
+        return made;
+    }
+    expect(Keyword::Values);
+    RowNode **lastRow = &made->rows;
+    do {
+        *lastRow = m_arena.make<RowNode>();
+        (*lastRow)->at = token().begin;
+        expect('(');
+        Node **last = &(*lastRow)->values;
+        do {
+            *last = sum();
+            last = &(*last)->next;
+        } while (accept(','));
+        expect(')');
+        lastRow = &(*lastRow)->next;
+    } while (accept(','));
+    return made;
+}
+
+ActionNode *Parser::update() {
+    ActionNode *made = action(ActionKind::Update);
+    ++m_at;
+    if (accept(Keyword::Statistics)) {
+        made->kind = ActionKind::Analyze;
+        made->table = tableName();
+        return made;
+    }
+    made->table = tableName();
+    expect(Keyword::Set);
+    AssignmentNode **last = &made->assignments;
+    do {
+        *last = m_arena.make<AssignmentNode>();
+        (*last)->at = token().begin;
+        (*last)->name = name();
+        expect('=');
+        (*last)->value = sum();
+        last = &(*last)->next;
+    } while (accept(','));
+    if (accept(Keyword::Where))
+        made->where = condition();
+    return made;
+}
+
+ActionNode *Parser::deletion() {
+    ActionNode *made = action(ActionKind::Delete);
+    ++m_at;
+    accept(Keyword::From);
+    made->table = tableName();
+    if (accept(Keyword::Where))
+        made->where = condition();
+    return made;
+}
+
+ActionNode *Parser::removal() {
+    ++m_at;
+    ActionNode *made = action(is(Keyword::Table) ? ActionKind::DropTable : ActionKind::DropProcedure);
+    if (!accept(Keyword::Table) && !accept(Keyword::Procedure) && !accept(Keyword::Proc))
+        refuse();
+    made->table = tableName();
+    return made;
+}
+
+ActionNode *Parser::execution() {
+    ActionNode *made = action(ActionKind::Execute);
+    made->table = tableName();
+    const bool hasArguments = token().kind != TokenKind::End && !isSign(';') && !is(Keyword::End) &&
+                              (token().keyword == Keyword::None || is(Keyword::Null) ||
+                               is(Keyword::Default) || token().keyword == Keyword::Other);
+    if (!hasArguments)
+        return made;
+    AssignmentNode **last = &made->assignments;
+    do {
+        *last = argument();
+        last = &(*last)->next;
+    } while (accept(','));
+    return made;
+}
+
+AssignmentNode *Parser::argument() {
+    AssignmentNode *made = m_arena.make<AssignmentNode>();
+    made->at = token().begin;
+    if (token().kind == TokenKind::Variable && token(1).sign == '=') {
+        made->name = view(token());
+        m_at += 2;
+    }
+    if (!accept(Keyword::Default))
+        made->value = argumentValue();
+    return made;
+}
+
+/// A literal, a variable, or a word that stands for itself as a text.
+Node *Parser::argumentValue() {
+    if (isSign('-')) {
+        Node *made = node(NodeKind::Negate);
+        ++m_at;
+        if (token().kind != TokenKind::Integer && token().kind != TokenKind::Decimal &&
+            token().kind != TokenKind::Float)
+            refuse();
+        made->a = primary();
+        return made;
+    }
+    accept('+');
+    if (isName()) {
+        Node *made = node(NodeKind::Text);
+        made->text = name();
+        return made;
+    }
+    if (token().kind == TokenKind::Sign || (token().kind == TokenKind::Word && !is(Keyword::Null)))
+        refuse();
+    return primary();
+}
+
+ActionNode *Parser::declaration() {
+    ActionNode *made = action(ActionKind::Declare);
+    ++m_at;
+    if (token().kind != TokenKind::Variable)
+        refuse();
+    made->assignments = parameters();
+    return made;
+}
+
+ActionNode *Parser::setting() {
+    ActionNode *made = action(ActionKind::SetVariable);
+    ++m_at;
+    if (acceptWord("nocount")) {
+        if (!accept(Keyword::On) && !acceptWord("off"))
+            refuse();
+        return nullptr;
+    }
+    if (token().kind != TokenKind::Variable)
+        refuse();
+    made->assignments = m_arena.make<AssignmentNode>();
+    made->assignments->at = token().begin;
+    made->assignments->name = view(token());
+    ++m_at;
+    expect('=');
+    made->assignments->value = sum();
+    return made;
+}
+
+} // namespace zel::tsql
