@@ -38,7 +38,7 @@ MDIForm1::MDIForm1() : ui(std::make_unique<Ui::MDIForm1>()), m_panel(std::make_u
     Picture1 = new QWidget(ui->mdiArea->viewport());
     m_panel->setupUi(Picture1);
     ui->mdiArea->viewport()->installEventFilter(this);
-    setStatusBar(*ui->statusBar, *ui->mdiArea);
+    showStatusIn(*ui->statusBar, *ui->mdiArea);
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget *, QWidget *now) { bringInSight(now); });
     Timer1.setObjectName("Timer1");
     Timer1.setInterval(500);

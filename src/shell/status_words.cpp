@@ -37,7 +37,7 @@ void setUnderWay(QWidget &screen, const QString &words) {
     showUnderWay();
 }
 
-void setStatusBar(QStatusBar &bar, QMdiArea &area) {
+void showStatusIn(QStatusBar &bar, QMdiArea &area) {
     statusBar = &bar;
     screens = &area;
     underWay = new QLabel(&bar);

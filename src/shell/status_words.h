@@ -17,6 +17,6 @@ void say(const QString &happened);
 void setUnderWay(QWidget &screen, const QString &words);
 
 /// The main window's own bar and area; without them nothing is shown.
-void setStatusBar(QStatusBar &bar, QMdiArea &area);
+void showStatusIn(QStatusBar &bar, QMdiArea &area);
 
 } // namespace zel::shell

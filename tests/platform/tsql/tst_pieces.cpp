@@ -1,5 +1,5 @@
 #include "platform/base/error.h"
-#include "platform/tsql/front_end.h"
+#include "platform/tsql/reading/guard.h"
 
 #include <QTest>
 
