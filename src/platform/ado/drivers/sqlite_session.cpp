@@ -183,6 +183,8 @@ void SqliteSession::fail(int code) {
         throw Error(2627, "Violation of a unique key: " + message + '.');
     if (message == "parser stack overflow" || message.starts_with("Expression tree is too large"))
         throw Error(191, std::string(tsql::TooDeep));
+    if (message == "at most 64 tables in a join")
+        throw Error(106, std::string("Too many table names in the query. The maximum allowable is 64."));
     if (code == SQLITE_ERROR && message.find("too many ") != std::string::npos)
         throw Error(8623, std::string("The query processor ran out of internal resources and could not "
                                       "produce a query plan. Simplify the query."));

@@ -20,15 +20,6 @@ bool distinctByGroups(const BoundSelect &select) {
     return item != nullptr && select.groupBy == nullptr && !select.aggregate;
 }
 
-/// Whether a right or full join follows before the next comma.
-bool keepsRight(const Source &first) {
-    const Source *one = first.next;
-    while (one != nullptr && one->join != JoinKind::Comma && one->join != JoinKind::Right &&
-           one->join != JoinKind::Full)
-        one = one->next;
-    return one != nullptr && one->join != JoinKind::Comma;
-}
-
 /// Of a union the last select that its equal rows fall together with; nullptr where none do.
 const BoundSelect *lastDistinct(const BoundSelect &select) {
     const BoundSelect *last = nullptr;
@@ -81,7 +72,9 @@ std::string Writer::take() {
 
 std::string Writer::deepest() const {
     constexpr int Shallow = 8; // what every engine takes
-    return m_deepest > Shallow ? described(m_source, m_deepestAt, TooDeep) : std::string();
+    constexpr std::size_t Short = 2000;
+    return m_deepest > Shallow || m_out.size() > Short ? described(m_source, m_deepestAt, TooDeep)
+                                                       : std::string();
 }
 
 void Writer::pattern(std::string_view text, const Expr &node) {
@@ -237,24 +230,31 @@ void Writer::source(const Source &source) {
 }
 
 void Writer::sources(const Source *first) {
+    // The engine's comma binds as tightly as its joins: what keeps all rows of its right side stands first.
+    const Source *begin = first;
+    for (const Source *one = first; one != nullptr; one = one->next) {
+        if (one->join == JoinKind::Comma && keepsRight(*one))
+            begin = one;
+    }
+    joined(*begin);
+    for (const Source *one = first; one != nullptr; one = one->next) {
+        if (one->join != JoinKind::Comma || one == begin)
+            continue;
+        m_out += ',';
+        joined(*one);
+    }
+}
+
+/// The tables from `first` on until a comma.
+void Writer::joined(const Source &first) {
     constexpr std::array<std::string_view, 6> Joins = {",",           " JOIN ", " LEFT JOIN ", " RIGHT JOIN ",
                                                        " FULL JOIN ", " JOIN "};
-    bool open = false;
-    for (const Source *one = first; one != nullptr; one = one->next) {
-        if (one != first)
-            *this << Joins[static_cast<std::size_t>(one->join)];
-        // The engine's comma binds as tightly as its joins, which shows in what they keep of the right side.
-        if (one != first && one->join == JoinKind::Comma && keepsRight(*one)) {
-            m_out += '(';
-            open = true;
-        }
+    source(first);
+    for (const Source *one = first.next; one != nullptr && one->join != JoinKind::Comma; one = one->next) {
+        *this << Joins[static_cast<std::size_t>(one->join)];
         source(*one);
         if (one->on != nullptr)
             *this << " ON " << *one->on;
-        if (open && (one->next == nullptr || one->next->join == JoinKind::Comma)) {
-            m_out += ')';
-            open = false;
-        }
     }
 }
 

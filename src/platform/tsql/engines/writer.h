@@ -64,7 +64,8 @@ private:
     void changedRows(const BoundChange &change);
     void enter(std::uint32_t at);
     void items(const BoundSelect &select, SelectUse use, bool top);
-    void sources(const Source *source);
+    void sources(const Source *first);
+    void joined(const Source &first);
     void source(const Source &source);
     void groups(const BoundSelect &select);
     void order(const BoundSelect &select);

@@ -188,6 +188,14 @@ struct BoundChange {
         part = part->united;
     return part->united != nullptr;
 }
+/// Whether a right or full join stands between this table and the next comma.
+[[nodiscard]] inline bool keepsRight(const Source &first) {
+    const Source *one = first.next;
+    while (one != nullptr && one->join != JoinKind::Comma && one->join != JoinKind::Right &&
+           one->join != JoinKind::Full)
+        one = one->next;
+    return one != nullptr && one->join != JoinKind::Comma;
+}
 [[nodiscard]] constexpr bool isLiteral(const Expr &expr) {
     return expr.op <= Op::DateLiteral;
 }

@@ -16,7 +16,7 @@ namespace {
 constexpr Type Integer{TypeKind::Int, 0, 0};
 
 /// Operands of one chain of numbers; bounds our own recursion, as the engines take fewer.
-constexpr int MostNumbers = 4000;
+constexpr int MostNumbers = 1500;
 
 /// The type of a number as it is written.
 Type numberType(const Node &node) {

@@ -15,6 +15,9 @@ namespace {
 constexpr int MostTables = 64;
 constexpr int MostItems = 1990;
 constexpr int MostUnited = 500;
+constexpr char NoPlan[] =
+    "The query processor ran out of internal resources and could not produce a query plan. "
+    "Simplify the query.";
 
 bool sameValue(const Expr *a, const Expr *b) {
     if (a == nullptr || b == nullptr)
@@ -143,9 +146,7 @@ void Resolver::unite(BoundSelect &first, const SelectNode &node) {
     int selects = 1;
     for (const SelectNode *one = &node; one->united != nullptr; one = one->united) {
         if (++selects > MostUnited)
-            fail(one->united->at, 8623,
-                 "The query processor ran out of internal resources and could not produce a query plan. "
-                 "Simplify the query.");
+            fail(one->united->at, 8623, NoPlan);
         last->united = oneSelect(*one->united, false);
         last->unitedAll = one->unitedAll;
         last = last->united;
@@ -221,6 +222,8 @@ Source *Resolver::makeSource(const TableNode &node) {
 void Resolver::addSources(const TableNode *node, Scope &scope) {
     Source **last = &scope.select->sources;
     Source *joined = nullptr;
+    const Source *keeping =
+        nullptr; // the one list of joins that keeps a right side; engines have one at most
     int count = 0;
     for (; node != nullptr; node = node->next) {
         if (++count > MostTables)
@@ -246,6 +249,10 @@ void Resolver::addSources(const TableNode *node, Scope &scope) {
         scope.select->sources = joined;
         made->on = condition(*node->on);
         scope.select->sources = all;
+        const bool keeps = node->join == JoinKind::Right || node->join == JoinKind::Full;
+        if (keeps && keeping != nullptr && keeping != joined)
+            fail(node->table.at, 8623, NoPlan);
+        keeping = keeps ? joined : keeping;
     }
 }
 
