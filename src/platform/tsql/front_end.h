@@ -34,6 +34,8 @@ enum class StatementKind {
 struct Statement {
     StatementKind kind = StatementKind::Select;
     std::string sql; ///< text for the engine; '' for CreateProcedure, DropProcedure and ServerCall
+    std::string
+        tooDeep; ///< description of error 191 for an engine that can't take the nesting; '' if all can
     std::vector<ResultColumn> columns; ///< what a Select shows, without the hidden row identity
     /// The one table that a Select can be edited through; '' when it can't. Then the engine's own row
     /// identity is the last column of the engine's result, behind `columns`.

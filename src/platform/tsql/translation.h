@@ -49,11 +49,13 @@
         Statement &add(StatementKind kind, Writer *writer = nullptr) {
             Statement &made = m_statements.emplace_back();
             made.kind = kind;
-            if (writer != nullptr)
+            if (writer != nullptr) {
+                made.tooDeep = writer->deepest();
                 made.sql = writer->take();
+            }
             return made;
         }
-        [[nodiscard]] Writer writer() const { return Writer(m_engine, m_resolver.source().size() * 2 + 128); }
+        [[nodiscard]] Writer writer() const { return Writer(m_engine, m_resolver.source()); }
         [[noreturn]] void fail(std::size_t at, int number, const std::string &message) const {
             tsql::fail(m_resolver.source(), at, number, message);
         }

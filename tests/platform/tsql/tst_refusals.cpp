@@ -63,7 +63,7 @@ void tst_refusals::refused_data() {
     row(102, "select ^?");
     row(156, "^IF 1=1 select 1");
     row(156, "^truncate table Accounts");
-    row(156, "select AcStatus union ^select 1");
+    row(156, "select AcStatus union ^order by 1");
     row(243, "create table t (a int, b ^blob)");
     row(4145, "select * from Accounts where ^RowID");
     row(102, "select (1^=1)");
@@ -91,6 +91,17 @@ void tst_refusals::refused_data() {
     row(1060, "select top ^9999999999999999999 * from Accounts");
     row(145, "select distinct AcName from Accounts order by ^AcStatus");
     row(205, "select 1 union all ^select 1,2");
+    row(205, "select 1,2 union select 3,4 union ^select 1");
+    row(104, "select AcName from Accounts union select 'x' order by ^AcStatus");
+    row(8120,
+        "select AcStatus,(select count(*) from tblSession where SessionName=^AcName) from Accounts group by "
+        "AcStatus");
+    row(8120, "select 1 from Accounts group by AcStatus having exists (select 1 where ^AcName='x')");
+    row(8124, "select (select ^max(a.AcName) from tblSession) from Accounts a");
+    row(130, "select sum((^select 1)) from Accounts");
+    // A comma binds weaker than a join.
+    row(4104, "select 1 from Accounts a, tblSession b left join Accounts c on ^a.RowID=c.RowID");
+    row(207, "select 1 from Accounts a, tblSession b join tblSession c on ^AcName='x'");
     // Values that do not convert.
     row(245, "select * from Accounts where RowID =  ^'abc'");
     row(245, "select case when ^'12.0'=12 then 1 end");
@@ -112,6 +123,12 @@ void tst_refusals::refused_data() {
     row(515, "update Accounts set AcStatus=^null");
     row(544, "insert into Accounts (^RowID,AcStatus) values (1,'DD')");
     row(8102, "Update Accounts set ^RowID = 50 where rowid = 1");
+    row(264, "update Accounts set AcName='a',^AcName='b'");
+    row(4104, "update Accounts set ^a.AcName='x'");
+    row(8154, "update ^Accounts set AcName='x' from Accounts a, Accounts b");
+    row(8154, "delete ^Accounts from Accounts a, Accounts b");
+    row(208, "delete ^a from tblSession b");
+    row(4418, "delete ^a from (select 1 as x) a");
     row(109, "insert into tblSession (SessionId,SessionName) values ^(1)");
     row(213, "insert into tblSession values ^(1,'a','b')");
     row(2714, "create table ^Accounts (a int)");
@@ -179,10 +196,6 @@ void tst_refusals::caret() {
 void tst_refusals::deepExpressions() {
     const std::string nested = "select " + std::string(50'000, '(') + '1' + std::string(50'000, ')');
     QCOMPARE(m_catalog.refusal(Sql::trusted(nested)), 191);
-    std::string chain = "select 1 from Accounts where 1=1";
-    for (int i = 0; i < 20'000; ++i)
-        chain += " or 1=1";
-    QCOMPARE(m_catalog.refusal(Sql::trusted(chain)), 191);
     std::string blocks = "create procedure P as ";
     for (int i = 0; i < 50'000; ++i)
         blocks += "begin ";

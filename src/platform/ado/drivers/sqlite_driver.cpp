@@ -147,8 +147,19 @@ SqliteDriver::~SqliteDriver() {
                  nullptr);
 }
 
+SqliteSession::Running SqliteDriver::prepare(const tsql::Statement &statement) {
+    try {
+        return m_session.prepare(statement.sql);
+    } catch (const Error &error) {
+        constexpr int TooDeep = 191;
+        if (error.number() == TooDeep && !statement.tooDeep.empty())
+            throw Error(TooDeep, statement.tooDeep);
+        throw;
+    }
+}
+
 std::shared_ptr<const RowSet> SqliteDriver::query(const tsql::Statement &statement, qsizetype most) {
-    SqliteSession::Running running = m_session.prepare(statement.sql);
+    SqliteSession::Running running = prepare(statement);
     sqlite3_stmt *engine = running.get();
     const int cells = sqlite3_column_count(engine);
     const bool withIdentity = !statement.baseTable.empty();
@@ -187,7 +198,7 @@ std::int64_t SqliteDriver::run(const tsql::Statement &statement) {
     case StatementKind::Insert:
     case StatementKind::Update:
     case StatementKind::Delete: {
-        SqliteSession::Running running = m_session.prepare(statement.sql);
+        SqliteSession::Running running = prepare(statement);
         while (running.step()) {
         }
         return sqlite3_changes64(m_session.handle());

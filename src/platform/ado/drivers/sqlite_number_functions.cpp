@@ -172,12 +172,44 @@ void rounded(sqlite3_context *context, Arguments arguments) {
     sqlite3_result_int64(context, std::int64_t(result));
 }
 
+void addedIntegers(sqlite3_context *context, Arguments arguments) {
+    const TypeKind kind = integerKind(sqlite3_value_int(arguments[0]));
+    const std::string_view signs = textOf(arguments[1]);
+    std::int64_t sum = 0;
+    for (std::size_t i = 0; i < signs.size(); ++i) {
+        const std::int64_t number = sqlite3_value_int64(arguments[i + 2]);
+        if (signs[i] == '+' ? __builtin_add_overflow(sum, number, &sum)
+                            : __builtin_sub_overflow(sum, number, &sum))
+            overflow("bigint");
+        sum = tsql::fittingInteger(sum, kind);
+    }
+    sqlite3_result_int64(context, sum);
+}
+
+void addedDecimals(sqlite3_context *context, Arguments arguments) {
+    const int scale = std::min(sqlite3_value_int(arguments[0]), MostDigits / 2);
+    const std::string_view signs = textOf(arguments[1]);
+    ScaledCount sum = 0;
+    for (std::size_t i = 0; i < signs.size(); ++i) {
+        const ScaledCount count = scaled(arguments[i + 2], scale, "numeric");
+        sum += signs[i] == '+' ? count : -count;
+    }
+    giveDecimal(context, sum, scale);
+}
+
 constexpr Function Functions[] = {
-    {names::Int, 2, guarded<toInteger>},          {names::Num, 3, guarded<toNumeric>},
-    {names::Money, 1, guarded<toMoney>},          {names::Float, 1, guarded<toFloat>},
-    {names::NumText, 3, guarded<numericText>},    {names::FloatText, 1, guarded<floatText>},
-    {names::IntDiv, 2, guarded<integerQuotient>}, {names::Div, 3, guarded<quotient>},
-    {names::Mod, 2, guarded<remainder>},          {names::Round, 2, guarded<rounded>},
+    {names::Int, 2, guarded<toInteger>},
+    {names::Num, 3, guarded<toNumeric>},
+    {names::Money, 1, guarded<toMoney>},
+    {names::Float, 1, guarded<toFloat>},
+    {names::NumText, 3, guarded<numericText>},
+    {names::FloatText, 1, guarded<floatText>},
+    {names::IntDiv, 2, guarded<integerQuotient>},
+    {names::Div, 3, guarded<quotient>},
+    {names::Mod, 2, guarded<remainder>},
+    {names::Round, 2, guarded<rounded>},
+    {names::AddIntegers, -1, guarded<addedIntegers>},
+    {names::AddDecimals, -1, guarded<addedDecimals>},
 };
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "platform/ado/drivers/sqlite_functions.h"
 #include "platform/ado/drivers/sqlite_log_file.h"
 #include "platform/base/error.h"
+#include "platform/tsql/reading/failure.h"
 
 #include <array>
 #include <charconv>
@@ -180,6 +181,13 @@ void SqliteSession::fail(int code) {
     if (code == SQLITE_CONSTRAINT_UNIQUE || code == SQLITE_CONSTRAINT_PRIMARYKEY ||
         code == SQLITE_CONSTRAINT_ROWID)
         throw Error(2627, "Violation of a unique key: " + message + '.');
+    if (message == "parser stack overflow" || message.starts_with("Expression tree is too large"))
+        throw Error(191, std::string(tsql::TooDeep));
+    if (message == "at most 64 tables in a join")
+        throw Error(106, std::string("Too many table names in the query. The maximum allowable is 64."));
+    if (code == SQLITE_ERROR && message.find("too many ") != std::string::npos)
+        throw Error(8623, std::string("The query processor ran out of internal resources and could not "
+                                      "produce a query plan. Simplify the query."));
     if (message == "integer overflow") // of the engine's own sum and abs
         throw Error(8115,
                     std::string("Arithmetic overflow error converting expression to data type bigint."));

@@ -1,6 +1,7 @@
 #include "platform/tsql/engines/writer.h"
 
 #include "platform/tsql/meaning/types.h"
+#include "platform/tsql/reading/failure.h"
 
 #include <array>
 #include <charconv>
@@ -19,6 +20,21 @@ bool distinctByGroups(const BoundSelect &select) {
     return item != nullptr && select.groupBy == nullptr && !select.aggregate;
 }
 
+/// Of a union the last select that its equal rows fall together with; nullptr where none do.
+const BoundSelect *lastDistinct(const BoundSelect &select) {
+    const BoundSelect *last = nullptr;
+    for (const BoundSelect *part = &select; part->united != nullptr; part = part->united)
+        last = part->unitedAll ? last : part->united;
+    return last;
+}
+
+bool hasTexts(const BoundSelect &select) {
+    const BoundItem *item = select.items;
+    while (item != nullptr && !isText(item->value->type))
+        item = item->next;
+    return item != nullptr;
+}
+
 } // namespace
 
 Writer &Writer::operator<<(int number) {
@@ -29,12 +45,36 @@ Writer &Writer::operator<<(int number) {
 }
 
 Writer &Writer::operator<<(const Expr &node) {
+    enter(node.at);
     const NodeRule &rule = m_traits.nodes[static_cast<std::size_t>(node.op)];
     if (rule.write != nullptr)
         rule.write(*this, node);
     else
         pattern(rule.text, node);
+    --m_level;
     return *this;
+}
+
+void Writer::enter(std::uint32_t at) {
+    if (++m_level > m_deepest) {
+        m_deepest = m_level;
+        m_deepestAt = at;
+    }
+    if (m_out.size() > m_most)
+        failTooDeep(m_source, at);
+}
+
+std::string Writer::take() {
+    if (m_out.capacity() > 2 * m_out.size() + Spare)
+        m_out.shrink_to_fit();
+    return std::move(m_out);
+}
+
+std::string Writer::deepest() const {
+    constexpr int Shallow = 8; // what every engine takes
+    constexpr std::size_t Short = 2000;
+    return m_deepest > Shallow || m_out.size() > Short ? described(m_source, m_deepestAt, TooDeep)
+                                                       : std::string();
 }
 
 void Writer::pattern(std::string_view text, const Expr &node) {
@@ -128,7 +168,7 @@ void Writer::topSelect(const BoundSelect &select) {
 
 void Writer::select(const BoundSelect &select, SelectUse use) {
     const bool plain = !select.distinct && select.groupBy == nullptr && select.top.empty() &&
-                       select.unionAll == nullptr && !select.aggregate;
+                       select.united == nullptr && !select.aggregate;
     m_out += '(';
     if (use == SelectUse::Value && !select.atMostOneRow && !plain) {
         // The rows are made first, then counted.
@@ -138,7 +178,7 @@ void Writer::select(const BoundSelect &select, SelectUse use) {
         *this << "))";
         return;
     }
-    if (use == SelectUse::Keys && select.unionAll != nullptr) {
+    if (use == SelectUse::Keys && select.united != nullptr) {
         *this << "SELECT " << m_traits.keyBegin << "c0" << m_traits.keyEnd << " FROM (";
         m_named = true;
         body(select, SelectUse::Rows, false);
@@ -190,11 +230,28 @@ void Writer::source(const Source &source) {
 }
 
 void Writer::sources(const Source *first) {
+    // The engine's comma binds as tightly as its joins: what keeps all rows of its right side stands first.
+    const Source *begin = first;
+    for (const Source *one = first; one != nullptr; one = one->next) {
+        if (one->join == JoinKind::Comma && keepsRight(*one))
+            begin = one;
+    }
+    joined(*begin);
+    for (const Source *one = first; one != nullptr; one = one->next) {
+        if (one->join != JoinKind::Comma || one == begin)
+            continue;
+        m_out += ',';
+        joined(*one);
+    }
+}
+
+/// The tables from `first` on until a comma.
+void Writer::joined(const Source &first) {
     constexpr std::array<std::string_view, 6> Joins = {",",           " JOIN ", " LEFT JOIN ", " RIGHT JOIN ",
                                                        " FULL JOIN ", " JOIN "};
-    for (const Source *one = first; one != nullptr; one = one->next) {
-        if (one != first)
-            *this << Joins[static_cast<std::size_t>(one->join)];
+    source(first);
+    for (const Source *one = first.next; one != nullptr && one->join != JoinKind::Comma; one = one->next) {
+        *this << Joins[static_cast<std::size_t>(one->join)];
         source(*one);
         if (one->on != nullptr)
             *this << " ON " << *one->on;
@@ -249,10 +306,66 @@ void Writer::order(const BoundSelect &select) {
 }
 
 void Writer::body(const BoundSelect &select, SelectUse use, bool top) {
-    if (select.unionAll != nullptr && select.orderBy != nullptr)
-        return unionInOrder(select);
+    if (select.united == nullptr)
+        return oneSelect(select, use, top);
+    if (select.orderBy != nullptr)
+        return unionInOrder(select, top);
+    const bool named = std::exchange(m_named, false);
+    const BoundSelect *const distinct = lastDistinct(select);
+    const BoundSelect *const behind = distinct != nullptr ? distinct->united : &select;
+    if (distinct != nullptr && hasTexts(select)) {
+        // Groups by keys, as for distinct rows.
+        *this << "SELECT ";
+        columns(select, named);
+        *this << " FROM (";
+        united(select, behind, nullptr, true, top);
+        *this << ") GROUP BY ";
+        int place = 0;
+        for (const BoundItem *item = select.items; item != nullptr; item = item->next, ++place) {
+            const bool text = isText(item->value->type);
+            *this << (place > 0 ? "," : "") << (text ? m_traits.keyBegin : std::string_view()) << 'c' << place
+                  << (text ? m_traits.keyEnd : std::string_view());
+        }
+        if (behind != nullptr)
+            *this << " UNION ALL ";
+    } else if (distinct != nullptr) {
+        united(select, behind, distinct, named, top);
+        if (behind != nullptr)
+            *this << " UNION ALL ";
+    }
+    if (behind != nullptr)
+        united(*behind, nullptr, nullptr, named, top);
+}
+
+/// The selects from `first` on until `end`; before `distinct` stands the engine's own union.
+void Writer::united(const BoundSelect &first, const BoundSelect *end, const BoundSelect *distinct, bool named,
+                    bool top) {
+    for (const BoundSelect *part = &first; part != end; part = part->united) {
+        if (part != &first)
+            *this << (part == distinct ? " UNION " : " UNION ALL ");
+        m_named = named;
+        if (!part->top.empty())
+            *this << "SELECT * FROM (";
+        oneSelect(*part, SelectUse::Rows, top);
+        if (!part->top.empty())
+            m_out += ')';
+    }
+    m_named = false;
+}
+
+/// c0, c1 ... of the derived table that the select is.
+void Writer::columns(const BoundSelect &select, bool named) {
+    int place = 0;
+    for (const BoundItem *item = select.items; item != nullptr; item = item->next, ++place) {
+        *this << (place > 0 ? ",c" : "c") << place;
+        if (named)
+            *this << " AS c" << place;
+    }
+}
+
+void Writer::oneSelect(const BoundSelect &select, SelectUse use, bool top) {
     const BoundSelect *const around = std::exchange(m_select, &select);
-    const bool named = m_named;
+    enter(select.items->value->at);
     *this << "SELECT ";
     if (select.distinct && !distinctByGroups(select))
         *this << "DISTINCT ";
@@ -266,32 +379,22 @@ void Writer::body(const BoundSelect &select, SelectUse use, bool top) {
     groups(select);
     if (select.having != nullptr)
         *this << " HAVING " << *select.having;
-    if (select.unionAll != nullptr) {
-        *this << " UNION ALL ";
-        m_named = named;
-        body(*select.unionAll, use, top);
-    } else {
+    if (select.united == nullptr || !select.top.empty())
         order(select);
-        if (!select.top.empty())
-            *this << " LIMIT " << select.top;
-    }
+    if (!select.top.empty())
+        *this << " LIMIT " << select.top;
+    --m_level;
     m_select = around;
 }
 
-void Writer::unionInOrder(const BoundSelect &select) {
-    const bool named = m_named;
+void Writer::unionInOrder(const BoundSelect &select, bool top) {
     *this << "SELECT ";
-    int place = 0;
-    for (const BoundItem *item = select.items; item != nullptr; item = item->next, ++place) {
-        *this << (place > 0 ? ",c" : "c") << place;
-        if (named)
-            *this << " AS c" << place;
-    }
+    columns(select, m_named);
     *this << " FROM (";
     m_named = true;
     BoundSelect rows = select;
     rows.orderBy = nullptr;
-    body(rows, SelectUse::Rows, false);
+    body(rows, SelectUse::Rows, top);
     *this << ')';
     for (const BoundOrder *one = select.orderBy; one != nullptr; one = one->next) {
         *this << (one == select.orderBy ? " ORDER BY " : ",");

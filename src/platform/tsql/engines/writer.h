@@ -2,18 +2,24 @@
 
 #include "platform/tsql/engines/traits.h"
 
+#include <algorithm>
 #include <string>
+#include <string_view>
 
 namespace zel::tsql {
 
 /// Writes the typed tree as text for one engine, by the rules of its traits.
 class Writer {
 public:
-    explicit Writer(const Traits &traits, std::size_t expected = 0) : m_traits(traits) {
-        m_out.reserve(expected);
+    /// `source`: the text that the nodes' places mean.
+    explicit Writer(const Traits &traits, std::string_view source)
+        : m_traits(traits), m_source(source), m_most(LeastMost + Multiple * source.size()) {
+        m_out.reserve(std::min(2 * source.size() + Spare, Usual));
     }
 
-    [[nodiscard]] std::string take() { return std::move(m_out); }
+    [[nodiscard]] std::string take();
+    /// Error 191 at the place that was nested most, for an engine that can't take it; '' where all can.
+    [[nodiscard]] std::string deepest() const;
 
     void topSelect(const BoundSelect &select);
     void insertion(const BoundInsert &insert);
@@ -51,17 +57,35 @@ public:
 
 private:
     void body(const BoundSelect &select, SelectUse use, bool top);
+    void oneSelect(const BoundSelect &select, SelectUse use, bool top);
+    void united(const BoundSelect &first, const BoundSelect *end, const BoundSelect *distinct, bool named,
+                bool top);
+    void columns(const BoundSelect &select, bool named);
+    void changedRows(const BoundChange &change);
+    void enter(std::uint32_t at);
     void items(const BoundSelect &select, SelectUse use, bool top);
-    void sources(const Source *source);
+    void sources(const Source *first);
+    void joined(const Source &first);
     void source(const Source &source);
     void groups(const BoundSelect &select);
     void order(const BoundSelect &select);
     void insertionOrder(const BoundSelect &select, bool begun);
-    void unionInOrder(const BoundSelect &select);
+    void unionInOrder(const BoundSelect &select, bool top);
     void pattern(std::string_view text, const Expr &node);
 
+    static constexpr std::size_t Spare = 128;
+    static constexpr std::size_t Usual = 4096;
+    /// A text that grew beyond so much of its source holds parts of parts again and again.
+    static constexpr std::size_t LeastMost = std::size_t(1) << 20;
+    static constexpr std::size_t Multiple = 200;
+
     const Traits &m_traits;
+    std::string_view m_source;
+    std::size_t m_most;
     std::string m_out;
+    int m_level = 0;
+    int m_deepest = 0;
+    std::uint32_t m_deepestAt = 0;
     const BoundSelect *m_select = nullptr;
     bool m_named = false; ///< items get names, as a derived table's need them
 };

@@ -24,18 +24,52 @@ void Writer::insertion(const BoundInsert &insert) {
 
 void Writer::update(const BoundChange &change) {
     *this << "UPDATE ";
-    source(*change.target);
+    if (change.rows != nullptr)
+        name(change.target->table->name);
+    else
+        source(*change.target);
+    int place = 0;
     for (const BoundAssignment *set = change.assignments; set != nullptr; set = set->next) {
         *this << (set == change.assignments ? " SET " : ",");
         name(set->column->name);
-        *this << '=' << *set->value;
+        if (change.rows != nullptr)
+            *this << "=n.c" << place++;
+        else
+            *this << '=' << *set->value;
     }
+    if (change.rows != nullptr) {
+        *this << " FROM (";
+        changedRows(change);
+        *this << ") AS n WHERE ";
+        name(change.target->table->name);
+        *this << '.' << m_traits.rowIdentity << "=n.r";
+    } else if (change.where != nullptr) {
+        *this << " WHERE " << *change.where;
+    }
+}
+
+/// The row identities of the target among the joined rows as r, with the values for it as c0, c1 ...
+void Writer::changedRows(const BoundChange &change) {
+    m_select = change.rows;
+    *this << "SELECT t" << change.target->number << '.' << m_traits.rowIdentity << " AS r";
+    int place = 0;
+    for (const BoundAssignment *set = change.assignments; set != nullptr; set = set->next)
+        *this << ',' << *set->value << " AS c" << place++;
+    *this << " FROM ";
+    sources(change.rows->sources);
     if (change.where != nullptr)
         *this << " WHERE " << *change.where;
 }
 
 void Writer::deletion(const BoundChange &change) {
     *this << "DELETE FROM ";
+    if (change.rows != nullptr) {
+        name(change.target->table->name);
+        *this << " WHERE " << m_traits.rowIdentity << " IN (";
+        changedRows(change);
+        *this << ')';
+        return;
+    }
     source(*change.target);
     if (change.where != nullptr)
         *this << " WHERE " << *change.where;

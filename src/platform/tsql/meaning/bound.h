@@ -33,7 +33,7 @@ enum class Op : std::uint8_t {
     Round,   ///< b: digits
     Absolute,
     // Texts.
-    Concat,
+    Concat, ///< list from a
     Trim,
     TrimLeft,
     Length,
@@ -68,8 +68,8 @@ enum class Op : std::uint8_t {
     Coalesce, ///< list from a
     Case,     ///< condition, value, condition, value ... from a; b: else
     // Conditions.
-    And,
-    Or,
+    And, ///< list from a
+    Or,  ///< list from a
     Not,
     Compare,      ///< n: the sign; numbers or dates
     CompareTexts, ///< n: the sign
@@ -151,7 +151,8 @@ struct BoundSelect {
     Expr *groupBy = nullptr;
     Expr *having = nullptr;
     BoundOrder *orderBy = nullptr;
-    BoundSelect *unionAll = nullptr;
+    BoundSelect *united = nullptr; ///< the next select of the union
+    bool unitedAll = false;        ///< `united` came by union all: equal rows stay
 };
 
 struct BoundAssignment {
@@ -175,10 +176,26 @@ struct BoundInsert {
 /// An update, or without assignments a delete.
 struct BoundChange {
     Source *target = nullptr;
+    BoundSelect *rows = nullptr; ///< with `from`: the joined tables, the target among them, and the condition
     BoundAssignment *assignments = nullptr;
     Expr *where = nullptr;
 };
 
+/// Whether equal rows of its selects fall together.
+[[nodiscard]] inline bool unitesRows(const BoundSelect &select) {
+    const BoundSelect *part = &select;
+    while (part->united != nullptr && part->unitedAll)
+        part = part->united;
+    return part->united != nullptr;
+}
+/// Whether a right or full join stands between this table and the next comma.
+[[nodiscard]] inline bool keepsRight(const Source &first) {
+    const Source *one = first.next;
+    while (one != nullptr && one->join != JoinKind::Comma && one->join != JoinKind::Right &&
+           one->join != JoinKind::Full)
+        one = one->next;
+    return one != nullptr && one->join != JoinKind::Comma;
+}
 [[nodiscard]] constexpr bool isLiteral(const Expr &expr) {
     return expr.op <= Op::DateLiteral;
 }

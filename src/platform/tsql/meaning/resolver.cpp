@@ -187,13 +187,7 @@ BoundAssignment *Resolver::insertedColumn(const NameNode &name, const Table &tar
              "Cannot insert explicit value for identity column in table '" + target.name +
                  "' when IDENTITY_INSERT is set to OFF.");
     }
-    for (; before != nullptr; before = before->next) {
-        if (before->column == &column) {
-            fail(name.at, 264,
-                 "The column name '" + column.name +
-                     "' is specified more than once in the SET clause or column list of an INSERT.");
-        }
-    }
+    checkGivenOnce(column, before, name.at);
     return m_arena.make<BoundAssignment>({&column, nullptr, nullptr});
 }
 
@@ -234,7 +228,9 @@ BoundInsert *Resolver::insertion(const ActionNode &node) {
     if (node.select == nullptr)
         return made;
     made->select = select(*node.select, true);
-    for (BoundSelect *part = made->select; part != nullptr; part = part->unionAll) {
+    if (made->select->distinct || unitesRows(*made->select))
+        made->select = throughTable(*made->select);
+    for (BoundSelect *part = made->select; part != nullptr; part = part->united) {
         int values = 0;
         for (const BoundItem *item = part->items; item != nullptr; item = item->next)
             ++values;
@@ -263,31 +259,82 @@ BoundRow *Resolver::insertedRow(const ActionNode &node, const RowNode &row, cons
 
 BoundChange *Resolver::change(const ActionNode &node) {
     BoundChange *made = m_arena.make<BoundChange>();
-    const Table &target = table(node.table);
-    made->target = m_arena.make<Source>();
-    made->target->table = &target;
-    made->target->alias = target.name;
-    made->target->number = ++m_sources;
-
-    BoundSelect rows;
-    rows.sources = made->target;
+    BoundSelect *rows = m_arena.make<BoundSelect>();
     Scope scope;
-    scope.select = &rows;
+    scope.select = rows;
     const ScopeEntry entry(*this, scope);
+    addSources(node.from, scope);
+    made->target = changedSource(node, *rows);
+    if (node.from != nullptr)
+        made->rows = rows;
     BoundAssignment **last = &made->assignments;
     for (const AssignmentNode *set = node.assignments; set != nullptr; set = set->next) {
-        const int index = columnIndex(target, set->name);
-        if (index < 0)
-            failColumn(set->at, set->name);
-        const Column &column = target.columns[static_cast<std::size_t>(index)];
-        if (column.identity)
-            fail(set->at, 8102, "Cannot update identity column '" + column.name + "'.");
-        *last = m_arena.make<BoundAssignment>({&column, assigned(value(*set->value), column), nullptr});
+        *last = setColumn(*set, *made->target, made->assignments);
+        (*last)->value = assigned(value(*set->value), *(*last)->column);
         last = &(*last)->next;
     }
     if (node.where != nullptr)
-        made->where = condition(*node.where);
+        rows->where = made->where = condition(*node.where);
     return made;
+}
+
+/// The changed table among the joined ones, by its alias or by its name; joined to them when it isn't there.
+Source *Resolver::changedSource(const ActionNode &node, BoundSelect &rows) {
+    Source **last = &rows.sources;
+    const bool bare = node.table.schema.empty() && node.table.database.empty();
+    for (; *last != nullptr; last = &(*last)->next) {
+        if (!bare || !sameName((*last)->alias, node.table.name))
+            continue;
+        if ((*last)->derived != nullptr)
+            fail(node.table.at, 4418,
+                 "Derived table '" + std::string(node.table.name) + "' is not updatable.");
+        return *last;
+    }
+    const Table &target = table(node.table);
+    Source *found = nullptr;
+    for (Source *one = rows.sources; one != nullptr; one = one->next) {
+        if (one->table != &target)
+            continue;
+        if (found != nullptr)
+            fail(node.table.at, 8154, "The table '" + std::string(node.table.name) + "' is ambiguous.");
+        found = one;
+    }
+    if (found != nullptr)
+        return found;
+    *last = m_arena.make<Source>();
+    (*last)->table = &target;
+    (*last)->alias = target.name;
+    (*last)->number = ++m_sources;
+    return *last;
+}
+
+BoundAssignment *Resolver::setColumn(const AssignmentNode &set, const Source &target,
+                                     const BoundAssignment *before) {
+    if (!set.qualifier.empty() && !sameName(set.qualifier, target.alias) &&
+        !sameName(set.qualifier, target.table->name)) {
+        fail(set.at, 4104,
+             "The multi-part identifier \"" + std::string(set.qualifier) + '.' + std::string(set.name) +
+                 "\" could not be bound.");
+    }
+    const int index = columnIndex(*target.table, set.name);
+    if (index < 0)
+        failColumn(set.at, set.name);
+    const Column &column = target.table->columns[static_cast<std::size_t>(index)];
+    if (column.identity)
+        fail(set.at, 8102, "Cannot update identity column '" + column.name + "'.");
+    checkGivenOnce(column, before, set.at);
+    return m_arena.make<BoundAssignment>({&column, nullptr, nullptr});
+}
+
+/// 264 for a column that an insert or a set clause names again.
+void Resolver::checkGivenOnce(const Column &column, const BoundAssignment *before, std::uint32_t at) const {
+    for (; before != nullptr; before = before->next) {
+        if (before->column == &column) {
+            fail(at, 264,
+                 "The column name '" + column.name +
+                     "' is specified more than once in the SET clause or column list of an INSERT.");
+        }
+    }
 }
 
 } // namespace zel::tsql

@@ -54,7 +54,9 @@ private:
 
     // Selects.
     BoundSelect *select(const SelectNode &node, bool inOrder);
-    BoundSelect *unionOf(BoundSelect *first, const SelectNode &second);
+    BoundSelect *oneSelect(const SelectNode &node, bool inOrder);
+    void unite(BoundSelect &first, const SelectNode &node);
+    BoundSelect *throughTable(BoundSelect &rows);
     void addSources(const TableNode *node, Scope &scope);
     Source *makeSource(const TableNode &node);
     void addItems(const ItemNode *node, Scope &scope);
@@ -62,7 +64,10 @@ private:
     void addOrder(const OrderNode *node, BoundSelect &select);
     BoundOrder *orderOf(const OrderNode &node, BoundSelect &select);
     void checkGroups(const BoundSelect &select);
-    void checkGrouped(const Expr &value, const BoundSelect &select);
+    /// 8120 for a column of the grouped select that is in no group; `inner`: within a sub-select of it.
+    void checkGrouped(const Expr &value, const BoundSelect &select, bool inner);
+    void checkGrouped(const BoundSelect &inner, const BoundSelect &select);
+    void checkReach(const Expr *argument, std::uint32_t at) const;
     bool atMostOneRow(const BoundSelect &select) const;
     BoundSelect *scalar(const SelectNode &node);
 
@@ -75,7 +80,9 @@ private:
     Expr *literal(const Node &node);
     Expr *negation(const Node &node);
     Expr *arithmetic(const Node &node);
+    Expr *arithmetic(const Node &node, Expr *left, Expr *right);
     Expr *concatenation(Expr *left, Expr *right, std::uint32_t at);
+    Expr *junction(const Node &node);
     Expr *caseValue(const Node &node);
     Expr *castValue(const Node &node);
     Expr *comparison(Expr *left, Expr *right, char sign, std::uint32_t at);
@@ -98,9 +105,13 @@ private:
     [[noreturn]] void fail(std::size_t at, int number, std::string_view message) const;
     [[noreturn]] void failColumn(std::size_t at, std::string_view name) const;
     Expr *assigned(Expr *value, const Column &column);
+    Source *changedSource(const ActionNode &node, BoundSelect &rows);
+    BoundAssignment *setColumn(const AssignmentNode &set, const Source &target,
+                               const BoundAssignment *before);
     BoundAssignment *insertedColumn(const NameNode &name, const Table &target, const BoundAssignment *before);
     BoundRow *insertedRow(const ActionNode &node, const RowNode &row, const BoundAssignment *columns,
                           int count);
+    void checkGivenOnce(const Column &column, const BoundAssignment *before, std::uint32_t at) const;
     void checkValueCount(const ActionNode &node, std::uint32_t at, int columns, int values) const;
     void checkInsertedColumns(const BoundInsert &insert, std::uint32_t at) const;
 

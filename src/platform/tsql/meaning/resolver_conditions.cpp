@@ -8,10 +8,8 @@ namespace zel::tsql {
 Expr *Resolver::condition(const Node &node) {
     switch (node.kind) {
     case NodeKind::And:
-    case NodeKind::Or: {
-        Expr *left = condition(*node.a);
-        return make(node.kind == NodeKind::And ? Op::And : Op::Or, {}, node.at, left, condition(*node.b));
-    }
+    case NodeKind::Or:
+        return junction(node);
     case NodeKind::Not:
         return make(Op::Not, {}, node.at, condition(*node.a));
     case NodeKind::Compare: {
@@ -37,6 +35,16 @@ Expr *Resolver::condition(const Node &node) {
     (void)value(node);
     fail(node.at, 4145,
          "An expression of non-boolean type specified in a context where a condition is expected.");
+}
+
+Expr *Resolver::junction(const Node &node) {
+    Expr *made = make(node.kind == NodeKind::And ? Op::And : Op::Or, {}, node.at);
+    Expr **last = &made->a;
+    for (const Node *part = node.a; part != nullptr; part = part->next) {
+        *last = condition(*part);
+        last = &(*last)->next;
+    }
+    return made;
 }
 
 Expr *Resolver::negated(Expr *inner, bool negated) {
@@ -71,14 +79,15 @@ Expr *Resolver::between(const Node &node) {
     Expr *low = value(*node.b);
     Expr *high = value(*node.c);
     const Type type = commonType(commonType(inner->type, low->type), high->type);
-    if (isText(type) || low->op == Op::NullLiteral || high->op == Op::NullLiteral) {
-        Expr *above = comparison(inner, low, GreaterOrEqual, node.at);
-        Expr *below = comparison(inner, high, LessOrEqual, node.at);
-        return negated(make(Op::And, {}, node.at, above, below), node.negated);
+    if (isText(type)) {
+        inner = comparedText(inner);
+        low = comparedText(low);
+        high = comparedText(high);
+    } else {
+        inner = m_converter.convert(inner, type, Purpose::Meet);
+        low = m_converter.convert(low, type, Purpose::Meet);
+        high = m_converter.convert(high, type, Purpose::Meet);
     }
-    inner = m_converter.convert(inner, type, Purpose::Meet);
-    low = m_converter.convert(low, type, Purpose::Meet);
-    high = m_converter.convert(high, type, Purpose::Meet);
     return negated(make(Op::Between, {}, node.at, inner, low, high), node.negated);
 }
 
@@ -92,7 +101,7 @@ Expr *Resolver::membership(const Node &node) {
         if (!texts) {
             const Type type = commonType(inner->type, item->type);
             inner = m_converter.convert(inner, type, Purpose::Meet);
-            for (BoundSelect *part = rows; part != nullptr; part = part->unionAll)
+            for (BoundSelect *part = rows; part != nullptr; part = part->united)
                 part->items->value = m_converter.convert(part->items->value, type, Purpose::Meet);
         } else {
             inner = comparedText(inner);

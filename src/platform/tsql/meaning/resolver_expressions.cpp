@@ -7,12 +7,16 @@
 
 #include <algorithm>
 #include <charconv>
+#include <vector>
 
 namespace zel::tsql {
 
 namespace {
 
 constexpr Type Integer{TypeKind::Int, 0, 0};
+
+/// Operands of one chain of numbers; bounds our own recursion, as the engines take fewer.
+constexpr int MostNumbers = 1500;
 
 /// The type of a number as it is written.
 Type numberType(const Node &node) {
@@ -117,13 +121,44 @@ Expr *Resolver::negation(const Node &node) {
 Expr *Resolver::concatenation(Expr *left, Expr *right, std::uint32_t at) {
     left = m_converter.asText(left);
     right = m_converter.asText(right);
-    return make(Op::Concat, {TypeKind::VarChar, std::min(8000, left->type.length + right->type.length), 0},
-                at, left, right);
+    Expr *made =
+        make(Op::Concat, {TypeKind::VarChar, std::min(8000, left->type.length + right->type.length), 0}, at,
+             copy(*left));
+    made->a->next = copy(*right);
+    return made;
 }
 
+/// A chain is gone through from its first operand, in a loop: it may be long. What adds texts is one list.
 Expr *Resolver::arithmetic(const Node &node) {
-    Expr *left = value(*node.a);
-    Expr *right = value(*node.b);
+    if (node.a->kind != NodeKind::Arithmetic) {
+        Expr *left = value(*node.a);
+        return arithmetic(node, left, value(*node.b));
+    }
+    std::vector<const Node *> chain;
+    const Node *first = &node;
+    for (; first->kind == NodeKind::Arithmetic; first = first->a)
+        chain.push_back(first);
+    Expr *left = value(*first);
+    Expr *texts = nullptr; // what `left` is while it is a list of this chain's own
+    Expr *last = nullptr;
+    int numbers = 0;
+    for (auto link = chain.rbegin(); link != chain.rend(); ++link) {
+        Expr *made = arithmetic(**link, left, value(*(*link)->b));
+        if (made->op == Op::Concat && texts != nullptr) {
+            last = last->next = made->a->next;
+            texts->type = made->type;
+            continue;
+        }
+        left = made;
+        texts = made->op == Op::Concat ? made : nullptr;
+        last = texts != nullptr ? made->a->next : nullptr;
+        if (texts == nullptr && ++numbers > MostNumbers)
+            failTooDeep(m_source, (*link)->at);
+    }
+    return left;
+}
+
+Expr *Resolver::arithmetic(const Node &node, Expr *left, Expr *right) {
     const bool leftText = isText(left->type) || left->op == Op::NullLiteral;
     const bool rightText = isText(right->type) || right->op == Op::NullLiteral;
     if (node.op == '+' && leftText && rightText && (isText(left->type) || isText(right->type)))

@@ -256,8 +256,10 @@ Expr *Resolver::call(const Node &node) {
             arguments.values[static_cast<std::size_t>(arguments.count)] = value(*argument);
         ++arguments.count;
     }
-    if (aggregate)
+    if (aggregate) {
         m_scope->inAggregate = false;
+        checkReach(star ? nullptr : arguments[0], node.at);
+    }
     if (!star && (arguments.count < function->least || arguments.count > function->most)) {
         fail(node.at, 174,
              "The " + std::string(function->name) + " function requires " + std::to_string(function->least) +

@@ -4,10 +4,20 @@
 #include "platform/tsql/text/names.h"
 
 #include <charconv>
+#include <string>
+#include <vector>
 
 namespace zel::tsql {
 
 namespace {
+
+// What the engines take.
+constexpr int MostTables = 64;
+constexpr int MostItems = 1990;
+constexpr int MostUnited = 500;
+constexpr char NoPlan[] =
+    "The query processor ran out of internal resources and could not produce a query plan. "
+    "Simplify the query.";
 
 bool sameValue(const Expr *a, const Expr *b) {
     if (a == nullptr || b == nullptr)
@@ -47,8 +57,12 @@ bool dependsOn(const Expr *value, const Source &source) {
 
 /// Whether the condition holds for one identity value at most.
 bool fixesIdentity(const Expr &condition, const Source &source) {
-    if (condition.op == Op::And)
-        return fixesIdentity(*condition.a, source) || fixesIdentity(*condition.b, source);
+    if (condition.op == Op::And) {
+        const Expr *part = condition.a;
+        while (part != nullptr && !fixesIdentity(*part, source))
+            part = part->next;
+        return part != nullptr;
+    }
     if (condition.op != Op::Compare || condition.n != '=')
         return false;
     const auto isIdentity = [&](const Expr &side) {
@@ -65,11 +79,25 @@ BoundSelect *Resolver::topSelect(const SelectNode &node) {
     const bool oneTable =
         made->sources != nullptr && made->sources->next == nullptr && made->sources->derived == nullptr;
     made->rowIdentity = oneTable && !made->distinct && made->groupBy == nullptr && !made->aggregate &&
-                        made->having == nullptr && made->top.empty() && made->unionAll == nullptr;
+                        made->having == nullptr && made->top.empty() && made->united == nullptr;
     return made;
 }
 
 BoundSelect *Resolver::select(const SelectNode &node, bool inOrder) {
+    if (m_scope != nullptr && m_scope->inAggregate) {
+        fail(node.at, 130,
+             "Cannot perform an aggregate function on an expression containing an aggregate or a subquery.");
+    }
+    BoundSelect *made = oneSelect(node, inOrder);
+    if (node.united == nullptr)
+        return made;
+    unite(*made, node);
+    addOrder(node.orderBy, *made);
+    made->atMostOneRow = false;
+    return made;
+}
+
+BoundSelect *Resolver::oneSelect(const SelectNode &node, bool inOrder) {
     BoundSelect *made = m_arena.make<BoundSelect>();
     made->distinct = node.distinct;
     made->inOrder = inOrder;
@@ -99,42 +127,66 @@ BoundSelect *Resolver::select(const SelectNode &node, bool inOrder) {
                  "integer.");
         made->top = node.top->text;
     }
-    if (node.unionAll != nullptr)
-        made = unionOf(made, *node.unionAll);
-    else
+    if (node.united == nullptr)
         addOrder(node.orderBy, *made);
     if (made->groupBy != nullptr)
         made->aggregate = false;
     if (made->aggregate || made->groupBy != nullptr || made->having != nullptr || node.having != nullptr)
         checkGroups(*made);
-    if (node.unionAll != nullptr)
-        addOrder(node.orderBy, *made);
     made->atMostOneRow = atMostOneRow(*made);
     return made;
 }
 
-BoundSelect *Resolver::unionOf(BoundSelect *first, const SelectNode &second) {
-    // The second select sees the outer queries, not the first one.
-    Scope *const own = m_scope;
-    m_scope = own->outer;
-    BoundSelect *rest = select(second, false);
-    m_scope = own;
-    BoundItem *left = first->items;
-    BoundItem *right = rest->items;
-    for (; left != nullptr && right != nullptr; left = left->next, right = right->next) {
-        const Type type = commonType(left->value->type, right->value->type);
-        left->value = m_converter.convert(left->value, type, Purpose::Meet);
-        right->value = m_converter.convert(right->value, type, Purpose::Meet);
-        left->value->type = right->value->type = type;
+/// The further selects of a union; each column has one type in all of them.
+void Resolver::unite(BoundSelect &first, const SelectNode &node) {
+    std::vector<Type> types;
+    for (const BoundItem *item = first.items; item != nullptr; item = item->next)
+        types.push_back(item->value->type);
+    BoundSelect *last = &first;
+    int selects = 1;
+    for (const SelectNode *one = &node; one->united != nullptr; one = one->united) {
+        if (++selects > MostUnited)
+            fail(one->united->at, 8623, NoPlan);
+        last->united = oneSelect(*one->united, false);
+        last->unitedAll = one->unitedAll;
+        last = last->united;
+        std::size_t place = 0;
+        const BoundItem *item = last->items;
+        for (; item != nullptr && place < types.size(); item = item->next, ++place)
+            types[place] = commonType(types[place], item->value->type);
+        if (item != nullptr || place < types.size()) {
+            fail(one->united->at, 205,
+                 "All queries combined using a UNION, INTERSECT or EXCEPT operator must have an equal number "
+                 "of expressions in their target lists.");
+        }
     }
-    if (left != right) {
-        fail(second.at, 205,
-             "All queries combined using a UNION, INTERSECT or EXCEPT operator must have an equal number of "
-             "expressions "
-             "in their target lists.");
+    for (BoundSelect *part = &first; part != nullptr; part = part->united) {
+        auto type = types.begin();
+        for (BoundItem *item = part->items; item != nullptr; item = item->next, ++type) {
+            item->value = m_converter.convert(item->value, *type, Purpose::Meet);
+            item->value->type = *type;
+        }
     }
-    first->unionAll = rest;
-    return first;
+}
+
+/// The rows as a derived table's, for what is done to them after equal ones have fallen together.
+BoundSelect *Resolver::throughTable(BoundSelect &rows) {
+    Table &columns = m_tables.emplace_back();
+    BoundSelect *made = m_arena.make<BoundSelect>();
+    made->sources = m_arena.make<Source>();
+    made->sources->derived = &rows;
+    made->sources->table = &columns;
+    made->sources->number = ++m_sources;
+    for (const BoundItem *item = rows.items; item != nullptr; item = item->next)
+        columns.columns.push_back({std::string(item->name), item->value->type, true, false});
+    BoundItem **last = &made->items;
+    int place = 0;
+    for (const BoundItem *item = rows.items; item != nullptr; item = item->next) {
+        *last = m_arena.make<BoundItem>(
+            {columnOf(*made->sources, place++, item->value->at), item->name, nullptr});
+        last = &(*last)->next;
+    }
+    return made;
 }
 
 Source *Resolver::makeSource(const TableNode &node) {
@@ -166,10 +218,21 @@ Source *Resolver::makeSource(const TableNode &node) {
     return made;
 }
 
+/// A comma binds weaker than a join: what stands before it is out of sight of the conditions behind it.
 void Resolver::addSources(const TableNode *node, Scope &scope) {
     Source **last = &scope.select->sources;
+    Source *joined = nullptr;
+    const Source *keeping =
+        nullptr; // the one list of joins that keeps a right side; engines have one at most
+    int count = 0;
     for (; node != nullptr; node = node->next) {
+        if (++count > MostTables)
+            fail(node->table.at, 106,
+                 "Too many table names in the query. The maximum allowable is " + std::to_string(MostTables) +
+                     '.');
         Source *made = makeSource(*node);
+        if (node->join == JoinKind::Comma)
+            joined = made;
         for (const Source *other = scope.select->sources; other != nullptr; other = other->next) {
             if (sameName(other->alias, made->alias)) {
                 fail(node->table.at, 1013,
@@ -180,8 +243,16 @@ void Resolver::addSources(const TableNode *node, Scope &scope) {
         }
         *last = made;
         last = &made->next;
-        if (node->on != nullptr)
-            made->on = condition(*node->on);
+        if (node->on == nullptr)
+            continue;
+        Source *const all = scope.select->sources;
+        scope.select->sources = joined;
+        made->on = condition(*node->on);
+        scope.select->sources = all;
+        const bool keeps = node->join == JoinKind::Right || node->join == JoinKind::Full;
+        if (keeps && keeping != nullptr && keeping != joined)
+            fail(node->table.at, 8623, NoPlan);
+        keeping = keeps ? joined : keeping;
     }
 }
 
@@ -208,7 +279,12 @@ void Resolver::addStar(const Node &node, Scope &scope, BoundItem **&last) {
 
 void Resolver::addItems(const ItemNode *node, Scope &scope) {
     BoundItem **last = &scope.select->items;
+    int count = 0;
     for (; node != nullptr; node = node->next) {
+        if (++count > MostItems)
+            fail(node->value->at, 1056,
+                 "The number of elements in the select list exceeds the maximum allowed number of " +
+                     std::to_string(MostItems) + " elements.");
         if (node->value->kind == NodeKind::Star) {
             addStar(*node->value, scope, last);
             continue;
@@ -255,7 +331,7 @@ BoundOrder *Resolver::orderOf(const OrderNode &node, BoundSelect &select) {
         if (made->value != nullptr)
             return made;
     }
-    if (select.unionAll != nullptr) {
+    if (select.united != nullptr) {
         fail(what.at, 104,
              "ORDER BY items must appear in the select list if the statement contains a UNION, INTERSECT or "
              "EXCEPT "
@@ -285,15 +361,36 @@ void Resolver::addOrder(const OrderNode *node, BoundSelect &select) {
 
 void Resolver::checkGroups(const BoundSelect &select) {
     for (const BoundItem *item = select.items; item != nullptr; item = item->next)
-        checkGrouped(*item->value, select);
+        checkGrouped(*item->value, select, false);
     if (select.having != nullptr)
-        checkGrouped(*select.having, select);
+        checkGrouped(*select.having, select, false);
     for (const BoundOrder *order = select.orderBy; order != nullptr; order = order->next)
-        checkGrouped(*order->value, select);
+        checkGrouped(*order->value, select, false);
 }
 
-void Resolver::checkGrouped(const Expr &value, const BoundSelect &select) {
-    if (isAggregate(value))
+void Resolver::checkGrouped(const BoundSelect &inner, const BoundSelect &select) {
+    for (const BoundSelect *part = &inner; part != nullptr; part = part->united) {
+        for (const BoundItem *item = part->items; item != nullptr; item = item->next)
+            checkGrouped(*item->value, select, true);
+        for (const Source *source = part->sources; source != nullptr; source = source->next) {
+            if (source->derived != nullptr)
+                checkGrouped(*source->derived, select);
+            if (source->on != nullptr)
+                checkGrouped(*source->on, select, true);
+        }
+        for (const Expr *value : {part->where, part->having}) {
+            if (value != nullptr)
+                checkGrouped(*value, select, true);
+        }
+        for (const Expr *group = part->groupBy; group != nullptr; group = group->next)
+            checkGrouped(*group, select, true);
+        for (const BoundOrder *order = part->orderBy; order != nullptr; order = order->next)
+            checkGrouped(*order->value, select, true);
+    }
+}
+
+void Resolver::checkGrouped(const Expr &value, const BoundSelect &select, bool inner) {
+    if (isAggregate(value) && !inner)
         return;
     for (const Expr *group = select.groupBy; group != nullptr; group = group->next) {
         if (sameValue(&value, group) ||
@@ -315,13 +412,31 @@ void Resolver::checkGrouped(const Expr &value, const BoundSelect &select) {
     }
     for (const Expr *list : {value.a, value.b, value.c}) {
         for (const Expr *child = list; child != nullptr; child = child->next)
-            checkGrouped(*child, select);
+            checkGrouped(*child, select, inner);
+    }
+    if (value.select != nullptr)
+        checkGrouped(*value.select, select);
+}
+
+/// An aggregate over columns of an outer query alone would be that query's.
+void Resolver::checkReach(const Expr *argument, std::uint32_t at) const {
+    for (; argument != nullptr; argument = argument->next) {
+        if (argument->op == Op::ColumnValue) {
+            const Source *own = m_scope->select->sources;
+            while (own != nullptr && own != argument->source)
+                own = own->next;
+            if (own == nullptr)
+                fail(at, 8124,
+                     "Multiple columns are specified in an aggregated expression containing an outer "
+                     "reference. If an expression being aggregated contains an outer reference, then that "
+                     "outer reference must be the only column referenced in the expression.");
+        }
+        for (const Expr *inner : {argument->a, argument->b, argument->c})
+            checkReach(inner, at);
     }
 }
 
 bool Resolver::atMostOneRow(const BoundSelect &select) const {
-    if (select.unionAll != nullptr)
-        return false;
     if (select.aggregate || select.sources == nullptr || select.top == "1")
         return true;
     return select.sources->next == nullptr && select.sources->derived == nullptr && select.where != nullptr &&

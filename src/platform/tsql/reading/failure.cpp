@@ -18,7 +18,7 @@ bool insideCharacter(std::string_view text, std::size_t at) {
 
 } // namespace
 
-void fail(std::string_view source, std::size_t at, int number, std::string_view message) {
+std::string described(std::string_view source, std::size_t at, std::string_view message) {
     at = std::min(at, source.size());
     std::size_t lineBegin = 0;
     int line = 1;
@@ -45,7 +45,11 @@ void fail(std::string_view source, std::size_t at, int number, std::string_view 
     text.append(static_cast<std::size_t>(characterCount(lead)), ' ');
     text += '^';
     std::replace(text.begin(), text.end(), '\t', ' '); // so that the caret stands below its place
-    throw Error(number, text);
+    return text;
+}
+
+void fail(std::string_view source, std::size_t at, int number, std::string_view message) {
+    throw Error(number, described(source, at, message));
 }
 
 } // namespace zel::tsql

@@ -5,8 +5,18 @@
 
 namespace zel::tsql {
 
-/// Throws Error(number, description): the message, line and column (from 1, in characters), the line and a
-/// caret under the place. `at` is a byte of `source`; of a very long line only the surroundings are shown.
+/// The message, line and column (from 1, in characters), the line and a caret under the place. `at` is a byte
+/// of `source`; of a very long line only the surroundings are shown.
+[[nodiscard]] std::string described(std::string_view source, std::size_t at, std::string_view message);
+/// Throws Error(number, description) with that description.
 [[noreturn]] void fail(std::string_view source, std::size_t at, int number, std::string_view message);
+
+/// Of 191, for what is nested more deeply than we or the engine can take.
+inline constexpr char TooDeep[] =
+    "Some part of your SQL statement is nested too deeply. Rewrite the query or break it up into smaller "
+    "queries.";
+[[noreturn]] inline void failTooDeep(std::string_view source, std::size_t at) {
+    fail(source, at, 191, TooDeep);
+}
 
 } // namespace zel::tsql

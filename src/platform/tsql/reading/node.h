@@ -21,8 +21,8 @@ enum class NodeKind : std::uint8_t {
     Negate,
     Arithmetic, ///< a `op` b: + - * / %
     Compare,    ///< a `op` b: = < > and the two-character signs of the lexer
-    And,
-    Or,
+    And,        ///< all of the list from a
+    Or,         ///< one of the list from a
     Not,
     Between, ///< a between b and c
     In,      ///< a in (list from b, or select)
@@ -101,7 +101,8 @@ struct SelectNode {
     Node *groupBy = nullptr;
     Node *having = nullptr;
     OrderNode *orderBy = nullptr; ///< of the whole union, at its first select
-    SelectNode *unionAll = nullptr;
+    SelectNode *united = nullptr; ///< the next select of the union
+    bool unitedAll = false;       ///< `united` came by union all
 };
 
 struct ColumnNode {
@@ -117,6 +118,7 @@ struct ColumnNode {
 
 /// A set clause of an update, a declared variable, a parameter or an argument.
 struct AssignmentNode {
+    std::string_view qualifier; ///< of a set clause: TABLE.name
     std::string_view name;
     std::uint32_t at = 0;
     Type type;
@@ -157,7 +159,8 @@ struct ActionNode {
     RowNode *rows = nullptr;
     AssignmentNode *assignments = nullptr;
     ColumnNode *columns = nullptr;
-    Node *where = nullptr; ///< of a change; of an index, which rows it holds
+    TableNode *from = nullptr; ///< of a change: the tables that it joins
+    Node *where = nullptr;     ///< of a change; of an index, which rows it holds
     ActionNode *body = nullptr;
     bool unique = false;
     ActionNode *next = nullptr;

@@ -47,6 +47,7 @@ private:
     ActionNode *insertion();
     ActionNode *update();
     ActionNode *deletion();
+    void changedRows(ActionNode &change);
     ActionNode *creation();
     ActionNode *table();
     ActionNode *index(bool unique);
@@ -65,8 +66,10 @@ private:
 
     // Queries and expressions.
     /// Where an order by may stand: a sub-select has one only beside top.
-    enum class OrderBy { Never, WithTop, Always };
+    enum class OrderBy { WithTop, Always };
     SelectNode *select(OrderBy orderBy);
+    SelectNode *oneSelect();
+    OrderNode *orderList();
     ItemNode *item();
     std::string_view itemAlias();
     TableNode *tables();
@@ -74,6 +77,7 @@ private:
     Node *condition() { return disjunction(); }
     Node *disjunction();
     Node *conjunction();
+    Node *junction(NodeKind kind, Keyword word, Node *(Parser::*part)());
     Node *negation();
     Node *predicate();
     Node *membership(Node *left);

@@ -7,33 +7,22 @@ namespace zel::tsql {
 
 Node *Parser::disjunction() {
     const Level level(*this);
-    Node *left = conjunction();
-    int chain = 0;
-    while (is(Keyword::Or)) {
-        const auto at = token().begin;
-        ++m_at;
-        ++chain;
-        ++m_depth;
-        const Level deeper(*this);
-        left = pair(NodeKind::Or, left, conjunction(), at);
-    }
-    m_depth -= chain;
-    return left;
+    return junction(NodeKind::Or, Keyword::Or, &Parser::conjunction);
 }
 
 Node *Parser::conjunction() {
-    Node *left = negation();
-    int chain = 0;
-    while (is(Keyword::And)) {
-        const auto at = token().begin;
-        ++m_at;
-        ++chain;
-        ++m_depth;
-        const Level deeper(*this);
-        left = pair(NodeKind::And, left, negation(), at);
-    }
-    m_depth -= chain;
-    return left;
+    return junction(NodeKind::And, Keyword::And, &Parser::negation);
+}
+
+/// A chain of one word is one list, however long it is.
+Node *Parser::junction(NodeKind kind, Keyword word, Node *(Parser::*part)()) {
+    Node *first = (this->*part)();
+    if (!is(word))
+        return first;
+    Node *made = pair(kind, first, nullptr, token().begin);
+    for (Node **last = &first->next; accept(word); last = &(*last)->next)
+        *last = (this->*part)();
+    return made;
 }
 
 Node *Parser::negation() {
@@ -110,31 +99,21 @@ Node *Parser::membership(Node *left) {
 
 Node *Parser::sum() {
     Node *left = product();
-    int chain = 0;
     while (isSign('+') || isSign('-')) {
         const Token &sign = token();
         ++m_at;
-        ++chain;
-        ++m_depth;
-        const Level deeper(*this);
         left = pair(NodeKind::Arithmetic, left, product(), sign.begin, sign.sign);
     }
-    m_depth -= chain;
     return left;
 }
 
 Node *Parser::product() {
     Node *left = unary();
-    int chain = 0;
     while (isSign('*') || isSign('/') || isSign('%')) {
         const Token &sign = token();
         ++m_at;
-        ++chain;
-        ++m_depth;
-        const Level deeper(*this);
         left = pair(NodeKind::Arithmetic, left, unary(), sign.begin, sign.sign);
     }
-    m_depth -= chain;
     return left;
 }
 

@@ -5,16 +5,11 @@
 
 namespace zel::tsql {
 
-/// One level of nesting, for its own lifetime; 191 when there are too many. Bounds our own recursion: what
-/// the engines take is deeper.
+/// One level of nesting, for its own lifetime; 191 when there are too many. Bounds our own recursion.
 struct Parser::Level {
     explicit Level(Parser &parser) : m_parser(parser) {
-        if (++m_parser.m_depth > Deepest) {
-            fail(parser.m_source, parser.token().begin, 191,
-                 "Some part of your SQL statement is nested too deeply. Rewrite the query or break it up "
-                 "into smaller "
-                 "queries.");
-        }
+        if (++m_parser.m_depth > Deepest)
+            failTooDeep(parser.m_source, parser.token().begin);
     }
     ~Level() { --m_parser.m_depth; }
     Level(const Level &) = delete;

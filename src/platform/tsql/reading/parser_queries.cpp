@@ -7,6 +7,18 @@ namespace zel::tsql {
 
 SelectNode *Parser::select(OrderBy orderBy) {
     const Level level(*this);
+    SelectNode *made = oneSelect();
+    for (SelectNode *last = made; accept(Keyword::Union); last = last->united) {
+        last->unitedAll = accept(Keyword::All);
+        last->united = oneSelect();
+    }
+    const bool ordered = orderBy == OrderBy::Always || (orderBy == OrderBy::WithTop && made->top != nullptr);
+    if (ordered && accept(Keyword::Order))
+        made->orderBy = orderList();
+    return made;
+}
+
+SelectNode *Parser::oneSelect() {
     SelectNode *made = m_arena.make<SelectNode>();
     made->at = token().begin;
     expect(Keyword::Select);
@@ -41,27 +53,23 @@ SelectNode *Parser::select(OrderBy orderBy) {
     }
     if (accept(Keyword::Having))
         made->having = condition();
-    if (accept(Keyword::Union)) {
-        expect(Keyword::All);
-        made->unionAll = select(OrderBy::Never);
-    }
-    if (is(Keyword::Order)) {
-        if (orderBy == OrderBy::Never || (orderBy == OrderBy::WithTop && made->top == nullptr))
-            return made;
-        ++m_at;
-        expect(Keyword::By);
-        OrderNode **last = &made->orderBy;
-        do {
-            *last = m_arena.make<OrderNode>();
-            (*last)->value = sum();
-            if (accept(Keyword::Desc))
-                (*last)->descending = true;
-            else
-                accept(Keyword::Asc);
-            last = &(*last)->next;
-        } while (accept(','));
-    }
     return made;
+}
+
+OrderNode *Parser::orderList() {
+    OrderNode *first = nullptr;
+    OrderNode **last = &first;
+    expect(Keyword::By);
+    do {
+        *last = m_arena.make<OrderNode>();
+        (*last)->value = sum();
+        if (accept(Keyword::Desc))
+            (*last)->descending = true;
+        else
+            accept(Keyword::Asc);
+        last = &(*last)->next;
+    } while (accept(','));
+    return first;
 }
 
 ItemNode *Parser::item() {

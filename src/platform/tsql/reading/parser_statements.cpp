@@ -158,12 +158,15 @@ ActionNode *Parser::update() {
         *last = m_arena.make<AssignmentNode>();
         (*last)->at = token().begin;
         (*last)->name = name();
+        if (accept('.')) {
+            (*last)->qualifier = (*last)->name;
+            (*last)->name = name();
+        }
         expect('=');
         (*last)->value = sum();
         last = &(*last)->next;
     } while (accept(','));
-    if (accept(Keyword::Where))
-        made->where = condition();
+    changedRows(*made);
     return made;
 }
 
@@ -172,9 +175,15 @@ ActionNode *Parser::deletion() {
     ++m_at;
     accept(Keyword::From);
     made->table = tableName();
-    if (accept(Keyword::Where))
-        made->where = condition();
+    changedRows(*made);
     return made;
+}
+
+void Parser::changedRows(ActionNode &change) {
+    if (accept(Keyword::From))
+        change.from = tables();
+    if (accept(Keyword::Where))
+        change.where = condition();
 }
 
 ActionNode *Parser::removal() {

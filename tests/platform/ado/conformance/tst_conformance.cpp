@@ -19,6 +19,8 @@ private Q_SLOTS:
     void conversions() { compare(); }
     void further_data() { cases("further.json"); }
     void further() { compare(); }
+    void bounds_data();
+    void bounds() { compare(); }
     void leftOut();
     void cleanupTestCase();
 
@@ -70,6 +72,46 @@ void tst_conformance::cases(const char *file) {
     }
 }
 
+/// Chains of any length run; what is nested more deeply than the engine takes is refused at its place.
+void tst_conformance::bounds_data() {
+    QTest::addColumn<QJsonObject>("fact");
+    const auto row = [](const char *name, const QString &statement, int x, int error) {
+        QJsonObject fact{{"statement", statement}, {"ok", error == 0}};
+        if (error == 0) {
+            fact.insert("columns", QJsonArray{"x"});
+            fact.insert("rows", QJsonArray{QJsonArray{x}});
+        } else {
+            fact.insert("error", error);
+            fact.insert("caret", error == 191);
+        }
+        QTest::newRow(name) << fact;
+    };
+    const auto times = [](int count, const char *part) { return QString::fromLatin1(part).repeated(count); };
+    const QString chosen = "select RowID as x from Accounts where RowID=3";
+    row("summands", "select x=RowID" + times(800, "+1") + " from Accounts where RowID=3", 803, 0);
+    row("differences of decimals",
+        "select x=OpenBal" + times(700, "-0.25") + times(700, "+0.25") + "-249900 " +
+            "from Accounts where RowID=4",
+        100, 0);
+    row("summands with an overflow on the way", "select x=2147483647" + times(10, "+1-1"), 0, 8115);
+    row("texts", "select x=len(''" + times(800, "+'ab'") + ")", 1600, 0);
+    row("ands", chosen + times(800, " and AcStatus='DD'"), 3, 0);
+    row("ors", chosen + times(1600, " or RowID=0"), 3, 0);
+    row("ors of ands", chosen + times(5000, " or RowID=0 and Dcode=1"), 3, 0);
+    row("a union", "select x=1" + times(499, " union select 1"), 1, 0);
+    row("parentheses", "select x=" + times(80, "(") + '1' + times(80, ")"), 1, 0);
+    row("nested calls", "select x=" + times(60, "ltrim(") + "'a'" + times(60, ")"), 0, 191);
+    row("nested sums", "select x=" + times(60, "(1+") + '1' + times(60, ")"), 0, 191);
+    row("nested selects", "select x=" + times(40, "(select ") + '1' + times(40, ")"), 0, 191);
+    row("nested tables", "select * from " + times(40, "(select * from ") + "Accounts" + times(40, ") a"), 0,
+        191);
+    row("nested choices", "select x=" + times(40, "case when 1=1 then ") + '1' + times(40, " end"), 0, 191);
+    row("nested calls in a change",
+        "update Accounts set AcName=" + times(60, "ltrim(") + "'a'" + times(60, ")"), 0, 191);
+    row("a product", "select x=1" + times(2000, "*1"), 0, 191);
+    row("a longer union", "select x=1" + times(500, " union select 1"), 0, 8623);
+}
+
 QString tst_conformance::disagreement(const QJsonObject &fact) {
     const Answer answer = m_catalog->run(Sql::trusted(fact[u"statement"].toString().toStdString()));
     const QString failure =
@@ -78,6 +120,8 @@ QString tst_conformance::disagreement(const QJsonObject &fact) {
         return answer.ok() ? QStringLiteral("accepted") : "refused: " + failure;
     if (fact.contains(u"error") && answer.error != fact[u"error"].toInt())
         return "refused by another number: " + failure;
+    if (fact[u"caret"].toBool() && !answer.description.endsWith(u'^'))
+        return "refused at no place: " + failure;
     if (fact.contains(u"rows")) {
         if (!answer.rows)
             return QStringLiteral("no rows at all");

@@ -102,6 +102,11 @@ inline constexpr char Mod[] = "zel_mod";
 /// (number, digits) -> rounded half away from zero to `digits` (negative: tens, hundreds ...); INTEGER stays
 /// INTEGER.
 inline constexpr char Round[] = "zel_round";
+/// (bits, signs, number, ...) -> INTEGER: the numbers added one after the other, a sign "+" or "-" for each;
+/// a sum on the way that has no room in so many bits: 8115.
+inline constexpr char AddIntegers[] = "zel_addint";
+/// (scale, signs, number, ...) -> the exact sum, as a decimal of so many digits.
+inline constexpr char AddDecimals[] = "zel_adddec";
 
 // Aggregates.
 

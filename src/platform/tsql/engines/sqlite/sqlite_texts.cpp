@@ -69,13 +69,14 @@ void writeWithLiteral(Writer &out, const Expr &value, int sign, std::string_view
     out << (ownCollation ? ")" : " COLLATE NOCASE)");
 }
 
-/// The last source that the value depends on; a large number when a select stands in it, 0 without any.
+/// The last source that the value depends on; a large number when a select or a choice, whose conditions may
+/// be long, stands in it, 0 without any.
 int lastSource(const Expr *value) {
     int last = 0;
     for (; value != nullptr; value = value->next) {
-        const int own = value->select != nullptr   ? INT_MAX
-                        : value->source != nullptr ? value->source->number
-                                                   : 0;
+        const int own = value->select != nullptr || value->op == Op::Case ? INT_MAX
+                        : value->source != nullptr                        ? value->source->number
+                                                                          : 0;
         last = std::max({last, own, lastSource(value->a), lastSource(value->b), lastSource(value->c)});
     }
     return last;
@@ -176,6 +177,39 @@ void writeTextMembership(Writer &out, const Expr &node) {
             writeFolded(out, *element);
     }
     out << "))";
+}
+
+void writeBetween(Writer &out, const Expr &node) {
+    const bool plain = !isText(node.a->type);
+    if (plain || node.a->op != Op::ColumnValue) {
+        const auto side = [&](const Expr &value) {
+            if (plain)
+                out << value;
+            else
+                writeFolded(out, value);
+        };
+        out << '(';
+        side(*node.a);
+        out << " BETWEEN ";
+        side(*node.b);
+        out << " AND ";
+        side(*node.c);
+        out << ')';
+        return;
+    }
+    // Each side by itself may use an index.
+    Expr compared;
+    compared.op = Op::CompareTexts;
+    compared.a = node.a;
+    compared.b = node.b;
+    compared.n = GreaterOrEqual;
+    out << '(';
+    writeTextComparison(out, compared);
+    compared.b = node.c;
+    compared.n = LessOrEqual;
+    out << " AND ";
+    writeTextComparison(out, compared);
+    out << ')';
 }
 
 void writeLike(Writer &out, const Expr &node) {

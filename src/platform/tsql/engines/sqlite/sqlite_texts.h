@@ -11,6 +11,7 @@ namespace zel::tsql {
 
 void writeTextComparison(Writer &out, const Expr &node);
 void writeTextMembership(Writer &out, const Expr &node);
+void writeBetween(Writer &out, const Expr &node);
 void writeLike(Writer &out, const Expr &node);
 void writeLeft(Writer &out, const Expr &node);
 void writeRight(Writer &out, const Expr &node);

@@ -1,3 +1,4 @@
+#include "platform/tsql/engines/sqlite/sqlite_chains.h"
 #include "platform/tsql/engines/sqlite/sqlite_names.h"
 #include "platform/tsql/engines/sqlite/sqlite_texts.h"
 #include "platform/tsql/engines/writer.h"
@@ -184,8 +185,8 @@ constexpr Traits Sqlite = [] {
     node(Op::LastIdentity, "last_insert_rowid()");
 
     node(Op::Negate, "(-$a)");
-    node(Op::Add, "($a+$b)");
-    node(Op::Subtract, "($a-$b)");
+    special(Op::Add, writeSummands);
+    special(Op::Subtract, writeSummands);
     node(Op::Multiply, "($a*$b)");
     special(Op::IntegerDivide, writeIntegerDivision);
     node(Op::Divide, "zel_div($a,$b,$n)");
@@ -194,7 +195,7 @@ constexpr Traits Sqlite = [] {
     node(Op::Round, "zel_round($a,$b)");
     node(Op::Absolute, "abs($a)");
 
-    node(Op::Concat, "($a||$b)");
+    special(Op::Concat, writeConcat);
     node(Op::Trim, "rtrim($a)");
     node(Op::TrimLeft, "ltrim($a)");
     node(Op::Length, "length(rtrim($a))");
@@ -229,12 +230,12 @@ constexpr Traits Sqlite = [] {
     node(Op::Coalesce, "coalesce($*)");
     special(Op::Case, writeCase);
 
-    node(Op::And, "($a AND $b)");
-    node(Op::Or, "($a OR $b)");
+    special(Op::And, writeAnd);
+    special(Op::Or, writeOr);
     node(Op::Not, "(NOT $a)");
     special(Op::Compare, writeComparison);
     special(Op::CompareTexts, writeTextComparison);
-    node(Op::Between, "($a BETWEEN $b AND $c)");
+    special(Op::Between, writeBetween);
     node(Op::IsNull, "($a IS NULL)");
     special(Op::In, writeMembership);
     special(Op::InTexts, writeTextMembership);
