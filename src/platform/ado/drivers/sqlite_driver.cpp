@@ -8,6 +8,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace zel::ado {
@@ -79,6 +80,20 @@ void appendCell(RowSet &rows, sqlite3_stmt *statement, int column) {
     }
 }
 
+void bindVariables(SqliteSession::Running &running, const tsql::Statement &statement,
+                   const Variables &variables) {
+    int parameter = 0;
+    for (const tsql::Slot slot : statement.parameters) {
+        ++parameter;
+        if (slot >= variables.size())
+            continue;
+        if (const auto *text = std::get_if<std::string>(&variables[slot].storage()))
+            running.bind(parameter, std::string_view(*text)); // copied: it may be assigned to meanwhile
+        else
+            running.bind(parameter, variables[slot]);
+    }
+}
+
 } // namespace
 
 SqliteDriver::SqliteDriver(const std::string &path, SqliteSession::Purpose purpose)
@@ -147,8 +162,10 @@ SqliteDriver::~SqliteDriver() {
                  nullptr);
 }
 
-std::shared_ptr<const RowSet> SqliteDriver::query(const tsql::Statement &statement, qsizetype most) {
+std::shared_ptr<const RowSet> SqliteDriver::query(const tsql::Statement &statement,
+                                                  const Variables &variables, qsizetype most) {
     SqliteSession::Running running = m_session.prepare(statement.sql);
+    bindVariables(running, statement, variables);
     sqlite3_stmt *engine = running.get();
     const int cells = sqlite3_column_count(engine);
     const bool withIdentity = !statement.baseTable.empty();
@@ -162,15 +179,28 @@ std::shared_ptr<const RowSet> SqliteDriver::query(const tsql::Statement &stateme
     return rows;
 }
 
+std::int64_t SqliteDriver::assign(const tsql::Statement &statement, Variables &variables) {
+    const auto &targets = statement.targets;
+    if (!targets.empty())
+        variables.resize(std::max<std::size_t>(variables.size(), *std::ranges::max_element(targets) + 1));
+    SqliteSession::Running running = m_session.prepare(statement.sql);
+    bindVariables(running, statement, variables);
+    std::int64_t rows = 0;
+    while (running.step()) {
+        ++rows;
+        for (std::size_t column = 0; column < targets.size(); ++column)
+            variables[targets[column]] = running.value(int(column));
+    }
+    return rows;
+}
+
 void SqliteDriver::requireTransaction() const {
     if (m_transaction && !m_session.inTransaction())
         throw Error(3902, "The transaction was undone by an earlier failure.");
 }
 
-std::int64_t SqliteDriver::run(const tsql::Statement &statement) {
+std::int64_t SqliteDriver::run(const tsql::Statement &statement, const Variables &variables) {
     requireTransaction();
-    if (statement.kind == StatementKind::Select)
-        return query(statement, 0)->rowCount();
     m_changed |= m_durability == Durability::Now;
     switch (statement.kind) {
     case StatementKind::CreateProcedure:
@@ -188,6 +218,7 @@ std::int64_t SqliteDriver::run(const tsql::Statement &statement) {
     case StatementKind::Update:
     case StatementKind::Delete: {
         SqliteSession::Running running = m_session.prepare(statement.sql);
+        bindVariables(running, statement, variables);
         while (running.step()) {
         }
         return sqlite3_changes64(m_session.handle());
@@ -229,7 +260,14 @@ std::int64_t SqliteDriver::insertRow(std::string_view table, std::span<const Ass
         sql += ')';
     }
     write(sql, values, std::nullopt);
-    return sqlite3_last_insert_rowid(m_session.handle());
+    const std::int64_t identity = lastIdentity();
+    const tsql::Table *known = this->table(table);
+    const bool makesIdentity = known && std::ranges::any_of(known->columns, &tsql::Column::identity);
+    kept()[tsql::RowCountSlot] = 1;
+    kept()[tsql::IdentitySlot] = makesIdentity ? Value(identity) : Value();
+    if (makesIdentity)
+        kept()[tsql::ScopeIdentitySlot] = identity;
+    return identity;
 }
 
 bool SqliteDriver::updateRow(std::string_view table, std::int64_t identity,
@@ -244,6 +282,7 @@ bool SqliteDriver::updateRow(std::string_view table, std::int64_t identity,
     }
     sql += " where rowid = ?";
     write(sql, values, identity);
+    kept()[tsql::RowCountSlot] = sqlite3_changes(m_session.handle());
     return sqlite3_changes(m_session.handle()) > 0;
 }
 

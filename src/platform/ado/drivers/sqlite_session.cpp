@@ -180,6 +180,13 @@ void SqliteSession::fail(int code) {
     if (code == SQLITE_CONSTRAINT_UNIQUE || code == SQLITE_CONSTRAINT_PRIMARYKEY ||
         code == SQLITE_CONSTRAINT_ROWID)
         throw Error(2627, "Violation of a unique key: " + message + '.');
+    // What a batch makes or drops on a way that it does not take is known to its other statements.
+    constexpr std::string_view NoTable = "no such table: ";
+    if (message.starts_with(NoTable))
+        throw Error(208, "Invalid object name '" + message.substr(NoTable.size()) + "'.");
+    if (message.starts_with("table ") && message.ends_with(" already exists"))
+        throw Error(2714, "There is already an object named " + message.substr(6, message.size() - 21) +
+                              " in the database.");
     if (message == "integer overflow") // of the engine's own sum and abs
         throw Error(8115,
                     std::string("Arithmetic overflow error converting expression to data type bigint."));
@@ -218,6 +225,19 @@ SqliteSession::Running &SqliteSession::Running::bind(int parameter, const Value 
     if (code != SQLITE_OK)
         m_session.fail(code);
     return *this;
+}
+
+Value SqliteSession::Running::value(int column) const {
+    switch (sqlite3_column_type(m_statement, column)) {
+    case SQLITE_NULL:
+        return {};
+    case SQLITE_INTEGER:
+        return integer(column);
+    case SQLITE_FLOAT:
+        return sqlite3_column_double(m_statement, column);
+    default:
+        return text(column);
+    }
 }
 
 std::string SqliteSession::Running::text(int column) const {

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "platform/tsql/engines/traits.h"
+#include "platform/tsql/meaning/slot.h"
 
 #include <string>
+#include <vector>
 
 namespace zel::tsql {
 
@@ -13,14 +15,19 @@ public:
         m_out.reserve(expected);
     }
 
-    [[nodiscard]] std::string take() { return std::move(m_out); }
+    /// The text, without room for more.
+    [[nodiscard]] std::string take();
+    /// By parameter of the text: the slot whose value it takes.
+    [[nodiscard]] std::vector<Slot> takeParameters() { return std::move(m_parameters); }
 
     void topSelect(const BoundSelect &select);
+    /// A select whose values are kept, not shown.
+    void assignment(const BoundSelect &select) { body(select, SelectUse::Rows, false); }
     void insertion(const BoundInsert &insert);
     void update(const BoundChange &change);
     void deletion(const BoundChange &change);
-    void createTable(const ActionNode &node);
-    void dropTable(const Table &table);
+    void createTable(const ActionNode &node, const Table &table);
+    void dropTable(const Table &table, bool ifThere = false);
     void createIndex(const ActionNode &node, const Table &table);
     void analyze(const Table &table);
 
@@ -39,6 +46,8 @@ public:
     /// The text in quotes.
     void quoted(std::string_view text);
     void column(const Expr &node);
+    /// The number, from 1, of the parameter that stands for a slot.
+    int parameter(Slot slot);
     void list(const Expr *first);
     /// A value as ordering and grouping compare it: texts by their key.
     void key(const Expr &value);
@@ -62,6 +71,7 @@ private:
 
     const Traits &m_traits;
     std::string m_out;
+    std::vector<Slot> m_parameters;
     const BoundSelect *m_select = nullptr;
     bool m_named = false; ///< items get names, as a derived table's need them
 };

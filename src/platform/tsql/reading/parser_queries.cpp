@@ -3,6 +3,8 @@
 #include "platform/tsql/reading/parser_level.h"
 #include "platform/tsql/text/names.h"
 
+#include <utility>
+
 namespace zel::tsql {
 
 SelectNode *Parser::select(OrderBy orderBy) {
@@ -22,9 +24,10 @@ SelectNode *Parser::select(OrderBy orderBy) {
         if (open)
             expect(')');
     }
+    const bool mayAssign = std::exchange(m_mayAssign, false);
     ItemNode **lastItem = &made->items;
     do {
-        *lastItem = item();
+        *lastItem = item(mayAssign);
         lastItem = &(*lastItem)->next;
     } while (accept(','));
     if (accept(Keyword::From))
@@ -64,8 +67,14 @@ SelectNode *Parser::select(OrderBy orderBy) {
     return made;
 }
 
-ItemNode *Parser::item() {
+ItemNode *Parser::item(bool mayAssign) {
     ItemNode *made = m_arena.make<ItemNode>();
+    made->at = token().begin;
+    if (mayAssign && token().kind == TokenKind::Variable && token(1).sign == '=') {
+        made->variable = assignedVariable();
+        made->value = sum();
+        return made;
+    }
     if (isSign('*')) {
         made->value = node(NodeKind::Star);
         ++m_at;

@@ -37,6 +37,10 @@ void writeColumn(Writer &out, const Expr &node) {
     out.column(node);
 }
 
+void writeVariable(Writer &out, const Expr &node) {
+    out << '?' << out.parameter(static_cast<Slot>(node.n));
+}
+
 void writeComparison(Writer &out, const Expr &node) {
     out << '(' << *node.a << signText(node.n) << *node.b << ')';
 }
@@ -180,8 +184,7 @@ constexpr Traits Sqlite = [] {
     node(Op::DateLiteral, "'$t'");
     special(Op::ColumnValue, writeColumn);
     node(Op::Now, "zel_now()");
-    node(Op::RowCount, "changes()");
-    node(Op::LastIdentity, "last_insert_rowid()");
+    special(Op::Variable, writeVariable);
 
     node(Op::Negate, "(-$a)");
     node(Op::Add, "($a+$b)");
@@ -259,6 +262,8 @@ constexpr Traits Sqlite = [] {
     traits.onlyEnd = ")";
     traits.columnDefinition = writeColumnDefinition;
     traits.analyze = "ANALYZE";
+    traits.createTemporary = "CREATE TEMP TABLE ";
+    traits.temporaryIndex = "temp.";
     return traits;
 }();
 
