@@ -78,6 +78,12 @@ private:
         case StatementKind::Assign:
             setRowCount(statement, m_driver.assign(statement, m_variables));
             break;
+        case StatementKind::EachRow:
+            setRowCount(statement, m_driver.assign(statement, m_variables, [&] {
+                for (std::size_t inner = place + 1; inner < statement.next; ++inner)
+                    m_driver.assign(m_statements[inner], m_variables);
+            }));
+            return statement.next;
         case StatementKind::SetOption:
             setRowCount(statement, 0);
             break;

@@ -31,6 +31,7 @@ enum class StatementKind {
     Analyze,
     // What asks nothing of an engine, or only for values.
     Assign,     ///< the cells of the last row go to `targets`, which stay as they are when there is none
+    EachRow,    ///< an Assign for each row; behind each come the Assigns up to `next`
     Jump,       ///< on to `next`
     JumpUnless, ///< as an Assign of one cell, then on to `next` unless that is true
     Enter,      ///< a procedure's statements follow, up to the Leave at `next`

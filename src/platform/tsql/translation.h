@@ -15,6 +15,8 @@
 
 namespace zel::tsql {
 
+class RowValues;
+
 /// One call of translate(): the statements of a text, and of the procedures that it calls, one by one
 /// through resolver and writer. Of a statement that is done nothing but what goes to the engine is kept.
 class Translation {
@@ -67,6 +69,9 @@ private:
     void declare(const ActionNode &action);
     void setVariable(const ActionNode &action);
     void selectVariables(const SelectNode &select);
+    /// A value after the other; the place behind them.
+    std::size_t assignInTurn(const BoundItem *item, const std::vector<Slot> &targets);
+    void assignEachRow(BoundSelect &rows, const std::vector<Slot> &targets, RowValues &values);
     void choice(const ActionNode &action);
     void returning(const ActionNode &action);
     /// The values go to the slots when the batch comes by.

@@ -1,5 +1,7 @@
 #include "platform/tsql/translation.h"
 
+#include "platform/tsql/meaning/row_values.h"
+
 namespace zel::tsql {
 
 Statement &Translation::assign(const BoundSelect &values, std::vector<Slot> targets) {
@@ -48,7 +50,42 @@ void Translation::selectVariables(const SelectNode &select) {
     std::vector<Slot> targets;
     for (const ItemNode *item = select.items; item != nullptr; item = item->next)
         targets.push_back(m_resolver.slotOf(item->variable));
-    assign(*m_resolver.assignment(select), std::move(targets));
+    BoundSelect &rows = *m_resolver.assignment(select);
+    RowValues values(m_arena, targets, [this] { return newSlot(); });
+    bool reads = false;
+    for (const BoundItem *item = rows.items; item != nullptr; item = item->next)
+        reads = reads || values.reads(item->value);
+    if (!reads)
+        assign(rows, std::move(targets));
+    else if (rows.sources == nullptr && rows.where == nullptr)
+        assignInTurn(rows.items, targets);
+    else
+        assignEachRow(rows, targets, values);
+}
+
+std::size_t Translation::assignInTurn(const BoundItem *item, const std::vector<Slot> &targets) {
+    for (const Slot target : targets) {
+        assign(item->value, target);
+        item = item->next;
+    }
+    return m_statements.size();
+}
+
+void Translation::assignEachRow(BoundSelect &rows, const std::vector<Slot> &targets, RowValues &values) {
+    for (BoundItem *item = rows.items; item != nullptr; item = item->next) {
+        const std::uint32_t at = item->value->at;
+        item->value = values.part(item->value);
+        if (item->value == nullptr)
+            fail(at, 102,
+                 "Incorrect syntax near a sub-select that reads a variable which its select assigns.");
+    }
+    BoundSelect asked = rows;
+    BoundItem one; // rows count even where nothing of theirs is asked
+    one.value = m_resolver.converter().number("1", {TypeKind::Int, 0, 0}, 0);
+    asked.items = values.asked() != nullptr ? values.asked() : &one;
+    const std::size_t each = m_statements.size();
+    assign(asked, values.slots()).kind = StatementKind::EachRow;
+    m_statements[each].next = assignInTurn(rows.items, targets);
 }
 
 void Translation::choice(const ActionNode &action) {

@@ -5,6 +5,7 @@
 #include "platform/tsql/front_end.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <span>
 #include <string>
@@ -44,8 +45,9 @@ public:
     /// The rows of a Select: all, read to the end, or the first `most` when that is above 0.
     [[nodiscard]] virtual std::shared_ptr<const RowSet> query(const tsql::Statement &statement,
                                                               const Variables &variables, qsizetype most) = 0;
-    /// Gives the statement's targets the cells of its last row; the number of rows.
-    virtual std::int64_t assign(const tsql::Statement &statement, Variables &variables) = 0;
+    /// Gives the statement's targets the cells of its rows, row by row, and tells each; the number of rows.
+    virtual std::int64_t assign(const tsql::Statement &statement, Variables &variables,
+                                const std::function<void()> &told = {}) = 0;
     /// Any other statement that the engine runs; the number of rows that it changed.
     virtual std::int64_t run(const tsql::Statement &statement, const Variables &variables) = 0;
     /// What the last insert into a table with an identity made.

@@ -179,7 +179,8 @@ std::shared_ptr<const RowSet> SqliteDriver::query(const tsql::Statement &stateme
     return rows;
 }
 
-std::int64_t SqliteDriver::assign(const tsql::Statement &statement, Variables &variables) {
+std::int64_t SqliteDriver::assign(const tsql::Statement &statement, Variables &variables,
+                                  const std::function<void()> &told) {
     const auto &targets = statement.targets;
     if (!targets.empty())
         variables.resize(std::max<std::size_t>(variables.size(), *std::ranges::max_element(targets) + 1));
@@ -190,6 +191,8 @@ std::int64_t SqliteDriver::assign(const tsql::Statement &statement, Variables &v
         ++rows;
         for (std::size_t column = 0; column < targets.size(); ++column)
             variables[targets[column]] = running.value(int(column));
+        if (told)
+            told();
     }
     return rows;
 }

@@ -40,7 +40,8 @@ public:
 
     [[nodiscard]] std::shared_ptr<const RowSet> query(const tsql::Statement &statement,
                                                       const Variables &variables, qsizetype most) override;
-    std::int64_t assign(const tsql::Statement &statement, Variables &variables) override;
+    std::int64_t assign(const tsql::Statement &statement, Variables &variables,
+                        const std::function<void()> &told) override;
     [[nodiscard]] std::int64_t lastIdentity() const override {
         return sqlite3_last_insert_rowid(m_session.handle());
     }
