@@ -106,6 +106,7 @@ private:
     std::vector<std::size_t> m_returns;       ///< statements that jump to the procedure's end
     Slot m_slots = KeptSlots;
     int m_calls = 0;  ///< that are in one another
+    int m_choices = 0; ///< that are in one another, within the procedure
     int m_scopes = 0; ///< procedures entered so far
 };
 

@@ -20,7 +20,8 @@ Statement &Translation::assign(Expr *value, Slot target) {
     return assign(row, {target});
 }
 
-/// In a procedure a variable that nothing else is assigned to is the literal that it begins with.
+/// In a procedure a variable that nothing else is assigned to is the literal that it begins with, unless
+/// its declaration may be passed by.
 void Translation::declare(const ActionNode &action) {
     for (const AssignmentNode *variable = action.assignments; variable != nullptr;
          variable = variable->next) {
@@ -29,7 +30,7 @@ void Translation::declare(const ActionNode &action) {
             value = m_resolver.converter().convert(m_resolver.argument(*variable->value), variable->type,
                                                    Purpose::Cast);
         }
-        if (value != nullptr && m_procedure != nullptr && isLiteral(*value) &&
+        if (value != nullptr && m_procedure != nullptr && m_choices == 0 && isLiteral(*value) &&
             !m_procedure->variables[static_cast<std::size_t>(variable->variable)].assigned) {
             m_resolver.declare(variable->type, value);
             continue;
@@ -93,6 +94,7 @@ void Translation::choice(const ActionNode &action) {
     out << "SELECT " << *m_resolver.test(*action.where);
     const std::size_t unless = m_statements.size();
     add(StatementKind::JumpUnless, &out).targets = {newSlot()};
+    ++m_choices;
     statements(action.body);
     if (action.otherwise != nullptr) {
         const std::size_t jump = m_statements.size();
@@ -103,6 +105,7 @@ void Translation::choice(const ActionNode &action) {
     } else {
         m_statements[unless].next = m_statements.size();
     }
+    --m_choices;
 }
 
 /// The value is worked out, since that may fail, and dropped.

@@ -11,6 +11,8 @@ namespace zel::tsql {
 namespace {
 
 constexpr int DeepestCalls = 32;
+/// Of one text: procedures that call others several times would fill all memory.
+constexpr int MostCalls = 100'000;
 
 /// Procedures that the connection carries out itself.
 constexpr std::array<std::string_view, 4> ServerProcedures = {"sp_addlogin", "sp_adduser",
@@ -141,19 +143,23 @@ void Translation::declareParameters(const Procedure &procedure, const std::vecto
 }
 
 void Translation::expand(const ActionNode &action, const std::string &text) {
+    if (++m_scopes > MostCalls)
+        fail(action.at, 701, "There is not enough memory for this statement.");
     const Procedure &called = procedure(action, text);
     const std::vector<Expr *> values = bind(action, *called.action, text);
     const std::size_t enter = m_statements.size();
     add(StatementKind::Enter);
     const std::string_view caller = m_resolver.source();
-    const Resolver::Scopes scopes = m_resolver.openScope(newSlot(), ++m_scopes);
+    const Resolver::Scopes scopes = m_resolver.openScope(newSlot(), m_scopes);
     m_resolver.setSource(text);
     const Procedure *const outer = std::exchange(m_procedure, &called);
+    const int choices = std::exchange(m_choices, 0);
     std::vector<std::size_t> returns = std::exchange(m_returns, {});
     declareParameters(called, values);
     statements(called.action->body);
     m_returns.swap(returns);
     m_procedure = outer;
+    m_choices = choices;
     m_resolver.setSource(caller);
     for (const std::size_t jump : returns)
         m_statements[jump].next = m_statements.size();

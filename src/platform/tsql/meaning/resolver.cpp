@@ -75,9 +75,9 @@ bool Resolver::isDropped(const Table *table) const {
 }
 
 const Table *Resolver::findTable(const TableName &name) const {
-    const bool ours =
-        (name.database.empty() || sameName(name.database, isTemporary(name.name) ? "tempdb" : "ZEL")) &&
-        (name.schema.empty() || sameName(name.schema, "dbo"));
+    const bool ours = (name.database.empty() || sameName(name.database, "ZEL") ||
+                       (isTemporary(name.name) && sameName(name.database, "tempdb"))) &&
+                      (name.schema.empty() || sameName(name.schema, "dbo"));
     if (!ours)
         return nullptr;
     for (const CreatedTable &created : m_created) {
