@@ -2,6 +2,7 @@
 
 #include "platform/ado/drivers/sqlite_driver.h"
 #include "platform/base/error.h"
+#include "platform/tsql/text/names.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -23,63 +24,160 @@ bool isWorkTable(const std::string &name) {
         .startsWith(QLatin1String("rpt"), Qt::CaseInsensitive);
 }
 
-/// All statements of a procedure as one transaction, unless one is open already. What only work tables hold
-/// is made anew before it is read, so that nobody waits for it to be on the disk.
-class Procedure {
+bool writes(const Statement &statement) {
+    return statement.kind > StatementKind::Select && statement.kind < StatementKind::Assign;
+}
+
+bool asksEngine(const Statement &statement) {
+    return writes(statement) || !statement.sql.empty();
+}
+
+/// What it writes is made anew before it is read, or is the connection's own, so that nobody waits for it to
+/// be on the disk.
+bool isPassing(const Statement &statement) {
+    const bool fills = statement.kind == StatementKind::Insert || statement.kind == StatementKind::Update ||
+                       statement.kind == StatementKind::Delete;
+    return tsql::isTemporary(statement.name) || (fills && isWorkTable(statement.name));
+}
+
+/// Runs the statements of one text: holds its variables, goes its ways, tells what each written statement
+/// left.
+class Batch {
 public:
-    Procedure(Driver &driver, std::span<const Statement> statements) : m_driver(driver) {
-        const auto writes = [](const Statement &statement) {
-            return statement.kind != StatementKind::Select;
-        };
-        const auto refills = [](const Statement &statement) {
-            return (statement.kind == StatementKind::Insert || statement.kind == StatementKind::Update ||
-                    statement.kind == StatementKind::Delete) &&
-                   isWorkTable(statement.name);
-        };
-        m_open = statements.size() > 1 && std::ranges::any_of(statements, writes) && !driver.inTransaction();
-        if (m_open)
-            driver.begin(std::ranges::all_of(statements,
-                                             [&](const Statement &statement) {
-                                                 return !writes(statement) || refills(statement);
-                                             })
-                             ? Durability::Later
-                             : Durability::Now);
+    Batch(Driver &driver, std::vector<Statement> &statements, const std::function<void(Outcome)> &told,
+          qsizetype most)
+        : m_driver(driver), m_statements(statements), m_told(told), m_most(most), m_variables(driver.kept()) {
     }
-    ~Procedure() {
-        if (m_open)
+    ~Batch() {
+        if (m_transaction)
             m_driver.rollback();
+        m_variables.resize(tsql::KeptSlots);
+        m_driver.kept() = std::move(m_variables);
     }
-    Procedure(const Procedure &) = delete;
-    Procedure &operator=(const Procedure &) = delete;
-    void commit() {
-        if (m_open)
-            m_driver.commit();
-        m_open = false;
+    Batch(const Batch &) = delete;
+    Batch &operator=(const Batch &) = delete;
+
+    void run() {
+        for (std::size_t place = 0; place < m_statements.size();)
+            place = step(place);
     }
 
 private:
-    Driver &m_driver;
-    bool m_open = false;
-};
-
-Outcome runTogether(Driver &driver, std::span<Statement> statements, qsizetype most) {
-    Outcome outcome;
-    Procedure procedure(driver, statements);
-    for (Statement &statement : statements) {
-        if (statement.kind != StatementKind::Select) {
-            outcome.rowsAffected += driver.run(statement);
-            continue;
+    /// Runs one statement; the place of the next.
+    std::size_t step(std::size_t place) {
+        Statement &statement = m_statements[place];
+        switch (statement.kind) {
+        case StatementKind::Jump:
+            return statement.next;
+        case StatementKind::JumpUnless: {
+            m_driver.assign(statement, m_variables);
+            setRowCount(statement, 0);
+            const bool holds = m_variables[statement.targets.front()] == Value(1);
+            return holds ? place + 1 : statement.next;
         }
-        auto rows = driver.query(statement, most);
-        if (outcome.rows)
-            continue;
-        outcome.rowsAffected = rows->rowCount();
-        outcome.rows = std::move(rows);
-        outcome.statement = std::move(statement);
+        case StatementKind::Assign:
+            setRowCount(statement, m_driver.assign(statement, m_variables));
+            break;
+        case StatementKind::EachRow:
+            setRowCount(statement, m_driver.assign(statement, m_variables, [&] {
+                for (std::size_t inner = place + 1; inner < statement.next; ++inner)
+                    m_driver.assign(m_statements[inner], m_variables);
+            }));
+            return statement.next;
+        case StatementKind::SetOption:
+            setRowCount(statement, 0);
+            break;
+        case StatementKind::Enter:
+            enter(place);
+            break;
+        case StatementKind::Leave:
+            leave();
+            break;
+        default:
+            ask(statement);
+        }
+        return place + 1;
     }
-    procedure.commit();
-    return outcome;
-}
+
+    void ask(Statement &statement) {
+        if (statement.kind == StatementKind::Select) {
+            auto rows = m_driver.query(statement, m_variables, m_most);
+            setRowCount(statement, rows->rowCount());
+            if (!m_outcome.rows) {
+                m_outcome.rowsAffected = rows->rowCount();
+                m_outcome.rows = std::move(rows);
+                m_outcome.statement = std::move(statement);
+            }
+        } else {
+            fillArguments(statement);
+            const std::int64_t changed = m_driver.run(statement, m_variables);
+            setRowCount(statement, changed);
+            m_outcome.rowsAffected += changed;
+            if (statement.kind == StatementKind::Insert)
+                setIdentity(statement, changed);
+        }
+        if (m_depth == 0)
+            tell();
+    }
+
+    void fillArguments(Statement &call) const {
+        for (std::size_t i = 0; i < call.arguments.size(); ++i) {
+            const tsql::Slot slot = call.targets[i];
+            if (slot != 0 && !m_variables[slot].isNull())
+                call.arguments[i] = m_variables[slot].text().toStdString();
+        }
+    }
+
+    void setRowCount(const Statement &statement, std::int64_t count) {
+        if (!statement.keepsRowCount)
+            m_variables[tsql::RowCountSlot] = count;
+    }
+
+    void setIdentity(const Statement &insert, std::int64_t rows) {
+        const bool made = insert.makesIdentity && rows > 0;
+        m_variables[tsql::IdentitySlot] = made ? Value(m_driver.lastIdentity()) : Value();
+        if (!made)
+            return;
+        m_variables.resize(std::max<std::size_t>(m_variables.size(), insert.scopeIdentity + 1));
+        m_variables[insert.scopeIdentity] = m_variables[tsql::IdentitySlot];
+    }
+
+    /// All statements of a procedure are one transaction, unless one is open already.
+    void enter(std::size_t place) {
+        if (m_depth++ > 0 || m_driver.inTransaction())
+            return;
+        const std::span<const Statement> body =
+            std::span(m_statements).subspan(place, m_statements[place].next - place);
+        if (std::ranges::count_if(body, asksEngine) < 2 || std::ranges::none_of(body, writes))
+            return;
+        m_driver.begin(
+            std::ranges::all_of(
+                body, [](const Statement &statement) { return !writes(statement) || isPassing(statement); })
+                ? Durability::Later
+                : Durability::Now);
+        m_transaction = true;
+    }
+
+    void leave() {
+        if (--m_depth > 0)
+            return;
+        if (m_transaction)
+            m_driver.commit();
+        m_transaction = false;
+        tell();
+    }
+
+    void tell() { m_told(std::exchange(m_outcome, {})); }
+
+    Driver &m_driver;
+    std::vector<Statement> &m_statements;
+    const std::function<void(Outcome)> &m_told;
+    qsizetype m_most;
+    Variables m_variables;
+    Outcome m_outcome; ///< of the written statement that is under way
+    int m_depth = 0;   ///< of procedures
+    bool m_transaction = false;
+};
 
 } // namespace
 
@@ -87,12 +185,7 @@ void runStatements(Driver &driver, const Sql &text, const std::function<void(Out
                    qsizetype most) {
     driver.refresh();
     std::vector<Statement> statements = tsql::translate(text, driver, driver.traits());
-    for (auto first = statements.begin(); first != statements.end();) {
-        const auto end = std::find_if(first + 1, statements.end(),
-                                      [](const Statement &statement) { return !statement.continues; });
-        told(runTogether(driver, {first, end}, most));
-        first = end;
-    }
+    Batch(driver, statements, told, most).run();
 }
 
 std::unique_ptr<Driver> openCatalog(const QString &dataSource, const QString &user, const QString &password) {

@@ -2,6 +2,7 @@
 
 #include "platform/base/sql.h"
 #include "platform/tsql/meaning/catalog.h"
+#include "platform/tsql/meaning/slot.h"
 
 #include <optional>
 #include <string>
@@ -28,9 +29,17 @@ enum class StatementKind {
     DropProcedure,
     ServerCall, ///< sp_addlogin and the like: `name` and `arguments`
     Analyze,
+    // What asks nothing of an engine, or only for values.
+    Assign,     ///< the cells of the last row go to `targets`, which stay as they are when there is none
+    EachRow,    ///< an Assign for each row; behind each come the Assigns up to `next`
+    Jump,       ///< on to `next`
+    JumpUnless, ///< as an Assign of one cell, then on to `next` unless that is true
+    Enter,      ///< a procedure's statements follow, up to the Leave at `next`
+    Leave,
+    SetOption, ///< without effect but on @@rowcount
 };
 
-/// One statement, ready for the engine.
+/// One statement, ready for the engine. A text's statements run in their order; jumps lead forward only.
 struct Statement {
     StatementKind kind = StatementKind::Select;
     std::string sql; ///< text for the engine; '' for CreateProcedure, DropProcedure and ServerCall
@@ -43,8 +52,12 @@ struct Statement {
     std::string name; ///< what it makes, drops or calls; the table that it changes
     std::string text;
     std::vector<std::optional<std::string>> arguments; ///< of a ServerCall, as texts; nullopt for NULL
-    /// Part of the same written statement as the one before: the second and further ones of a procedure.
-    bool continues = false;
+    std::vector<Slot> parameters;                      ///< whose values the parameters 1, 2 ... of `sql` take
+    std::vector<Slot> targets; ///< of an Assign; of a ServerCall, by argument: whose text it is, if above 0
+    std::size_t next = 0;      ///< of jumps and an Enter: a place among the text's statements
+    Slot scopeIdentity = ScopeIdentitySlot; ///< of an Insert: what takes the new identity beside @@identity
+    bool makesIdentity = false;             ///< an Insert into a table with an identity
+    bool keepsRowCount = false;             ///< @@rowcount stays as it is
 };
 
 /// What differs between the engines: a table of names and of writers of single nodes.

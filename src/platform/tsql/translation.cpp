@@ -1,24 +1,31 @@
 #include "platform/tsql/translation.h"
 
+#include "platform/base/error.h"
 #include "platform/tsql/reading/parser.h"
-#include "platform/tsql/text/names.h"
 
 namespace zel::tsql {
 
+/// Nothing is kept of a statement's trees. A failure of its meaning gives way to one of syntax further on.
 std::vector<Statement> Translation::run(std::string_view source, const std::vector<Token> &tokens) {
     m_resolver.setSource(source);
-    for (const ActionNode *action = Parser(source, tokens, m_arena).statements(); action != nullptr;
-         action = action->next) {
-        const std::size_t first = m_statements.size();
-        statement(*action);
-        for (std::size_t further = first + 1; further < m_statements.size(); ++further)
-            m_statements[further].continues = true;
+    Parser parser(source, tokens, m_arena);
+    while (const ActionNode *action = parser.next()) {
+        try {
+            statements(action);
+        } catch (const Error &) {
+            while (parser.next() != nullptr)
+                m_arena.reset();
+            throw;
+        }
+        m_resolver.forget();
+        m_arena.reset();
     }
+    for (const std::size_t jump : m_returns)
+        m_statements[jump].next = m_statements.size();
     return std::move(m_statements);
 }
 
 void Translation::statement(const ActionNode &action) {
-    Writer out = writer();
     switch (action.kind) {
     case ActionKind::Select:
         return select(action);
@@ -43,16 +50,28 @@ void Translation::statement(const ActionNode &action) {
     case ActionKind::Declare:
         return declare(action);
     case ActionKind::SetVariable:
-        m_resolver.assign(action.assignments->name, action.assignments->at, *action.assignments->value);
+        return setVariable(action);
+    case ActionKind::SetOption:
+        add(StatementKind::SetOption);
         return;
+    case ActionKind::If:
+        return choice(action);
+    case ActionKind::Return:
+        return returning(action);
     case ActionKind::Analyze:
-        out.analyze(m_resolver.table(action.table));
-        add(StatementKind::Analyze, &out);
-        return;
+        return analyze(action);
     }
 }
 
+void Translation::analyze(const ActionNode &action) {
+    Writer out = writer();
+    out.analyze(m_resolver.table(action.table));
+    add(StatementKind::Analyze, &out);
+}
+
 void Translation::select(const ActionNode &action) {
+    if (action.select->items->variable != NoVariable)
+        return selectVariables(*action.select);
     const BoundSelect &rows = *m_resolver.topSelect(*action.select);
     Writer out = writer();
     out.topSelect(rows);
@@ -76,7 +95,10 @@ void Translation::insertion(const ActionNode &action) {
     const BoundInsert &insert = *m_resolver.insertion(action);
     Writer out = writer();
     out.insertion(insert);
-    add(StatementKind::Insert, &out).name = insert.table->name;
+    Statement &made = add(StatementKind::Insert, &out);
+    made.name = insert.table->name;
+    made.makesIdentity = std::ranges::any_of(insert.table->columns, &Column::identity);
+    made.scopeIdentity = m_resolver.scopes().identity;
 }
 
 void Translation::change(const ActionNode &action, StatementKind kind) {
@@ -87,108 +109,6 @@ void Translation::change(const ActionNode &action, StatementKind kind) {
     else
         out.deletion(change);
     add(kind, &out).name = change.target->table->name;
-}
-
-void Translation::createTable(const ActionNode &action) {
-    if (m_resolver.findTable(action.table) != nullptr) {
-        fail(action.table.at, 2714,
-             "There is already an object named '" + std::string(action.table.name) + "' in the database.");
-    }
-    Table table;
-    table.name = action.table.name;
-    int identities = 0;
-    for (const ColumnNode *column = action.columns; column != nullptr; column = column->next) {
-        for (const Column &other : table.columns) {
-            if (sameName(other.name, column->name)) {
-                fail(column->at, 2705,
-                     "Column names in each table must be unique. Column name '" + std::string(column->name) +
-                         "' in table '" + table.name + "' is specified more than once.");
-            }
-        }
-        identities += column->identity ? 1 : 0;
-        if (identities > 1)
-            fail(column->at, 2744, "Multiple identity columns specified for table '" + table.name + "'.");
-        table.columns.push_back(
-            {std::string(column->name), column->type, !column->notNull, column->identity});
-    }
-    for (const NameNode *key = action.names; key != nullptr; key = key->next) {
-        bool found = false;
-        for (Column &column : table.columns) {
-            if (sameName(column.name, key->text)) {
-                column.nullable = false;
-                found = true;
-            }
-        }
-        if (!found)
-            fail(key->at, 1911,
-                 "Column name '" + std::string(key->text) + "' does not exist in the target table.");
-    }
-    Writer out = writer();
-    out.createTable(action);
-    add(StatementKind::CreateTable, &out).name = table.name;
-    m_resolver.created(std::move(table));
-}
-
-void Translation::dropTable(const ActionNode &action) {
-    const Table *found = m_resolver.findTable(action.table);
-    if (found == nullptr) {
-        fail(action.table.at, 3701,
-             "Cannot drop the table '" + std::string(action.table.name) +
-                 "', because it does not exist or you do not have permission.");
-    }
-    Writer out = writer();
-    out.dropTable(*found);
-    add(StatementKind::DropTable, &out).name = found->name;
-    m_resolver.dropped(*found);
-}
-
-void Translation::createIndex(const ActionNode &action) {
-    const Table &table = m_resolver.table(action.indexed);
-    for (const NameNode *name = action.names; name != nullptr; name = name->next) {
-        bool found = false;
-        for (const Column &column : table.columns)
-            found = found || sameName(column.name, name->text);
-        if (!found) {
-            fail(name->at, 1911,
-                 "Column name '" + std::string(name->text) + "' does not exist in the target table.");
-        }
-    }
-    if (action.where != nullptr)
-        checkFilter(action, table);
-    Writer out = writer();
-    out.createIndex(action, table);
-    add(StatementKind::CreateIndex, &out).name = action.table.name;
-}
-
-void Translation::checkFilter(const ActionNode &index, const Table &table) {
-    const Node &filter = *index.where;
-    if (filter.kind != NodeKind::IsNull || filter.a->kind != NodeKind::Column || !filter.a->qualifier.empty())
-        fail(filter.at, 10735,
-             "Incorrect WHERE clause for filtered index '" + std::string(index.table.name) + "' on table '" +
-                 table.name + "'.");
-    for (const Column &column : table.columns)
-        if (sameName(column.name, filter.a->text))
-            return;
-    fail(filter.a->at, 207, "Invalid column name '" + std::string(filter.a->text) + "'.");
-}
-
-void Translation::createProcedure(const ActionNode &action) {
-    if (m_catalog.procedure(action.table.name) != nullptr) {
-        fail(action.table.at, 2714,
-             "There is already an object named '" + std::string(action.table.name) + "' in the database.");
-    }
-    Statement &made = add(StatementKind::CreateProcedure);
-    made.name = action.table.name;
-    made.text = m_resolver.source();
-}
-
-void Translation::dropProcedure(const ActionNode &action) {
-    if (m_catalog.procedure(action.table.name) == nullptr) {
-        fail(action.table.at, 3701,
-             "Cannot drop the procedure '" + std::string(action.table.name) +
-                 "', because it does not exist or you do not have permission.");
-    }
-    add(StatementKind::DropProcedure).name = action.table.name;
 }
 
 } // namespace zel::tsql

@@ -190,8 +190,22 @@ void tst_transaction::secondConnectionSeesWhatIsCommitted() {
         transaction.commit();
     }
     QCOMPARE(shown(report, "select Pswd from LctPswd"), QStringLiteral("NEW"));
-    writer.Execute("create table Later (Number int null)");
+    writer.Execute(
+        "create table Later (Number int null) create table #own (Id int identity, Number int null)");
     QCOMPARE(shown(report, "select Number from Later"), QString());
+    // A table of the connection's own is edited like others, unseen by others, and goes with the connection.
+    Recordset own;
+    own.Open("select * from #own", writer);
+    own.AddNew();
+    own.Fields("Number") = 5;
+    own.Update();
+    QCOMPARE(shown(writer, "select Number, @@identity, scope_identity(), @@rowcount from #own"),
+             QStringLiteral("5|1|1|1"));
+    const auto missing = [](Connection &con) { return failure([&con] { con.Execute("delete from #own"); }); };
+    QCOMPARE(missing(report), 208);
+    writer.Close();
+    writer.Open();
+    QCOMPARE(missing(writer), 208);
 }
 
 void tst_transaction::procedureIsOneTransaction_data() {
@@ -211,6 +225,7 @@ void tst_transaction::procedureIsOneTransaction() {
     open(con, folder.path());
     const QString column = table == u"tblSession" ? QStringLiteral("SessionId") : QStringLiteral("AcCode");
     con.Execute(Sql::trusted(QStringLiteral("create procedure Refill @divisor int as begin delete from %1"
+                                            " create table #own (Number int null)"
                                             " insert into %1 (%2) values (@divisor)"
                                             " insert into %1 (%2) select 100 / @divisor end")
                                  .arg(table, column)

@@ -61,7 +61,7 @@ void tst_refusals::refused_data() {
     row(156, "select 1\n, ^from Accounts");
     row(102, "select 1 as x ^Two 1");
     row(102, "select ^?");
-    row(156, "^IF 1=1 select 1");
+    row(156, "^while 1=1 select 1");
     row(156, "^truncate table Accounts");
     row(156, "select AcStatus union ^order by 1");
     row(243, "create table t (a int, b ^blob)");
@@ -81,6 +81,29 @@ void tst_refusals::refused_data() {
     row(1013, "select 1 from Accounts a join ^tblSession a on 1=1");
     row(195, "select ^nosuchfn(1)");
     row(137, "select ^@x");
+    // Variables and ways.
+    row(137, "declare @a int = ^@a");
+    row(137, "create procedure P @a int as select ^@b");
+    row(134, "declare @x int, ^@X int");
+    row(134, "create procedure P @a int as declare ^@a int");
+    row(102, "set ^@@rowcount = 1");
+    row(141, "declare @a int select @a = 1, ^AcName from Accounts");
+    row(199, "declare @a int insert into tblSession (SessionId) select ^@a = 1");
+    row(10734, "declare @a int select ^@a = 1 union all select 2");
+    row(102, "declare @a int select (select @a ^= 1)");
+    row(102, "declare @a int set @a ^+= 1");
+    row(178, "^return 5");
+    row(111, "select 1 create ^procedure P as select 2");
+    row(156, "create procedure P as ^while 1=1 select 1");
+    row(156, "if 1=1 select 1 select 2 ^else select 3");
+    row(156, "declare @c ^cursor");
+    row(156, "declare @t ^table (a int)");
+    row(102, "Two 1 ^output");
+    row(102, "create procedure P @a int ^output as select 1");
+    row(156, "select RowID ^into #t from Accounts");
+    row(102, "create table ^##t (a int)");
+    row(102, "create procedure ^#P as select 1");
+    row(156, "select * from nosuch select ^from Accounts"); // the whole text is read before its meaning
     row(174, "select ^isnull(1)");
     // Queries.
     row(116, "select (^select AcName,AcStatus from Accounts)");
@@ -197,9 +220,13 @@ void tst_refusals::deepExpressions() {
     const std::string nested = "select " + std::string(50'000, '(') + '1' + std::string(50'000, ')');
     QCOMPARE(m_catalog.refusal(Sql::trusted(nested)), 191);
     std::string blocks = "create procedure P as ";
-    for (int i = 0; i < 50'000; ++i)
+    std::string choices;
+    for (int i = 0; i < 50'000; ++i) {
         blocks += "begin ";
+        choices += "if 1=1 ";
+    }
     QCOMPARE(m_catalog.refusal(Sql::trusted(blocks)), 191);
+    QCOMPARE(m_catalog.refusal(Sql::trusted(choices)), 191);
 }
 
 QTEST_APPLESS_MAIN(tst_refusals)

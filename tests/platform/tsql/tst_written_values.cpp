@@ -130,6 +130,8 @@ void tst_written_values::values_data() {
     row("Both 'O''N',@d='3/4/2024'", {"O'N|1.01|2024-03-04|1|1!"});
     row("exec Both 12,default,null", {"12|1.01|NULL|1|1!"});
     row("exec Outer1 7", {"7|7.0|2024-01-02|7|7!"});
+    row("declare @v varchar(9), @i int set @v = 'ÑANDÚ' set @i = '4' select Id from T where V = @v or I = @i",
+        {"1", "2", "5"});
 }
 
 void tst_written_values::values() {

@@ -42,6 +42,8 @@ WrittenCatalog::WrittenCatalog(std::string_view script) {
 }
 
 WrittenCatalog::~WrittenCatalog() {
+    for (const auto &[slot, value] : m_variables)
+        sqlite3_value_free(value);
     sqlite3_close(m_db);
 }
 
@@ -90,13 +92,21 @@ int WrittenCatalog::refusal(const Sql &text, QString *description) const {
     return 0;
 }
 
-QStringList WrittenCatalog::rows(const std::string &sql) const {
+QStringList WrittenCatalog::rows(const std::string &sql, const std::vector<Slot> &parameters,
+                                 const std::vector<Slot> &targets) const {
     sqlite3_stmt *statement = nullptr;
     QStringList lines;
     if (sqlite3_prepare_v2(m_db, sql.c_str(), -1, &statement, nullptr) != SQLITE_OK)
         throw Error(102, std::string(sqlite3_errmsg(m_db)) + ": " + sql);
+    for (std::size_t i = 0; i < parameters.size(); ++i)
+        sqlite3_bind_value(statement, int(i) + 1, m_variables[parameters[i]]);
     int step = SQLITE_ROW;
     while ((step = sqlite3_step(statement)) == SQLITE_ROW) {
+        for (std::size_t i = 0; i < targets.size(); ++i) {
+            sqlite3_value *&held = m_variables[targets[i]];
+            sqlite3_value_free(held);
+            held = sqlite3_value_dup(sqlite3_column_value(statement, int(i)));
+        }
         QStringList cells;
         for (int i = 0; i < sqlite3_column_count(statement); ++i)
             cells << cell(statement, i);
@@ -113,7 +123,9 @@ QStringList WrittenCatalog::run(const Sql &text) {
     try {
         QStringList last;
         for (const Statement &statement : translate(text, *this, sqlite())) {
-            last = rows(statement.sql);
+            if (statement.sql.empty())
+                continue;
+            last = rows(statement.sql, statement.parameters, statement.targets);
             if (statement.baseTable.empty())
                 continue;
             for (QString &line : last) // the row identity behind the columns

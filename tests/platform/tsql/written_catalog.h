@@ -9,6 +9,7 @@
 #include <string>
 
 struct sqlite3;
+struct sqlite3_value;
 
 /// An engine in memory whose tables were all written by the front end, and the catalog read back from them.
 class WrittenCatalog : public zel::tsql::Catalog {
@@ -33,9 +34,13 @@ public:
 
 private:
     void readTables();
-    [[nodiscard]] QStringList rows(const std::string &sql) const;
+    /// Rows go to the targets too.
+    [[nodiscard]] QStringList rows(const std::string &sql,
+                                   const std::vector<zel::tsql::Slot> &parameters = {},
+                                   const std::vector<zel::tsql::Slot> &targets = {}) const;
 
     sqlite3 *m_db = nullptr;
+    mutable std::map<zel::tsql::Slot, sqlite3_value *> m_variables;
     std::map<std::string, zel::tsql::Table> m_tables;
     std::map<std::string, std::string> m_procedures;
 };

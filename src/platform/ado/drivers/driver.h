@@ -5,10 +5,12 @@
 #include "platform/tsql/front_end.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace zel::ado {
 
@@ -17,6 +19,10 @@ struct Assignment {
     std::string_view column;
     const Value &value;
 };
+
+/// The values of a running batch by slot; NULL for a slot that is not there yet. They are as the engine gave
+/// them: whole numbers, floating ones and texts.
+using Variables = std::vector<Value>;
 
 /// When a transaction is safe from a power cut: before its commit() returns, or only together with the next
 /// commit that is, or at the close. Until then a power cut may undo it, whole.
@@ -38,9 +44,14 @@ public:
 
     /// The rows of a Select: all, read to the end, or the first `most` when that is above 0.
     [[nodiscard]] virtual std::shared_ptr<const RowSet> query(const tsql::Statement &statement,
-                                                              qsizetype most) = 0;
-    /// Any other statement; the number of rows that it changed.
-    virtual std::int64_t run(const tsql::Statement &statement) = 0;
+                                                              const Variables &variables, qsizetype most) = 0;
+    /// Gives the statement's targets the cells of its rows, row by row, and tells each; the number of rows.
+    virtual std::int64_t assign(const tsql::Statement &statement, Variables &variables,
+                                const std::function<void()> &told = {}) = 0;
+    /// Any other statement that the engine runs; the number of rows that it changed.
+    virtual std::int64_t run(const tsql::Statement &statement, const Variables &variables) = 0;
+    /// What the last insert into a table with an identity made.
+    [[nodiscard]] virtual std::int64_t lastIdentity() const = 0;
 
     /// Adds a row; the row identity that it got. Columns that are not named take their default.
     virtual std::int64_t insertRow(std::string_view table, std::span<const Assignment> values) = 0;
@@ -53,6 +64,12 @@ public:
     virtual void commit() = 0;
     /// Undoes what was written since begin(); can't fail.
     virtual void rollback() noexcept = 0;
+
+    /// What stays in its slots from one batch to the next.
+    [[nodiscard]] Variables &kept() { return m_kept; }
+
+private:
+    Variables m_kept{0, Value(), Value()};
 };
 
 } // namespace zel::ado

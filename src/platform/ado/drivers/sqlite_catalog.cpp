@@ -1,6 +1,7 @@
 #include "platform/ado/drivers/sqlite_catalog.h"
 
 #include "platform/base/error.h"
+#include "platform/tsql/text/names.h"
 
 #include <algorithm>
 
@@ -25,14 +26,17 @@ void SqliteCatalog::refresh() {
         m_version = version.integer(0);
         m_tables.clear();
     }
+    // The schema's version does not tell of tables that are this connection's own.
+    m_tables.erase(m_tables.lower_bound("#"), m_tables.lower_bound("$"));
 }
 
 std::optional<tsql::Table> SqliteCatalog::readTable(const std::string &key) {
     const SqliteSession::OwnTables access(m_session);
+    const std::string schema = tsql::isTemporary(key) ? "sqlite_temp_master" : "sqlite_master";
     SqliteSession::Running columns = m_session.prepare(
-        "select t.name, c.name, c.type, c.\"notnull\", c.pk, instr(upper(t.sql), 'AUTOINCREMENT') > 0"
-        " from sqlite_master t, pragma_table_info(t.name) c where t.type = 'table' and lower(t.name) = ?"
-        " order by c.cid");
+        "select t.name, c.name, c.type, c.\"notnull\", c.pk, instr(upper(t.sql), 'AUTOINCREMENT') > 0 from " +
+        schema +
+        " t, pragma_table_info(t.name) c where t.type = 'table' and lower(t.name) = ? order by c.cid");
     columns.bind(1, std::string_view(key));
     std::optional<tsql::Table> table;
     while (columns.step()) {

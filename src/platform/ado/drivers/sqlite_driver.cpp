@@ -8,6 +8,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace zel::ado {
@@ -79,6 +80,20 @@ void appendCell(RowSet &rows, sqlite3_stmt *statement, int column) {
     }
 }
 
+void bindVariables(SqliteSession::Running &running, const tsql::Statement &statement,
+                   const Variables &variables) {
+    int parameter = 0;
+    for (const tsql::Slot slot : statement.parameters) {
+        ++parameter;
+        if (slot >= variables.size())
+            continue;
+        if (const auto *text = std::get_if<std::string>(&variables[slot].storage()))
+            running.bind(parameter, std::string_view(*text)); // copied: it may be assigned to meanwhile
+        else
+            running.bind(parameter, variables[slot]);
+    }
+}
+
 } // namespace
 
 SqliteDriver::SqliteDriver(const std::string &path, SqliteSession::Purpose purpose)
@@ -147,9 +162,11 @@ SqliteDriver::~SqliteDriver() {
                  nullptr);
 }
 
-SqliteSession::Running SqliteDriver::prepare(const tsql::Statement &statement) {
+SqliteSession::Running SqliteDriver::prepare(const tsql::Statement &statement, const Variables &variables) {
     try {
-        return m_session.prepare(statement.sql);
+        SqliteSession::Running running = m_session.prepare(statement.sql);
+        bindVariables(running, statement, variables);
+        return running;
     } catch (const Error &error) {
         constexpr int TooDeep = 191;
         if (error.number() == TooDeep && !statement.tooDeep.empty())
@@ -158,8 +175,9 @@ SqliteSession::Running SqliteDriver::prepare(const tsql::Statement &statement) {
     }
 }
 
-std::shared_ptr<const RowSet> SqliteDriver::query(const tsql::Statement &statement, qsizetype most) {
-    SqliteSession::Running running = prepare(statement);
+std::shared_ptr<const RowSet> SqliteDriver::query(const tsql::Statement &statement,
+                                                  const Variables &variables, qsizetype most) {
+    SqliteSession::Running running = prepare(statement, variables);
     sqlite3_stmt *engine = running.get();
     const int cells = sqlite3_column_count(engine);
     const bool withIdentity = !statement.baseTable.empty();
@@ -173,15 +191,30 @@ std::shared_ptr<const RowSet> SqliteDriver::query(const tsql::Statement &stateme
     return rows;
 }
 
+std::int64_t SqliteDriver::assign(const tsql::Statement &statement, Variables &variables,
+                                  const std::function<void()> &told) {
+    const auto &targets = statement.targets;
+    if (!targets.empty())
+        variables.resize(std::max<std::size_t>(variables.size(), *std::ranges::max_element(targets) + 1));
+    SqliteSession::Running running = prepare(statement, variables);
+    std::int64_t rows = 0;
+    while (running.step()) {
+        ++rows;
+        for (std::size_t column = 0; column < targets.size(); ++column)
+            variables[targets[column]] = running.value(int(column));
+        if (told)
+            told();
+    }
+    return rows;
+}
+
 void SqliteDriver::requireTransaction() const {
     if (m_transaction && !m_session.inTransaction())
         throw Error(3902, "The transaction was undone by an earlier failure.");
 }
 
-std::int64_t SqliteDriver::run(const tsql::Statement &statement) {
+std::int64_t SqliteDriver::run(const tsql::Statement &statement, const Variables &variables) {
     requireTransaction();
-    if (statement.kind == StatementKind::Select)
-        return query(statement, 0)->rowCount();
     m_changed |= m_durability == Durability::Now;
     switch (statement.kind) {
     case StatementKind::CreateProcedure:
@@ -198,7 +231,7 @@ std::int64_t SqliteDriver::run(const tsql::Statement &statement) {
     case StatementKind::Insert:
     case StatementKind::Update:
     case StatementKind::Delete: {
-        SqliteSession::Running running = prepare(statement);
+        SqliteSession::Running running = prepare(statement, variables);
         while (running.step()) {
         }
         return sqlite3_changes64(m_session.handle());
@@ -240,7 +273,14 @@ std::int64_t SqliteDriver::insertRow(std::string_view table, std::span<const Ass
         sql += ')';
     }
     write(sql, values, std::nullopt);
-    return sqlite3_last_insert_rowid(m_session.handle());
+    const std::int64_t identity = lastIdentity();
+    const tsql::Table *known = this->table(table);
+    const bool makesIdentity = known && std::ranges::any_of(known->columns, &tsql::Column::identity);
+    kept()[tsql::RowCountSlot] = 1;
+    kept()[tsql::IdentitySlot] = makesIdentity ? Value(identity) : Value();
+    if (makesIdentity)
+        kept()[tsql::ScopeIdentitySlot] = identity;
+    return identity;
 }
 
 bool SqliteDriver::updateRow(std::string_view table, std::int64_t identity,
@@ -255,6 +295,7 @@ bool SqliteDriver::updateRow(std::string_view table, std::int64_t identity,
     }
     sql += " where rowid = ?";
     write(sql, values, identity);
+    kept()[tsql::RowCountSlot] = sqlite3_changes(m_session.handle());
     return sqlite3_changes(m_session.handle()) > 0;
 }
 

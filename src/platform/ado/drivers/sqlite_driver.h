@@ -39,8 +39,13 @@ public:
     }
 
     [[nodiscard]] std::shared_ptr<const RowSet> query(const tsql::Statement &statement,
-                                                      qsizetype most) override;
-    std::int64_t run(const tsql::Statement &statement) override;
+                                                      const Variables &variables, qsizetype most) override;
+    std::int64_t assign(const tsql::Statement &statement, Variables &variables,
+                        const std::function<void()> &told) override;
+    [[nodiscard]] std::int64_t lastIdentity() const override {
+        return sqlite3_last_insert_rowid(m_session.handle());
+    }
+    std::int64_t run(const tsql::Statement &statement, const Variables &variables) override;
     std::int64_t insertRow(std::string_view table, std::span<const Assignment> values) override;
     [[nodiscard]] bool updateRow(std::string_view table, std::int64_t identity,
                                  std::span<const Assignment> values) override;
@@ -57,7 +62,8 @@ public:
 private:
     SqliteDriver(const std::string &path, SqliteSession::Purpose purpose);
     /// A statement nested too deeply fails with its own description.
-    [[nodiscard]] SqliteSession::Running prepare(const tsql::Statement &statement);
+    [[nodiscard]] SqliteSession::Running prepare(const tsql::Statement &statement,
+                                                 const Variables &variables);
     void requireTransaction() const;
     /// Ends what begin() began.
     void ended() noexcept;

@@ -68,6 +68,17 @@ std::pair<std::string, std::string> failedColumn(const std::string &message) {
     return {message.substr(colon + 2, point - colon - 2), message.substr(point + 1)};
 }
 
+/// "table" and "T" of "table "T" already exists", "index" and "I" of "index I already exists".
+std::pair<std::string, std::string> existing(const std::string &message) {
+    constexpr std::string_view End = " already exists";
+    const std::size_t blank = message.find(' ');
+    if (!message.ends_with(End) || blank >= message.size() - End.size())
+        return {};
+    std::string name = message.substr(blank + 1, message.size() - End.size() - blank - 1);
+    std::erase(name, '"');
+    return {message.substr(0, blank), name};
+}
+
 } // namespace
 
 SqliteSession::SqliteSession(const std::string &path, Purpose purpose) : m_path(path) {
@@ -188,6 +199,16 @@ void SqliteSession::fail(int code) {
     if (code == SQLITE_ERROR && message.find("too many ") != std::string::npos)
         throw Error(8623, std::string("The query processor ran out of internal resources and could not "
                                       "produce a query plan. Simplify the query."));
+    // What a batch makes or drops on a way that it does not take is known to its other statements.
+    constexpr std::string_view NoTable = "no such table: ";
+    if (message.starts_with(NoTable))
+        throw Error(208, "Invalid object name '" + message.substr(NoTable.size()) + "'.");
+    if (const auto [kind, name] = existing(message); !kind.empty()) {
+        if (kind == "index")
+            throw Error(1913, "The operation failed because an index or statistics with name '" + name +
+                                  "' already exists on the table.");
+        throw Error(2714, "There is already an object named '" + name + "' in the database.");
+    }
     if (message == "integer overflow") // of the engine's own sum and abs
         throw Error(8115,
                     std::string("Arithmetic overflow error converting expression to data type bigint."));
@@ -226,6 +247,19 @@ SqliteSession::Running &SqliteSession::Running::bind(int parameter, const Value 
     if (code != SQLITE_OK)
         m_session.fail(code);
     return *this;
+}
+
+Value SqliteSession::Running::value(int column) const {
+    switch (sqlite3_column_type(m_statement, column)) {
+    case SQLITE_NULL:
+        return {};
+    case SQLITE_INTEGER:
+        return integer(column);
+    case SQLITE_FLOAT:
+        return sqlite3_column_double(m_statement, column);
+    default:
+        return text(column);
+    }
 }
 
 std::string SqliteSession::Running::text(int column) const {

@@ -47,6 +47,8 @@ public:
             return false;
         }
         [[nodiscard]] std::string text(int column) const;
+        /// A cell as the engine holds it: NULL, a whole number, a floating one or a text.
+        [[nodiscard]] Value value(int column) const;
         [[nodiscard]] std::int64_t integer(int column) const {
             return sqlite3_column_int64(m_statement, column);
         }

@@ -33,6 +33,10 @@ struct Traits {
     /// A column's definition in `create table`, without its name.
     void (*columnDefinition)(Writer &writer, const ColumnNode &column, bool isKey);
     std::string_view analyze;
+    /// The words of a create before the name of a table that is the connection's own.
+    std::string_view createTemporary;
+    /// What comes before the name of such a table's index.
+    std::string_view temporaryIndex;
 };
 
 } // namespace zel::tsql

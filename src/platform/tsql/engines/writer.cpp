@@ -3,6 +3,7 @@
 #include "platform/tsql/meaning/types.h"
 #include "platform/tsql/reading/failure.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <utility>
@@ -36,6 +37,19 @@ bool hasTexts(const BoundSelect &select) {
 }
 
 } // namespace
+
+std::string Writer::take() {
+    if (m_out.capacity() > 2 * m_out.size())
+        m_out.shrink_to_fit();
+    return std::move(m_out);
+}
+
+int Writer::parameter(Slot slot) {
+    auto found = std::ranges::find(m_parameters, slot);
+    if (found == m_parameters.end())
+        found = m_parameters.insert(found, slot);
+    return static_cast<int>(found - m_parameters.begin()) + 1;
+}
 
 Writer &Writer::operator<<(int number) {
     std::array<char, 12> text{};

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "platform/tsql/engines/traits.h"
+#include "platform/tsql/meaning/slot.h"
 
 #include <algorithm>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace zel::tsql {
 
@@ -20,13 +22,19 @@ public:
     [[nodiscard]] std::string take();
     /// Error 191 at the place that was nested most, for an engine that can't take it; '' where all can.
     [[nodiscard]] std::string deepest() const;
+    /// The text, without room for more.
+    [[nodiscard]] std::string take();
+    /// By parameter of the text: the slot whose value it takes.
+    [[nodiscard]] std::vector<Slot> takeParameters() { return std::move(m_parameters); }
 
     void topSelect(const BoundSelect &select);
+    /// A select whose values are kept, not shown.
+    void assignment(const BoundSelect &select) { body(select, SelectUse::Rows, false); }
     void insertion(const BoundInsert &insert);
     void update(const BoundChange &change);
     void deletion(const BoundChange &change);
-    void createTable(const ActionNode &node);
-    void dropTable(const Table &table);
+    void createTable(const ActionNode &node, const Table &table);
+    void dropTable(const Table &table, bool ifThere = false);
     void createIndex(const ActionNode &node, const Table &table);
     void analyze(const Table &table);
 
@@ -45,6 +53,8 @@ public:
     /// The text in quotes.
     void quoted(std::string_view text);
     void column(const Expr &node);
+    /// The number, from 1, of the parameter that stands for a slot.
+    int parameter(Slot slot);
     void list(const Expr *first);
     /// A value as ordering and grouping compare it: texts by their key.
     void key(const Expr &value);
@@ -86,6 +96,7 @@ private:
     int m_level = 0;
     int m_deepest = 0;
     std::uint32_t m_deepestAt = 0;
+    std::vector<Slot> m_parameters;
     const BoundSelect *m_select = nullptr;
     bool m_named = false; ///< items get names, as a derived table's need them
 };

@@ -1,5 +1,7 @@
 #include "platform/tsql/engines/writer.h"
 
+#include "platform/tsql/text/names.h"
+
 namespace zel::tsql {
 
 void Writer::insertion(const BoundInsert &insert) {
@@ -75,9 +77,9 @@ void Writer::deletion(const BoundChange &change) {
         *this << " WHERE " << *change.where;
 }
 
-void Writer::createTable(const ActionNode &node) {
-    *this << "CREATE TABLE ";
-    name(node.table.name);
+void Writer::createTable(const ActionNode &node, const Table &table) {
+    *this << (isTemporary(table.name) ? m_traits.createTemporary : "CREATE TABLE ");
+    name(table.name);
     const bool ownKeyLine = node.names != nullptr;
     for (const ColumnNode *column = node.columns; column != nullptr; column = column->next) {
         *this << (column == node.columns ? "(" : ",");
@@ -101,14 +103,19 @@ void Writer::createTable(const ActionNode &node) {
     *this << ')';
 }
 
-void Writer::dropTable(const Table &table) {
-    *this << "DROP TABLE ";
+void Writer::dropTable(const Table &table, bool ifThere) {
+    *this << (ifThere ? "DROP TABLE IF EXISTS " : "DROP TABLE ");
     name(table.name);
 }
 
 void Writer::createIndex(const ActionNode &node, const Table &table) {
     *this << (node.unique ? "CREATE UNIQUE INDEX " : "CREATE INDEX ");
-    name(node.table.name);
+    if (isTemporary(table.name)) { // its indexes' names are its own, and it may be one of several of its name
+        *this << m_traits.temporaryIndex;
+        name(table.name + '.' + std::string(node.table.name));
+    } else {
+        name(node.table.name);
+    }
     *this << " ON ";
     name(table.name);
     for (const NameNode *column = node.names; column != nullptr; column = column->next) {

@@ -19,8 +19,7 @@ enum class Op : std::uint8_t {
     DateLiteral, ///< text: the stored form
     ColumnValue,
     Now,
-    RowCount,
-    LastIdentity,
+    Variable, ///< n: its slot; what it holds when the statement runs
     // Numbers.
     Negate,
     Add,

@@ -5,6 +5,7 @@
 #include "platform/tsql/text/names.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace zel::tsql {
 
@@ -21,56 +22,43 @@ void Resolver::failColumn(std::size_t at, std::string_view name) const {
     fail(at, 207, "Invalid column name '" + std::string(name) + "'.");
 }
 
-std::size_t Resolver::openVariables() {
-    const std::size_t outer = m_block;
-    m_block = m_variables.size();
-    return outer;
+Resolver::Scopes Resolver::openScope(Slot identity, int temporaries) {
+    return std::exchange(m_scopes, {m_variables.size(), identity, temporaries});
 }
 
-void Resolver::closeVariables(std::size_t block) {
-    m_variables.resize(m_block);
-    m_block = block;
-}
-
-const Resolver::Variable *Resolver::findVariable(std::string_view name) const {
-    for (std::size_t i = m_block; i < m_variables.size(); ++i) {
-        if (sameName(m_variables[i].name, name))
-            return &m_variables[i];
+std::vector<const Table *> Resolver::closeScope(const Scopes &outer) {
+    std::vector<const Table *> left;
+    for (const CreatedTable &created : m_created) {
+        if (created.scope == m_scopes.temporaries && created.scope != 0 && !isDropped(&created.table))
+            left.push_back(&created.table);
     }
-    return nullptr;
+    m_dropped.insert(m_dropped.end(), left.begin(), left.end());
+    m_variables.resize(m_scopes.variables);
+    m_scopes = outer;
+    return left;
 }
 
-void Resolver::declare(std::string_view name, std::uint32_t at, Type type, Expr *value) {
-    if (findVariable(name) != nullptr) {
-        fail(at, 134,
-             "The variable name '" + std::string(name) +
-                 "' has already been declared. Variable names must be unique within a query batch or stored "
-                 "procedure.");
-    }
-    if (value == nullptr)
-        value = make(Op::NullLiteral, type, at);
-    m_variables.push_back({name, type, value});
+void Resolver::forget() {
+    m_tables.clear();
+    m_sources = 0;
 }
 
-Resolver::Variable &Resolver::variableNamed(std::string_view name, std::uint32_t at) {
-    const Variable *found = findVariable(name);
-    if (found == nullptr)
-        fail(at, 137, "Must declare the scalar variable \"" + std::string(name) + "\".");
-    return m_variables[static_cast<std::size_t>(found - m_variables.data())];
-}
-
-void Resolver::assign(std::string_view name, std::uint32_t at, const Node &node) {
-    Variable &target = variableNamed(name, at);
-    target.value = m_converter.convert(value(node), target.type, Purpose::Cast);
+Expr *Resolver::slotValue(Slot slot, Type type, std::uint32_t at) {
+    Expr *made = make(Op::Variable, type, at);
+    made->n = static_cast<int>(slot);
+    return made;
 }
 
 Expr *Resolver::variable(const Node &node) {
-    if (sameName(node.text, "@@rowcount"))
-        return make(Op::RowCount, {TypeKind::Int, 0, 0}, node.at);
-    if (sameName(node.text, "@@identity"))
-        return make(Op::LastIdentity, {TypeKind::Numeric, 38, 0}, node.at);
-    const Variable &found = variableNamed(node.text, node.at);
-    Expr *used = copy(*found.value);
+    if (node.variable == NoVariable) {
+        return sameName(node.text, "@@rowcount")
+                   ? slotValue(RowCountSlot, {TypeKind::Int, 0, 0}, node.at)
+                   : slotValue(IdentitySlot, {TypeKind::Numeric, 38, 0}, node.at);
+    }
+    const Variable &found = variableAt(node.variable);
+    if (found.literal == nullptr)
+        return slotValue(found.slot, found.type, node.at);
+    Expr *used = copy(*found.literal);
     used->at = node.at;
     used->type = found.type;
     return used;
@@ -82,18 +70,40 @@ Expr *Resolver::copy(const Expr &value) {
     return made;
 }
 
+bool Resolver::isDropped(const Table *table) const {
+    return std::ranges::find(m_dropped, table) != m_dropped.end();
+}
+
 const Table *Resolver::findTable(const TableName &name) const {
-    const bool ours = (name.database.empty() || sameName(name.database, "ZEL")) &&
+    const bool ours = (name.database.empty() || sameName(name.database, "ZEL") ||
+                       (isTemporary(name.name) && sameName(name.database, "tempdb"))) &&
                       (name.schema.empty() || sameName(name.schema, "dbo"));
     if (!ours)
         return nullptr;
-    for (const Table &table : m_created) {
-        if (sameName(table.name, name.name))
-            return std::find(m_dropped.begin(), m_dropped.end(), &table) == m_dropped.end() ? &table
-                                                                                            : nullptr;
+    for (const CreatedTable &created : m_created) {
+        if (sameName(created.name, name.name) && !isDropped(&created.table))
+            return &created.table;
     }
     const Table *found = m_catalog.table(name.name);
-    return std::find(m_dropped.begin(), m_dropped.end(), found) == m_dropped.end() ? found : nullptr;
+    return isDropped(found) ? nullptr : found;
+}
+
+const Table *Resolver::inTheWay(const TableName &name) const {
+    if (!isTemporary(name.name) || m_scopes.temporaries == 0)
+        return findTable(name);
+    for (const CreatedTable &created : m_created) {
+        if (created.scope == m_scopes.temporaries && sameName(created.name, name.name) &&
+            !isDropped(&created.table))
+            return &created.table;
+    }
+    return nullptr;
+}
+
+std::string Resolver::engineName(const TableName &name) const {
+    std::string made(name.name);
+    if (isTemporary(name.name) && m_scopes.temporaries != 0)
+        made += ':' + std::to_string(m_scopes.temporaries);
+    return made;
 }
 
 const Table &Resolver::table(const TableName &name) const {
@@ -103,8 +113,11 @@ const Table &Resolver::table(const TableName &name) const {
     return *found;
 }
 
-void Resolver::created(Table table) {
-    m_created.push_front(std::move(table));
+const Table &Resolver::created(Table table) {
+    const int scope = isTemporary(table.name) ? m_scopes.temporaries : 0;
+    std::string name = table.name;
+    table.name = engineName({{}, {}, name, 0});
+    return m_created.emplace_front(CreatedTable{std::move(name), scope, std::move(table)}).table;
 }
 
 int Resolver::columnIndex(const Table &table, std::string_view name) const {

@@ -2,6 +2,7 @@
 
 #include "platform/tsql/meaning/bound.h"
 #include "platform/tsql/meaning/converter.h"
+#include "platform/tsql/meaning/slot.h"
 #include "platform/tsql/reading/arena.h"
 
 #include <deque>
@@ -20,19 +21,42 @@ public:
     void setSource(std::string_view source);
     [[nodiscard]] std::string_view source() const { return m_source; }
 
-    // Variables. A block's own begin where `openVariables` was called and go with `closeVariables`.
-    [[nodiscard]] std::size_t openVariables();
-    void closeVariables(std::size_t block);
-    void declare(std::string_view name, std::uint32_t at, Type type, Expr *value);
-    void assign(std::string_view name, std::uint32_t at, const Node &value);
-    /// A literal or variable as an argument, not yet converted.
+    // Variables, in the order of their declaration. A procedure has its own ones and its own identity.
+    struct Scopes {
+        std::size_t variables = 0; ///< where the innermost scope's begin
+        Slot identity = ScopeIdentitySlot;
+        int temporaries = 0; ///< the number of the scope that new #tables belong to; 0 for the connection's
+    };
+    [[nodiscard]] Scopes openScope(Slot identity, int temporaries);
+    /// Back to the scope that openScope gave; those of the procedure's #tables that are still there.
+    [[nodiscard]] std::vector<const Table *> closeScope(const Scopes &outer);
+    [[nodiscard]] const Scopes &scopes() const { return m_scopes; }
+    /// The next variable: a literal that stands for it, or the slot that holds its value.
+    void declare(Type type, Expr *literal) { m_variables.push_back({type, 0, literal}); }
+    void declare(Type type, Slot slot) { m_variables.push_back({type, slot, nullptr}); }
+    [[nodiscard]] Slot slotOf(VariableIndex variable) const { return variableAt(variable).slot; }
+    /// A value outside any select, not yet converted.
     [[nodiscard]] Expr *argument(const Node &node) { return value(node); }
+    /// A value as the variable takes it.
+    [[nodiscard]] Expr *assigned(VariableIndex variable, const Node &node) {
+        return assigned(variable, value(node));
+    }
+    [[nodiscard]] Expr *test(const Node &node) { return condition(node); }
+    /// A select whose items are values of variables.
+    [[nodiscard]] BoundSelect *assignment(const SelectNode &node);
+    /// Lets go of what was resolved; what the text created stays known. The arena may be emptied then.
+    void forget();
 
     [[nodiscard]] const Table *findTable(const TableName &name) const;
     /// Throws 208 when there is none.
     [[nodiscard]] const Table &table(const TableName &name) const;
-    /// What the text itself created or dropped is known to its later statements.
-    void created(Table table);
+    /// What the text itself created or dropped is known to its later statements. A procedure's #tables hide
+    /// others of the name.
+    const Table &created(Table table);
+    /// A table of that name that stands in the way of a new one.
+    [[nodiscard]] const Table *inTheWay(const TableName &name) const;
+    /// What the engine is to call a new table.
+    [[nodiscard]] std::string engineName(const TableName &name) const;
     void dropped(const Table &table) { m_dropped.push_back(&table); }
 
     [[nodiscard]] BoundSelect *topSelect(const SelectNode &node);
@@ -46,11 +70,16 @@ private:
     struct Scope;
     struct ScopeEntry;
     struct Variable {
-        std::string_view name;
         Type type;
-        Expr *value;
+        Slot slot;
+        Expr *literal; ///< instead of a slot
     };
     struct Arguments;
+    struct CreatedTable {
+        std::string name; ///< as written; the table's own name is the engine's
+        int scope;
+        Table table;
+    };
 
     // Selects.
     BoundSelect *select(const SelectNode &node, bool inOrder);
@@ -99,8 +128,14 @@ private:
         return m_converter.make(op, type, at, a, b, c);
     }
     Expr *copy(const Expr &value);
-    const Variable *findVariable(std::string_view name) const;
-    Variable &variableNamed(std::string_view name, std::uint32_t at);
+    const Variable &variableAt(VariableIndex variable) const {
+        return m_variables[m_scopes.variables + static_cast<std::size_t>(variable)];
+    }
+    Expr *slotValue(Slot slot, Type type, std::uint32_t at);
+    Expr *assigned(VariableIndex variable, Expr *value) {
+        return m_converter.convert(value, variableAt(variable).type, Purpose::Cast);
+    }
+    [[nodiscard]] bool isDropped(const Table *table) const;
     int columnIndex(const Table &table, std::string_view name) const;
     [[noreturn]] void fail(std::size_t at, int number, std::string_view message) const;
     [[noreturn]] void failColumn(std::size_t at, std::string_view name) const;
@@ -122,9 +157,9 @@ private:
     Scope *m_scope = nullptr;
     int m_sources = 0;
     std::vector<Variable> m_variables;
-    std::size_t m_block = 0;
-    std::deque<Table> m_tables; ///< of derived tables
-    std::deque<Table> m_created;
+    Scopes m_scopes;
+    std::deque<Table> m_tables;         ///< of derived tables
+    std::deque<CreatedTable> m_created; ///< the newest first
     std::vector<const Table *> m_dropped;
 };
 

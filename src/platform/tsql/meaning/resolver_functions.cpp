@@ -96,7 +96,9 @@ struct FunctionTable {
         return r.make(op, {TypeKind::DateTime, 0, 0}, arguments.node.at);
     }
     static Expr *identity(Resolver &r, Arguments &arguments, Op op) {
-        return r.make(op, {TypeKind::Numeric, 38, 0}, arguments.node.at);
+        Expr *made = r.make(op, {TypeKind::Numeric, 38, 0}, arguments.node.at);
+        made->n = static_cast<int>(r.m_scopes.identity);
+        return made;
     }
     static Expr *ifNull(Resolver &r, Arguments &arguments, Op op) {
         Expr *first = r.m_converter.settled(arguments[0]);
@@ -213,7 +215,7 @@ constexpr F::Entry Functions[] = {
     {"nullif", 2, 2, Op::Case, F::nullIf},
     {"abs", 1, 1, Op::Absolute, F::absolute},
     {"round", 2, 2, Op::Round, F::round},
-    {"scope_identity", 0, 0, Op::LastIdentity, F::identity},
+    {"scope_identity", 0, 0, Op::Variable, F::identity},
 };
 
 bool isAggregate(Op op) {

@@ -35,6 +35,13 @@ public:
     /// Room for `size` characters, to be filled by the caller.
     [[nodiscard]] char *characters(std::size_t size) { return static_cast<char *>(take(size)); }
 
+    /// Everything goes; the first block serves again.
+    void reset() {
+        m_blocks.clear();
+        m_next = m_first.data();
+        m_end = m_first.data() + m_first.size();
+    }
+
 private:
     static constexpr std::size_t Alignment = alignof(void *);
     static constexpr std::size_t BlockSize = std::size_t(32) * 1024;

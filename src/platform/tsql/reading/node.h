@@ -17,7 +17,7 @@ enum class NodeKind : std::uint8_t {
     Null,
     Column,   ///< [qualifier.]text
     Star,     ///< [qualifier.]*
-    Variable, ///< text with its @
+    Variable, ///< text with its @; `variable` tells which
     Negate,
     Arithmetic, ///< a `op` b: + - * / %
     Compare,    ///< a `op` b: = < > and the two-character signs of the lexer
@@ -37,11 +37,22 @@ enum class NodeKind : std::uint8_t {
 
 struct SelectNode;
 
+/// The place of a variable among those of its batch or procedure, in the order of their declaration.
+using VariableIndex = std::int32_t;
+inline constexpr VariableIndex NoVariable = -1; ///< also @@rowcount and its like
+
+/// What is known of a variable when its whole batch or procedure has been read.
+struct VariableNode {
+    Type type;
+    bool assigned = false; ///< by a set or a select, besides what its declaration gives it
+};
+
 struct Node {
     NodeKind kind = NodeKind::Null;
     char op = '\0';
     bool negated = false;  ///< not between, not in, not like, is not null
     bool distinct = false; ///< count(distinct x)
+    VariableIndex variable = NoVariable;
     std::uint32_t at = 0;
     std::string_view text;
     std::string_view qualifier;
@@ -82,6 +93,8 @@ struct TableNode {
 struct ItemNode {
     Node *value = nullptr;
     std::string_view alias;
+    VariableIndex variable = NoVariable; ///< that takes the value instead of a result
+    std::uint32_t at = 0;
     ItemNode *next = nullptr;
 };
 
@@ -121,6 +134,7 @@ struct AssignmentNode {
     std::string_view qualifier; ///< of a set clause: TABLE.name
     std::string_view name;
     std::uint32_t at = 0;
+    VariableIndex variable = NoVariable; ///< that is declared, or that a set assigns to
     Type type;
     Node *value = nullptr; ///< nullptr: no default; for an argument: the word DEFAULT
     AssignmentNode *next = nullptr;
@@ -145,6 +159,9 @@ enum class ActionKind : std::uint8_t {
     Execute,
     Declare,
     SetVariable,
+    SetOption, ///< one that changes no answer (set nocount on)
+    If,
+    Return,
     Analyze,
 };
 
@@ -160,8 +177,10 @@ struct ActionNode {
     AssignmentNode *assignments = nullptr;
     ColumnNode *columns = nullptr;
     TableNode *from = nullptr; ///< of a change: the tables that it joins
-    Node *where = nullptr;     ///< of a change; of an index, which rows it holds
-    ActionNode *body = nullptr;
+    /// Of a change; of an index, which rows it holds; of an if, its condition; of a return, its value.
+    Node *where = nullptr;
+    ActionNode *body = nullptr;      ///< of a procedure or an if
+    ActionNode *otherwise = nullptr; ///< of an if
     bool unique = false;
     ActionNode *next = nullptr;
 };

@@ -4,7 +4,9 @@
 #include "platform/tsql/reading/lexer.h"
 #include "platform/tsql/reading/node.h"
 
+#include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace zel::tsql {
@@ -17,8 +19,11 @@ public:
     Parser(std::string_view source, const std::vector<Token> &tokens, Arena &arena)
         : m_source(source), m_tokens(tokens), m_arena(arena) {}
 
-    /// All statements of the text; nullptr when it holds none.
-    [[nodiscard]] ActionNode *statements();
+    /// The next statement of the text, or those of the next block; nullptr when there are no more. Trees of
+    /// earlier ones are not looked at again.
+    [[nodiscard]] ActionNode *next();
+    /// Variables of what has been read so far, parameters first.
+    [[nodiscard]] const std::vector<VariableNode> &variables() const { return m_variables; }
 
 private:
     struct Level;
@@ -41,9 +46,13 @@ private:
     [[noreturn]] void refuse() const;
 
     // Statements (parser_statements.cpp).
-    ActionNode *statement(bool first);
+    ActionNode *statement();
     ActionNode *action(ActionKind kind);
-    void statementList(ActionNode **last, bool untilEnd);
+    void statementList(ActionNode **last);
+    ActionNode *block();
+    ActionNode *choice();
+    ActionNode *returning();
+    ActionNode *selection();
     ActionNode *insertion();
     ActionNode *update();
     ActionNode *deletion();
@@ -57,12 +66,18 @@ private:
     ActionNode *declaration();
     ActionNode *setting();
     ColumnNode *columnDefinition();
-    AssignmentNode *parameters();
+    AssignmentNode *parameters(Node *(Parser::*initialValue)());
     AssignmentNode *argument();
     Node *argumentValue();
     NameNode *nameList();
     TableName tableName();
     Type type(std::string_view *declared = nullptr);
+
+    // Variables: 134 for one declared twice, 137 for one that isn't.
+    void declareVariable(AssignmentNode &variable);
+    [[nodiscard]] VariableIndex variable(const Token &token) const;
+    /// The variable before the `=` that comes next; both are passed over.
+    VariableIndex assignedVariable();
 
     // Queries and expressions.
     /// Where an order by may stand: a sub-select has one only beside top.
@@ -70,7 +85,7 @@ private:
     SelectNode *select(OrderBy orderBy);
     SelectNode *oneSelect();
     OrderNode *orderList();
-    ItemNode *item();
+    ItemNode *item(bool mayAssign);
     std::string_view itemAlias();
     TableNode *tables();
     TableNode *tableSource();
@@ -96,6 +111,10 @@ private:
     Arena &m_arena;
     std::size_t m_at = 0;
     int m_depth = 0;
+    bool m_mayAssign = false; ///< the select that is read next may assign to variables
+    bool m_inProcedure = false;
+    std::vector<VariableNode> m_variables;
+    std::unordered_map<std::string, VariableIndex> m_variablesByName; ///< in lower case
 };
 
 } // namespace zel::tsql

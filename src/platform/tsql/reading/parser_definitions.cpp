@@ -1,6 +1,7 @@
 #include "platform/tsql/reading/parser.h"
 
 #include "platform/tsql/reading/failure.h"
+#include "platform/tsql/text/names.h"
 
 namespace zel::tsql {
 
@@ -42,8 +43,13 @@ ActionNode *Parser::creation() {
     ++m_at;
     if (accept(Keyword::Table))
         return table();
-    if (is(Keyword::Procedure) || is(Keyword::Proc))
+    if (is(Keyword::Procedure) || is(Keyword::Proc)) {
+        if (m_at != 1) {
+            fail(m_source, token().begin, 111,
+                 "'CREATE/ALTER PROCEDURE' must be the first statement in a query batch.");
+        }
         return procedure();
+    }
     const bool unique = accept(Keyword::Unique);
     accept(Keyword::NonClustered) || accept(Keyword::Clustered);
     expect(Keyword::Index);
@@ -53,6 +59,8 @@ ActionNode *Parser::creation() {
 ActionNode *Parser::table() {
     ActionNode *made = action(ActionKind::CreateTable);
     made->table = tableName();
+    if (made->table.name.starts_with("##")) // all connections'
+        syntaxError(m_source, m_tokens, m_at - 1);
     expect('(');
     ColumnNode **last = &made->columns;
     do {
@@ -117,21 +125,24 @@ ActionNode *Parser::index(bool unique) {
 
 ActionNode *Parser::procedure() {
     ++m_at;
+    m_inProcedure = true;
     ActionNode *made = action(ActionKind::CreateProcedure);
     made->table = tableName();
+    if (isTemporary(made->table.name))
+        syntaxError(m_source, m_tokens, m_at - 1);
     const bool open = accept('(');
     if (token().kind == TokenKind::Variable)
-        made->assignments = parameters();
+        made->assignments = parameters(&Parser::argumentValue);
     if (open)
         expect(')');
     expect(Keyword::As);
-    statementList(&made->body, true);
+    statementList(&made->body);
     if (token().kind != TokenKind::End)
         refuse();
     return made;
 }
 
-AssignmentNode *Parser::parameters() {
+AssignmentNode *Parser::parameters(Node *(Parser::*initialValue)()) {
     AssignmentNode *first = nullptr;
     AssignmentNode **last = &first;
     do {
@@ -145,7 +156,8 @@ AssignmentNode *Parser::parameters() {
         std::string_view declared;
         (*last)->type = type(&declared);
         if (accept('='))
-            (*last)->value = argumentValue();
+            (*last)->value = (this->*initialValue)();
+        declareVariable(**last);
         last = &(*last)->next;
     } while (accept(','));
     return first;

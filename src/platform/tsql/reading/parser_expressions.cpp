@@ -155,6 +155,7 @@ Node *Parser::primary() {
     case TokenKind::Variable: {
         Node *made = node(NodeKind::Variable);
         made->text = view(here);
+        made->variable = variable(here);
         ++m_at;
         return made;
     }

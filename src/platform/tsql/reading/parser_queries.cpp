@@ -3,6 +3,8 @@
 #include "platform/tsql/reading/parser_level.h"
 #include "platform/tsql/text/names.h"
 
+#include <utility>
+
 namespace zel::tsql {
 
 SelectNode *Parser::select(OrderBy orderBy) {
@@ -34,9 +36,10 @@ SelectNode *Parser::oneSelect() {
         if (open)
             expect(')');
     }
+    const bool mayAssign = std::exchange(m_mayAssign, false);
     ItemNode **lastItem = &made->items;
     do {
-        *lastItem = item();
+        *lastItem = item(mayAssign);
         lastItem = &(*lastItem)->next;
     } while (accept(','));
     if (accept(Keyword::From))
@@ -72,8 +75,14 @@ OrderNode *Parser::orderList() {
     return first;
 }
 
-ItemNode *Parser::item() {
+ItemNode *Parser::item(bool mayAssign) {
     ItemNode *made = m_arena.make<ItemNode>();
+    made->at = token().begin;
+    if (mayAssign && token().kind == TokenKind::Variable && token(1).sign == '=') {
+        made->variable = assignedVariable();
+        made->value = sum();
+        return made;
+    }
     if (isSign('*')) {
         made->value = node(NodeKind::Star);
         ++m_at;

@@ -1,42 +1,8 @@
 #include "platform/tsql/reading/parser.h"
 
 #include "platform/tsql/reading/failure.h"
-#include "platform/tsql/reading/parser_level.h"
-#include "platform/tsql/text/names.h"
 
 namespace zel::tsql {
-
-ActionNode *Parser::statements() {
-    ActionNode *first = nullptr;
-    statementList(&first, false);
-    if (token().kind != TokenKind::End)
-        refuse();
-    return first;
-}
-
-void Parser::statementList(ActionNode **last, bool untilEnd) {
-    const Level level(*this);
-    bool first = !untilEnd;
-    while (true) {
-        while (accept(';'))
-            ;
-        if (token().kind == TokenKind::End || is(Keyword::End))
-            return;
-        if (accept(Keyword::Begin)) {
-            ActionNode *inner = nullptr;
-            statementList(&inner, true);
-            if (inner == nullptr)
-                refuse();
-            expect(Keyword::End);
-            *last = inner;
-        } else {
-            *last = statement(first);
-        }
-        first = false;
-        while (*last != nullptr)
-            last = &(*last)->next;
-    }
-}
 
 ActionNode *Parser::action(ActionKind kind) {
     ActionNode *made = m_arena.make<ActionNode>();
@@ -45,14 +11,10 @@ ActionNode *Parser::action(ActionKind kind) {
     return made;
 }
 
-/// nullptr for a statement that asks nothing of an engine (set nocount on).
-ActionNode *Parser::statement(bool first) {
+ActionNode *Parser::statement() {
     switch (token().keyword) {
-    case Keyword::Select: {
-        ActionNode *made = action(ActionKind::Select);
-        made->select = select(OrderBy::Always);
-        return made;
-    }
+    case Keyword::Select:
+        return selection();
     case Keyword::Insert:
         return insertion();
     case Keyword::Update:
@@ -67,6 +29,10 @@ ActionNode *Parser::statement(bool first) {
         return declaration();
     case Keyword::Set:
         return setting();
+    case Keyword::If:
+        return choice();
+    case Keyword::Return:
+        return returning();
     case Keyword::Exec:
     case Keyword::Execute:
         ++m_at;
@@ -75,7 +41,7 @@ ActionNode *Parser::statement(bool first) {
         break;
     }
     // A procedure's name alone calls it, at the head of the text only.
-    if (!first || !isName())
+    if (m_at != 0 || !isName())
         refuse();
     return execution();
 }
@@ -123,7 +89,15 @@ ActionNode *Parser::insertion() {
     if (isSign('('))
         made->names = nameList();
     if (is(Keyword::Select)) {
+        m_mayAssign = true;
         made->select = select(OrderBy::Always);
+        for (const ItemNode *item = made->select->items; item != nullptr; item = item->next) {
+            if (item->variable != NoVariable) {
+                fail(m_source, item->at, 199,
+                     "An INSERT statement cannot contain a SELECT statement that assigns values to a "
+                     "variable.");
+            }
+        }
         return made;
     }
     expect(Keyword::Values);
@@ -243,34 +217,6 @@ Node *Parser::argumentValue() {
     if (token().kind == TokenKind::Sign || (token().kind == TokenKind::Word && !is(Keyword::Null)))
         refuse();
     return primary();
-}
-
-ActionNode *Parser::declaration() {
-    ActionNode *made = action(ActionKind::Declare);
-    ++m_at;
-    if (token().kind != TokenKind::Variable)
-        refuse();
-    made->assignments = parameters();
-    return made;
-}
-
-ActionNode *Parser::setting() {
-    ActionNode *made = action(ActionKind::SetVariable);
-    ++m_at;
-    if (acceptWord("nocount")) {
-        if (!accept(Keyword::On) && !acceptWord("off"))
-            refuse();
-        return nullptr;
-    }
-    if (token().kind != TokenKind::Variable)
-        refuse();
-    made->assignments = m_arena.make<AssignmentNode>();
-    made->assignments->at = token().begin;
-    made->assignments->name = view(token());
-    ++m_at;
-    expect('=');
-    made->assignments->value = sum();
-    return made;
 }
 
 } // namespace zel::tsql

@@ -19,6 +19,11 @@ namespace zel::tsql {
     return true;
 }
 
+/// Whether a table of that name belongs to the connection, or procedure, that made it and goes with it.
+[[nodiscard]] constexpr bool isTemporary(std::string_view table) {
+    return !table.empty() && table.front() == '#';
+}
+
 [[nodiscard]] constexpr std::string_view withoutTrailingBlanks(std::string_view text) {
     while (!text.empty() && text.back() == ' ')
         text.remove_suffix(1);

@@ -38,6 +38,10 @@ void writeColumn(Writer &out, const Expr &node) {
     out.column(node);
 }
 
+void writeVariable(Writer &out, const Expr &node) {
+    out << '?' << out.parameter(static_cast<Slot>(node.n));
+}
+
 void writeComparison(Writer &out, const Expr &node) {
     out << '(' << *node.a << signText(node.n) << *node.b << ')';
 }
@@ -181,8 +185,7 @@ constexpr Traits Sqlite = [] {
     node(Op::DateLiteral, "'$t'");
     special(Op::ColumnValue, writeColumn);
     node(Op::Now, "zel_now()");
-    node(Op::RowCount, "changes()");
-    node(Op::LastIdentity, "last_insert_rowid()");
+    special(Op::Variable, writeVariable);
 
     node(Op::Negate, "(-$a)");
     special(Op::Add, writeSummands);
@@ -260,6 +263,8 @@ constexpr Traits Sqlite = [] {
     traits.onlyEnd = ")";
     traits.columnDefinition = writeColumnDefinition;
     traits.analyze = "ANALYZE";
+    traits.createTemporary = "CREATE TEMP TABLE ";
+    traits.temporaryIndex = "temp.";
     return traits;
 }();
 
