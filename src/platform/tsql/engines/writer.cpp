@@ -78,12 +78,6 @@ void Writer::enter(std::uint32_t at) {
         failTooDeep(m_source, at);
 }
 
-std::string Writer::take() {
-    if (m_out.capacity() > 2 * m_out.size() + Spare)
-        m_out.shrink_to_fit();
-    return std::move(m_out);
-}
-
 std::string Writer::deepest() const {
     constexpr int Shallow = 8; // what every engine takes
     constexpr std::size_t Short = 2000;

@@ -19,7 +19,6 @@ public:
         m_out.reserve(std::min(2 * source.size() + Spare, Usual));
     }
 
-    [[nodiscard]] std::string take();
     /// Error 191 at the place that was nested most, for an engine that can't take it; '' where all can.
     [[nodiscard]] std::string deepest() const;
     /// The text, without room for more.

@@ -16,7 +16,7 @@ bool RowValues::reads(const Expr *value) const {
 }
 
 bool RowValues::reads(const BoundSelect *select) const {
-    for (; select != nullptr; select = select->unionAll) {
+    for (; select != nullptr; select = select->united) {
         for (const BoundItem *item = select->items; item != nullptr; item = item->next) {
             if (reads(item->value))
                 return true;

@@ -65,7 +65,7 @@ ActionNode *Parser::selection() {
                  "data-retrieval operations.");
         }
     }
-    if (assigns && made->select->unionAll != nullptr) {
+    if (assigns && made->select->united != nullptr) {
         fail(m_source, made->select->items->at, 10734,
              "Variable assignment is not allowed in a statement containing a top level UNION, INTERSECT or "
              "EXCEPT operator.");
