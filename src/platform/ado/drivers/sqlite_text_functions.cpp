@@ -2,6 +2,7 @@
 
 #include "platform/tsql/engines/sqlite/sqlite_names.h"
 #include "platform/tsql/text/conversions.h"
+#include "platform/tsql/text/dates.h"
 #include "platform/tsql/text/names.h"
 #include "platform/tsql/text/text_rules.h"
 
@@ -14,6 +15,7 @@ namespace zel::ado {
 namespace {
 
 namespace names = tsql::sqlite_names;
+using tsql::TypeKind;
 
 [[noreturn]] void invalidLength(int number, const char *function) {
     throw Error(number, std::string("Invalid length parameter passed to the ") + function + " function.");
@@ -70,6 +72,48 @@ void pad(sqlite3_context *context, Arguments arguments) {
     const std::int64_t missing = sqlite3_value_int64(arguments[1]) - tsql::characterCount(text);
     text.append(std::size_t(std::clamp<std::int64_t>(missing, 0, 8000)), ' ');
     giveText(context, text);
+}
+
+bool sameTexts(sqlite3_value *text, sqlite3_value *other, TypeKind) {
+    return tsql::comparisonKey(textOf(text)) == tsql::comparisonKey(textOf(other));
+}
+
+bool sameConverted(sqlite3_value *text, sqlite3_value *other, TypeKind kind) {
+    const std::string_view given = textOf(text);
+    if (kind == TypeKind::DateTime || kind == TypeKind::Date) {
+        const auto target = kind == TypeKind::Date ? DateTarget::Date : DateTarget::DateTime;
+        const DateReading read = parseDate(given, target);
+        if (read.error != 0)
+            tsql::throwDateError(read.error);
+        return read.date.text() == textOf(other);
+    }
+    const double number = sqlite3_value_double(other);
+    switch (kind) {
+    case TypeKind::Bit:
+        return double(tsql::bitFromText(given)) == number;
+    case TypeKind::Numeric:
+        return scaledToDouble(tsql::numericFromText(given, MostDigits, MostDigits / 2), MostDigits / 2) ==
+               number;
+    case TypeKind::Money:
+        return tsql::moneyFromText(given).toDouble() == number;
+    case TypeKind::Float:
+        return tsql::floatFromText(given) == number;
+    default:
+        return double(tsql::integerFromText(given, kind)) == number;
+    }
+}
+
+/// Not as the others: where the second is NULL the first stays.
+template <bool (*same)(sqlite3_value *, sqlite3_value *, TypeKind)>
+void nullIf(sqlite3_context *context, int count, sqlite3_value **values) {
+    const TypeKind kind = count > 2 ? TypeKind(sqlite3_value_int(values[2])) : TypeKind::Null;
+    const auto isNull = [&](int i) { return sqlite3_value_type(values[i]) == SQLITE_NULL; };
+    try {
+        if (!isNull(0) && (isNull(1) || !same(values[0], values[1], kind)))
+            sqlite3_result_value(context, values[0]);
+    } catch (const Error &error) {
+        giveError(context, error);
+    }
 }
 
 void replace(sqlite3_context *context, Arguments arguments) {
@@ -137,6 +181,8 @@ constexpr Function Functions[] = {
     {names::RangeEnd, 1, guarded<rangeEnd>},
     {names::Like, 2, guarded<like>},
     {names::Pad, 2, guarded<pad>},
+    {names::NullIf, 2, nullIf<sameTexts>},
+    {names::NullIfConverted, 3, nullIf<sameConverted>},
     {names::Replace, 3, guarded<replace>},
     {names::Upper, 1, guarded<upper>},
     {names::Lower, 1, guarded<lower>},

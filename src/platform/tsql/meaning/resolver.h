@@ -43,6 +43,7 @@ public:
 
 private:
     friend struct FunctionTable;
+    struct Call;
     struct Scope;
     struct ScopeEntry;
     struct Variable {
@@ -50,7 +51,6 @@ private:
         Type type;
         Expr *value;
     };
-    struct Arguments;
 
     // Selects.
     BoundSelect *select(const SelectNode &node, bool inOrder);
@@ -75,8 +75,11 @@ private:
     Expr *literal(const Node &node);
     Expr *negation(const Node &node);
     Expr *arithmetic(const Node &node);
+    Expr *dateSum(Expr *left, Expr *right, const Node &node);
     Expr *concatenation(Expr *left, Expr *right, std::uint32_t at);
     Expr *caseValue(const Node &node);
+    void meetTests(Expr &choice, Expr *tested);
+    void replaceConverted(Expr *&member, Type type);
     Expr *castValue(const Node &node);
     Expr *comparison(Expr *left, Expr *right, char sign, std::uint32_t at);
     Expr *between(const Node &node);

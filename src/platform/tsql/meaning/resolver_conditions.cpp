@@ -71,7 +71,12 @@ Expr *Resolver::between(const Node &node) {
     Expr *low = value(*node.b);
     Expr *high = value(*node.c);
     const Type type = commonType(commonType(inner->type, low->type), high->type);
-    if (isText(type) || low->op == Op::NullLiteral || high->op == Op::NullLiteral) {
+    const bool literal = low->op == Op::NullLiteral || high->op == Op::NullLiteral;
+    if (isText(type) && inner->op != Op::ColumnValue && !literal) // it is evaluated once
+        return negated(
+            make(Op::BetweenTexts, {}, node.at, comparedText(inner), comparedText(low), comparedText(high)),
+            node.negated);
+    if (isText(type) || literal) {
         Expr *above = comparison(inner, low, GreaterOrEqual, node.at);
         Expr *below = comparison(inner, high, LessOrEqual, node.at);
         return negated(make(Op::And, {}, node.at, above, below), node.negated);

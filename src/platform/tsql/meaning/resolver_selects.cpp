@@ -70,6 +70,9 @@ BoundSelect *Resolver::topSelect(const SelectNode &node) {
 }
 
 BoundSelect *Resolver::select(const SelectNode &node, bool inOrder) {
+    if (m_scope != nullptr && m_scope->inAggregate)
+        fail(node.at, 130,
+             "Cannot perform an aggregate function on an expression containing an aggregate or a subquery.");
     BoundSelect *made = m_arena.make<BoundSelect>();
     made->distinct = node.distinct;
     made->inOrder = inOrder;
@@ -297,7 +300,8 @@ void Resolver::checkGrouped(const Expr &value, const BoundSelect &select) {
         return;
     for (const Expr *group = select.groupBy; group != nullptr; group = group->next) {
         if (sameValue(&value, group) ||
-            ((value.op == Op::RoundTo || value.op == Op::ToInteger) && sameValue(value.a, group)))
+            ((value.op == Op::RoundTo || value.op == Op::CutTo || value.op == Op::ToInteger) &&
+             sameValue(value.a, group)))
             return;
     }
     if (value.op == Op::ColumnValue) {

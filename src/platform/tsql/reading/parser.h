@@ -56,6 +56,8 @@ private:
     ActionNode *declaration();
     ActionNode *setting();
     ColumnNode *columnDefinition();
+    void identityBounds(ColumnNode &column);
+    void checkIdentity(const ColumnNode &column) const;
     AssignmentNode *parameters();
     AssignmentNode *argument();
     Node *argumentValue();

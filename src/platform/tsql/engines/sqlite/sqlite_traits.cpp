@@ -72,9 +72,21 @@ void writeModulo(Writer &out, const Expr &node) {
 }
 
 void writeCase(Writer &out, const Expr &node) {
-    out << "CASE";
-    for (const Expr *when = node.a; when != nullptr; when = when->next->next)
-        out << " WHEN " << *when << " THEN " << *when->next;
+    const bool texts = node.op == Op::CaseTexts;
+    const auto test = [&](const Expr &value) {
+        if (texts)
+            out.key(value);
+        else
+            out << value;
+    };
+    out << "CASE ";
+    if (node.c != nullptr)
+        test(*node.c);
+    for (const Expr *when = node.a; when != nullptr; when = when->next->next) {
+        out << " WHEN ";
+        test(*when);
+        out << " THEN " << *when->next;
+    }
     if (node.b != nullptr)
         out << " ELSE " << *node.b;
     out << " END";
@@ -165,6 +177,13 @@ void writeColumnDefinition(Writer &out, const ColumnNode &column, bool isKey) {
         out << " UNIQUE";
 }
 
+/// The engine notes the last number that it gave.
+void writeIdentitySeed(Writer &out, std::string_view table, std::int64_t seed) {
+    out << ";INSERT INTO sqlite_sequence(name,seq) VALUES(";
+    out.quoted(table);
+    out << ',' << std::to_string(seed - 1) << ')';
+}
+
 constexpr Traits Sqlite = [] {
     namespace names = sqlite_names; // NOLINT(misc-unused-alias-decls): the lambdas below use it
     Traits traits{};
@@ -191,6 +210,7 @@ constexpr Traits Sqlite = [] {
     node(Op::Divide, "zel_div($a,$b,$n)");
     special(Op::Modulo, writeModulo);
     node(Op::RoundTo, "zel_round($a,$n)");
+    node(Op::CutTo, "zel_cut($a,$n)");
     node(Op::Round, "zel_round($a,$b)");
     node(Op::Absolute, "abs($a)");
 
@@ -220,14 +240,24 @@ constexpr Traits Sqlite = [] {
     node(Op::ToDateTime, "zel_date($a,$n)");
     node(Op::ToDate, "zel_day($a,$n)");
     node(Op::DateOnly, "substr($a,1,10)");
-    node(Op::DateText, "zel_datetext($a,$n)");
+    node(Op::DateText, "zel_datetext($a,$n,$m)");
     node(Op::Day, "CAST(substr($a,9,2) AS INTEGER)");
     node(Op::Month, "CAST(substr($a,6,2) AS INTEGER)");
     node(Op::Year, "CAST(substr($a,1,4) AS INTEGER)");
 
+    node(Op::DateAdd, "zel_dateadd($n,$a,$b)");
+    node(Op::DateDifference, "zel_datediff($n,$a,$b)");
+    node(Op::PartOfDate, "zel_datepart($n,$a)");
+    node(Op::PartName, "zel_datename($n,$a)");
+    node(Op::DateSum, "zel_datesum($a,$b,$n)");
+
     node(Op::IfNull, "ifnull($a,$b)");
     node(Op::Coalesce, "coalesce($*)");
+    node(Op::NullIf, "nullif($a,$b)");
+    node(Op::NullIfTexts, "zel_nullif($a,$b)");
+    node(Op::NullIfConverted, "zel_nullifas($a,$b,$n)");
     special(Op::Case, writeCase);
+    special(Op::CaseTexts, writeCase);
 
     node(Op::And, "($a AND $b)");
     node(Op::Or, "($a OR $b)");
@@ -235,6 +265,7 @@ constexpr Traits Sqlite = [] {
     special(Op::Compare, writeComparison);
     special(Op::CompareTexts, writeTextComparison);
     node(Op::Between, "($a BETWEEN $b AND $c)");
+    node(Op::BetweenTexts, "(zel_fold($a) BETWEEN zel_fold($b) AND zel_fold($c))");
     node(Op::IsNull, "($a IS NULL)");
     special(Op::In, writeMembership);
     special(Op::InTexts, writeTextMembership);
@@ -258,6 +289,7 @@ constexpr Traits Sqlite = [] {
     traits.onlyBegin = "zel_one(";
     traits.onlyEnd = ")";
     traits.columnDefinition = writeColumnDefinition;
+    traits.identitySeed = writeIdentitySeed;
     traits.analyze = "ANALYZE";
     return traits;
 }();
