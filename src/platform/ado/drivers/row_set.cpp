@@ -4,7 +4,6 @@
 #include "platform/base/number_text.h"
 
 #include <algorithm>
-#include <charconv>
 #include <stdexcept>
 
 namespace zel::ado {
@@ -84,13 +83,6 @@ Value fromText(std::string_view cell, TypeKind kind) {
         if (const auto number = Decimal::parse(cell))
             return wholeOf(*number);
         break;
-    case TypeKind::Float: {
-        double number = 0;
-        const auto [end, failure] = std::from_chars(cell.data(), cell.data() + cell.size(), number);
-        if (failure == std::errc() && end == cell.data() + cell.size())
-            return number;
-        break;
-    }
     case TypeKind::Date:
     case TypeKind::DateTime:
         if (const auto moment = fromStoredDate(cell))

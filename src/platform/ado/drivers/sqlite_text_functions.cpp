@@ -53,6 +53,17 @@ void rangeEnd(sqlite3_context *context, Arguments arguments) {
     giveText(context, std::string(part) + (part.size() == text.size() ? "!" : "\xF4\x8F\xBF\xBF"));
 }
 
+void otherCase(sqlite3_context *context, Arguments arguments) {
+    constexpr int Most = 3;
+    const std::string_view text = textOf(arguments[0]);
+    if (asciiPart(text).size() == text.size())
+        return sqlite3_result_value(context, arguments[0]);
+    const auto other = tsql::otherCase(text, sqlite3_value_int(arguments[1]), Most);
+    if (!other)
+        throw Error(446, std::string("Cannot resolve collation conflict for equal to operation."));
+    giveText(context, *other);
+}
+
 /// The pattern is read once for a statement when it is the same for all rows.
 void like(sqlite3_context *context, Arguments arguments) {
     constexpr int Place = 1;
@@ -176,21 +187,14 @@ void fittingText(sqlite3_context *context, Arguments arguments) {
 }
 
 constexpr Function Functions[] = {
-    {names::Fold, 1, guarded<fold>},
-    {names::RangeBegin, 1, guarded<rangeBegin>},
-    {names::RangeEnd, 1, guarded<rangeEnd>},
-    {names::Like, 2, guarded<like>},
-    {names::Pad, 2, guarded<pad>},
-    {names::NullIf, 2, nullIf<sameTexts>},
-    {names::NullIfConverted, 3, nullIf<sameConverted>},
-    {names::Replace, 3, guarded<replace>},
-    {names::Upper, 1, guarded<upper>},
-    {names::Lower, 1, guarded<lower>},
-    {names::Right, 2, guarded<right>},
-    {names::Left, 2, guarded<left>},
-    {names::Substring, 3, guarded<substring>},
-    {names::CharIndex, 3, guarded<charIndex>},
-    {names::Text, 2, guarded<fittingText>},
+    {names::Fold, 1, guarded<fold>},           {names::RangeBegin, 1, guarded<rangeBegin>},
+    {names::RangeEnd, 1, guarded<rangeEnd>},   {names::OtherCase, 2, guarded<otherCase>},
+    {names::Like, 2, guarded<like>},           {names::Pad, 2, guarded<pad>},
+    {names::NullIf, 2, nullIf<sameTexts>},     {names::NullIfConverted, 3, nullIf<sameConverted>},
+    {names::Replace, 3, guarded<replace>},     {names::Upper, 1, guarded<upper>},
+    {names::Lower, 1, guarded<lower>},         {names::Right, 2, guarded<right>},
+    {names::Left, 2, guarded<left>},           {names::Substring, 3, guarded<substring>},
+    {names::CharIndex, 3, guarded<charIndex>}, {names::Text, 2, guarded<fittingText>},
 };
 
 } // namespace
