@@ -38,11 +38,9 @@ bool isBeyondDoubles(std::string_view number) {
            std::errc::result_out_of_range;
 }
 
-/// Digits of an operand: a whole number in the statement has as many as it shows, not an int's ten.
+/// Digits of an operand: a whole number written in the statement has as many as it shows, not an int's ten.
 int precisionOf(const Expr &value) {
-    if (value.op == Op::NumberLiteral && isInteger(value.type))
-        return static_cast<int>(value.text.size() - (value.text.front() == '-' ? 1 : 0));
-    return precision(value.type);
+    return value.op == Op::NumberLiteral && value.n > 0 ? value.n : precision(value.type);
 }
 
 /// The type of arithmetic on two numerics: what does not fit into 38 digits loses decimals, those of a
@@ -126,7 +124,10 @@ Expr *Resolver::literal(const Node &node) {
         fail(node.at, 1007,
              "The number '" + std::string(node.text.substr(0, 128)) +
                  "' is out of the range for numeric representation (maximum precision 38).");
-    return m_converter.number(node.text, type, node.at);
+    Expr *made = m_converter.number(node.text, type, node.at);
+    if (isInteger(type))
+        made->n = static_cast<int>(node.text.size());
+    return made;
 }
 
 Expr *Resolver::negation(const Node &node) {

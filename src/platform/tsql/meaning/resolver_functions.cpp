@@ -49,10 +49,10 @@ struct FunctionTable {
         Settled, ///< decimals with exactly their digits
         Text,
         Integer,
-        Number, ///< 8117 for what is none
-        Moment, ///< a date as it is, everything else as a datetime
+        Number,      ///< 8117 for what is none
+        Moment,      ///< a date as it is, everything else as a datetime
         KnownMoment, ///< the same; 8116 for a bare NULL
-        Part,   ///< a word that names a part of a date; no value, the others move up
+        Part,        ///< a word that names a part of a date; no value, the others move up
     };
     /// The type of the result: this one, or that of an argument.
     struct Gives {
@@ -255,7 +255,8 @@ Expr *FunctionTable::converted(Resolver &r, const Node &node, Expr *value, Wants
     case Wants::KnownMoment:
         if (value->op == Op::NullLiteral && value->type.kind == TypeKind::Null)
             r.fail(node.at, 8116,
-                   "Argument data type NULL is invalid for argument 1 of " + std::string(node.text) + " function.");
+                   "Argument data type NULL is invalid for argument 1 of " + std::string(node.text) +
+                       " function.");
         [[fallthrough]];
     case Wants::Moment:
         return isDate(value->type) ? value : r.m_converter.convert(value, Moment, Purpose::Cast);

@@ -243,7 +243,7 @@ void tst_sqlite_functions::answers_data() {
     shown(126, "'2024-03-05T15:04:06.007'", "'2024-03-05'");
     row("zel_datetext('2024-03-05', 126, 0)", "'2024-03-05T00:00:00'");
     row("zel_datetext('2024-03-05', -1, 0)", "'Mar  5 2024 12:00AM'");
-    
+
     // aggregates
     row("zel_sum2(x) from (select 0.1 as x union all select 0.2 union all select null)", "0.3");
     row("zel_sum2(x) from (select 1 as x where 0)", "NULL");
