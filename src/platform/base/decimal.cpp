@@ -1,6 +1,7 @@
 #include "platform/base/decimal.h"
 
 #include "platform/base/error.h"
+#include "platform/base/scaled_number.h"
 
 #include <array>
 #include <charconv>
@@ -12,18 +13,6 @@ namespace {
 
 [[noreturn]] void overflow() {
     throw Error(8115, std::string("Arithmetic overflow error converting expression to data type numeric."));
-}
-
-bool isBlank(char c) {
-    return c == ' ' || c == '\t';
-}
-
-std::string_view trimmed(std::string_view text) {
-    while (!text.empty() && isBlank(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && isBlank(text.back()))
-        text.remove_suffix(1);
-    return text;
 }
 
 } // namespace
@@ -53,41 +42,12 @@ Decimal Decimal::fromDouble(double value) {
 }
 
 std::optional<Decimal> Decimal::parse(std::string_view text) {
-    text = trimmed(text);
-    bool negative = false;
-    if (!text.empty() && (text.front() == '-' || text.front() == '+')) {
-        negative = text.front() == '-';
-        text.remove_prefix(1);
-    }
-    std::int64_t count = 0;
-    int decimals = -1; // -1 before the point, else digits seen behind it
-    bool anyDigit = false;
-    for (const char c : text) {
-        if (c == '.' && decimals < 0) {
-            decimals = 0;
-            continue;
-        }
-        if (c < '0' || c > '9')
-            return std::nullopt;
-        anyDigit = true;
-        if (decimals >= 4) {
-            if (decimals == 4 && c >= '5' && __builtin_add_overflow(count, 1, &count))
-                overflow();
-            ++decimals;
-            continue;
-        }
-        if (__builtin_mul_overflow(count, 10, &count) || __builtin_add_overflow(count, c - '0', &count))
-            overflow();
-        if (decimals >= 0)
-            ++decimals;
-    }
-    if (!anyDigit)
+    const ScaledText read = scaledFromText(text, 4);
+    if (!read.isNumber)
         return std::nullopt;
-    for (int i = decimals < 0 ? 0 : decimals; i < 4; ++i) {
-        if (__builtin_mul_overflow(count, 10, &count))
-            overflow();
-    }
-    return Decimal(negative ? -count : count);
+    if (!read.fits || read.count != static_cast<std::int64_t>(read.count))
+        overflow();
+    return Decimal(static_cast<std::int64_t>(read.count));
 }
 
 Decimal Decimal::rounded(int digits) const {

@@ -3,6 +3,9 @@
 #include <QVarLengthArray>
 
 #include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
 
 namespace zel {
 
@@ -22,6 +25,16 @@ Decimal leadingNumber(const QString &text) {
     for (qsizetype at = start; at < i; ++at)
         number.append(static_cast<char>(text[at].unicode()));
     return Decimal::parse({number.constData(), static_cast<std::size_t>(number.size())}).value_or(Decimal());
+}
+
+std::string plainText(double value) {
+    std::array<char, 400> text{};
+    const double magnitude = std::abs(value);
+    const bool plain = value == 0 || (magnitude >= 1e-5 && magnitude < 1e15);
+    const auto end =
+        plain ? std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed)
+              : std::to_chars(text.data(), text.data() + text.size(), value);
+    return {text.data(), end.ptr};
 }
 
 QString format(Decimal value, const QString &picture) {

@@ -5,11 +5,16 @@
 #include <QDate>
 #include <QString>
 
+#include <string>
+
 namespace zel {
 
 /// The number at the start of a text, blanks and a sign before it allowed; 0 when there is none.
 /// Grouping commas end the number ("1,234" is 1). A number too large raises Error 8115.
 [[nodiscard]] Decimal leadingNumber(const QString &text);
+
+/// The shortest text of a double, plain where it has fewer than 16 digits, else with an exponent.
+[[nodiscard]] std::string plainText(double value);
 
 /// Shows a number in a picture such as "##,###0.00" (grouped by thousands) or "###0.00": '0' is a digit
 /// always shown, '#' one shown if needed, ',' groups, decimals round half away from zero.

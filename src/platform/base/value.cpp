@@ -1,5 +1,6 @@
 #include "platform/base/value.h"
 
+#include "platform/base/date_text.h"
 #include "platform/base/number_text.h"
 
 namespace zel {
@@ -32,10 +33,10 @@ QString Value::text() const {
     return std::visit(
         Overloaded{[](Null) { return QString(); }, [](std::int64_t v) { return QString::number(v); },
                    [](Decimal v) { return QString::fromStdString(v.toString()); },
-                   [](double v) { return QString::number(v, 'g', 15); },
+                   [](double v) { return QString::fromStdString(plainText(v)); },
                    [](const std::string &v) { return QString::fromStdString(v); },
                    [](const DateTime &v) {
-                       const QString day = v.date.toString(QStringLiteral("dd/MM/yyyy"));
+                       const QString day = dayText(v.date);
                        return v.time == QTime(0, 0) ? day
                                                     : day + v.time.toString(QStringLiteral(" HH:mm:ss"));
                    }},
@@ -60,9 +61,11 @@ std::int64_t Value::integer() const {
 QDate Value::date() const {
     if (const auto *moment = std::get_if<DateTime>(&m_storage))
         return moment->date;
-    if (const auto *text = std::get_if<std::string>(&m_storage))
-        return QDate::fromString(QString::fromStdString(*text).left(10), Qt::ISODate);
-    return {};
+    const auto *text = std::get_if<std::string>(&m_storage);
+    if (text == nullptr)
+        return {};
+    const auto moment = fromStoredDate(parseDate(*text, DateTarget::Date, DateOrder::DayFirst).date.text());
+    return moment ? moment->date : QDate();
 }
 
 } // namespace zel

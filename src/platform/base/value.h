@@ -52,7 +52,7 @@ public:
     [[nodiscard]] Decimal decimal() const;
     /// decimal() rounded to a whole number, half away from zero.
     [[nodiscard]] std::int64_t integer() const;
-    /// The date of a date-time or of a text that begins with yyyy-mm-dd; otherwise an invalid date.
+    /// The date of a date-time, or of a text as a field reads it (day first); otherwise an invalid date.
     [[nodiscard]] QDate date() const;
 
     friend bool operator==(const Value &, const Value &) = default;

@@ -23,32 +23,22 @@ private Q_SLOTS:
 void tst_numbers::parses_data() {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("plain"); // "-" for refused
-    QTest::newRow("whole") << "1250"
-                           << "1250";
-    QTest::newRow("blanks and sign") << "  -12.50 "
-                                     << "-12.5";
-    QTest::newRow("point first") << ".5"
-                                 << "0.5";
-    QTest::newRow("point last") << "5."
-                                << "5";
-    QTest::newRow("fifth decimal rounds up") << "1.00005"
-                                             << "1.0001";
-    QTest::newRow("sixth decimal does not") << "1.000049"
-                                            << "1";
-    QTest::newRow("negative rounds away") << "-1.00005"
-                                          << "-1.0001";
-    QTest::newRow("minus nothing") << "-0.00"
-                                   << "0";
-    QTest::newRow("point alone") << "."
-                                 << "-";
-    QTest::newRow("empty") << ""
-                           << "-";
-    QTest::newRow("two points") << "1.2.3"
-                                << "-";
-    QTest::newRow("comma") << "1,234"
-                           << "-";
-    QTest::newRow("exponent") << "1e3"
-                              << "-";
+    const auto row = [](const char *name, const char *text, const char *plain) {
+        QTest::newRow(name) << text << plain;
+    };
+    row("whole", "1250", "1250");
+    row("blanks and sign", "  -12.50 ", "-12.5");
+    row("point first", ".5", "0.5");
+    row("point last", "5.", "5");
+    row("fifth decimal rounds up", "1.00005", "1.0001");
+    row("sixth decimal does not", "1.000049", "1");
+    row("negative rounds away", "-1.00005", "-1.0001");
+    row("minus nothing", "-0.00", "0");
+    row("point alone", ".", "-");
+    row("empty", "", "-");
+    row("two points", "1.2.3", "-");
+    row("comma", "1,234", "-");
+    row("exponent", "1e3", "-");
 }
 
 void tst_numbers::parses() {
@@ -88,20 +78,16 @@ void tst_numbers::formats() {
 void tst_numbers::leadingNumbers_data() {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("plain");
-    QTest::newRow("empty") << ""
-                           << "0";
-    QTest::newRow("point") << "."
-                           << "0";
-    QTest::newRow("then letters") << "12.5AB"
-                                  << "12.5";
-    QTest::newRow("grouping ends it") << "1,234.50"
-                                      << "1";
-    QTest::newRow("second point ends it") << "1.2.3"
-                                          << "1.2";
-    QTest::newRow("letters first") << "A1"
-                                   << "0";
-    QTest::newRow("sign") << " -3"
-                          << "-3";
+    const auto row = [](const char *name, const char *text, const char *plain) {
+        QTest::newRow(name) << text << plain;
+    };
+    row("empty", "", "0");
+    row("point", ".", "0");
+    row("then letters", "12.5AB", "12.5");
+    row("grouping ends it", "1,234.50", "1");
+    row("second point ends it", "1.2.3", "1.2");
+    row("letters first", "A1", "0");
+    row("sign", " -3", "-3");
 }
 
 void tst_numbers::leadingNumbers() {

@@ -133,11 +133,22 @@ void tst_refusals::refused_data() {
     row(241, "select * from Accounts where openDate = ^'abc'");
     row(242, "select * from Accounts where openDate = ^'31/12/2024'");
     row(242, "select * from Accounts where openDate = ^'2024-02-30'");
-    row(8115, "select cast(^99999 as smallint)");
+    row(220, "select cast(^99999 as smallint)");
+    row(244, "select cast(^'256' as tinyint)");
+    row(220, "select cast(^-1 as tinyint)");
+    row(102, "select ^0x1F");
+    row(1007, "select ^1.00000000000000000000000000000000000001");
+    row(4151, "select ^nullif(null,1)");
     row(168, "update Accounts set OpenBal = ^1e999");
     row(168, "Two ^1.5e-400");
     row(206, "select cast(^openDate as int) from Accounts");
-    row(402, "select openDate^-openDate from Accounts");
+    row(206, "select cast(openDate as date)^+1 from Accounts");
+    row(402, "select 1^-openDate from Accounts");
+    row(155, "select dateadd(^fortnight,1,openDate) from Accounts");
+    row(1023, "select dateadd(^'day',1,openDate) from Accounts");
+    row(9810, "select ^dateadd(hour,1,cast(openDate as date)) from Accounts");
+    row(8116, "select ^month(null)");
+    row(130, "select sum((^select 1)) from Accounts");
     // Changes.
     row(8152, "insert into Accounts (AcStatus,AcName) values ('DD',^'elf letters')");
     row(8152, "update Accounts set AcName=^'elf letters'");
@@ -157,6 +168,9 @@ void tst_refusals::refused_data() {
     row(2714, "create table ^Accounts (a int)");
     row(3701, "drop table ^nosuch");
     row(2705, "create table t (a int,^A int)");
+    row(2749, "create table t (^a varchar(5) identity)");
+    row(102, "create table t (a int identity(1,^2))");
+    row(102, "create table t (a int identity(^0,1))");
     // Procedures.
     row(2812, "exec ^nosuch 1");
     row(201, "^Two");

@@ -1,7 +1,9 @@
 #include "platform/ado/drivers/row_set.h"
 
+#include "platform/base/date_text.h"
+#include "platform/base/number_text.h"
+
 #include <algorithm>
-#include <charconv>
 #include <stdexcept>
 
 namespace zel::ado {
@@ -9,17 +11,6 @@ namespace zel::ado {
 namespace {
 
 using tsql::TypeKind;
-
-/// The digits at `text[from, from + length)`; -1 when one of them is no digit.
-int digits(std::string_view text, std::size_t from, std::size_t length) {
-    int number = 0;
-    for (std::size_t i = from; i < from + length; ++i) {
-        if (text[i] < '0' || text[i] > '9')
-            return -1;
-        number = number * 10 + (text[i] - '0');
-    }
-    return number;
-}
 
 char lowered(char letter) {
     return letter >= 'A' && letter <= 'Z' ? char(letter + ('a' - 'A')) : letter;
@@ -56,20 +47,24 @@ Value fromInteger(std::int64_t cell, TypeKind kind) {
     }
 }
 
-Value fromReal(double cell, TypeKind kind) {
-    switch (kind) {
+Value fromReal(double cell, const tsql::Type &type) {
+    switch (type.kind) {
     case TypeKind::Float:
         return cell;
     case TypeKind::Bit:
+    case TypeKind::TinyInt:
     case TypeKind::SmallInt:
     case TypeKind::Int:
     case TypeKind::BigInt:
         return wholeOf(Decimal::fromDouble(cell));
     case TypeKind::Char:
     case TypeKind::VarChar:
-        return Decimal::fromDouble(cell).toString();
-    default:
-        return Decimal::fromDouble(cell);
+        return plainText(cell);
+    default: {
+        // A quotient has more decimals than a Decimal.
+        const Decimal nearest = Decimal::fromDouble(cell);
+        return type.scale <= 4 || nearest.toDouble() == cell ? Value(nearest) : Value(cell);
+    }
     }
 }
 
@@ -81,22 +76,16 @@ Value fromText(std::string_view cell, TypeKind kind) {
             return *number;
         break;
     case TypeKind::Bit:
+    case TypeKind::TinyInt:
     case TypeKind::SmallInt:
     case TypeKind::Int:
     case TypeKind::BigInt:
         if (const auto number = Decimal::parse(cell))
             return wholeOf(*number);
         break;
-    case TypeKind::Float: {
-        double number = 0;
-        const auto [end, failure] = std::from_chars(cell.data(), cell.data() + cell.size(), number);
-        if (failure == std::errc() && end == cell.data() + cell.size())
-            return number;
-        break;
-    }
     case TypeKind::Date:
     case TypeKind::DateTime:
-        if (const auto moment = storedMoment(cell))
+        if (const auto moment = fromStoredDate(cell))
             return *moment;
         break;
     default:
@@ -106,29 +95,6 @@ Value fromText(std::string_view cell, TypeKind kind) {
 }
 
 } // namespace
-
-std::optional<DateTime> storedMoment(std::string_view text) {
-    if (text.size() < 10 || text[4] != '-' || text[7] != '-')
-        return std::nullopt;
-    DateTime moment;
-    moment.date = QDate(digits(text, 0, 4), digits(text, 5, 2), digits(text, 8, 2));
-    if (!moment.date.isValid())
-        return std::nullopt;
-    if (text.size() == 10)
-        return moment;
-    if (text.size() < 16 || (text[10] != ' ' && text[10] != 'T') || text[13] != ':')
-        return std::nullopt;
-    int seconds = 0;
-    int milliseconds = 0;
-    if (text.size() >= 19 && text[16] == ':')
-        seconds = digits(text, 17, 2);
-    if (text.size() >= 23 && text[19] == '.')
-        milliseconds = digits(text, 20, 3);
-    moment.time = QTime(digits(text, 11, 2), digits(text, 14, 2), seconds, milliseconds);
-    if (!moment.time.isValid())
-        return std::nullopt;
-    return moment;
-}
 
 RowSet::RowSet(std::vector<tsql::ResultColumn> columns, bool withIdentity)
     : m_columns(std::move(columns)),
@@ -178,12 +144,13 @@ bool RowSet::isNull(qsizetype row, int column) const {
 
 Value RowSet::value(qsizetype row, int column) const {
     const std::size_t at = index(row, column);
-    const TypeKind kind = m_columns.at(std::size_t(column)).type.kind;
+    const tsql::Type &type = m_columns.at(std::size_t(column)).type;
+    const TypeKind kind = type.kind;
     switch (m_tags[at]) {
     case Tag::Integer:
         return fromInteger(m_cells[at], kind);
     case Tag::Real:
-        return fromReal(std::bit_cast<double>(m_cells[at]), kind);
+        return fromReal(std::bit_cast<double>(m_cells[at]), type);
     case Tag::Text:
         return fromText(bytes(m_cells[at]), kind);
     case Tag::Null:

@@ -71,7 +71,4 @@ private:
     PackedArray<char> m_bytes;
 };
 
-/// The moment that a stored text shows: YYYY-MM-DD, with a time of day behind a blank or a T if it has one.
-[[nodiscard]] std::optional<DateTime> storedMoment(std::string_view text);
-
 } // namespace zel::ado

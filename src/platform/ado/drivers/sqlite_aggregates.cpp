@@ -72,12 +72,8 @@ constexpr auto Scales = [] {
 }();
 
 std::optional<ScaledCount> scaledValue(sqlite3_value *value, int type, int scale) {
-    if (type != SQLITE_INTEGER)
-        return scaledFromDouble(sqlite3_value_double(value), scale);
-    ScaledCount count = 0;
-    if (__builtin_mul_overflow(ScaledCount(sqlite3_value_int64(value)), powerOfTen(scale), &count))
-        return std::nullopt;
-    return count;
+    return type == SQLITE_INTEGER ? scaledFromInteger(sqlite3_value_int64(value), scale)
+                                  : scaledFromDouble(sqlite3_value_double(value), scale);
 }
 
 /// An aggregate's memory: how many sums, then each.
@@ -118,7 +114,8 @@ void giveSum(sqlite3_context *context, const RunningSum &sum) {
     if (!sum.any)
         return sqlite3_result_null(context);
     try {
-        giveDecimal(context, sum.sum(), sum.scale);
+        constexpr int MostOfAmounts = 12; // only quotients have more decimals
+        giveDecimal(context, sum.sum(), sum.scale, sum.scale > MostOfAmounts ? Digits::Kept : Digits::All);
     } catch (const Error &error) {
         giveError(context, error);
     }

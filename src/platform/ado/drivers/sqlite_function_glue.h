@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/ado/drivers/scaled_number.h"
 #include "platform/base/error.h"
+#include "platform/base/scaled_number.h"
 
 #include <sqlite3.h>
 
@@ -39,9 +39,12 @@ inline void giveError(sqlite3_context *context, const Error &error) {
     sqlite3_result_error(context, text.data(), int(text.size()));
 }
 
+/// Whether a decimal that no REAL has keeps the digits that a REAL has, as a quotient may, or is refused, as
+/// an amount must be.
+enum class Digits { All, Kept };
 /// INTEGER when whole, else REAL; Error 8115 for what a Decimal or a REAL can't hold, so that every number
 /// that is given can be read back exactly.
-void giveDecimal(sqlite3_context *context, ScaledCount count, int scale);
+void giveDecimal(sqlite3_context *context, ScaledCount count, int scale, Digits digits = Digits::All);
 
 [[noreturn]] void overflow(const char *type);
 

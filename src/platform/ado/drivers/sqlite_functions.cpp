@@ -15,7 +15,7 @@ void registerFunctions(sqlite3 *db) {
     registerAggregates(db);
 }
 
-void giveDecimal(sqlite3_context *context, ScaledCount count, int scale) {
+void giveDecimal(sqlite3_context *context, ScaledCount count, int scale, Digits digits) {
     constexpr ScaledCount MostWhole = INT64_MAX / Decimal::Scale;
     const ScaledCount unit = powerOfTen(scale);
     const ScaledCount whole = count / unit;
@@ -24,10 +24,8 @@ void giveDecimal(sqlite3_context *context, ScaledCount count, int scale) {
     if (whole * unit == count)
         return sqlite3_result_int64(context, std::int64_t(whole));
     const double nearest = scaledToDouble(count, scale);
-    // Quotients have more digits than can matter; amounts must not lose one.
-    constexpr int MostKept = 4;
-    constexpr ScaledCount AllExact = ScaledCount(1) << 52;
-    const bool certain = (count <= AllExact && count >= -AllExact) || scale > MostKept;
+    constexpr ScaledCount AllExact = ScaledCount(1) << 49; // of no more than 15 digits
+    const bool certain = (count <= AllExact && count >= -AllExact) || digits == Digits::Kept;
     if (!certain && scaledFromDouble(nearest, scale) != count)
         overflow("numeric");
     sqlite3_result_double(context, nearest);

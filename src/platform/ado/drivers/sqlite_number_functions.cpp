@@ -1,5 +1,6 @@
 #include "platform/ado/drivers/sqlite_function_glue.h"
 
+#include "platform/base/number_text.h"
 #include "platform/tsql/engines/sqlite/sqlite_names.h"
 #include "platform/tsql/text/conversions.h"
 
@@ -14,7 +15,7 @@ namespace {
 namespace names = tsql::sqlite_names;
 using tsql::TypeKind;
 
-/// Decimals enough for every exact number that statements meet.
+/// Decimals of a product of money, and of what is rounded to tens and hundreds.
 constexpr int WorkingScale = 8;
 
 [[noreturn]] void divideByZero() {
@@ -25,6 +26,8 @@ TypeKind integerKind(int bits) {
     switch (bits) {
     case 1:
         return TypeKind::Bit;
+    case 8:
+        return TypeKind::TinyInt;
     case 16:
         return TypeKind::SmallInt;
     case 64:
@@ -36,18 +39,26 @@ TypeKind integerKind(int bits) {
 
 /// The number as a count of 10^-scale; `type` is what an overflow names.
 ScaledCount scaled(sqlite3_value *value, int scale, const char *type) {
-    if (isInteger(value))
-        return scaledFromInteger(sqlite3_value_int64(value), scale);
-    const auto count = scaledFromDouble(sqlite3_value_double(value), scale);
+    const auto count = isInteger(value) ? scaledFromInteger(sqlite3_value_int64(value), scale)
+                                        : scaledFromDouble(sqlite3_value_double(value), scale);
     if (!count)
         overflow(type);
     return *count;
 }
 
+/// The number with all its decimals.
+ScaledNumber exactly(sqlite3_value *value) {
+    if (isInteger(value))
+        return {sqlite3_value_int64(value), 0};
+    const auto number = shortestDecimal(sqlite3_value_double(value));
+    if (!number)
+        overflow("numeric");
+    return *number;
+}
+
 void toInteger(sqlite3_context *context, Arguments arguments) {
     sqlite3_value *value = arguments[0];
-    const int bits = sqlite3_value_int(arguments[1]);
-    const TypeKind kind = integerKind(bits);
+    const TypeKind kind = integerKind(sqlite3_value_int(arguments[1]));
     std::int64_t whole = 0;
     if (isText(value))
         whole = kind == TypeKind::Bit ? tsql::bitFromText(textOf(value))
@@ -56,8 +67,6 @@ void toInteger(sqlite3_context *context, Arguments arguments) {
         whole = tsql::fittingInteger(sqlite3_value_int64(value), kind);
     else
         whole = tsql::integerFromDouble(sqlite3_value_double(value), kind);
-    if (bits == 8 && (whole < 0 || whole > 255))
-        overflow("tinyint");
     sqlite3_result_int64(context, whole);
 }
 
@@ -65,21 +74,10 @@ void toNumeric(sqlite3_context *context, Arguments arguments) {
     sqlite3_value *value = arguments[0];
     const int precision = sqlite3_value_int(arguments[1]);
     const int scale = sqlite3_value_int(arguments[2]);
-    ScaledCount count = 0;
-    if (isText(value)) {
-        const ScaledText parsed = scaledFromText(textOf(value), scale);
-        if (!parsed.isNumber)
-            throw Error(8114, std::string("Error converting data type varchar to numeric."));
-        if (!parsed.fits)
-            overflow("numeric");
-        count = parsed.count;
-    } else {
-        count = scaled(value, scale, "numeric");
-    }
-    const ScaledCount limit = powerOfTen(precision);
-    if (count >= limit || count <= -limit)
-        overflow("numeric");
-    giveDecimal(context, count, scale);
+    giveDecimal(context,
+                isText(value) ? tsql::numericFromText(textOf(value), precision, scale)
+                              : tsql::fittingNumeric(scaled(value, scale, "numeric"), precision),
+                scale);
 }
 
 void toMoney(sqlite3_context *context, Arguments arguments) {
@@ -108,7 +106,7 @@ void numericText(sqlite3_context *context, Arguments arguments) {
 }
 
 void floatText(sqlite3_context *context, Arguments arguments) {
-    giveText(context, tsql::floatText(sqlite3_value_double(arguments[0])));
+    giveText(context, plainText(sqlite3_value_double(arguments[0])));
 }
 
 void integerQuotient(sqlite3_context *context, Arguments arguments) {
@@ -128,15 +126,10 @@ void quotient(sqlite3_context *context, Arguments arguments) {
         divideByZero();
     if (scale < 0)
         return sqlite3_result_double(context, sqlite3_value_double(arguments[0]) / divisor);
-    const ScaledCount above = scaled(arguments[0], WorkingScale, "numeric");
-    const ScaledCount below = scaled(arguments[1], WorkingScale, "numeric");
-    ScaledCount count = 0;
-    if (below != 0 && !__builtin_mul_overflow(above, powerOfTen(scale), &count))
-        return giveDecimal(context, roundedQuotient(count, below), scale);
-    const auto near = scaledFromDouble(sqlite3_value_double(arguments[0]) / divisor, scale);
-    if (!near)
+    const auto count = cutQuotient(exactly(arguments[0]), exactly(arguments[1]), scale);
+    if (!count)
         overflow("numeric");
-    giveDecimal(context, *near, scale);
+    giveDecimal(context, *count, scale, Digits::Kept);
 }
 
 void remainder(sqlite3_context *context, Arguments arguments) {
@@ -146,10 +139,11 @@ void remainder(sqlite3_context *context, Arguments arguments) {
             divideByZero();
         return sqlite3_result_int64(context, divisor == -1 ? 0 : sqlite3_value_int64(arguments[0]) % divisor);
     }
-    const ScaledCount divisor = scaled(arguments[1], WorkingScale, "numeric");
+    const int scale = std::max(exactly(arguments[0]).scale, exactly(arguments[1]).scale);
+    const ScaledCount divisor = scaled(arguments[1], scale, "numeric");
     if (divisor == 0)
         divideByZero();
-    giveDecimal(context, scaled(arguments[0], WorkingScale, "numeric") % divisor, WorkingScale);
+    giveDecimal(context, scaled(arguments[0], scale, "numeric") % divisor, scale);
 }
 
 void rounded(sqlite3_context *context, Arguments arguments) {
@@ -197,6 +191,12 @@ void addedDecimals(sqlite3_context *context, Arguments arguments) {
     giveDecimal(context, sum, scale);
 }
 
+void cut(sqlite3_context *context, Arguments arguments) {
+    const int digits = std::clamp(sqlite3_value_int(arguments[1]), 0, WorkingScale);
+    giveDecimal(context, scaled(arguments[0], WorkingScale, "numeric") / powerOfTen(WorkingScale - digits),
+                digits);
+}
+
 constexpr Function Functions[] = {
     {names::Int, 2, guarded<toInteger>},
     {names::Num, 3, guarded<toNumeric>},
@@ -210,6 +210,7 @@ constexpr Function Functions[] = {
     {names::Round, 2, guarded<rounded>},
     {names::AddIntegers, -1, guarded<addedIntegers>},
     {names::AddDecimals, -1, guarded<addedDecimals>},
+    {names::CutTo, 2, guarded<cut>},
 };
 
 } // namespace

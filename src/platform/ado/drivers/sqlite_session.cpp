@@ -2,6 +2,7 @@
 
 #include "platform/ado/drivers/sqlite_functions.h"
 #include "platform/ado/drivers/sqlite_log_file.h"
+#include "platform/base/date_text.h"
 #include "platform/base/error.h"
 #include "platform/tsql/reading/failure.h"
 
@@ -27,27 +28,6 @@ int bindDecimal(sqlite3_stmt *statement, int parameter, Decimal number) {
         throw Error(8115,
                     std::string("Arithmetic overflow error converting expression to data type numeric."));
     return sqlite3_bind_double(statement, parameter, nearest);
-}
-
-std::string stored(const DateTime &moment) {
-    int year = 0;
-    int month = 0;
-    int day = 0;
-    moment.date.getDate(&year, &month, &day);
-    const auto digit = [](int number) { return char('0' + number % 10); };
-    std::string text{digit(year / 1000),
-                     digit(year / 100),
-                     digit(year / 10),
-                     digit(year),
-                     '-',
-                     digit(month / 10),
-                     digit(month),
-                     '-',
-                     digit(day / 10),
-                     digit(day)};
-    if (moment.time != QTime(0, 0))
-        text += moment.time.toString(QStringLiteral(" HH:mm:ss.zzz")).toStdString();
-    return text;
 }
 
 /// "NUMBER|message" of our functions, split; number 0 when the text has another form.
@@ -241,7 +221,7 @@ SqliteSession::Running &SqliteSession::Running::bind(int parameter, const Value 
         code = sqlite3_bind_text64(m_statement, parameter, text->data(), text->size(), SQLITE_STATIC,
                                    SQLITE_UTF8);
     else if (const auto *moment = std::get_if<DateTime>(&held))
-        return bind(parameter, std::string_view(stored(*moment)));
+        return bind(parameter, storedDate(*moment).text());
     else
         code = sqlite3_bind_null(m_statement, parameter);
     if (code != SQLITE_OK)

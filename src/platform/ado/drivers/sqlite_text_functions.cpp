@@ -2,6 +2,7 @@
 
 #include "platform/tsql/engines/sqlite/sqlite_names.h"
 #include "platform/tsql/text/conversions.h"
+#include "platform/tsql/text/dates.h"
 #include "platform/tsql/text/names.h"
 #include "platform/tsql/text/text_rules.h"
 
@@ -14,6 +15,7 @@ namespace zel::ado {
 namespace {
 
 namespace names = tsql::sqlite_names;
+using tsql::TypeKind;
 
 [[noreturn]] void invalidLength(int number, const char *function) {
     throw Error(number, std::string("Invalid length parameter passed to the ") + function + " function.");
@@ -51,6 +53,17 @@ void rangeEnd(sqlite3_context *context, Arguments arguments) {
     giveText(context, std::string(part) + (part.size() == text.size() ? "!" : "\xF4\x8F\xBF\xBF"));
 }
 
+void otherCase(sqlite3_context *context, Arguments arguments) {
+    constexpr int Most = 3;
+    const std::string_view text = textOf(arguments[0]);
+    if (asciiPart(text).size() == text.size())
+        return sqlite3_result_value(context, arguments[0]);
+    const auto other = tsql::otherCase(text, sqlite3_value_int(arguments[1]), Most);
+    if (!other)
+        throw Error(446, std::string("Cannot resolve collation conflict for equal to operation."));
+    giveText(context, *other);
+}
+
 /// The pattern is read once for a statement when it is the same for all rows.
 void like(sqlite3_context *context, Arguments arguments) {
     constexpr int Place = 1;
@@ -70,6 +83,48 @@ void pad(sqlite3_context *context, Arguments arguments) {
     const std::int64_t missing = sqlite3_value_int64(arguments[1]) - tsql::characterCount(text);
     text.append(std::size_t(std::clamp<std::int64_t>(missing, 0, 8000)), ' ');
     giveText(context, text);
+}
+
+bool sameTexts(sqlite3_value *text, sqlite3_value *other, TypeKind) {
+    return tsql::comparisonKey(textOf(text)) == tsql::comparisonKey(textOf(other));
+}
+
+bool sameConverted(sqlite3_value *text, sqlite3_value *other, TypeKind kind) {
+    const std::string_view given = textOf(text);
+    if (kind == TypeKind::DateTime || kind == TypeKind::Date) {
+        const auto target = kind == TypeKind::Date ? DateTarget::Date : DateTarget::DateTime;
+        const DateReading read = parseDate(given, target);
+        if (read.error != 0)
+            tsql::throwDateError(read.error);
+        return read.date.text() == textOf(other);
+    }
+    const double number = sqlite3_value_double(other);
+    switch (kind) {
+    case TypeKind::Bit:
+        return double(tsql::bitFromText(given)) == number;
+    case TypeKind::Numeric:
+        return scaledToDouble(tsql::numericFromText(given, MostDigits, MostDigits / 2), MostDigits / 2) ==
+               number;
+    case TypeKind::Money:
+        return tsql::moneyFromText(given).toDouble() == number;
+    case TypeKind::Float:
+        return tsql::floatFromText(given) == number;
+    default:
+        return double(tsql::integerFromText(given, kind)) == number;
+    }
+}
+
+/// Not as the others: where the second is NULL the first stays.
+template <bool (*same)(sqlite3_value *, sqlite3_value *, TypeKind)>
+void nullIf(sqlite3_context *context, int count, sqlite3_value **values) {
+    const TypeKind kind = count > 2 ? TypeKind(sqlite3_value_int(values[2])) : TypeKind::Null;
+    const auto isNull = [&](int i) { return sqlite3_value_type(values[i]) == SQLITE_NULL; };
+    try {
+        if (!isNull(0) && (isNull(1) || !same(values[0], values[1], kind)))
+            sqlite3_result_value(context, values[0]);
+    } catch (const Error &error) {
+        giveError(context, error);
+    }
 }
 
 void replace(sqlite3_context *context, Arguments arguments) {
@@ -132,19 +187,14 @@ void fittingText(sqlite3_context *context, Arguments arguments) {
 }
 
 constexpr Function Functions[] = {
-    {names::Fold, 1, guarded<fold>},
-    {names::RangeBegin, 1, guarded<rangeBegin>},
-    {names::RangeEnd, 1, guarded<rangeEnd>},
-    {names::Like, 2, guarded<like>},
-    {names::Pad, 2, guarded<pad>},
-    {names::Replace, 3, guarded<replace>},
-    {names::Upper, 1, guarded<upper>},
-    {names::Lower, 1, guarded<lower>},
-    {names::Right, 2, guarded<right>},
-    {names::Left, 2, guarded<left>},
-    {names::Substring, 3, guarded<substring>},
-    {names::CharIndex, 3, guarded<charIndex>},
-    {names::Text, 2, guarded<fittingText>},
+    {names::Fold, 1, guarded<fold>},           {names::RangeBegin, 1, guarded<rangeBegin>},
+    {names::RangeEnd, 1, guarded<rangeEnd>},   {names::OtherCase, 2, guarded<otherCase>},
+    {names::Like, 2, guarded<like>},           {names::Pad, 2, guarded<pad>},
+    {names::NullIf, 2, nullIf<sameTexts>},     {names::NullIfConverted, 3, nullIf<sameConverted>},
+    {names::Replace, 3, guarded<replace>},     {names::Upper, 1, guarded<upper>},
+    {names::Lower, 1, guarded<lower>},         {names::Right, 2, guarded<right>},
+    {names::Left, 2, guarded<left>},           {names::Substring, 3, guarded<substring>},
+    {names::CharIndex, 3, guarded<charIndex>}, {names::Text, 2, guarded<fittingText>},
 };
 
 } // namespace

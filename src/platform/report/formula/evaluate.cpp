@@ -1,33 +1,18 @@
 #include "platform/report/formula/evaluate.h"
 
+#include "platform/base/date_text.h"
 #include "platform/base/number_text.h"
+#include "platform/base/scaled_number.h"
 #include "platform/report/formula/functions.h"
-
-#include <limits>
 
 namespace zel::report {
 
 namespace {
 
-__extension__ using Wide = __int128;
-
-Decimal narrowed(Wide count) {
-    if (count > std::numeric_limits<std::int64_t>::max() || count < std::numeric_limits<std::int64_t>::min())
+Decimal narrowed(ScaledCount count) {
+    if (count != ScaledCount(static_cast<std::int64_t>(count)))
         throw Error(8115, QStringLiteral("Arithmetic overflow error in a report's formula."));
     return Decimal::fromTenThousandths(static_cast<std::int64_t>(count));
-}
-
-Wide dividedRounding(Wide number, Wide divisor) {
-    if (divisor < 0) {
-        number = -number;
-        divisor = -divisor;
-    }
-    const Wide half = divisor / 2 + divisor % 2;
-    const Wide whole = number / divisor;
-    const Wide rest = number % divisor;
-    if (rest >= half)
-        return whole + 1;
-    return -rest >= half ? whole - 1 : whole;
 }
 
 Value condition(bool holds) {
@@ -75,22 +60,6 @@ Value comparison(Op op, const Value &left, const Value &right) {
     default:
         return condition(order >= 0);
     }
-}
-
-/// dd/MM/yyyy, without a locale's detours.
-QString dayText(QDate date) {
-    int year = 0;
-    int month = 0;
-    int day = 0;
-    date.getDate(&year, &month, &day);
-    if (year < 1000 || year > 9999)
-        return date.toString(QStringLiteral("dd/MM/yyyy"));
-    const auto digit = [](int number) { return QChar(static_cast<char16_t>(u'0' + number % 10)); };
-    const QChar text[] = {digit(day / 10),    digit(day),        u'/',
-                          digit(month / 10),  digit(month),      u'/',
-                          digit(year / 1000), digit(year / 100), digit(year / 10),
-                          digit(year)};
-    return QString(text, std::size(text));
 }
 
 /// And with `decisive` 0, or with 1: the decisive value wins, else Null, else the other value.
@@ -202,12 +171,12 @@ Value coerced(const Value &value, Kind kind) {
 
 Decimal product(Decimal left, Decimal right) {
     return narrowed(
-        dividedRounding(Wide(left.tenThousandths()) * Wide(right.tenThousandths()), Wide(Decimal::Scale)));
+        roundedQuotient(ScaledCount(left.tenThousandths()) * right.tenThousandths(), Decimal::Scale));
 }
 
 Decimal quotient(Decimal left, Decimal right) {
     return narrowed(
-        dividedRounding(Wide(left.tenThousandths()) * Wide(Decimal::Scale), right.tenThousandths()));
+        roundedQuotient(ScaledCount(left.tenThousandths()) * Decimal::Scale, right.tenThousandths()));
 }
 
 bool isLike(const QString &text, const QString &pattern) {

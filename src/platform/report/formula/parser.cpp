@@ -1,5 +1,6 @@
 #include "platform/report/formula/expression.h"
 
+#include "platform/base/date_text.h"
 #include "platform/report/formula/lexer.h"
 
 #include <array>
@@ -207,12 +208,12 @@ private:
                 throw FormulaError(1007, QStringLiteral("The number is out of range."), token.begin);
             return *number;
         }
-        const QDate date =
-            QDate::fromString(QString::fromStdString(token.text), QStringLiteral("yyyy-MM-dd"));
-        if (!date.isValid())
+        constexpr std::size_t DayAlone = 10;
+        const auto moment = token.text.size() == DayAlone ? fromStoredDate(token.text) : std::nullopt;
+        if (!moment)
             throw FormulaError(
                 241, QStringLiteral("There is no such date; dates have the form #yyyy-mm-dd#."), token.begin);
-        return date;
+        return moment->date;
     }
 
     static Node field(const Token &token) {

@@ -3,6 +3,7 @@
 #include "platform/tsql/meaning/bound.h"
 
 #include <array>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -32,6 +33,8 @@ struct Traits {
     std::string_view onlyEnd;
     /// A column's definition in `create table`, without its name.
     void (*columnDefinition)(Writer &writer, const ColumnNode &column, bool isKey);
+    /// Behind `create table`: the identity begins at `seed`, which is above 1.
+    void (*identitySeed)(Writer &writer, std::string_view table, std::int64_t seed);
     std::string_view analyze;
     /// The words of a create before the name of a table that is the connection's own.
     std::string_view createTemporary;

@@ -210,7 +210,7 @@ void Writer::items(const BoundSelect &select, SelectUse use, bool top) {
             *this << m_traits.onlyBegin << value << m_traits.onlyEnd;
         else if (use == SelectUse::Keys)
             key(value);
-        else if (top && value.type.kind == TypeKind::Char && !isLiteral(value)) {
+        else if (top && value.type.kind == TypeKind::Char && value.op != Op::NullLiteral) {
             Expr padded;
             padded.op = Op::Pad;
             padded.a = const_cast<Expr *>(&value);

@@ -101,6 +101,10 @@ void Writer::createTable(const ActionNode &node, const Table &table) {
         *this << ')';
     }
     *this << ')';
+    for (const ColumnNode *column = node.columns; column != nullptr; column = column->next) {
+        if (column->identity && column->seed > 1)
+            m_traits.identitySeed(*this, node.table.name, column->seed);
+    }
 }
 
 void Writer::dropTable(const Table &table, bool ifThere) {

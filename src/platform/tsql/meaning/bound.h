@@ -14,7 +14,7 @@ namespace zel::tsql {
 enum class Op : std::uint8_t {
     // Leaves.
     NullLiteral,
-    NumberLiteral, ///< text: as written, a '-' before a negative one
+    NumberLiteral, ///< text: as written, a '-' before a negative one; n: digits of a whole one in the statement
     TextLiteral,
     DateLiteral, ///< text: the stored form
     ColumnValue,
@@ -29,6 +29,7 @@ enum class Op : std::uint8_t {
     Divide, ///< n: decimals of the result, -1 for float
     Modulo,
     RoundTo, ///< n: decimals; arithmetic on decimals is exact again behind it
+    CutTo,   ///< n: decimals; products of money are cut, not rounded
     Round,   ///< b: digits
     Absolute,
     // Texts.
@@ -58,14 +59,23 @@ enum class Op : std::uint8_t {
     ToDateTime, ///< n: style
     ToDate,     ///< n: style
     DateOnly,
-    DateText, ///< n: style
+    DateText, ///< n: style, m: 1 for a date without a time of day
     Day,
     Month,
     Year,
+    DateAdd,        ///< n: the DatePart; a count, b date
+    DateDifference, ///< n: the DatePart; from a to b
+    PartOfDate,     ///< n: the DatePart
+    PartName,       ///< n: the DatePart
+    DateSum,        ///< a and b as days; n: the sign
     // Choices.
     IfNull,
     Coalesce, ///< list from a
-    Case,     ///< condition, value, condition, value ... from a; b: else
+    NullIf,   ///< NULL where a is b; numbers or dates
+    NullIfTexts,
+    NullIfConverted, ///< a is a text that meets b as the type of kind n
+    Case,      ///< condition, value, condition, value ... from a; b: else. With c: values that it may be
+    CaseTexts, ///< the same with a text c
     // Conditions.
     And, ///< list from a
     Or,  ///< list from a

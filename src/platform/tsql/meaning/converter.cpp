@@ -2,7 +2,6 @@
 
 #include "platform/tsql/meaning/types.h"
 #include "platform/tsql/reading/failure.h"
-#include "platform/tsql/text/date_text.h"
 #include "platform/tsql/text/names.h"
 
 #include <algorithm>
@@ -38,7 +37,8 @@ Expr *Converter::settled(Expr *value) {
     }
     if (!inexact || !isDecimal(value->type))
         return value;
-    Expr *rounded = make(Op::RoundTo, value->type, value->at, value);
+    const bool cut = inner->op == Op::Multiply && value->type.kind == TypeKind::Money;
+    Expr *rounded = make(cut ? Op::CutTo : Op::RoundTo, value->type, value->at, value);
     rounded->n = decimals(value->type);
     return rounded;
 }
@@ -61,6 +61,7 @@ Expr *Converter::convert(Expr *value, Type to, Purpose purpose, int style) {
     case TypeKind::Null:
         return value;
     case TypeKind::Bit:
+    case TypeKind::TinyInt:
     case TypeKind::SmallInt:
     case TypeKind::Int:
     case TypeKind::BigInt:
@@ -120,7 +121,7 @@ Expr *Converter::toText(Expr *value, Type to, Purpose purpose, int style) {
     const auto at = value->at;
     const bool toChar = to.kind == TypeKind::Char;
     Expr *text = value;
-    int width = textWidth(from);
+    int width = isDate(from) ? textWidth({TypeKind::DateTime, 0, 0}) : textWidth(from);
     if (isText(from)) {
         if (from.kind == TypeKind::Char && !toChar) {
             text = make(Op::Pad, {TypeKind::VarChar, from.length, 0}, at, value);
@@ -136,8 +137,7 @@ Expr *Converter::toText(Expr *value, Type to, Purpose purpose, int style) {
     } else if (isDate(from)) {
         text = make(Op::DateText, {TypeKind::VarChar, width, 0}, at, value);
         text->n = style;
-        if (from.kind == TypeKind::Date && style == 0)
-            text = value;
+        text->m = from.kind == TypeKind::Date ? 1 : 0;
     } else {
         text = make(Op::FloatText, {TypeKind::VarChar, width, 0}, at, value);
     }
@@ -147,10 +147,6 @@ Expr *Converter::toText(Expr *value, Type to, Purpose purpose, int style) {
     }
     if (toChar && from.kind != TypeKind::Char)
         text = make(Op::Trim, to, at, text);
-    if (text == value && !(from.kind == to.kind)) { // a date that is its own text
-        text = make(Op::Cut, to, at, text);
-        text->n = to.length;
-    }
     return text;
 }
 
@@ -167,27 +163,16 @@ Expr *Converter::toDate(Expr *value, Type to, int style) {
     return made;
 }
 
-void Converter::failConversion(const Expr &value, Type to, Purpose purpose, int number) {
-    const std::string from(value.op == Op::NumberLiteral ? "numeric" : "varchar");
-    const std::string target(typeName(to));
-    if (number == 245 && purpose != Purpose::Argument) {
-        fail(m_source, value.at, 245,
-             "Conversion failed when converting the varchar value '" +
-                 std::string(value.text.substr(0, 128)) + "' to data type " + target + ".");
-    }
-    if (number == 241 && purpose != Purpose::Argument)
-        fail(m_source, value.at, 241,
-             "Conversion failed when converting date and/or time from character string.");
-    if (number == 242 && purpose != Purpose::Argument) {
-        fail(m_source, value.at, 242,
-             "The conversion of a varchar data type to a " + target +
-                 " data type resulted in an out-of-range value.");
-    }
-    if (number == 235 && purpose != Purpose::Argument) {
-        fail(m_source, value.at, 235,
-             "Cannot convert a char value to money. The char value has incorrect syntax.");
-    }
-    fail(m_source, value.at, 8114, "Error converting data type " + from + " to " + target + ".");
+void Converter::failConversion(const Expr &literal, Type to, Purpose purpose, const Error &error) {
+    if (purpose != Purpose::Argument)
+        fail(m_source, literal.at, error.number(), error.what());
+    const bool tooLarge =
+        error.number() == 220 || error.number() == 244 || error.number() == 248 || error.number() == 8115;
+    if (tooLarge)
+        failOverflow(literal, to);
+    const std::string from(literal.op == Op::NumberLiteral ? "numeric" : "varchar");
+    fail(m_source, literal.at, 8114,
+         "Error converting data type " + from + " to " + std::string(typeName(to)) + ".");
 }
 
 void Converter::failOverflow(const Expr &value, Type to) {

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "platform/base/error.h"
 #include "platform/tsql/meaning/bound.h"
 #include "platform/tsql/reading/arena.h"
+#include "platform/tsql/text/dates.h"
 
 namespace zel::tsql {
 
@@ -21,7 +23,7 @@ public:
     /// The text that failures point into.
     void setSource(std::string_view source) { m_source = source; }
 
-    [[nodiscard]] Expr *convert(Expr *value, Type to, Purpose purpose, int style = 0);
+    [[nodiscard]] Expr *convert(Expr *value, Type to, Purpose purpose, int style = NoStyle);
     /// As a varchar, a char with its blanks.
     [[nodiscard]] Expr *asText(Expr *value);
     /// Arithmetic on decimals is done in doubles; behind this it has exactly its decimals again. A whole
@@ -36,7 +38,7 @@ private:
     Expr *convertLiteral(Expr *literal, Type to, Purpose purpose, int style);
     Expr *literalToInteger(Expr *literal, Type to, Purpose purpose);
     Expr *literalToDecimal(Expr *literal, Type to, Purpose purpose);
-    Expr *literalToFloat(Expr *literal, Type to);
+    Expr *literalToFloat(Expr *literal, Type to, Purpose purpose);
     Expr *literalToText(Expr *literal, Type to, Purpose purpose, int style);
     Expr *literalToDate(Expr *literal, Type to, Purpose purpose, int style);
     Expr *toInteger(Expr *value, Type to, Purpose purpose);
@@ -46,7 +48,8 @@ private:
     [[nodiscard]] static bool showsAsterisk(Type from, Purpose purpose);
     Expr *toText(Expr *value, Type to, Purpose purpose, int style);
     Expr *toDate(Expr *value, Type to, int style);
-    [[noreturn]] void failConversion(const Expr &value, Type to, Purpose purpose, int number);
+    /// The failure of a literal's conversion, at its place.
+    [[noreturn]] void failConversion(const Expr &literal, Type to, Purpose purpose, const Error &error);
     [[noreturn]] void failClash(const Expr &value, Type to);
     [[noreturn]] void failOverflow(const Expr &value, Type to);
 

@@ -1,11 +1,13 @@
 #include "platform/tsql/meaning/converter.h"
 
+#include "platform/base/number_text.h"
+#include "platform/base/scaled_number.h"
 #include "platform/tsql/meaning/types.h"
 #include "platform/tsql/reading/failure.h"
-#include "platform/tsql/text/date_text.h"
-#include "platform/tsql/text/decimal_text.h"
+#include "platform/tsql/text/conversions.h"
 #include "platform/tsql/text/names.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 
@@ -13,49 +15,47 @@ namespace zel::tsql {
 
 namespace {
 
-std::optional<double> parseFloat(std::string_view text) {
-    while (!text.empty() && text.front() == ' ')
-        text.remove_prefix(1);
-    text = withoutTrailingBlanks(text);
-    if (text.empty())
-        return 0.0;
-    if (text.front() == '+')
-        text.remove_prefix(1);
-    double value = 0;
-    const auto read = std::from_chars(text.data(), text.data() + text.size(), value);
-    const bool whole = read.ec == std::errc() && read.ptr == text.data() + text.size();
-    const bool number = text.find_first_not_of("0123456789+-.eE") == std::string_view::npos;
-    return whole && number ? std::optional(value) : std::nullopt;
-}
-
-/// The digits of a number literal, of a float too.
-std::optional<DecimalText> digitsOf(const Expr &literal) {
+/// A number literal with so many decimals; 8115 for one of more than 38 digits.
+ScaledCount scaled(const Expr &literal, int scale) {
     if (literal.type.kind != TypeKind::Float)
-        return DecimalText::parse(literal.text);
-    const auto value = parseFloat(literal.text);
-    std::array<char, 400> fixed{};
-    const auto end =
-        std::to_chars(fixed.data(), fixed.data() + fixed.size(), *value, std::chars_format::fixed);
-    return DecimalText::parse({fixed.data(), static_cast<std::size_t>(end.ptr - fixed.data())});
+        return numericFromText(literal.text, MostDigits, scale);
+    const auto count = scaledFromDouble(floatFromText(literal.text), scale);
+    if (!count)
+        throw Error(8115,
+                    std::string("Arithmetic overflow error converting expression to data type numeric."));
+    return *count;
 }
 
-/// Whether a whole number fits into an integer of so many bits.
-bool fits(const DecimalText &number, int bits) {
-    std::int64_t value = 0;
-    const std::string text = number.toString();
-    const auto read = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (read.ec != std::errc())
-        return false;
-    return bits == 64 ||
-           (value >= -(std::int64_t(1) << (bits - 1)) && value < (std::int64_t(1) << (bits - 1)));
+std::int64_t integerOf(const Expr &literal, TypeKind kind) {
+    if (literal.op == Op::TextLiteral)
+        return kind == TypeKind::Bit ? bitFromText(literal.text) : integerFromText(literal.text, kind);
+    if (literal.type.kind == TypeKind::Float)
+        return integerFromDouble(floatFromText(literal.text), kind);
+    // The decimals are cut off.
+    const std::size_t point = std::min(literal.text.find('.'), literal.text.size());
+    const ScaledCount whole = point == 0 || literal.text.substr(0, point) == "-"
+                                  ? 0
+                                  : numericFromText(literal.text.substr(0, point), MostDigits, 0);
+    if (whole != ScaledCount(std::int64_t(whole)))
+        throw Error(8115, "Arithmetic overflow error converting expression to data type " +
+                              std::string(typeName(Type{kind})) + ".");
+    return fittingInteger(std::int64_t(whole), kind);
+}
+
+ScaledCount decimalOf(const Expr &literal, Type to, int precision) {
+    if (to.kind != TypeKind::Money)
+        return literal.op == Op::TextLiteral ? numericFromText(literal.text, precision, to.scale)
+                                             : fittingNumeric(scaled(literal, to.scale), precision);
+    if (literal.op == Op::TextLiteral)
+        return moneyFromText(literal.text).tenThousandths();
+    const ScaledCount count = scaled(literal, 4);
+    if (count != ScaledCount(std::int64_t(count)))
+        throw Error(8115, std::string("Arithmetic overflow error converting expression to data type money."));
+    return count;
 }
 
 /// Whole numbers of so many digits, with hundredths, are exact on every engine.
-constexpr std::size_t SafeWholeDigits = 13;
-
-bool onlyBlanks(std::string_view text) {
-    return withoutTrailingBlanks(text).empty();
-}
+constexpr ScaledCount SafeWhole = 10'000'000'000'000;
 
 } // namespace
 
@@ -65,7 +65,7 @@ Expr *Converter::convertLiteral(Expr *literal, Type to, Purpose purpose, int sty
     if (isDecimal(to))
         return literalToDecimal(literal, to, purpose);
     if (to.kind == TypeKind::Float)
-        return literalToFloat(literal, to);
+        return literalToFloat(literal, to, purpose);
     if (isText(to))
         return literalToText(literal, to, purpose, style);
     if (isDate(to))
@@ -78,29 +78,11 @@ Expr *Converter::literalToInteger(Expr *literal, Type to, Purpose purpose) {
         failClash(*literal, to);
     if (literal->op == Op::NumberLiteral && purpose == Purpose::Meet)
         return literal;
-    if (literal->op == Op::TextLiteral && to.kind == TypeKind::Bit) {
-        const std::string_view word = withoutTrailingBlanks(literal->text);
-        if (sameName(word, "true") || sameName(word, "false"))
-            return number(sameName(word, "true") ? "1" : "0", to, literal->at);
+    try {
+        return number(m_arena.keep(std::to_string(integerOf(*literal, to.kind))), to, literal->at);
+    } catch (const Error &error) {
+        failConversion(*literal, to, purpose, error);
     }
-    if (literal->op == Op::TextLiteral && onlyBlanks(literal->text))
-        return number("0", to, literal->at);
-    auto value = literal->op == Op::TextLiteral ? DecimalText::parse(literal->text) : digitsOf(*literal);
-    const bool pointInText =
-        literal->op == Op::TextLiteral && literal->text.find('.') != std::string_view::npos;
-    if (!value || pointInText)
-        failConversion(*literal, to, purpose, to.kind == TypeKind::BigInt ? 8114 : 245);
-    value->truncate();
-    if (to.kind == TypeKind::Bit)
-        return number(value->toString() == "0" ? "0" : "1", to, literal->at);
-    if (!fits(*value, integerBits(to))) {
-        if (literal->op != Op::TextLiteral || purpose == Purpose::Argument)
-            failOverflow(*literal, to);
-        fail(m_source, literal->at, 248,
-             "The conversion of the varchar value '" + std::string(literal->text.substr(0, 128)) +
-                 "' overflowed an " + std::string(typeName(to)) + " column.");
-    }
-    return number(m_arena.keep(value->toString()), to, literal->at);
 }
 
 Expr *Converter::literalToDecimal(Expr *literal, Type to, Purpose purpose) {
@@ -108,38 +90,36 @@ Expr *Converter::literalToDecimal(Expr *literal, Type to, Purpose purpose) {
         failClash(*literal, to);
     if (literal->op == Op::NumberLiteral && purpose == Purpose::Meet)
         return literal;
-    const bool money = to.kind == TypeKind::Money;
-    if (money && literal->op == Op::TextLiteral && onlyBlanks(literal->text))
-        return number("0", to, literal->at);
-    auto value =
-        literal->op == Op::TextLiteral ? DecimalText::parse(literal->text, money) : digitsOf(*literal);
-    if (!value)
-        failConversion(*literal, to, purpose, money ? 235 : 8114);
-    value->round(static_cast<std::size_t>(decimals(to)));
-    const int whole = (money || purpose == Purpose::Meet ? (money ? 19 : 38) : to.length) - decimals(to);
-    if (static_cast<int>(value->whole.size()) > whole)
-        failOverflow(*literal, to);
-    Expr *written = number(m_arena.keep(value->toString()), to, literal->at);
-    if (purpose != Purpose::Assign || value->whole.size() <= SafeWholeDigits)
+    const int scale = decimals(to);
+    ScaledCount count = 0;
+    try {
+        count = decimalOf(*literal, to, purpose == Purpose::Meet ? MostDigits : to.length);
+    } catch (const Error &error) {
+        failConversion(*literal, to, purpose, error);
+    }
+    Expr *written = number(m_arena.keep(scaledText(count, scale)), to, literal->at);
+    const ScaledCount whole = count / powerOfTen(scale);
+    if (purpose != Purpose::Assign || (whole < SafeWhole && whole > -SafeWhole))
         return written;
     // The engine at hand says itself whether it can hold so large a number.
-    Expr *checked = make(money ? Op::ToMoney : Op::ToNumeric, to, literal->at, written);
+    Expr *checked = make(to.kind == TypeKind::Money ? Op::ToMoney : Op::ToNumeric, to, literal->at, written);
     checked->n = to.length;
     checked->m = to.scale;
     return checked;
 }
 
-Expr *Converter::literalToFloat(Expr *literal, Type to) {
+Expr *Converter::literalToFloat(Expr *literal, Type to, Purpose purpose) {
     if (literal->op == Op::DateLiteral)
         failClash(*literal, to);
-    const auto value = parseFloat(literal->text);
-    if (!value)
-        failConversion(*literal, to, Purpose::Cast, 8114);
-    std::array<char, 40> text{};
-    const auto end =
-        std::to_chars(text.data(), text.data() + text.size(), *value, std::chars_format::scientific);
-    return number(m_arena.keep({text.data(), static_cast<std::size_t>(end.ptr - text.data())}), to,
-                  literal->at);
+    try {
+        std::array<char, 40> text{};
+        const auto end = std::to_chars(text.data(), text.data() + text.size(), floatFromText(literal->text),
+                                       std::chars_format::scientific);
+        return number(m_arena.keep({text.data(), static_cast<std::size_t>(end.ptr - text.data())}), to,
+                      literal->at);
+    } catch (const Error &error) {
+        failConversion(*literal, to, purpose, error);
+    }
 }
 
 Expr *Converter::literalToText(Expr *literal, Type to, Purpose purpose, int style) {
@@ -147,15 +127,17 @@ Expr *Converter::literalToText(Expr *literal, Type to, Purpose purpose, int styl
         (literal->op == Op::NumberLiteral && literal->type.kind == TypeKind::Money))
         return toText(literal, to, purpose, style);
     std::string_view text = literal->text;
+    if (literal->type.kind == TypeKind::Char && to.kind != TypeKind::Char) {
+        std::string padded(text);
+        padded.append(std::size_t(std::max(0, literal->type.length - characterCount(text))), ' ');
+        text = m_arena.keep(padded);
+    }
     if (literal->op == Op::NumberLiteral) {
-        if (literal->type.kind == TypeKind::Float) {
-            const auto value = digitsOf(*literal);
-            std::string plain = value->toString();
-            text = m_arena.keep(plain);
-        } else {
-            // 007 is 7, .5 is 0.5; decimals stay as many as were written.
-            text = m_arena.keep(DecimalText::parse(text)->toString());
-        }
+        // 007 is 7, .5 is 0.5; decimals stay as many as were written.
+        const int scale = decimals(literal->type);
+        text =
+            m_arena.keep(literal->type.kind == TypeKind::Float ? plainText(floatFromText(text))
+                                                               : scaledText(scaled(*literal, scale), scale));
         if (characterCount(text) > to.length) {
             if (!showsAsterisk(literal->type, purpose))
                 failOverflow(*literal, to);
@@ -175,21 +157,18 @@ Expr *Converter::literalToText(Expr *literal, Type to, Purpose purpose, int styl
 
 Expr *Converter::literalToDate(Expr *literal, Type to, Purpose purpose, int style) {
     const DateTarget target = to.kind == TypeKind::Date ? DateTarget::Date : DateTarget::DateTime;
+    if (literal->op == Op::DateLiteral && (target == DateTarget::DateTime || literal->text.size() <= 10))
+        return literal;
+    if (literal->op == Op::NumberLiteral && target == DateTarget::Date)
+        failClash(*literal, to);
     DateReading reading;
-    if (literal->op == Op::DateLiteral) {
-        if (target == DateTarget::DateTime || literal->text.size() <= 10)
-            return literal;
-        reading = parseDate(literal->text, target);
-    } else if (literal->op == Op::TextLiteral) {
-        reading = parseDate(literal->text, target, style);
+    try {
+        reading = literal->op == Op::NumberLiteral ? dateFromDays(floatFromText(literal->text), target)
+                                                   : parseDate(literal->text, target, orderOfStyle(style));
         if (reading.error != 0)
-            failConversion(*literal, to, purpose, reading.error);
-    } else {
-        if (target == DateTarget::Date)
-            failClash(*literal, to);
-        reading = dateFromDays(*parseFloat(literal->text), target);
-        if (reading.error != 0)
-            failOverflow(*literal, to);
+            throwDateError(reading.error);
+    } catch (const Error &error) {
+        failConversion(*literal, to, purpose, error);
     }
     Expr *made = make(Op::DateLiteral, to, literal->at);
     made->text = m_arena.keep(reading.date.text());

@@ -67,6 +67,7 @@ public:
 
 private:
     friend struct FunctionTable;
+    struct Call;
     struct Scope;
     struct ScopeEntry;
     struct Variable {
@@ -74,7 +75,6 @@ private:
         Slot slot;
         Expr *literal; ///< instead of a slot
     };
-    struct Arguments;
     struct CreatedTable {
         std::string name; ///< as written; the table's own name is the engine's
         int scope;
@@ -110,9 +110,12 @@ private:
     Expr *negation(const Node &node);
     Expr *arithmetic(const Node &node);
     Expr *arithmetic(const Node &node, Expr *left, Expr *right);
+    Expr *dateSum(Expr *left, Expr *right, const Node &node);
     Expr *concatenation(Expr *left, Expr *right, std::uint32_t at);
     Expr *junction(const Node &node);
     Expr *caseValue(const Node &node);
+    void meetTests(Expr &choice, Expr *tested);
+    void replaceConverted(Expr *&member, Type type);
     Expr *castValue(const Node &node);
     Expr *comparison(Expr *left, Expr *right, char sign, std::uint32_t at);
     Expr *between(const Node &node);

@@ -14,6 +14,7 @@ namespace zel::tsql {
 namespace {
 
 constexpr Type Integer{TypeKind::Int, 0, 0};
+constexpr std::size_t MostDigits = 38;
 
 /// Operands of one chain of numbers; bounds our own recursion, as the engines take fewer.
 constexpr int MostNumbers = 1500;
@@ -41,11 +42,35 @@ bool isBeyondDoubles(std::string_view number) {
            std::errc::result_out_of_range;
 }
 
-/// Digits of an operand: a whole number in the statement has as many as it shows, not an int's ten.
+/// Digits of an operand: a whole number written in the statement has as many as it shows, not an int's ten.
 int precisionOf(const Expr &value) {
-    if (value.op == Op::NumberLiteral && isInteger(value.type))
-        return static_cast<int>(value.text.size() - (value.text.front() == '-' ? 1 : 0));
-    return precision(value.type);
+    return value.op == Op::NumberLiteral && value.n > 0 ? value.n : precision(value.type);
+}
+
+/// The type of arithmetic on two numerics: what does not fit into 38 digits loses decimals, those of a
+/// product or a quotient down to six.
+Type decimalResult(char op, const Expr &left, const Expr &right) {
+    const int scale1 = decimals(left.type);
+    const int scale2 = decimals(right.type);
+    const int whole1 = precisionOf(left) - scale1;
+    const int whole2 = precisionOf(right) - scale2;
+    int scale = std::max(scale1, scale2);
+    int whole = std::max(whole1, whole2) + 1;
+    int least = 38 - whole + 1;
+    if (op == '*') {
+        scale = scale1 + scale2;
+        whole = whole1 + whole2 + 1;
+        least = 6;
+    } else if (op == '/') {
+        scale = std::max(6, scale1 + whole2 + scale2 + 1);
+        whole = whole1 + scale2;
+        least = 6;
+    } else if (op == '%') {
+        whole = std::min(whole1, whole2);
+    }
+    if (whole + scale <= 38)
+        return {TypeKind::Numeric, std::max(1, whole + scale), scale};
+    return {TypeKind::Numeric, 38, std::max(std::min(scale, 38 - whole), std::min(scale, least))};
 }
 
 } // namespace
@@ -98,7 +123,15 @@ Expr *Resolver::literal(const Node &node) {
         fail(node.at, 168,
              "The floating point value '" + std::string(node.text.substr(0, 128)) +
                  "' is out of the range of computer representation (8 bytes).");
-    return m_converter.number(node.text, numberType(node), node.at);
+    const Type type = numberType(node);
+    if (type.kind == TypeKind::Numeric && node.text.size() - (type.scale > 0 ? 1 : 0) > MostDigits)
+        fail(node.at, 1007,
+             "The number '" + std::string(node.text.substr(0, 128)) +
+                 "' is out of the range for numeric representation (maximum precision 38).");
+    Expr *made = m_converter.number(node.text, type, node.at);
+    if (isInteger(type))
+        made->n = static_cast<int>(node.text.size());
+    return made;
 }
 
 Expr *Resolver::negation(const Node &node) {
@@ -125,6 +158,24 @@ Expr *Resolver::concatenation(Expr *left, Expr *right, std::uint32_t at) {
         make(Op::Concat, {TypeKind::VarChar, std::min(8000, left->type.length + right->type.length), 0}, at,
              copy(*left));
     made->a->next = copy(*right);
+    return made;
+}
+
+Expr *Resolver::dateSum(Expr *left, Expr *right, const Node &node) {
+    const Type type = commonType(left->type, right->type);
+    const bool days = type.kind == TypeKind::DateTime && (node.op == '+' || node.op == '-');
+    if (!days || (node.op == '-' && !isDate(left->type))) {
+        const bool clash = type.kind == TypeKind::Date && (isNumber(left->type) || isNumber(right->type));
+        fail(node.at, clash ? 206 : 402,
+             clash ? "Operand type clash: date is incompatible with " +
+                         std::string(typeName(isDate(left->type) ? right->type : left->type)) + "."
+                   : "The data types " + std::string(typeName(left->type)) + " and " +
+                         std::string(typeName(right->type)) + " are incompatible in the " +
+                         std::string(1, node.op) + " operator.");
+    }
+    Expr *made = make(Op::DateSum, type, node.at, m_converter.convert(left, type, Purpose::Meet),
+                      m_converter.convert(right, type, Purpose::Meet));
+    made->n = node.op == '-' ? -1 : 1;
     return made;
 }
 
@@ -163,51 +214,33 @@ Expr *Resolver::arithmetic(const Node &node, Expr *left, Expr *right) {
     const bool rightText = isText(right->type) || right->op == Op::NullLiteral;
     if (node.op == '+' && leftText && rightText && (isText(left->type) || isText(right->type)))
         return concatenation(left, right, node.at);
-    if (isDate(left->type) || isDate(right->type) || (isText(left->type) && isText(right->type))) {
+    if (isDate(left->type) || isDate(right->type))
+        return dateSum(left, right, node);
+    if (isText(left->type) && isText(right->type)) {
         fail(node.at, 402,
-             "The data types " + std::string(typeName(left->type)) + " and " +
-                 std::string(typeName(right->type)) + " are incompatible in the " + std::string(1, node.op) +
+             "The data types varchar and varchar are incompatible in the " + std::string(1, node.op) +
                  " operator.");
     }
     Type type = commonType(left->type, right->type);
     if (type.kind == TypeKind::Null || type.kind == TypeKind::Bit)
         type = Integer;
-    left = m_converter.convert(left, isText(left->type) || left->op == Op::NullLiteral ? type : left->type,
-                               Purpose::Meet);
-    right = m_converter.convert(
-        right, isText(right->type) || right->op == Op::NullLiteral ? type : right->type, Purpose::Meet);
+    const auto operand = [&](Expr *value) {
+        const bool untyped = isText(value->type) || value->op == Op::NullLiteral;
+        return m_converter.convert(value, untyped ? type : value->type, Purpose::Meet);
+    };
+    left = operand(left);
+    right = operand(right);
+    if (type.kind == TypeKind::Numeric)
+        type = decimalResult(node.op, *left, *right);
     Op op = Op::Add;
-    int scale = std::max(decimals(left->type), decimals(right->type));
-    const int whole =
-        std::max(precisionOf(*left) - decimals(left->type), precisionOf(*right) - decimals(right->type));
-    int digits = whole + scale + 1;
-    switch (node.op) {
-    case '-':
+    if (node.op == '-')
         op = Op::Subtract;
-        break;
-    case '*':
+    else if (node.op == '*')
         op = Op::Multiply;
-        scale = decimals(left->type) + decimals(right->type);
-        digits = precisionOf(*left) + precisionOf(*right) + 1;
-        break;
-    case '/':
+    else if (node.op == '/')
         op = isInteger(type) ? Op::IntegerDivide : Op::Divide;
-        scale = std::max(6, decimals(left->type) + precisionOf(*right) + 1);
-        digits = precisionOf(*left) - decimals(left->type) + decimals(right->type) + scale;
-        break;
-    case '%':
+    else if (node.op == '%')
         op = Op::Modulo;
-        break;
-    default:
-        break;
-    }
-    if (type.kind == TypeKind::Numeric) {
-        if (digits > 38) {
-            scale = std::max(std::min(scale, 38 - (digits - scale)), std::min(scale, 6));
-            digits = 38;
-        }
-        type = {TypeKind::Numeric, digits, scale};
-    }
     Expr *made = make(op, type, node.at, left, right);
     made->n = type.kind == TypeKind::Float ? -1 : decimals(type);
     return made;
@@ -225,32 +258,49 @@ Expr *Resolver::caseValue(const Node &node) {
     Expr *made = make(Op::Case, {}, node.at);
     Expr **last = &made->a;
     for (const Node *when = node.b; when != nullptr; when = when->next->next) {
-        Expr *test =
-            node.a == nullptr ? condition(*when) : comparison(value(*node.a), value(*when), '=', when->at);
-        *last = copy(*test);
+        *last = copy(*(node.a == nullptr ? condition(*when) : value(*when)));
         (*last)->next = copy(*value(*when->next));
         widen(*(*last)->next);
         last = &(*last)->next->next;
     }
+    if (node.a != nullptr)
+        meetTests(*made, value(*node.a));
     if (node.c != nullptr) {
         made->b = value(*node.c);
         widen(*made->b);
         made->b = m_converter.convert(made->b, type, Purpose::Meet);
     }
-    for (Expr **branch = &made->a; *branch != nullptr; branch = &(*branch)->next->next) {
-        Expr *&result = (*branch)->next;
-        Expr *rest = result->next;
-        result->next = nullptr;
-        result = copy(*m_converter.convert(result, type, Purpose::Meet));
-        result->next = rest;
-    }
+    for (Expr **branch = &made->a; *branch != nullptr; branch = &(*branch)->next->next)
+        replaceConverted((*branch)->next, type);
     made->type = type;
     return made;
 }
 
+/// Makes the tested value and all that it may be meet in one type, so that it is evaluated once.
+void Resolver::meetTests(Expr &choice, Expr *tested) {
+    Type common = tested->type;
+    for (const Expr *test = choice.a; test != nullptr; test = test->next->next)
+        common = commonType(common, test->type);
+    const bool texts = isText(common);
+    choice.op = texts ? Op::CaseTexts : Op::Case;
+    choice.c = texts ? comparedText(tested) : m_converter.convert(tested, common, Purpose::Meet);
+    for (Expr **test = &choice.a; *test != nullptr; test = &(*test)->next->next) {
+        if (!texts)
+            replaceConverted(*test, common);
+    }
+}
+
+/// Converts a member of a list in its place.
+void Resolver::replaceConverted(Expr *&member, Type type) {
+    Expr *rest = member->next;
+    member->next = nullptr;
+    member = copy(*m_converter.convert(member, type, Purpose::Meet));
+    member->next = rest;
+}
+
 int Resolver::styleOf(const Node *node) {
     if (node == nullptr)
-        return 0;
+        return NoStyle;
     const Expr *style = value(*node);
     int number = -1;
     if (style->op == Op::NumberLiteral)

@@ -404,7 +404,8 @@ void Resolver::checkGrouped(const Expr &value, const BoundSelect &select, bool i
         return;
     for (const Expr *group = select.groupBy; group != nullptr; group = group->next) {
         if (sameValue(&value, group) ||
-            ((value.op == Op::RoundTo || value.op == Op::ToInteger) && sameValue(value.a, group)))
+            ((value.op == Op::RoundTo || value.op == Op::CutTo || value.op == Op::ToInteger) &&
+             sameValue(value.a, group)))
             return;
     }
     if (value.op == Op::ColumnValue) {

@@ -3,39 +3,19 @@
 #include "platform/tsql/text/names.h"
 
 #include <algorithm>
+#include <array>
 
 namespace zel::tsql {
 
 namespace {
 
+/// Of two types that meet, the one further behind is the common one.
 int rank(TypeKind kind) {
-    switch (kind) {
-    case TypeKind::Null:
-        return 0;
-    case TypeKind::Char:
-        return 1;
-    case TypeKind::VarChar:
-        return 2;
-    case TypeKind::Bit:
-        return 3;
-    case TypeKind::SmallInt:
-        return 4;
-    case TypeKind::Int:
-        return 5;
-    case TypeKind::BigInt:
-        return 6;
-    case TypeKind::Numeric:
-        return 7;
-    case TypeKind::Money:
-        return 8;
-    case TypeKind::Float:
-        return 9;
-    case TypeKind::Date:
-        return 10;
-    case TypeKind::DateTime:
-        return 11;
-    }
-    return 0;
+    constexpr std::array Order{TypeKind::Null,    TypeKind::Char,     TypeKind::VarChar, TypeKind::Bit,
+                               TypeKind::TinyInt, TypeKind::SmallInt, TypeKind::Int,     TypeKind::BigInt,
+                               TypeKind::Money,   TypeKind::Numeric,  TypeKind::Float,   TypeKind::Date,
+                               TypeKind::DateTime};
+    return int(std::ranges::find(Order, kind) - Order.begin());
 }
 
 } // namespace
@@ -44,6 +24,8 @@ int integerBits(Type type) {
     switch (type.kind) {
     case TypeKind::Bit:
         return 1;
+    case TypeKind::TinyInt:
+        return 8;
     case TypeKind::SmallInt:
         return 16;
     case TypeKind::Int:
@@ -61,6 +43,8 @@ int precision(Type type) {
     switch (type.kind) {
     case TypeKind::Bit:
         return 1;
+    case TypeKind::TinyInt:
+        return 3;
     case TypeKind::SmallInt:
         return 5;
     case TypeKind::Int:
@@ -94,6 +78,8 @@ int textWidth(Type type) {
         return type.length;
     case TypeKind::Bit:
         return 1;
+    case TypeKind::TinyInt:
+        return 3;
     case TypeKind::SmallInt:
         return 6;
     case TypeKind::Int:
@@ -109,7 +95,7 @@ int textWidth(Type type) {
     case TypeKind::Date:
         return 10;
     case TypeKind::DateTime:
-        return 23;
+        return 26;
     case TypeKind::Null:
         return 1;
     }

@@ -140,6 +140,8 @@ private:
         TokenKind kind = TokenKind::Integer;
         while (classOf(at(end)) == Digit)
             ++end;
+        if (end == m_at + 1 && m_source[m_at] == '0' && (at(end) | 0x20) == 'x')
+            fail(m_source, m_at, 102, "Incorrect syntax near '0x': there are no binary values.");
         if (at(end) == '.') {
             kind = TokenKind::Decimal;
             ++end;

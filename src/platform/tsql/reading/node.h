@@ -125,6 +125,7 @@ struct ColumnNode {
     std::string_view declared; ///< the type as it was written
     bool notNull = false;
     bool identity = false;
+    std::int64_t seed = 1; ///< of an identity
     bool primaryKey = false;
     ColumnNode *next = nullptr;
 };

@@ -66,6 +66,8 @@ private:
     ActionNode *declaration();
     ActionNode *setting();
     ColumnNode *columnDefinition();
+    void identityBounds(ColumnNode &column);
+    void checkIdentity(const ColumnNode &column) const;
     AssignmentNode *parameters(Node *(Parser::*initialValue)());
     AssignmentNode *argument();
     Node *argumentValue();

@@ -3,6 +3,8 @@
 #include "platform/tsql/reading/failure.h"
 #include "platform/tsql/text/names.h"
 
+#include <charconv>
+
 namespace zel::tsql {
 
 Type Parser::type(std::string_view *declared) {
@@ -87,13 +89,8 @@ ColumnNode *Parser::columnDefinition() {
     while (true) {
         if (accept(Keyword::Identity)) {
             made->identity = made->notNull = true;
-            if (accept('(')) {
-                const bool fromOne = view(token()) == "1" && token(1).sign == ',' && view(token(2)) == "1";
-                if (!fromOne)
-                    refuse();
-                m_at += 3;
-                expect(')');
-            }
+            if (accept('('))
+                identityBounds(*made);
         } else if (accept(Keyword::Not)) {
             expect(Keyword::Null);
             made->notNull = true;
@@ -106,9 +103,35 @@ ColumnNode *Parser::columnDefinition() {
             accept(Keyword::NonClustered) || accept(Keyword::Clustered);
             made->primaryKey = made->notNull = true;
         } else {
+            checkIdentity(*made);
             return made;
         }
     }
+}
+
+void Parser::checkIdentity(const ColumnNode &column) const {
+    const TypeKind kind = column.type.kind;
+    const bool whole = (kind > TypeKind::Bit && kind <= TypeKind::BigInt) ||
+                       (kind == TypeKind::Numeric && column.type.scale == 0);
+    if (column.identity && !whole)
+        fail(m_source, column.at, 2749,
+             "Identity column '" + std::string(column.name) +
+                 "' must be of data type int, bigint, smallint, tinyint, or decimal or numeric with a scale "
+                 "of 0.");
+}
+
+/// Behind the parenthesis: from where an identity counts, and by what. It counts upwards one by one.
+void Parser::identityBounds(ColumnNode &column) {
+    const std::string_view seed = view(token());
+    const auto read = std::from_chars(seed.data(), seed.data() + seed.size(), column.seed);
+    if (token().kind != TokenKind::Integer || read.ec != std::errc() || column.seed < 1)
+        refuse();
+    ++m_at;
+    expect(',');
+    if (view(token()) != "1")
+        refuse();
+    ++m_at;
+    expect(')');
 }
 
 ActionNode *Parser::index(bool unique) {

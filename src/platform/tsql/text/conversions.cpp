@@ -5,7 +5,6 @@
 #include "platform/tsql/text/text_rules.h"
 #include "platform/tsql/text/type.h"
 
-#include <array>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -19,20 +18,25 @@ namespace {
                           std::string(typeName(Type{to})) + ".");
 }
 
+std::string shown(std::string_view text) {
+    constexpr std::size_t Shown = 128;
+    return std::string(text.substr(0, Shown));
+}
+
 [[noreturn]] void noWholeNumber(std::string_view text, TypeKind kind) {
     if (kind == TypeKind::BigInt)
         throw Error(8114, std::string("Error converting data type varchar to bigint."));
-    throw Error(245, "Conversion failed when converting the varchar value '" + std::string(text) +
+    throw Error(245, "Conversion failed when converting the varchar value '" + shown(text) +
                          "' to data type " + std::string(typeName(Type{kind})) + ".");
 }
 
 [[noreturn]] void tooLargeText(std::string_view text, TypeKind kind) {
     if (kind == TypeKind::Int)
-        throw Error(248, "The conversion of the varchar value '" + std::string(text) +
-                             "' overflowed an int column.");
-    if (kind == TypeKind::SmallInt)
-        throw Error(244, "The conversion of the varchar value '" + std::string(text) +
-                             "' overflowed an INT2 column.");
+        throw Error(248,
+                    "The conversion of the varchar value '" + shown(text) + "' overflowed an int column.");
+    if (kind == TypeKind::SmallInt || kind == TypeKind::TinyInt)
+        throw Error(244, "The conversion of the varchar value '" + shown(text) + "' overflowed an " +
+                             (kind == TypeKind::TinyInt ? "INT1" : "INT2") + " column.");
     overflow(kind);
 }
 
@@ -44,6 +48,8 @@ std::string_view trimmed(std::string_view text) {
 
 bool fits(std::int64_t value, TypeKind kind) {
     switch (kind) {
+    case TypeKind::TinyInt:
+        return value >= 0 && value <= 255;
     case TypeKind::SmallInt:
         return value >= std::numeric_limits<std::int16_t>::min() &&
                value <= std::numeric_limits<std::int16_t>::max();
@@ -76,6 +82,15 @@ std::int64_t integerFromText(std::string_view text, TypeKind kind) {
     if (!fits(value, kind))
         tooLargeText(text, kind);
     return value;
+}
+
+ScaledCount numericFromText(std::string_view text, int precision, int scale) {
+    const ScaledText read = scaledFromText(text, scale);
+    if (!read.isNumber)
+        throw Error(8114, std::string("Error converting data type varchar to numeric."));
+    if (!read.fits)
+        overflow(TypeKind::Numeric);
+    return fittingNumeric(read.count, precision);
 }
 
 Decimal moneyFromText(std::string_view text) {
@@ -116,13 +131,20 @@ std::int64_t bitFromText(std::string_view text) {
     return integerFromText(text, TypeKind::Bit) != 0 ? 1 : 0;
 }
 
+ScaledCount fittingNumeric(ScaledCount count, int precision) {
+    const ScaledCount limit = powerOfTen(precision);
+    if (count >= limit || count <= -limit)
+        overflow(TypeKind::Numeric);
+    return count;
+}
+
 std::int64_t fittingInteger(std::int64_t value, TypeKind kind) {
     if (kind == TypeKind::Bit)
         return value != 0 ? 1 : 0;
     if (!fits(value, kind)) {
-        if (kind == TypeKind::SmallInt)
-            throw Error(220, "Arithmetic overflow error for data type smallint, value = " +
-                                 std::to_string(value) + ".");
+        if (kind == TypeKind::SmallInt || kind == TypeKind::TinyInt)
+            throw Error(220, "Arithmetic overflow error for data type " + std::string(typeName(Type{kind})) +
+                                 ", value = " + std::to_string(value) + ".");
         overflow(kind);
     }
     return value;
@@ -136,16 +158,6 @@ std::int64_t integerFromDouble(double value, TypeKind kind) {
     if (!(whole >= -Limit && whole < Limit))
         overflow(kind);
     return fittingInteger(std::int64_t(whole), kind);
-}
-
-std::string floatText(double value) {
-    std::array<char, 400> text{};
-    const double magnitude = std::abs(value);
-    const bool plain = value == 0 || (magnitude >= 1e-5 && magnitude < 1e15);
-    const auto end =
-        plain ? std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed)
-              : std::to_chars(text.data(), text.data() + text.size(), value);
-    return {text.data(), end.ptr};
 }
 
 std::string_view fittingText(std::string_view text, int width) {

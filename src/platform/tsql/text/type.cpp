@@ -32,7 +32,7 @@ constexpr TypeWord Words[] = {
     {"real", {TypeKind::Float, 0, 0}},
     {"bit", {TypeKind::Bit, 0, 0}},
     {"date", {TypeKind::Date, 0, 0}},
-    {"tinyint", {TypeKind::SmallInt, 0, 0}},
+    {"tinyint", {TypeKind::TinyInt, 0, 0}},
     {"nvarchar", {TypeKind::VarChar, 1, 0}},
     {"nchar", {TypeKind::Char, 1, 0}},
     {"text", {TypeKind::VarChar, Unbounded, 0}},
@@ -99,6 +99,8 @@ std::string_view typeName(Type type) {
         return "NULL";
     case TypeKind::Bit:
         return "bit";
+    case TypeKind::TinyInt:
+        return "tinyint";
     case TypeKind::SmallInt:
         return "smallint";
     case TypeKind::Int:

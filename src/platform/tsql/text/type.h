@@ -8,6 +8,7 @@ namespace zel::tsql {
 enum class TypeKind {
     Null,
     Bit,
+    TinyInt,
     SmallInt,
     Int,
     BigInt,

@@ -1,5 +1,6 @@
 #include "sample_catalog.h"
 
+#include "platform/base/date_text.h"
 #include "platform/base/error.h"
 
 #include <QCryptographicHash>
@@ -52,12 +53,12 @@ QString shown(const QJsonValue &value, TypeKind kind) {
     if (value.isBool())
         return value.toBool() ? QStringLiteral("1") : QStringLiteral("0");
     if (value.isDouble())
-        return Value(Decimal::fromDouble(value.toDouble())).text();
+        return Value(value.toDouble()).text();
     const std::string text = value.toString().toStdString();
     if (kind == TypeKind::BigInt)
         return value.toString();
     if (kind == TypeKind::DateTime || kind == TypeKind::Date)
-        return shown(ado::storedMoment(text).value_or(DateTime{}));
+        return shown(fromStoredDate(text).value_or(DateTime{}));
     return shown(Value(text), kind);
 }
 

@@ -123,7 +123,7 @@ void tst_sqlite_functions::answers_data() {
     row("zel_int('-9223372036854775808', 64)", "-9223372036854775808");
     row("zel_int(3000000000, 32)", "8115");
     row("zel_int(-2.9, 32)", "-2");
-    row("zel_int(256, 8)", "8115");
+    row("zel_int(256, 8)", "220");
     row("zel_int('TRUE', 1) + zel_int(7, 1) + zel_int('0', 1)", "2");
     row("zel_num(1.005, 18, 2)", "1.01");
     row("zel_num(-1.005, 18, 2)", "-1.01");
@@ -162,8 +162,16 @@ void tst_sqlite_functions::answers_data() {
     row("zel_idiv(-7, 2)", "-3");
     row("zel_idiv(1, 0)", "8134");
     row("zel_div(1, 3, 6)", "0.333333");
-    row("zel_div(2.01, 2, 2)", "1.01");
+    row("zel_div(2.01, 2, 2)", "1");
+    row("zel_div(2, 3, 20) * 3", "2.0");
+    row("zel_div(-2, 3, 6)", "-0.666666");
+    row("zel_div(100, 0.00339, 4)", "29498.525");
     row("zel_div(1, 0.0, 2)", "8134");
+    row("zel_num(0.1234567, 18, 6)", "0.123457");
+    row("zel_num('0.12345678901234567890', 38, 20)", "8115");
+    row("zel_num(1, 38, 20)", "1");
+    row("zel_cut(0.0002 * 0.5, 4)", "0.0001");
+    row("zel_cut(-0.00019, 4)", "-0.0001");
     row("zel_div(1, 4, -1)", "0.25");
     row("zel_mod(-7, 2)", "-1");
     row("zel_mod(0.3, 0.1)", "0");
@@ -177,7 +185,10 @@ void tst_sqlite_functions::answers_data() {
     row("zel_date('2024-03-05 10:20:30.123', 0)", "'2024-03-05 10:20:30.123'");
     row("zel_date('2024-03-05T10:20:30', 0)", "'2024-03-05 10:20:30.000'");
     row("zel_date('2024-03-05 00:00:00.000', 0)", "'2024-03-05'");
-    row("zel_date('10:20:30.999', 0)", "'1900-01-01 10:20:30.999'");
+    row("zel_date('10:20:30.999', 0)", "'1900-01-01 10:20:31.000'");
+    row("zel_date('2024-12-31 23:59:59.999', 0)", "'2025-01-01'");
+    row("zel_date('2024-03-05 10:20:30.996', 0)", "'2024-03-05 10:20:30.997'");
+    row("zel_date('9999-12-31 23:59:59.999', 0)", "242");
     row("zel_date('1:20 pm', 0)", "'1900-01-01 13:20:00.000'");
     row("zel_date('12:05AM', 0)", "'1900-01-01 00:05:00.000'");
     row("zel_date('', 0)", "'1900-01-01'");
@@ -205,11 +216,34 @@ void tst_sqlite_functions::answers_data() {
     row("zel_day('2024-03-05 10:20', 0)", "'2024-03-05'");
     row("zel_day('10:20', 0)", "241");
     row("zel_day('', 0)", "241");
-    row("zel_datetext('2024-03-05', 0)", "'2024-03-05 00:00:00'");
-    row("zel_datetext('2024-03-05 10:20:30.123', 126)", "'2024-03-05T10:20:30.123'");
-    row("zel_datetext('2024-03-05', 103)", "'05/03/2024'");
-    row("zel_datetext('2024-03-05', 7)", "'Mar 05, 24'");
-    row("zel_datetext('2024-03-05', 99)", "281");
+    const auto shown = [&](int style, const char *text, const char *ofDate) {
+        for (const int dateOnly : {0, 1}) {
+            const QString call = QStringLiteral("zel_datetext('2024-03-05 15:04:06.007', %1, %2)");
+            QTest::newRow(qPrintable(call.arg(style).arg(dateOnly)))
+                << call.arg(style).arg(dateOnly) << QString::fromLatin1(dateOnly == 0 ? text : ofDate);
+        }
+    };
+    shown(-1, "'Mar  5 2024  3:04PM'", "'2024-03-05'");
+    shown(0, "'Mar  5 2024  3:04PM'", "'Mar  5 2024'");
+    shown(1, "'03/05/24'", "'03/05/24'");
+    shown(4, "'05.03.24'", "'05.03.24'");
+    shown(7, "'Mar 05, 24'", "'Mar 05, 24'");
+    shown(8, "'15:04:06'", "281");
+    shown(9, "'Mar  5 2024  3:04:06:007PM'", "'Mar  5 2024'");
+    shown(12, "'240305'", "'240305'");
+    shown(14, "'15:04:06:007'", "281");
+    shown(15, "281", "281");
+    shown(21, "'2024-03-05 15:04:06.007'", "'2024-03-05'");
+    shown(100, "'Mar  5 2024  3:04PM'", "'Mar  5 2024'");
+    shown(103, "'05/03/2024'", "'05/03/2024'");
+    shown(106, "'05 Mar 2024'", "'05 Mar 2024'");
+    shown(112, "'20240305'", "'20240305'");
+    shown(113, "'05 Mar 2024 15:04:06:007'", "'05 Mar 2024'");
+    shown(120, "'2024-03-05 15:04:06'", "'2024-03-05'");
+    shown(126, "'2024-03-05T15:04:06.007'", "'2024-03-05'");
+    row("zel_datetext('2024-03-05', 126, 0)", "'2024-03-05T00:00:00'");
+    row("zel_datetext('2024-03-05', -1, 0)", "'Mar  5 2024 12:00AM'");
+
     // aggregates
     row("zel_sum2(x) from (select 0.1 as x union all select 0.2 union all select null)", "0.3");
     row("zel_sum2(x) from (select 1 as x where 0)", "NULL");

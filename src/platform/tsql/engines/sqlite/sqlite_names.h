@@ -23,6 +23,9 @@ inline constexpr char Fold[] = "zel_fold";
 /// The range lets an index find them.
 inline constexpr char RangeBegin[] = "zel_rangebegin";
 inline constexpr char RangeEnd[] = "zel_rangeend";
+/// (text, number) -> of the texts that are the same to zel_fold and another to NOCASE the one of that number,
+/// 1 to 3; the text itself where there are fewer, 446 where there are more.
+inline constexpr char OtherCase[] = "zel_othercase";
 /// (value text, pattern text) -> 1 or 0: '%', '_', [abc], [a-c], [^a-c]; case ignored as zel_fold does; a '['
 /// that is never closed matches nothing, a ']' alone is itself, '[]' matches nothing, "[x-]" matches nothing,
 /// "[-x]" is '-' or 'x'. Matches when the value as it is or the value without its trailing blanks does.
@@ -30,6 +33,11 @@ inline constexpr char RangeEnd[] = "zel_rangeend";
 inline constexpr char Like[] = "zel_like";
 /// (text, width) -> text padded with blanks to `width` characters; longer ones stay.
 inline constexpr char Pad[] = "zel_pad";
+/// (a, b) -> NULL where the texts are one to zel_fold, else a, also where b is NULL.
+inline constexpr char NullIf[] = "zel_nullif";
+/// (text, b, kind) -> the same where the text, converted to the type of kind TypeKind, is b; fails as the
+/// conversion does.
+inline constexpr char NullIfConverted[] = "zel_nullifas";
 /// (text, search, by) -> text with every `search` replaced, case ignored as zel_fold does; an empty `search`
 /// changes nothing.
 inline constexpr char Replace[] = "zel_replace";
@@ -52,8 +60,8 @@ inline constexpr char CharIndex[] = "zel_charindex";
 /// (number or text, bits) -> INTEGER. bits: 1 (bit), 8 (tinyint, 0..255), 16, 32, 64. A fraction of a number
 /// is cut. Text: blanks around, sign, digits; '' (or only blanks) is 0; anything else is 245 (for 64 bits
 /// 8114): "Conversion failed when converting the varchar value 'abc' to data type int."; a text too large is
-/// 248, a number too large 8115. Bits 1: any other number than 0 is 1; the texts true and false in any case
-/// are 1 and 0.
+/// 248, a number too large 8115 (of 8 and 16 bits 244 and 220). Bits 1: any other number than 0 is 1; the
+/// texts true and false in any case are 1 and 0.
 inline constexpr char Int[] = "zel_int";
 /// (number or text, precision, scale) -> decimal rounded to `scale` digits. Text: blanks around, sign,
 /// digits, one point; else 8114 ('' too): "Error converting data type varchar to numeric."; more than
@@ -72,22 +80,27 @@ inline constexpr char Text[] = "zel_text";
 inline constexpr char NumText[] = "zel_numtext";
 /// (REAL) -> shortest text of the number, plain: "12.5", "1234567.25", "12".
 inline constexpr char FloatText[] = "zel_floattext";
-/// (number or text, style) -> date-time text in the stored form. A number is days since 1900-01-01. Text,
-/// style 0: '' and a time alone (1900-01-01 with that time), yyyy-m-d, yyyy/m/d, yyyy.m.d, yyyymmdd, yyyy,
-/// m/d/y, m-d-y, m.d.y (two-digit years: 00-49 are 20xx), 'd Mon yyyy', 'Mon d yyyy' (comma allowed), each
-/// optionally followed by a blank or 'T' and h:m[:s[.mmm]] [am|pm]. Styles 103, 104, 105 (and 3, 4, 5) read
-/// day first. No date at all: 241; out of range, or before 1753-01-01: 242. A text that is in the stored form
-/// already comes back as it is, quickly. date_text.h has parseDate(), which does all this.
+/// (number or text, style) -> date-time text in the stored form, on a tick of the dialect's clock (.000, .003
+/// or .007). A number is days since 1900-01-01. Text, without a style (-1): '' and a time alone (1900-01-01
+/// with that time), yyyy-m-d, yyyy/m/d, yyyy.m.d, yyyymmdd, yyyy, m/d/y, m-d-y, m.d.y (two-digit years: 00-49
+/// are 20xx), 'd Mon yyyy', 'Mon d yyyy' (comma allowed), each optionally followed by a blank or 'T' and
+/// h:m[:s[.mmm]] [am|pm]. Styles 103, 104, 105 (and 3, 4, 5) read day first. No date at all: 241; out of
+/// range, or before 1753-01-01: 242. A text that is in the stored form already comes back as it is, quickly.
 inline constexpr char Date[] = "zel_date";
 /// (number or text, style) -> 'YYYY-MM-DD': as zel_date with the time cut, from year 1 on; '' and a time
 /// alone: 241.
 inline constexpr char Day[] = "zel_day";
-/// (date, style) -> text. Style 0: 'YYYY-MM-DD HH:MM:SS' (always with the time); 101 mm/dd/yyyy, 102
-/// yyyy.mm.dd, 103 dd/mm/yyyy, 104 dd.mm.yyyy, 105 dd-mm-yyyy, 106 'dd Mon yyyy', 107 'Mon dd, yyyy', 108
-/// hh:mm:ss, 110 mm-dd-yyyy, 111 yyyy/mm/dd, 112 yyyymmdd, 120 'YYYY-MM-DD HH:MM:SS', 121 the same with .mmm,
-/// 126 the same with T (.mmm only when not 0); 1 to 12 as 101 to 112 with two-digit years. Any other style:
-/// 281.
+/// (date, style, date only) -> text, as dateText() in dates.h: styles 0 to 14, 20, 21, 100 to 114, 120, 121,
+/// 126 and -1 for none; any other: 281. Date only is 1 for a date, whose time of day a style leaves out.
 inline constexpr char DateText[] = "zel_datetext";
+/// (part, count, date), (part, from, to), (part, date), (part, date) -> as dateAdded(), dateDifference(),
+/// partOf() and partName() in dates.h, the part as the number of a DatePart.
+inline constexpr char DateAdd[] = "zel_dateadd";
+inline constexpr char DateDifference[] = "zel_datediff";
+inline constexpr char PartOfDate[] = "zel_datepart";
+inline constexpr char PartName[] = "zel_datename";
+/// (date, date, sign) -> their sum, or with the sign -1 their difference, as days since 1900-01-01; 8115.
+inline constexpr char DateSum[] = "zel_datesum";
 /// () -> the local date and time in the stored form, the same within one statement.
 inline constexpr char Now[] = "zel_now";
 
@@ -95,7 +108,8 @@ inline constexpr char Now[] = "zel_now";
 
 /// (a, b) -> INTEGER, towards zero; b = 0: 8134 "Divide by zero error encountered."
 inline constexpr char IntDiv[] = "zel_idiv";
-/// (a, b, scale) -> decimal rounded to `scale`; scale -1: REAL without rounding; b = 0: 8134.
+/// (a, b, scale) -> decimal cut, not rounded, to `scale`; scale -1: REAL as it is; b = 0: 8134. Of more
+/// digits than a REAL has, those are kept that it has.
 inline constexpr char Div[] = "zel_div";
 /// (a, b) -> the remainder with the sign of a, INTEGER when both are; b = 0: 8134.
 inline constexpr char Mod[] = "zel_mod";
@@ -107,6 +121,9 @@ inline constexpr char Round[] = "zel_round";
 inline constexpr char AddIntegers[] = "zel_addint";
 /// (scale, signs, number, ...) -> the exact sum, as a decimal of so many digits.
 inline constexpr char AddDecimals[] = "zel_adddec";
+
+/// (number, digits) -> cut to `digits`, 0 to 8.
+inline constexpr char CutTo[] = "zel_cut";
 
 // Aggregates.
 

@@ -94,6 +94,21 @@ void writeRange(Writer &out, const Expr &column, const Expr &other) {
         << sqlite_names::RangeEnd << '(' << other << ") AND ";
 }
 
+/// A column of codes, over which joins need their indexes.
+bool isCode(const Expr &value) {
+    constexpr int Longest = 2;
+    return value.op == Op::ColumnValue && isTrimmed(value) && value.type.length <= Longest;
+}
+
+/// All that the other code may be under NOCASE, so that an index on the column finds it as it finds an equal
+/// one.
+void writeCodes(Writer &out, const Expr &column, const Expr &other) {
+    out << '(' << column << " IN (" << other;
+    for (const char number : {'1', '2', '3'})
+        out << ',' << sqlite_names::OtherCase << '(' << other << ',' << number << ')';
+    out << "))";
+}
+
 bool onlyAsciiLiterals(const Expr *list) {
     for (; list != nullptr; list = list->next) {
         if (list->op != Op::TextLiteral || !isAscii(list->text))
@@ -130,11 +145,8 @@ void writeTextComparison(Writer &out, const Expr &node) {
         return writeWithLiteral(out, left, node.n, right.text);
     if (leftLiteral && right.op != Op::TextLiteral)
         return writeWithLiteral(out, right, mirrored(node.n), left.text);
-    if (isTrimmed(left) && isTrimmed(right) && left.op == Op::ColumnValue && right.op == Op::ColumnValue) {
-        // Codes on both sides: joins over them need their indexes.
-        out << '(' << left << signText(node.n) << right << " COLLATE NOCASE)";
-        return;
-    }
+    if (node.n == '=' && isCode(left) && isCode(right))
+        return canSearch(left, right) ? writeCodes(out, left, right) : writeCodes(out, right, left);
     out << '(';
     if (node.n == '=' && canSearch(left, right))
         writeRange(out, left, right);

@@ -77,9 +77,21 @@ void writeModulo(Writer &out, const Expr &node) {
 }
 
 void writeCase(Writer &out, const Expr &node) {
-    out << "CASE";
-    for (const Expr *when = node.a; when != nullptr; when = when->next->next)
-        out << " WHEN " << *when << " THEN " << *when->next;
+    const bool texts = node.op == Op::CaseTexts;
+    const auto test = [&](const Expr &value) {
+        if (texts)
+            out.key(value);
+        else
+            out << value;
+    };
+    out << "CASE ";
+    if (node.c != nullptr)
+        test(*node.c);
+    for (const Expr *when = node.a; when != nullptr; when = when->next->next) {
+        out << " WHEN ";
+        test(*when);
+        out << " THEN " << *when->next;
+    }
     if (node.b != nullptr)
         out << " ELSE " << *node.b;
     out << " END";
@@ -170,6 +182,13 @@ void writeColumnDefinition(Writer &out, const ColumnNode &column, bool isKey) {
         out << " UNIQUE";
 }
 
+/// The engine notes the last number that it gave.
+void writeIdentitySeed(Writer &out, std::string_view table, std::int64_t seed) {
+    out << ";INSERT INTO sqlite_sequence(name,seq) VALUES(";
+    out.quoted(table);
+    out << ',' << std::to_string(seed - 1) << ')';
+}
+
 constexpr Traits Sqlite = [] {
     namespace names = sqlite_names; // NOLINT(misc-unused-alias-decls): the lambdas below use it
     Traits traits{};
@@ -195,6 +214,7 @@ constexpr Traits Sqlite = [] {
     node(Op::Divide, "zel_div($a,$b,$n)");
     special(Op::Modulo, writeModulo);
     node(Op::RoundTo, "zel_round($a,$n)");
+    node(Op::CutTo, "zel_cut($a,$n)");
     node(Op::Round, "zel_round($a,$b)");
     node(Op::Absolute, "abs($a)");
 
@@ -224,14 +244,24 @@ constexpr Traits Sqlite = [] {
     node(Op::ToDateTime, "zel_date($a,$n)");
     node(Op::ToDate, "zel_day($a,$n)");
     node(Op::DateOnly, "substr($a,1,10)");
-    node(Op::DateText, "zel_datetext($a,$n)");
+    node(Op::DateText, "zel_datetext($a,$n,$m)");
     node(Op::Day, "CAST(substr($a,9,2) AS INTEGER)");
     node(Op::Month, "CAST(substr($a,6,2) AS INTEGER)");
     node(Op::Year, "CAST(substr($a,1,4) AS INTEGER)");
 
+    node(Op::DateAdd, "zel_dateadd($n,$a,$b)");
+    node(Op::DateDifference, "zel_datediff($n,$a,$b)");
+    node(Op::PartOfDate, "zel_datepart($n,$a)");
+    node(Op::PartName, "zel_datename($n,$a)");
+    node(Op::DateSum, "zel_datesum($a,$b,$n)");
+
     node(Op::IfNull, "ifnull($a,$b)");
     node(Op::Coalesce, "coalesce($*)");
+    node(Op::NullIf, "nullif($a,$b)");
+    node(Op::NullIfTexts, "zel_nullif($a,$b)");
+    node(Op::NullIfConverted, "zel_nullifas($a,$b,$n)");
     special(Op::Case, writeCase);
+    special(Op::CaseTexts, writeCase);
 
     special(Op::And, writeAnd);
     special(Op::Or, writeOr);
@@ -262,6 +292,7 @@ constexpr Traits Sqlite = [] {
     traits.onlyBegin = "zel_one(";
     traits.onlyEnd = ")";
     traits.columnDefinition = writeColumnDefinition;
+    traits.identitySeed = writeIdentitySeed;
     traits.analyze = "ANALYZE";
     traits.createTemporary = "CREATE TEMP TABLE ";
     traits.temporaryIndex = "temp.";

@@ -1,9 +1,8 @@
-#include "platform/tsql/text/date_text.h"
+#include "platform/base/date_text.h"
 
-#include <chrono>
 #include <cmath>
 
-namespace zel::tsql {
+namespace zel {
 
 namespace {
 
@@ -92,16 +91,14 @@ int readTime(Reader &in, int hour, Parts &parts) {
             parts.second = in.number(digits);
             if (digits < 1 || digits > 2)
                 return NotADate;
-            if (in.take('.') || in.take(':')) {
-                const int fraction = in.number(digits);
-                if (digits < 1 || digits > 7)
+            // Behind a point stands a fraction, behind a colon a count of thousandths.
+            const bool fraction = in.take('.');
+            if (fraction || in.take(':')) {
+                parts.millisecond = in.number(digits);
+                if (digits < 1 || digits > 3)
                     return NotADate;
-                double milliseconds = fraction;
-                for (int i = digits; i < 3; ++i)
-                    milliseconds *= 10;
-                for (int i = digits; i > 3; --i)
-                    milliseconds /= 10;
-                parts.millisecond = int(milliseconds);
+                for (int i = digits; fraction && i < 3; ++i)
+                    parts.millisecond *= 10;
             }
         }
     }
@@ -201,49 +198,102 @@ void put(StoredDate &date, char c) {
     date.characters[date.size++] = c;
 }
 
-} // namespace
-
-int daysInMonth(int year, int month) {
-    constexpr std::array<int, 13> Days = {0, 31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-    if (month < 1 || month > 12)
-        return 0;
-    const bool leap = (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
-    return Days[std::size_t(month)] + (month == 2 && leap ? 1 : 0);
+/// The digits at `text[from, from + length)`; -1 when one of them is no digit.
+int digitsAt(std::string_view text, std::size_t from, std::size_t length) {
+    int number = 0;
+    for (const char c : text.substr(from, length)) {
+        if (c < '0' || c > '9')
+            return -1;
+        number = number * 10 + (c - '0');
+    }
+    return number;
 }
 
-StoredDate storedDate(int year, int month, int day, int hour, int minute, int second, int millisecond) {
+const QDate FirstDay(1900, 1, 1);
+constexpr int FirstYear = 1753;
+constexpr int LastYear = 9999;
+
+DateReading reading(std::optional<DateTime> moment, int error) {
+    return moment ? DateReading{0, storedDate(*moment)} : DateReading{error, {}};
+}
+
+} // namespace
+
+std::int64_t ticksOf(const DateTime &moment) {
+    const auto thousandths = std::int64_t(QTime(0, 0).msecsTo(moment.time));
+    return FirstDay.daysTo(moment.date) * TicksPerDay + (thousandths * 3 + 5) / 10;
+}
+
+std::optional<DateTime> fromTicks(std::int64_t ticks) {
+    std::int64_t days = ticks / TicksPerDay;
+    std::int64_t rest = ticks % TicksPerDay;
+    if (rest < 0) {
+        --days;
+        rest += TicksPerDay;
+    }
+    constexpr std::int64_t Enough = 4'000'000;
+    if (days > Enough || days < -Enough)
+        return std::nullopt;
+    const QDate date = FirstDay.addDays(days);
+    if (date.year() < FirstYear || date.year() > LastYear)
+        return std::nullopt;
+    return DateTime{date, QTime::fromMSecsSinceStartOfDay(int((rest * 10 + 1) / 3))};
+}
+
+StoredDate storedDate(const DateTime &moment) {
+    int year = 0;
+    int month = 0;
+    int day = 0;
+    moment.date.getDate(&year, &month, &day);
     StoredDate date;
     put(date, year, 4);
     put(date, '-');
     put(date, month, 2);
     put(date, '-');
     put(date, day, 2);
-    if (hour != 0 || minute != 0 || second != 0 || millisecond != 0) {
-        put(date, ' ');
-        put(date, hour, 2);
-        put(date, ':');
-        put(date, minute, 2);
-        put(date, ':');
-        put(date, second, 2);
-        put(date, '.');
-        put(date, millisecond, 3);
-    }
+    const QTime &time = moment.time;
+    if (time == QTime(0, 0))
+        return date;
+    put(date, ' ');
+    put(date, time.hour(), 2);
+    put(date, ':');
+    put(date, time.minute(), 2);
+    put(date, ':');
+    put(date, time.second(), 2);
+    put(date, '.');
+    put(date, time.msec(), 3);
     return date;
 }
 
-DateReading parseDate(std::string_view text, DateTarget target, int style) {
+std::optional<DateTime> fromStoredDate(std::string_view text) {
+    if (text.size() < 10 || text[4] != '-' || text[7] != '-')
+        return std::nullopt;
+    const int year = digitsAt(text, 0, 4);
+    DateTime moment{QDate(year, digitsAt(text, 5, 2), digitsAt(text, 8, 2)), QTime(0, 0)};
+    if (year < 1 || !moment.date.isValid())
+        return std::nullopt;
+    if (text.size() == 10)
+        return moment;
+    const bool seconds = text.size() >= 19 && text[16] == ':';
+    const bool thousandths = seconds && text.size() >= 23 && text[19] == '.';
+    if (text.size() < 16 || (text[10] != ' ' && text[10] != 'T') || text[13] != ':')
+        return std::nullopt;
+    moment.time = QTime(digitsAt(text, 11, 2), digitsAt(text, 14, 2), seconds ? digitsAt(text, 17, 2) : 0,
+                        thousandths ? digitsAt(text, 20, 3) : 0);
+    return moment.time.isValid() ? std::optional(moment) : std::nullopt;
+}
+
+DateReading parseDate(std::string_view text, DateTarget target, DateOrder order) {
     Reader in{text};
     while (!in.rest.empty() && in.rest.back() == ' ')
         in.rest.remove_suffix(1);
     in.skipBlanks();
-    Parts parts;
     if (in.atEnd())
-        return target == DateTarget::Date ? DateReading{NotADate, {}}
-                                          : DateReading{0, storedDate(1900, 1, 1)};
-
-    const int century = style > 100 ? style - 100 : style;
+        return reading(target == DateTarget::Date ? std::nullopt : std::optional(DateTime{FirstDay}),
+                       NotADate);
+    Parts parts;
     bool timeAlone = false;
-    if (const int error = readDate(in, century >= 3 && century <= 5, parts, timeAlone); error != 0)
+    if (const int error = readDate(in, order == DateOrder::DayFirst, parts, timeAlone); error != 0)
         return {error, {}};
     if (timeAlone && target == DateTarget::Date)
         return {NotADate, {}};
@@ -258,28 +308,39 @@ DateReading parseDate(std::string_view text, DateTarget target, int style) {
         if (const int error = readTime(in, hour, parts); error != 0)
             return {error, {}};
     }
-    const int firstYear = target == DateTarget::Date ? 1 : 1753;
-    if (parts.year < firstYear || parts.day < 1 || parts.day > daysInMonth(parts.year, parts.month))
+    const DateTime moment{QDate(parts.year, parts.month, parts.day),
+                          QTime(parts.hour, parts.minute, parts.second, parts.millisecond)};
+    if (!moment.date.isValid() || parts.year < 1 || parts.year > LastYear)
         return {OutOfRange, {}};
     if (target == DateTarget::Date)
-        return {0, storedDate(parts.year, parts.month, parts.day)};
-    return {0, storedDate(parts.year, parts.month, parts.day, parts.hour, parts.minute, parts.second,
-                          parts.millisecond)};
+        return {0, storedDate({moment.date, QTime(0, 0)})};
+    return reading(fromTicks(ticksOf(moment)), OutOfRange);
 }
 
 DateReading dateFromDays(double days, DateTarget target) {
-    using namespace std::chrono;
-    constexpr double MillisecondsPerDay = 86'400'000.0;
-    if (!(days > -53'691.0 && days < 2'958'464.0))
+    constexpr double First = -53'690.0;
+    constexpr double Behind = 2'958'464.0;
+    if (!(days >= First && days < Behind))
         return {8115, {}};
     const auto whole = std::floor(days);
-    auto rest = long(std::llround((days - whole) * MillisecondsPerDay));
-    if (target == DateTarget::Date)
-        rest = 0;
-    const year_month_day date{sys_days{year{1900} / 1 / 1} + std::chrono::days{int(whole)}};
-    return {0, storedDate(int(date.year()), int(unsigned(date.month())), int(unsigned(date.day())),
-                          int(rest / 3'600'000), int(rest / 60'000 % 60), int(rest / 1000 % 60),
-                          int(rest % 1000))};
+    const auto rest = target == DateTarget::Date ? 0 : std::llround((days - whole) * double(TicksPerDay));
+    return reading(fromTicks(std::int64_t(whole) * TicksPerDay + rest), 8115);
 }
 
-} // namespace zel::tsql
+QString dayText(QDate date) {
+    int year = 0;
+    int month = 0;
+    int day = 0;
+    date.getDate(&year, &month, &day);
+    if (year < 1000 || year > LastYear)
+        return date.toString(QStringLiteral("dd/MM/yyyy"));
+    const auto digit = [](int number) { return QChar(static_cast<char16_t>(u'0' + number % 10)); };
+    // Without a locale's detours: books show thousands of dates.
+    const QChar text[] = {digit(day / 10),    digit(day),        u'/',
+                          digit(month / 10),  digit(month),      u'/',
+                          digit(year / 1000), digit(year / 100), digit(year / 10),
+                          digit(year)};
+    return QString(text, std::size(text));
+}
+
+} // namespace zel

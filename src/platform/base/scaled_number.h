@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace zel::ado {
+namespace zel {
 
 /// A decimal with a known number of decimals, as a count of units of its last digit.
 using ScaledCount = __int128;
@@ -20,7 +20,15 @@ inline constexpr int MostDigits = 38;
 /// The double's shortest decimal text, rounded half away from zero to `scale` decimals; nullopt when it has
 /// too many digits or is no number.
 [[nodiscard]] std::optional<ScaledCount> scaledFromDouble(double value, int scale);
-/// The same where arithmetic in doubles is certain of it, which leaves out large numbers and halves.
+/// A decimal with as many decimals as it needs.
+struct ScaledNumber {
+    ScaledCount count = 0;
+    int scale = 0;
+};
+/// The double's shortest decimal text; nullopt when it has too many digits or is no number.
+[[nodiscard]] std::optional<ScaledNumber> shortestDecimal(double value);
+/// scaledFromDouble() where arithmetic in doubles is certain of it, which leaves out large numbers and
+/// halves.
 [[nodiscard]] inline std::optional<std::int64_t> quicklyScaled(double value, int scale) {
     constexpr std::array Powers{1.0, 10.0, 100.0, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8};
     // Up to this count the error of the multiplication stays far below the distance to a half.
@@ -41,7 +49,8 @@ inline constexpr int MostDigits = 38;
         return whole - 1;
     return std::nullopt;
 }
-[[nodiscard]] ScaledCount scaledFromInteger(std::int64_t value, int scale);
+/// Nullopt for too many digits.
+[[nodiscard]] std::optional<ScaledCount> scaledFromInteger(std::int64_t value, int scale);
 
 struct ScaledText {
     bool isNumber = false;
@@ -55,7 +64,9 @@ struct ScaledText {
 [[nodiscard]] std::string scaledText(ScaledCount count, int scale);
 /// The double nearest to the decimal.
 [[nodiscard]] double scaledToDouble(ScaledCount count, int scale);
+/// The quotient cut to `scale` decimals; nullopt when it has too many digits. `below` is not 0.
+[[nodiscard]] std::optional<ScaledCount> cutQuotient(ScaledNumber above, ScaledNumber below, int scale);
 /// `count` divided by `divisor`, rounded half away from zero.
 [[nodiscard]] ScaledCount roundedQuotient(ScaledCount count, ScaledCount divisor);
 
-} // namespace zel::ado
+} // namespace zel

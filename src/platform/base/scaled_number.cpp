@@ -1,11 +1,11 @@
-#include "platform/ado/drivers/scaled_number.h"
+#include "platform/base/scaled_number.h"
 
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
 
-namespace zel::ado {
+namespace zel {
 
 namespace {
 
@@ -29,24 +29,35 @@ std::optional<ScaledCount> shifted(ScaledCount digits, int digitCount, int shift
     return digits * powerOfTen(shift);
 }
 
-std::optional<ScaledCount> fromShortestText(double value, int scale) {
+/// Digits and power of ten of the double's shortest text, without its sign.
+struct ShortestText {
+    std::int64_t digits = 0;
+    int digitCount = 0;
+    int exponent = 0;
+};
+
+ShortestText shortestText(double value) {
     std::array<char, 40> text{};
     const auto end =
         std::to_chars(text.data(), text.data() + text.size(), std::abs(value), std::chars_format::scientific);
     const std::string_view all(text.data(), std::size_t(end.ptr - text.data()));
     const auto mark = all.find('e');
-    std::int64_t digits = 0;
-    int digitCount = 0;
+    ShortestText shortest;
     for (const char c : all.substr(0, mark)) {
         if (c != '.') {
-            digits = digits * 10 + (c - '0');
-            ++digitCount;
+            shortest.digits = shortest.digits * 10 + (c - '0');
+            ++shortest.digitCount;
         }
     }
-    int exponent = 0;
     const std::size_t first = mark + (all[mark + 1] == '+' ? 2 : 1);
-    std::from_chars(all.data() + first, all.data() + all.size(), exponent);
-    const auto count = shifted(digits, digitCount, exponent - (digitCount - 1) + scale);
+    std::from_chars(all.data() + first, all.data() + all.size(), shortest.exponent);
+    shortest.exponent -= shortest.digitCount - 1;
+    return shortest;
+}
+
+std::optional<ScaledCount> fromShortestText(double value, int scale) {
+    const ShortestText text = shortestText(value);
+    const auto count = shifted(text.digits, text.digitCount, text.exponent + scale);
     return count && value < 0 ? std::optional(-*count) : count;
 }
 
@@ -72,8 +83,34 @@ std::optional<ScaledCount> scaledFromDouble(double value, int scale) {
     return std::isfinite(value) ? fromShortestText(value, scale) : std::nullopt;
 }
 
-ScaledCount scaledFromInteger(std::int64_t value, int scale) {
-    return ScaledCount(value) * powerOfTen(std::min(scale, 19));
+std::optional<ScaledCount> scaledFromInteger(std::int64_t value, int scale) {
+    ScaledCount count = 0;
+    return __builtin_mul_overflow(ScaledCount(value), powerOfTen(scale), &count) ? std::nullopt
+                                                                                 : std::optional(count);
+}
+
+std::optional<ScaledNumber> shortestDecimal(double value) {
+    if (!std::isfinite(value))
+        return std::nullopt;
+    const int scale = std::clamp(-shortestText(value).exponent, 0, MostDigits);
+    const auto count = fromShortestText(value, scale);
+    return count ? std::optional(ScaledNumber{*count, scale}) : std::nullopt;
+}
+
+std::optional<ScaledCount> cutQuotient(ScaledNumber above, ScaledNumber below, int scale) {
+    int further = scale + below.scale - above.scale;
+    const bool negative = (above.count < 0) != (below.count < 0);
+    ScaledCount rest = above.count < 0 ? -above.count : above.count;
+    ScaledCount divisor = below.count < 0 ? -below.count : below.count;
+    for (; further < 0; ++further)
+        rest /= 10;
+    ScaledCount quotient = rest / divisor;
+    for (rest %= divisor; further > 0; --further, rest %= divisor) {
+        if (__builtin_mul_overflow(rest, 10, &rest) || __builtin_mul_overflow(quotient, 10, &quotient) ||
+            __builtin_add_overflow(quotient, rest / divisor, &quotient))
+            return std::nullopt;
+    }
+    return negative ? -quotient : quotient;
 }
 
 ScaledText scaledFromText(std::string_view text, int scale) {
@@ -138,4 +175,4 @@ double scaledToDouble(ScaledCount count, int scale) {
     return value;
 }
 
-} // namespace zel::ado
+} // namespace zel
