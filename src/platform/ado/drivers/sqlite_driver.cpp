@@ -162,11 +162,9 @@ SqliteDriver::~SqliteDriver() {
                  nullptr);
 }
 
-SqliteSession::Running SqliteDriver::prepare(const tsql::Statement &statement, const Variables &variables) {
+SqliteSession::Running SqliteDriver::prepare(const tsql::Statement &statement) {
     try {
-        SqliteSession::Running running = m_session.prepare(statement.sql);
-        bindVariables(running, statement, variables);
-        return running;
+        return m_session.prepare(statement.sql);
     } catch (const Error &error) {
         constexpr int TooDeep = 191;
         if (error.number() == TooDeep && !statement.tooDeep.empty())
@@ -177,7 +175,8 @@ SqliteSession::Running SqliteDriver::prepare(const tsql::Statement &statement, c
 
 std::shared_ptr<const RowSet> SqliteDriver::query(const tsql::Statement &statement,
                                                   const Variables &variables, qsizetype most) {
-    SqliteSession::Running running = prepare(statement, variables);
+    SqliteSession::Running running = prepare(statement);
+    bindVariables(running, statement, variables);
     sqlite3_stmt *engine = running.get();
     const int cells = sqlite3_column_count(engine);
     const bool withIdentity = !statement.baseTable.empty();
@@ -196,7 +195,8 @@ std::int64_t SqliteDriver::assign(const tsql::Statement &statement, Variables &v
     const auto &targets = statement.targets;
     if (!targets.empty())
         variables.resize(std::max<std::size_t>(variables.size(), *std::ranges::max_element(targets) + 1));
-    SqliteSession::Running running = prepare(statement, variables);
+    SqliteSession::Running running = prepare(statement);
+    bindVariables(running, statement, variables);
     std::int64_t rows = 0;
     while (running.step()) {
         ++rows;
@@ -231,7 +231,8 @@ std::int64_t SqliteDriver::run(const tsql::Statement &statement, const Variables
     case StatementKind::Insert:
     case StatementKind::Update:
     case StatementKind::Delete: {
-        SqliteSession::Running running = prepare(statement, variables);
+        SqliteSession::Running running = prepare(statement);
+        bindVariables(running, statement, variables);
         while (running.step()) {
         }
         return sqlite3_changes64(m_session.handle());

@@ -62,8 +62,7 @@ public:
 private:
     SqliteDriver(const std::string &path, SqliteSession::Purpose purpose);
     /// A statement nested too deeply fails with its own description.
-    [[nodiscard]] SqliteSession::Running prepare(const tsql::Statement &statement,
-                                                 const Variables &variables);
+    [[nodiscard]] SqliteSession::Running prepare(const tsql::Statement &statement);
     void requireTransaction() const;
     /// Ends what begin() began.
     void ended() noexcept;
