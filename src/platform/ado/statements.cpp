@@ -2,6 +2,7 @@
 
 #include "platform/ado/drivers/sqlite_driver.h"
 #include "platform/base/error.h"
+#include "platform/tsql/reading/secrets.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -81,6 +82,17 @@ Outcome runTogether(Driver &driver, std::span<Statement> statements, qsizetype m
     return outcome;
 }
 
+/// What the server's procedures refuse tells of logins and roles, of no password.
+Outcome runOne(Driver &driver, const Sql &text, std::span<Statement> statements, qsizetype most) {
+    try {
+        return runTogether(driver, statements, most);
+    } catch (const Error &error) {
+        if (statements.front().kind == StatementKind::ServerCall)
+            throw;
+        throw tsql::withoutSecrets(error, text);
+    }
+}
+
 } // namespace
 
 void runStatements(Driver &driver, const Sql &text, const std::function<void(Outcome)> &told,
@@ -90,7 +102,7 @@ void runStatements(Driver &driver, const Sql &text, const std::function<void(Out
     for (auto first = statements.begin(); first != statements.end();) {
         const auto end = std::find_if(first + 1, statements.end(),
                                       [](const Statement &statement) { return !statement.continues; });
-        told(runTogether(driver, {first, end}, most));
+        told(runOne(driver, text, {first, end}, most));
         first = end;
     }
 }

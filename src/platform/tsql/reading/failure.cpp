@@ -1,6 +1,5 @@
 #include "platform/tsql/reading/failure.h"
 
-#include "platform/base/error.h"
 #include "platform/tsql/text/names.h"
 
 #include <algorithm>
@@ -16,10 +15,7 @@ bool insideCharacter(std::string_view text, std::size_t at) {
     return at < text.size() && (static_cast<unsigned char>(text[at]) & 0xC0) == 0x80;
 }
 
-} // namespace
-
-void fail(std::string_view source, std::size_t at, int number, std::string_view message) {
-    at = std::min(at, source.size());
+std::string described(std::string_view source, std::size_t at, std::string_view message) {
     std::size_t lineBegin = 0;
     int line = 1;
     for (std::size_t i = 0; i < at; ++i) {
@@ -45,7 +41,17 @@ void fail(std::string_view source, std::size_t at, int number, std::string_view 
     text.append(static_cast<std::size_t>(characterCount(lead)), ' ');
     text += '^';
     std::replace(text.begin(), text.end(), '\t', ' '); // so that the caret stands below its place
-    throw Error(number, text);
+    return text;
+}
+
+} // namespace
+
+Failure::Failure(std::string_view source, std::size_t at, int number, std::string_view message)
+    : Error(number, described(source, std::min(at, source.size()), message)), m_source(source),
+      m_message(message), m_at(std::min(at, source.size())) {}
+
+void fail(std::string_view source, std::size_t at, int number, std::string_view message) {
+    throw Failure(source, at, number, message);
 }
 
 } // namespace zel::tsql
