@@ -10,6 +10,9 @@ if(ZEL_SANITIZE)
     target_compile_options(zel_flags INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
     target_link_options(zel_flags INTERFACE -fsanitize=address,undefined)
 endif()
+if(ZEL_FUZZ)
+    target_compile_options(zel_flags INTERFACE -fsanitize=fuzzer-no-link)
+endif()
 target_include_directories(zel_flags INTERFACE ${PROJECT_SOURCE_DIR}/src)
 
 # zel_room(NAME libraries...): a static library of all sources in this folder (sub-folders that are

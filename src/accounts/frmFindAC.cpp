@@ -56,13 +56,13 @@ void frmFindAC::FillGrid() {
     static const std::map<QString, Sql> filters{
         {"B",
          "Select RowID,AcNodes,AcName,OpenBal,Contact,Fax,Addr,Addr2 From Accounts Where acStatus='DD'  and "
-         "BStatus='B' and AcName Like '%"},
+         "BStatus='B' and AcName Like '%"_sql},
         {"S",
          "Select RowID,AcNodes,AcName,OpenBal,Contact,Fax,Addr,Addr2 From Accounts Where acStatus='DD'  and "
-         "BStatus='S' and AcName Like '%"},
+         "BStatus='S' and AcName Like '%"_sql},
         {"SUB",
          "Select RowID,AcNodes,AcName,OpenBal,Contact,Fax,Addr,Addr2 From Accounts Where acStatus='HD'  and "
-         "AcName Like '%"},
+         "AcName Like '%"_sql},
     };
     static const Sql plain = "Select RowID,AcNodes,AcName,OpenBal,Contact,Fax,Addr,Addr2 From Accounts Where "
                              "acStatus='DD'  and AcName "

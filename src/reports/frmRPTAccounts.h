@@ -81,7 +81,7 @@ private:
     [[nodiscard]] QString D1() const;
     [[nodiscard]] QString D2() const;
     /// The report's formula field that tells the period; `to` stands between the dates.
-    [[nodiscard]] shell::ReportSettings::Formula Dates(const QString &to) const;
+    [[nodiscard]] shell::ReportSettings::Formula Dates(Literal to) const;
 
     std::unique_ptr<Ui::frmRPTAccounts> ui;
     shell::ReportLauncher m_report;

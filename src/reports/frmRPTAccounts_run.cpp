@@ -44,8 +44,8 @@ QString frmRPTAccounts::D2() const {
     return ui->DTPicker2->Value().toString("yyyy-MM-dd");
 }
 
-ReportSettings::Formula frmRPTAccounts::Dates(const QString &to) const {
-    return {"Dates", "\"From :  " + Value(ui->DTPicker1->Value()).text() + to +
+ReportSettings::Formula frmRPTAccounts::Dates(Literal to) const {
+    return {"Dates", "\"From :  "_sql + Value(ui->DTPicker1->Value()).text() + to +
                          Value(ui->DTPicker2->Value()).text() + "\""};
 }
 
@@ -138,7 +138,7 @@ void frmRPTAccounts::showTrialBalance(const char *file, const Sql &procedure) {
     fill(procedure + D1() + "','" + D2() + "'");
     ReportSettings settings;
     settings.prompting = false;
-    settings.selection = "{Company.comActive} = 'Y'";
+    settings.selection = "{Company.comActive} = 'Y'"_sql;
     settings.formulas = {Dates("   To :  ")};
     m_report.prepare(settings);
     m_report.view();

@@ -50,7 +50,7 @@ void frmLocPass::cmdOK_Click() {
         controls::SetFocus(ui->txtPassword);
         return;
     }
-    OpenRs("Select * From LctPswd Where Pswd= '"_sql + ui->txtPassword->text() + "'");
+    OpenRs("Select * From LctPswd Where Pswd= '"_sql + secret(ui->txtPassword->text()) + "'");
     if (gRs.RecordCount() < 1) {
         controls::MsgBox("please check your password", controls::vbInformation);
         ui->txtPassword->clear();

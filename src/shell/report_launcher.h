@@ -21,7 +21,7 @@ enum class Logon { User, Fixed };
 struct ReportSettings {
     struct Formula {
         QString name;
-        QString text; ///< a text stands in double quotes: "\"" + batch + "\""
+        Sql text; ///< a text stands in double quotes: "\""_sql + batch + "\""
     };
     struct SubReport {
         QString name;

@@ -41,7 +41,7 @@ void Voucher::arrange() {
     ui->lblTitle->setText(m_kind.caption);
     ui->lblPaidTo->setText(m_kind.paidToLabel);
     ui->txtPaidTo->setAccessibleName(ui->lblPaidTo->text().remove(':').trimmed());
-    ui->txtVouStatus->setText(m_kind.code);
+    ui->txtVouStatus->setText(QString::fromUtf8(m_kind.code.text()));
     if (m_kind.fileBeforeBill) {
         swapPlaces(*ui->layoutFields, ui->lblBill, ui->lblFile);
         swapPlaces(*ui->layoutFields, ui->txtBill, ui->txtFile);
@@ -265,8 +265,8 @@ void Voucher::cmdPrint_Click() {
         return;
     }
     shell::ReportSettings settings;
-    settings.selection = "{MasJV.VouNo}= "_sql + number + " and {MasJV.VouStatus} = '" +
-                         Sql::trusted(m_kind.code) + "' and {Company.comActive} = 'Y'";
+    settings.selection = "{MasJV.VouNo}= "_sql + number + " and {MasJV.VouStatus} = '" + m_kind.code +
+                         "' and {Company.comActive} = 'Y'";
     m_report.prepare(settings);
     m_report.view();
 }

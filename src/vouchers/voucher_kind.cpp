@@ -298,8 +298,8 @@ std::span<const VoucherKind> voucherKinds() {
 }
 
 const VoucherKind &voucherKind(const char *code) {
-    const auto found = std::ranges::find_if(
-        Kinds, [&](const VoucherKind &kind) { return std::string_view(kind.code) == code; });
+    const auto found =
+        std::ranges::find_if(Kinds, [&](const VoucherKind &kind) { return kind.code.text() == code; });
     Q_ASSERT(found != std::end(Kinds));
     return *found;
 }

@@ -65,7 +65,7 @@ struct Posted {
 using PostedLine = std::span<const Posted>;
 
 struct VoucherKind {
-    const char *code;   ///< VouStatus
+    Literal code;       ///< VouStatus
     const char *form;   ///< objectName of the screen
     const char *menu;   ///< the menu item that opens it
     const char *report; ///< the definition that prints it
@@ -91,8 +91,8 @@ struct VoucherKind {
     std::span<const PostedLine> lines; ///< written for each grid row, in this order
     PostedLine summary;                ///< written once after the last grid row; empty for none
 
-    const char *readLines;        ///< the statement up to the number
-    const char *readLinesTail;    ///< and after it
+    Literal readLines;            ///< the statement up to the number
+    Literal readLinesTail;        ///< and after it
     const char *keptWhenPositive; ///< a row read is shown when this column is above 0
     bool readsHeaderCheque;       ///< txtChecque from the header row
     Side firstRowBox;             ///< the account box filled from the first row read

@@ -11,10 +11,6 @@ using shell::gCon;
 using shell::gRs;
 using shell::OpenRs;
 
-Sql code(const VoucherKind &kind) {
-    return Sql::trusted(kind.code);
-}
-
 struct Posting {
     const VoucherKind &kind;
     const VoucherHeader &header;
@@ -30,7 +26,7 @@ Value valueOf(const Posted &posted, const Posting &posting) {
     case From::Number:
         return posting.header.number;
     case From::Kind:
-        return posting.kind.code;
+        return std::string(posting.kind.code.text());
     case From::Date:
         return posting.header.date;
     case From::GridRow:
@@ -67,10 +63,10 @@ void writeLine(PostedLine line, const Posting &posting) {
 } // namespace
 
 QString nextNumber(const VoucherKind &kind, std::int64_t start) {
-    shell::OpenRsForOne("Select VouNo From MasJV Where Voustatus = '"_sql + code(kind) + "'");
+    shell::OpenRsForOne("Select VouNo From MasJV Where Voustatus = '"_sql + kind.code + "'");
     if (gRs.RecordCount() == 0)
         return QString::number(start);
-    OpenRs("select isnull(max(VouNo),0)+1 as VouNo from MasJV Where Voustatus = '"_sql + code(kind) + "'");
+    OpenRs("select isnull(max(VouNo),0)+1 as VouNo from MasJV Where Voustatus = '"_sql + kind.code + "'");
     return gRs.Fields("VouNo").text();
 }
 
@@ -80,21 +76,21 @@ void writeHeader(const VoucherKind &kind, const VoucherHeader &header, bool isNe
         gRs.AddNew();
         gRs.Fields("VouNo") = header.number;
     } else {
-        OpenRs("Select * From MasJV Where VouNo = "_sql + header.number + " And VouStatus = '" + code(kind) +
+        OpenRs("Select * From MasJV Where VouNo = "_sql + header.number + " And VouStatus = '" + kind.code +
                "' ");
         if (gRs.RecordCount() > 0)
             gRs.MoveFirst();
     }
     gRs.Fields("VouDate") = header.date;
     gRs.Fields("PaidReceive") = header.paidTo;
-    gRs.Fields("VouStatus") = kind.code;
+    gRs.Fields("VouStatus") = std::string(kind.code.text());
     gRs.Fields("TotalAmount") = header.total;
     gRs.Fields("Login") = shell::gUserName;
     gRs.Update();
 }
 
 void replaceLines(const VoucherKind &kind, const VoucherHeader &header, const VoucherLines &lines) {
-    gCon.Execute("Delete From DetJV Where VouNo = "_sql + header.number + " And VouStatus = '" + code(kind) +
+    gCon.Execute("Delete From DetJV Where VouNo = "_sql + header.number + " And VouStatus = '" + kind.code +
                  "' ");
     OpenRs("Select * From DetJV where 0=1");
     const int amount = columnOf(kind, Box::Amount);
@@ -111,22 +107,22 @@ void replaceLines(const VoucherKind &kind, const VoucherHeader &header, const Vo
 }
 
 void deleteVoucher(const VoucherKind &kind, const QString &number) {
-    gCon.Execute("Delete From DetJV where VouNo="_sql + number + " And VouStatus='" + code(kind) + "'");
-    gCon.Execute("Delete From MasJV where VouNo="_sql + number + " And VouStatus='" + code(kind) + "'");
+    gCon.Execute("Delete From DetJV where VouNo="_sql + number + " And VouStatus='" + kind.code + "'");
+    gCon.Execute("Delete From MasJV where VouNo="_sql + number + " And VouStatus='" + kind.code + "'");
 }
 
 void openHeader(const VoucherKind &kind, const QString &number) {
-    OpenRs("Select * From MasJv Where VouNo = "_sql + number + " And VouStatus = '" + code(kind) + "' ");
+    OpenRs("Select * From MasJv Where VouNo = "_sql + number + " And VouStatus = '" + kind.code + "' ");
 }
 
 void openLines(const VoucherKind &kind, const QString &number) {
-    OpenRs(Sql::trusted(kind.readLines) + number + Sql::trusted(kind.readLinesTail));
+    OpenRs(Sql(kind.readLines) + number + kind.readLinesTail);
 }
 
 void openSetting(const VoucherKind &kind) {
     OpenRs("Select VouNo,AcCode,Fix,AcStatus,AcTitle=(Select AcName From Accounts Where AcStatus='DD' and "
            "RowId=AcCode) From VouSetting Where VouStatus ='"_sql +
-           code(kind) + "'");
+           kind.code + "'");
 }
 
 void openSearch(const VoucherKind &kind, Criterion criterion, const QString &text, QDate date) {
@@ -135,8 +131,8 @@ void openSearch(const VoucherKind &kind, Criterion criterion, const QString &tex
         "+ "
         "rtrim(year(VouDate)) as VouDate,PaidReceive,TotalAmount,Multi=case When (select count(vouno) from "
         "detjv where voustatus='"_sql +
-        code(kind) + "' and vouno=a.vouno and DrAmt>0) > 1 then 'M' end  From MasJv a  Where VouStatus='" +
-        code(kind) + "' And ";
+        kind.code + "' and vouno=a.vouno and DrAmt>0) > 1 then 'M' end  From MasJv a  Where VouStatus='" +
+        kind.code + "' And ";
     switch (criterion) {
     case Criterion::Number:
         OpenRs(statement + "convert(varchar(8),VouNo) Like '%" + text + "%' order by VouNo desc");

@@ -31,7 +31,7 @@ viewer::CRViewer91 *shownReport() {
 }
 
 QString selectionOf(report::Report &report) {
-    return QString::fromStdString(report.RecordSelectionFormula.text());
+    return QString::fromUtf8(report.RecordSelectionFormula.text());
 }
 
 /// Opens the item with the account CITY BANK where it asks for one, and the whole of March, and pushes the
@@ -115,7 +115,7 @@ void tst_report_runs::runs() {
     QCOMPARE(activeForm(), "frmVeiwer");
     report::Report &report = *shownReport()->ReportSource();
     QCOMPARE(selectionOf(report), selection);
-    QCOMPARE(report.FormulaFields("Dates").Text, dates);
+    QCOMPARE(QString::fromUtf8(report.FormulaFields("Dates").Text.text()), dates);
     QCOMPARE(report.EnableParameterPrompting, prompting);
     for (const QString &sub : subReports)
         QCOMPARE(selectionOf(report.OpenSubreport(sub.section(": ", 0, 0))), sub.section(": ", 1));

@@ -119,7 +119,7 @@ DocumentPtr tst_trial_balance_documents::print(const QString &number, const QStr
     table.ConnectionProperties("User ID").Value = "sa";
     report->EnableParameterPrompting = false;
     report->RecordSelectionFormula = "{Company.comActive} = 'Y'";
-    report->FormulaFields("Dates").Text = "\"From :  " + from + "   To :  " + to + "\"";
+    report->FormulaFields("Dates").Text = "\"From :  "_sql + from + "   To :  " + to + "\"";
     report->setPrintTime(QDateTime(QDate(2024, 3, 14), QTime(9, 5)));
     return report->document();
 }

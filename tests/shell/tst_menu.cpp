@@ -69,8 +69,8 @@ class tst_menu : public QObject {
 private Q_SLOTS:
     void appliesRights_data();
     void appliesRights();
-    void endsProgramWithoutRights_data();
-    void endsProgramWithoutRights();
+    void endsProgram_data();
+    void endsProgram();
     void partsAreNamed();
     void missingScreenLeavesAllAlone();
     void lockLeadsTo_data();
@@ -117,19 +117,27 @@ void tst_menu::appliesRights() {
     QCOMPARE(frame.hiddenItems(), hidden);
 }
 
-void tst_menu::endsProgramWithoutRights_data() {
+void tst_menu::endsProgram_data() {
     QTest::addColumn<QString>("scene");
-    QTest::newRow("no row") << "no row";
-    QTest::newRow("all off") << "all off";
-    QTest::newRow("by the lock's Cancel") << "cancel";
-    QTest::newRow("by Exit with a screen open") << "exit";
+    QTest::addColumn<QString>("box");
+    const QString withoutRights = "Error 91:\n\nObject variable or With block variable not set";
+    QTest::newRow("no row") << "no row" << withoutRights;
+    QTest::newRow("all off") << "all off" << withoutRights;
+    QTest::newRow("by the lock's Cancel") << "cancel" << withoutRights;
+    QTest::newRow("by Exit with a screen open") << "exit" << withoutRights;
+    QTest::newRow("a quote at the lock, told without what was typed")
+        << "quote"
+        << "Error 105:\n\nUnclosed quotation mark after the character string '***'.\nLine 1, column 39:\n"
+           "Select * From LctPswd Where Pswd= '***'\n                                      ^";
 }
 
-void tst_menu::endsProgramWithoutRights() {
+void tst_menu::endsProgram() {
     QFETCH(QString, scene);
+    QFETCH(QString, box);
     const Ended ended = play(scene);
     QVERIFY2(ended.status == 1, qPrintable(ended.errorStream));
-    QCOMPARE(ended.box, "Error 91:\n\nObject variable or With block variable not set");
+    QCOMPARE(ended.box, box);
+    QVERIFY2(!ended.errorStream.contains("ECRET"), qPrintable(ended.errorStream));
 }
 
 void tst_menu::partsAreNamed() {
@@ -354,6 +362,13 @@ static const Scenes scenes = {
          OpenFrame frame;
          frame.office.execute("update Menus set Active = '0'");
          click(openByMenu("mnuSetMenu", "frmLocPass"), "cmdCancel");
+     }},
+    {"quote",
+     [] {
+         OpenFrame frame;
+         openByMenu("mnuSetMenu", "frmLocPass");
+         type("S'ECRET");
+         press(Qt::Key_Return);
      }},
     {"exit",
      [] {

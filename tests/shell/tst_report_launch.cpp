@@ -126,7 +126,7 @@ static const Scenes scenes = {
      [] {
          PrintingOffice printing;
          shell::ReportSettings settings;
-         settings.formulas = {{"Nothing", "\"x\""}};
+         settings.formulas = {{"Nothing", "\"x\""_sql}};
          asEvent([&] { printing.launcher.print("rptChartAC.rpt", settings); });
      }},
     {"selection",

@@ -10,7 +10,7 @@ namespace {
 /// being the columns.
 struct Rule {
     const char *finding;
-    const char *statement;
+    Literal statement;
 };
 
 /// Carried forward credits (CF) have no other side, and AR and CF no header.
@@ -46,15 +46,14 @@ QStringList findings(ado::SqliteDriver &driver) {
     if (!driver.table("DetJV"))
         return found;
     for (const Rule &rule : Rules)
-        ado::runStatements(
-            driver, Sql::trusted(rule.statement), [&found, &rule](const ado::Outcome &outcome) {
-                for (qsizetype row = 0; outcome.rows && row < outcome.rows->rowCount(); ++row) {
-                    QString sentence = QLatin1String(rule.finding);
-                    for (int column = 0; column < outcome.rows->columnCount(); ++column)
-                        sentence = sentence.arg(outcome.rows->text(row, column));
-                    found.append(sentence);
-                }
-            });
+        ado::runStatements(driver, rule.statement, [&found, &rule](const ado::Outcome &outcome) {
+            for (qsizetype row = 0; outcome.rows && row < outcome.rows->rowCount(); ++row) {
+                QString sentence = QLatin1String(rule.finding);
+                for (int column = 0; column < outcome.rows->columnCount(); ++column)
+                    sentence = sentence.arg(outcome.rows->text(row, column));
+                found.append(sentence);
+            }
+        });
     return found;
 }
 

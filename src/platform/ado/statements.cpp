@@ -2,6 +2,7 @@
 
 #include "platform/ado/drivers/sqlite_driver.h"
 #include "platform/base/error.h"
+#include "platform/tsql/reading/secrets.h"
 #include "platform/tsql/text/names.h"
 
 #include <QCoreApplication>
@@ -44,10 +45,10 @@ bool isPassing(const Statement &statement) {
 /// left.
 class Batch {
 public:
-    Batch(Driver &driver, std::vector<Statement> &statements, const std::function<void(Outcome)> &told,
-          qsizetype most)
-        : m_driver(driver), m_statements(statements), m_told(told), m_most(most), m_variables(driver.kept()) {
-    }
+    Batch(Driver &driver, const Sql &text, std::vector<Statement> &statements,
+          const std::function<void(Outcome)> &told, qsizetype most)
+        : m_driver(driver), m_text(text), m_statements(statements), m_told(told), m_most(most),
+          m_variables(driver.kept()) {}
     ~Batch() {
         if (m_transaction)
             m_driver.rollback();
@@ -58,8 +59,16 @@ public:
     Batch &operator=(const Batch &) = delete;
 
     void run() {
-        for (std::size_t place = 0; place < m_statements.size();)
-            place = step(place);
+        std::size_t place = 0;
+        try {
+            while (place < m_statements.size())
+                place = step(place);
+        } catch (const Error &error) {
+            // What the server's procedures refuse tells of logins and roles, of no password.
+            if (m_statements[place].kind == StatementKind::ServerCall)
+                throw;
+            throw tsql::withoutSecrets(error, m_text);
+        }
     }
 
 private:
@@ -170,6 +179,7 @@ private:
     void tell() { m_told(std::exchange(m_outcome, {})); }
 
     Driver &m_driver;
+    const Sql &m_text;
     std::vector<Statement> &m_statements;
     const std::function<void(Outcome)> &m_told;
     qsizetype m_most;
@@ -185,7 +195,7 @@ void runStatements(Driver &driver, const Sql &text, const std::function<void(Out
                    qsizetype most) {
     driver.refresh();
     std::vector<Statement> statements = tsql::translate(text, driver, driver.traits());
-    Batch(driver, statements, told, most).run();
+    Batch(driver, text, statements, told, most).run();
 }
 
 std::unique_ptr<Driver> openCatalog(const QString &dataSource, const QString &user, const QString &password) {

@@ -2,16 +2,53 @@
 
 #include <QString>
 
+#include <algorithm>
+#include <concepts>
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace zel {
 
+class Sql;
+
+/// Text that stands in the program's source: only the compiler makes one, so that no typed and no stored data
+/// can become one. Tables of data hold it beside the rest of their rows.
+class Literal {
+public:
+    template <std::size_t N>
+    consteval Literal(const char (&text)[N]) : m_text(text, N - 1) {}
+
+    [[nodiscard]] constexpr std::string_view text() const { return m_text; }
+    /// What stands before and behind the first `mark`; all of it and nothing when it has none.
+    [[nodiscard]] constexpr Literal before(char mark) const { return Literal(m_text.substr(0, at(mark))); }
+    [[nodiscard]] constexpr Literal behind(char mark) const {
+        return Literal(m_text.substr(std::min(at(mark) + 1, m_text.size())));
+    }
+
+private:
+    friend consteval Sql operator""_sql(const char *literal, std::size_t length);
+    constexpr explicit Literal(std::string_view text) : m_text(text) {}
+    [[nodiscard]] constexpr std::size_t at(char mark) const {
+        return std::min(m_text.find(mark), m_text.size());
+    }
+
+    std::string_view m_text;
+};
+
+/// A foreign piece that nobody may read again: it stands in no error's description.
+struct Secret {
+    const QString &typed;
+};
+[[nodiscard]] inline Secret secret(const QString &typed) {
+    return {typed};
+}
+
 /// Statement text built by concatenation that remembers which pieces are not the program's own literals.
-/// What reads the text (a statement's or a selection formula's lexer) checks each such piece by its place:
-/// it must lie inside one token. The text is UTF-8.
+/// What reads the text (a statement's or a formula's lexer) checks each such piece by its place: it must lie
+/// inside one token. The text is UTF-8.
 ///
 ///     "select * from tblSession where SessionName like '%"_sql + txt_s_value->text() + "%'"
 class Sql {
@@ -20,47 +57,67 @@ public:
     struct Piece {
         std::size_t begin;
         std::size_t end;
+        bool secret = false;
     };
 
-    Sql() = default;
+    constexpr Sql() = default;
     template <std::size_t N>
-    Sql(const char (&literal)[N]) : m_text(literal, N - 1) {}
-    /// Text of the program's own that is not a literal at the place of use: a row of a table of statements,
-    /// a stored procedure's body, a schema file. Never typed or stored data.
-    [[nodiscard]] static Sql trusted(std::string_view text) {
-        Sql sql;
-        sql.m_text = text;
-        return sql;
+    consteval Sql(const char (&literal)[N]) : m_literal(literal, N - 1) {}
+    constexpr Sql(Literal literal) : m_literal(literal.text()) {}
+    Sql(const Sql &) = default; // what a destructor takes away is said again
+    Sql(Sql &&) noexcept = default;
+    Sql &operator=(const Sql &) = default;
+    Sql &operator=(Sql &&) noexcept = default;
+    /// Wipes the memory of a text with a secret piece.
+    constexpr ~Sql() {
+        if (!m_pieces.empty())
+            wipe();
     }
-    /// A whole statement that a person typed (zeldb sql): the person is its author, so nothing is foreign.
-    [[nodiscard]] static Sql authored(std::string_view text) { return trusted(text); }
+
+    /// A text whose author is no user of a screen: a script, a definition's formula, a statement that a
+    /// person typed as such (zeldb sql). Never a part that was typed into a box or read from a table.
+    [[nodiscard]] static Sql trusted(std::string_view text);
+    /// A name of a table or a column: letters, digits, _ # $ and points; 102 for anything else.
+    [[nodiscard]] static Sql name(const QString &text);
 
     Sql &operator+=(const Sql &other);
-    Sql &operator+=(const QString &foreign) { return append(foreign.toUtf8().toStdString()); }
-    Sql &operator+=(std::int64_t number) { return append(std::to_string(number)); }
-
-    friend Sql operator+(Sql left, const Sql &right) { return left += right; }
-    friend Sql operator+(Sql left, const QString &right) { return left += right; }
-    template <std::size_t N>
-    friend Sql operator+(Sql left, const char (&right)[N]) {
-        left.m_text.append(right, N - 1);
-        return left;
+    Sql &operator+=(const std::same_as<QString> auto &foreign) {
+        return append(foreign.toStdString(), false);
     }
-    friend Sql operator+(Sql left, std::int64_t right) { return left += right; }
-    friend Sql operator+(Sql left, int right) { return left += std::int64_t(right); }
+    Sql &operator+=(const Secret &foreign) { return append(foreign.typed.toStdString(), true); }
+    Sql &operator+=(std::int64_t number) { return append(std::to_string(number), false); }
 
-    [[nodiscard]] const std::string &text() const { return m_text; }
+    friend Sql operator+(Sql left, const Sql &right) { return std::move(left += right); }
+    friend Sql operator+(Sql left, const std::same_as<QString> auto &right) {
+        return std::move(left += right);
+    }
+    friend Sql operator+(Sql left, const Secret &right) { return std::move(left += right); }
+    friend Sql operator+(Sql left, std::int64_t right) { return std::move(left += right); }
+    friend Sql operator+(Sql left, int right) { return std::move(left += std::int64_t(right)); }
+
+    [[nodiscard]] constexpr std::string_view text() const {
+        return m_built.empty() ? m_literal : std::string_view(m_built.data(), m_built.size());
+    }
+    /// In the order of the text.
     [[nodiscard]] const std::vector<Piece> &pieces() const { return m_pieces; }
 
 private:
-    Sql &append(const std::string &foreign);
+    Sql &append(std::string foreign, bool secret);
+    void add(std::string_view text);
+    void wipe() noexcept;
 
-    std::string m_text;
+    std::string_view m_literal; ///< the text while it is one literal
+    std::vector<char> m_built;  ///< else
     std::vector<Piece> m_pieces;
 };
 
-[[nodiscard]] inline Sql operator""_sql(const char *literal, std::size_t length) {
-    return Sql::trusted({literal, length});
+/// Whether a literal of the text, from its opening quote `open` to its closing one `close`, has a pair of
+/// quotes that the piece takes apart: one of the two inside it and the other outside.
+[[nodiscard]] bool takesPairApart(const Sql::Piece &piece, std::string_view text, std::size_t open,
+                                  std::size_t close);
+
+[[nodiscard]] consteval Sql operator""_sql(const char *literal, std::size_t length) {
+    return Literal(std::string_view(literal, length));
 }
 
 } // namespace zel

@@ -32,7 +32,7 @@ std::shared_ptr<const Definition> withFormulas(const Definition &definition,
     auto changed = std::make_shared<Definition>(definition);
     for (std::size_t i = 0; i < formulas.size(); ++i) {
         FormulaDefinition &formula = changed->formulas[i];
-        const std::string text = formulas[i].Text.toStdString();
+        const std::string_view text = formulas[i].Text.text();
         if (text == formula.text)
             continue;
         const QString what = QStringLiteral("Formula %1 of %2").arg(formula.name, definition.name);
@@ -40,7 +40,7 @@ std::shared_ptr<const Definition> withFormulas(const Definition &definition,
             Definition above = *changed;
             above.formulas.resize(i);
             const std::size_t totals = above.totals.size();
-            ExpressionPtr made = report::bind(parse(Sql::trusted(text)), above);
+            ExpressionPtr made = report::bind(parse(formulas[i].Text), above);
             if (made->kind != formula.expression->kind && made->kind != Kind::Null)
                 throw FormulaError(errors::TypeMismatch,
                                    QStringLiteral("This must be %1, not %2.")
@@ -83,7 +83,7 @@ Report::Report(std::shared_ptr<const Definition> definition, const Logon &logon)
         m_database.m_tables.m_tables.push_back(std::move(made));
     }
     for (const FormulaDefinition &formula : m_definition->formulas)
-        m_formulas.push_back({formula.name, QString::fromStdString(formula.text)});
+        m_formulas.push_back({formula.name, Sql::trusted(formula.text)});
     for (const ParameterDefinition &parameter : m_definition->parameters)
         m_parameters.push_back({parameter.name, {}});
     for (const SubreportDefinition &subreport : m_definition->subreports)

@@ -63,10 +63,10 @@ private:
 };
 
 /// A named formula of the definition: `Text` replaces what the definition says. A text formula stands in
-/// double quotes.
+/// double quotes, which the program writes; what it prints between them is a foreign piece.
 struct FormulaField {
     QString Name;
-    QString Text;
+    Sql Text;
 };
 
 /// A named parameter; it has no value until one is set.

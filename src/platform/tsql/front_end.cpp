@@ -1,6 +1,7 @@
 #include "platform/tsql/front_end.h"
 
 #include "platform/tsql/reading/guard.h"
+#include "platform/tsql/reading/secrets.h"
 #include "platform/tsql/text/names.h"
 #include "platform/tsql/translation.h"
 
@@ -10,10 +11,14 @@ namespace zel::tsql {
 
 std::vector<Statement> translate(const Sql &text, const Catalog &catalog, const Traits &engine) {
     const std::string_view source = text.text();
-    const std::vector<Token> tokens = tokenize(source);
-    if (!text.pieces().empty())
-        checkPieces(text, tokens);
-    return Translation(catalog, engine).run(source, tokens);
+    try {
+        const std::vector<Token> tokens = tokenize(source);
+        if (!text.pieces().empty())
+            checkPieces(text, tokens);
+        return Translation(catalog, engine).run(source, tokens);
+    } catch (const Error &error) {
+        throw withoutSecrets(error, text);
+    }
 }
 
 std::vector<std::string_view> batches(std::string_view script) {

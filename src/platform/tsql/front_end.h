@@ -67,7 +67,7 @@ struct Traits;
 /// Reads `text` (any number of statements), checks its foreign pieces, resolves it against `catalog` and
 /// writes it for the engine; `exec` of a stored procedure is expanded to the procedure's statements. Throws
 /// Error with the server's number; the description names line and column and shows the line with a caret
-/// under it.
+/// under it, and stars for what is secret.
 [[nodiscard]] std::vector<Statement> translate(const Sql &text, const Catalog &catalog, const Traits &engine);
 
 /// The batches of a script: the texts between lines that hold only the word GO. Empty batches are left out.

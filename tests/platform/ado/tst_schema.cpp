@@ -97,8 +97,8 @@ void tst_schema::procedures() {
     open(con, folder.path());
     con.Execute(Institute);
     for (int time = 0; time < 2; ++time) {
-        con.Execute(Sql::authored(statement.toStdString()));
-        QTEST(shown(con, Sql::authored(query.toStdString())), "rows");
+        con.Execute(Sql::trusted(statement.toStdString()));
+        QTEST(shown(con, Sql::trusted(query.toStdString())), "rows");
     }
 }
 
@@ -154,7 +154,7 @@ void tst_schema::caseBeyondAscii() {
     }
     const QString statement =
         QStringLiteral("select SessionId from tblSession where %1 order by SessionId").arg(condition);
-    QTEST(shown(con, Sql::authored(statement.toStdString())), "found");
+    QTEST(shown(con, Sql::trusted(statement.toStdString())), "found");
 }
 
 void tst_schema::orderIgnoresCase() {

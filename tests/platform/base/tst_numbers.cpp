@@ -108,7 +108,7 @@ void tst_numbers::overflowIsAnError() {
 
 void tst_numbers::sqlRemembersForeignPieces() {
     const Sql sql = "a '"_sql + QStringLiteral("x'") + "' and " + 12 + "";
-    QCOMPARE(sql.text(), std::string("a 'x'' and 12"));
+    QCOMPARE(sql.text(), std::string_view("a 'x'' and 12"));
     QCOMPARE(sql.pieces().size(), std::size_t(2));
     QCOMPARE(sql.pieces()[0].begin, std::size_t(3));
     QCOMPARE(sql.pieces()[0].end, std::size_t(5));

@@ -49,7 +49,7 @@ public:
     }
 
     RowsPtr rows(const Sql &select) override {
-        const QString text = QString::fromStdString(select.text());
+        const QString text = QString::fromUtf8(select.text());
         statements.push_back(text);
         static const QRegularExpression shape(
             QStringLiteral("^select (.*?) from (\\w+)( (?!where|order|left|inner)(\\w+))?"));

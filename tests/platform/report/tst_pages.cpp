@@ -267,12 +267,16 @@ void tst_pages::formulaTexts() {
         "<pageHeader height='5'><field>{Line}</field></pageHeader>"));
     print.report->FormulaFields("dates").Text = "\"From :  1/2/24  To :  3/4/24\"";
     QCOMPARE(print.report->document()->plainText(), QString("[From :  1/2/24  To :  3/4/24]"));
-    for (const auto &[text, number] : {std::pair("\"open", 105), std::pair("5", errors::TypeMismatch),
-                                       std::pair("{Line}", 207), std::pair("", 102)}) {
+    print.report->FormulaFields("dates").Text =
+        "\"The "_sql + QString("2\" 'B\"") + " " + QString("\"") + "\"";
+    QCOMPARE(print.report->document()->plainText(), QString("[The 2\" 'B\" \"]"));
+    for (const auto &[text, number] : {std::pair("\"open"_sql, 105), std::pair("5"_sql, errors::TypeMismatch),
+                                       std::pair("{Line}"_sql, 207), std::pair(""_sql, 102),
+                                       std::pair("\""_sql + QString("\" & 'x"), 105)}) {
         print.report->FormulaFields("Dates").Text = text;
         try {
             static_cast<void>(print.report->document());
-            QFAIL(text);
+            QFAIL(std::string(text.text()).c_str());
         } catch (const Error &error) {
             QCOMPARE(error.number(), number);
             QVERIFY(error.description().contains("Dates"));
@@ -335,7 +339,7 @@ void tst_pages::notFound() {
         return 0;
     };
     Report &report = *print.report;
-    QCOMPARE(refused([&] { report.FormulaFields("Dates").Text.clear(); }), errors::ItemNotFound);
+    QCOMPARE(refused([&] { report.FormulaFields("Dates").Text = ""; }), errors::ItemNotFound);
     QCOMPARE(refused([&] { report.ParameterFields(1).CurrentValue = 1; }), errors::ItemNotFound);
     QCOMPARE(refused([&] { report.OpenSubreport("inner2").RecordSelectionFormula = Sql(); }),
              errors::ItemNotFound);

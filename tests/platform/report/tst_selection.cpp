@@ -52,7 +52,7 @@ Made made(const Sql &formula) {
 }
 
 QString whereOf(const Sql &statement) {
-    return QString::fromStdString(statement.text()).section(" where ", 1).section(" order by ", 0, 0);
+    return QString::fromUtf8(statement.text()).section(" where ", 1).section(" order by ", 0, 0);
 }
 
 int refusal(const Sql &formula) {
@@ -157,6 +157,8 @@ void tst_selection::foreignPieces_data() {
     row("'x'", 102, 102, 241);
     row("O'Neil", 105, 105, 241);
     row("O''Neil", 102, 0, 241);
+    row("Neil'", 105, 105, 241);
+    row("Neil''", 102, 0, 241);
     row("x' or 'a' = 'a", 102, 102, 241);
     row("2024-01-05# or 1 = 1 or {M.Day} = #2024-01-05", 102, 0, 102);
     row("}", 102, 0, 241);
@@ -170,18 +172,22 @@ void tst_selection::foreignPieces() {
     QCOMPARE(refusal("{M.No} = "_sql + typed + " and {M.Kind} = 'BP'"), asNumber);
     QCOMPARE(refusal("{M.Name} like '*"_sql + typed + "*'"), asText);
     QCOMPARE(refusal("{M.Day} = #"_sql + typed + "#"), asDate);
+    // What one text leaves open the next one can't close.
+    const Sql both = "{M.Kind} = '"_sql + typed + "' and {M.Name} = '" + typed + "'";
+    QCOMPARE(refusal(both) == 0, asText == 0);
+    QCOMPARE(refusal("{M.Name} = \""_sql + typed + "\""), 0);
 }
 
 void tst_selection::wholeStatement() {
     const Made statements = made("{M.No} = 5"_sql);
     QCOMPARE(
-        QString::fromStdString(statements.rows.text()),
+        QString::fromUtf8(statements.rows.text()),
         QString(
             "select M.Name as M_Name, A.Code as A_Code, M.Kind as M_Kind, L.Amt as L_Amt from M inner join L "
             "on "
             "(L.No = M.No and L.Kind = M.Kind) left join Accounts A on A.Id = L.No where M.No = 5 order by "
             "cast(rtrim(M.Kind) as bigint) desc, L.No"));
-    QCOMPARE(QString::fromStdString(statements.lookup.text()),
+    QCOMPARE(QString::fromUtf8(statements.lookup.text()),
              QString("select Company.Name as Company_Name from Company"));
 }
 

@@ -2,6 +2,7 @@
 
 #include <QTest>
 
+using zel::secret;
 using zel::Sql;
 using zel::operator""_sql;
 
@@ -33,6 +34,8 @@ private Q_SLOTS:
     void longLines();
     void inProcedures();
     void caret();
+    void secrets_data();
+    void secrets();
     void deepExpressions();
 
 private:
@@ -228,6 +231,57 @@ void tst_refusals::caret() {
                           "Line 2, column 17:\n"
                           "select 'Ñandú', nosuch from Accounts\n"
                           "                ^");
+}
+
+void tst_refusals::secrets_data() {
+    QTest::addColumn<QString>("statement"); // what stands between braces is a secret piece
+    QTest::addColumn<QString>("description");
+    const auto row = [](const char *statement, const char *description) {
+        QTest::newRow(statement) << QString(statement) << QString(description);
+    };
+    row("select * from Accounts where AcName= '{it's}'",
+        "Unclosed quotation mark after the character string '***'.\nLine 1, column 42:\n"
+        "select * from Accounts where AcName= '***'\n                                         ^");
+    row("select * from Accounts where AcName= '{O'Accounts}'",
+        "Unclosed quotation mark after the character string '***'.\nLine 1, column 42:\n"
+        "select * from Accounts where AcName= '***'\n                                         ^");
+    row("select * from Accounts where RowID= '{abc}'",
+        "Conversion failed when converting the varchar value '***' to data type int.\nLine 1, column 37:\n"
+        "select * from Accounts where RowID= '***'\n                                    ^");
+    row("select * from Accounts where RowID= {pw} or 1=1",
+        "Invalid column name '***'.\nLine 1, column 37:\n"
+        "select * from Accounts where RowID= *** or 1=1\n                                    ^");
+    row("select * from Accounts where AcName= '{pw}' and Accounts.nosuch=1",
+        "Invalid column name 'nosuch'.\nLine 1, column 48:\n"
+        "select * from Accounts where AcName= '***' and Accounts.nosuch=1\n"
+        "                                               ^");
+    row("select * from Accounts where AcName= '{nosuch}' and nosuch=1",
+        "Invalid column name '***'.\nLine 1, column 48:\n"
+        "select * from Accounts where AcName= '***' and nosuch=1\n"
+        "                                               ^");
+    // Of the procedures that keep logins all arguments are, whoever wrote them.
+    row("sp_password order,'new','x'", "Incorrect syntax near the keyword '***'.\nLine 1, column 13:\n"
+                                       "sp_password ***,***,***\n            ^");
+    row("select 1\nexec SP_AddLogin 'a', 'b' 'c'\nselect * from nosuch",
+        "Incorrect syntax near '***'.\nLine 2, column 27:\nexec SP_AddLogin ***, *** ***\n"
+        "                          ^");
+    row("sp_addlogin 'a', 'b'\nselect * from nosuch",
+        "Invalid object name 'nosuch'.\nLine 2, column 15:\nselect * from nosuch\n              ^");
+    row("[sp_password] 'it's','new'", "Unclosed quotation mark after the character string '***'.\n"
+                                      "Line 1, column 13:\n[sp_password***\n            ^");
+}
+
+void tst_refusals::secrets() {
+    QFETCH(QString, statement);
+    QFETCH(QString, description);
+    Sql text = Sql::trusted(statement.section(u'{', 0, 0).toStdString());
+    if (statement.contains(u'{')) {
+        text += secret(statement.section(u'{', 1).section(u'}', 0, 0));
+        text += Sql::trusted(statement.section(u'}', 1).toStdString());
+    }
+    QString told;
+    QVERIFY(m_catalog.refusal(text, &told) != 0);
+    QCOMPARE(told, description);
 }
 
 void tst_refusals::deepExpressions() {

@@ -112,20 +112,18 @@ Sql StatementWriter::column(int table, int index) const {
     const TableDefinition &source = m_definition.tables[static_cast<std::size_t>(table)];
     const QString name =
         source.name + QLatin1Char('.') + source.columns[static_cast<std::size_t>(index)].name;
-    return Sql::trusted(name.toStdString());
+    return Sql::name(name);
 }
 
 Sql StatementWriter::number(const Expression &node) const {
     return node.op == Op::Column ? "isnull("_sql + write(node) + ", 0)" : write(node);
 }
 
-template <std::size_t N>
-Sql StatementWriter::infix(const Expression &node, const char (&symbol)[N]) const {
+Sql StatementWriter::infix(const Expression &node, Literal symbol) const {
     return "("_sql + number(*node.operands[0]) + symbol + number(*node.operands[1]) + ")";
 }
 
-template <std::size_t N>
-Sql StatementWriter::joined(const Expression &node, const char (&word)[N]) const {
+Sql StatementWriter::joined(const Expression &node, Literal word) const {
     return "("_sql + condition(*node.operands[0]) + word + condition(*node.operands[1]) + ")";
 }
 
@@ -202,12 +200,10 @@ Sql StatementWriter::range(const Expression &node) const {
 }
 
 Sql StatementWriter::call(const Expression &node) const {
-    const std::string_view pattern = function(node.index).sql;
-    const auto place = pattern.find('$');
-    if (place == std::string_view::npos)
+    const Literal pattern = function(node.index).sql;
+    if (pattern.text().find('$') == std::string_view::npos)
         refuse(node, QStringLiteral("This function can't be part of a selection or an order."));
-    return Sql::trusted(pattern.substr(0, place)) + write(*node.operands[0]) +
-           Sql::trusted(pattern.substr(place + 1));
+    return pattern.before('$') + write(*node.operands[0]) + pattern.behind('$');
 }
 
 void checkInStatement(const Expression &expression, const Definition &definition) {

@@ -19,10 +19,8 @@ public:
 
 private:
     [[nodiscard]] Sql number(const Expression &node) const;
-    template <std::size_t N>
-    [[nodiscard]] Sql infix(const Expression &node, const char (&symbol)[N]) const;
-    template <std::size_t N>
-    [[nodiscard]] Sql joined(const Expression &node, const char (&word)[N]) const;
+    [[nodiscard]] Sql infix(const Expression &node, Literal symbol) const;
+    [[nodiscard]] Sql joined(const Expression &node, Literal word) const;
     [[nodiscard]] std::optional<Value> constant(const Expression &node) const;
     [[nodiscard]] Sql like(const Expression &node) const;
     [[nodiscard]] Sql compared(Op op, const Expression &left, const Expression &right) const;

@@ -78,6 +78,6 @@ private:
 [[nodiscard]] std::shared_ptr<Expression> parse(const Sql &formula);
 
 /// The error again, with line and column and the line with a caret under it in its description.
-[[nodiscard]] Error located(const FormulaError &error, const std::string &formula, const QString &what);
+[[nodiscard]] Error located(const FormulaError &error, std::string_view formula, const QString &what);
 
 } // namespace zel::report

@@ -18,7 +18,7 @@ struct Function {
     Kind result;
     Stage stage;
     Value (*evaluate)(std::span<const Value> arguments, const Scene &scene);
-    std::string_view sql = {}; ///< in a statement: $ is the argument; empty: can't stand in one
+    Literal sql = ""; ///< in a statement: $ is the argument; empty: can't stand in one
 };
 
 /// -1 when there is none of that name.

@@ -24,7 +24,7 @@ bool isLetter(char c) {
 
 class Lexer {
 public:
-    explicit Lexer(const std::string &text) : m_text(text) {}
+    explicit Lexer(const Sql &formula) : m_text(formula.text()), m_pieces(formula.pieces()) {}
 
     std::vector<Token> run() {
         std::vector<Token> all;
@@ -62,11 +62,14 @@ private:
     }
 
     void readText(Token &token, char quote) {
+        const auto isQuote = [&](std::size_t at) {
+            return at < m_text.size() && m_text[at] == quote && (quote != '"' || !isForeign(at));
+        };
         token.kind = TokenKind::Text;
         for (++m_at; m_at < m_text.size(); ++m_at) {
-            if (m_text[m_at] == quote) {
+            if (isQuote(m_at)) {
                 ++m_at;
-                if (m_at == m_text.size() || m_text[m_at] != quote)
+                if (!isQuote(m_at))
                     return;
             }
             token.text += m_text[m_at];
@@ -74,12 +77,18 @@ private:
         throw FormulaError(105, QStringLiteral("Unclosed quotation mark in the formula."), token.begin);
     }
 
+    [[nodiscard]] bool isForeign(std::size_t at) const {
+        const auto next =
+            std::ranges::partition_point(m_pieces, [&](const Sql::Piece &piece) { return piece.end <= at; });
+        return next != m_pieces.end() && next->begin <= at;
+    }
+
     void readEnclosed(Token &token, TokenKind kind, char close, const QString &unclosed) {
         const std::size_t end = m_text.find(close, m_at + 1);
         if (end == std::string::npos)
             throw FormulaError(105, unclosed, token.begin);
         token.kind = kind;
-        token.text = m_text.substr(m_at + 1, end - m_at - 1);
+        token.text = std::string(m_text.substr(m_at + 1, end - m_at - 1));
         m_at = end + 1;
     }
 
@@ -92,7 +101,7 @@ private:
             else if (!isDigit(m_text[m_at]))
                 break;
         }
-        token.text = m_text.substr(token.begin, m_at - token.begin);
+        token.text = std::string(m_text.substr(token.begin, m_at - token.begin));
         if (m_at < m_text.size() && (isLetter(m_text[m_at]) || m_text[m_at] == '.'))
             throw FormulaError(102, QStringLiteral("Incorrect syntax: a number ends in letters."), m_at);
     }
@@ -109,7 +118,7 @@ private:
         static constexpr std::array<std::string_view, 13> symbols{"<>", "<=", ">=", "=", "<", ">", "(",
                                                                   ")",  ",",  "+",  "-", "*", "/"};
         token.kind = TokenKind::Symbol;
-        const std::string_view rest = std::string_view(m_text).substr(m_at);
+        const std::string_view rest = m_text.substr(m_at);
         if (rest.front() == '&') {
             token.text = "&";
             ++m_at;
@@ -124,7 +133,8 @@ private:
         m_at += found->size();
     }
 
-    const std::string &m_text;
+    std::string_view m_text;
+    const std::vector<Sql::Piece> &m_pieces;
     std::size_t m_at = 0;
 };
 
@@ -132,16 +142,17 @@ bool isSignedNumber(std::string_view text) {
     return Decimal::parse(text).has_value();
 }
 
-void checkPiece(const Sql::Piece &piece, const std::string &text, const std::vector<Token> &all) {
+void checkPiece(const Sql::Piece &piece, std::string_view text, const std::vector<Token> &all) {
     const auto within = [&](const Token &token) {
         return (token.kind == TokenKind::Text || token.kind == TokenKind::Date) &&
-               token.begin < piece.begin && piece.end < token.end;
+               token.begin < piece.begin && piece.end < token.end &&
+               (text[token.begin] != '\'' || !takesPairApart(piece, text, token.begin, token.end - 1));
     };
     if (std::ranges::any_of(all, within))
         return;
-    const std::string_view foreign = std::string_view(text).substr(piece.begin, piece.end - piece.begin);
+    const std::string_view foreign = text.substr(piece.begin, piece.end - piece.begin);
     if (std::ranges::all_of(foreign, isBlank))
-        return; // an empty place: the grammar refuses it where a number is due
+        throw FormulaError(102, QStringLiteral("Incorrect syntax: a number is missing here."), piece.begin);
     const auto touches = [&](const Token &token) {
         return token.begin < piece.end && piece.begin < token.end;
     };
@@ -162,7 +173,7 @@ void checkPiece(const Sql::Piece &piece, const std::string &text, const std::vec
 } // namespace
 
 std::vector<Token> tokens(const Sql &formula) {
-    std::vector<Token> all = Lexer(formula.text()).run();
+    std::vector<Token> all = Lexer(formula).run();
     for (const Sql::Piece &piece : formula.pieces())
         checkPiece(piece, formula.text(), all);
     return all;

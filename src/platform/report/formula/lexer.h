@@ -18,7 +18,8 @@ struct Token {
     std::size_t end = 0;
 };
 
-/// The tokens of a formula, an End last. FormulaError as parse() tells.
+/// The tokens of a formula, an End last. In a text between double quotes a foreign piece is what it says,
+/// quotes and all; between single quotes its quotes count, two for one. FormulaError as parse() tells.
 [[nodiscard]] std::vector<Token> tokens(const Sql &formula);
 
 } // namespace zel::report

@@ -266,14 +266,14 @@ QString nameOf(Kind kind) {
     return names.at(kind);
 }
 
-Error located(const FormulaError &error, const std::string &formula, const QString &what) {
+Error located(const FormulaError &error, std::string_view formula, const QString &what) {
     const std::size_t offset = std::min(error.offset(), formula.size());
     const std::size_t lineBegin = offset == 0 ? 0 : formula.rfind('\n', offset - 1) + 1;
     const std::size_t lineEnd = std::min(formula.find('\n', offset), formula.size());
     const auto line =
         std::count(formula.begin(), formula.begin() + static_cast<std::ptrdiff_t>(offset), '\n') + 1;
-    const QString shown = QString::fromStdString(formula.substr(lineBegin, lineEnd - lineBegin));
-    const auto column = QString::fromStdString(formula.substr(lineBegin, offset - lineBegin)).size();
+    const QString shown = QString::fromUtf8(formula.substr(lineBegin, lineEnd - lineBegin));
+    const auto column = QString::fromUtf8(formula.substr(lineBegin, offset - lineBegin)).size();
     return Error(error.number(), QStringLiteral("%1, line %2, column %3: %4\n%5\n%6^")
                                      .arg(what)
                                      .arg(line)

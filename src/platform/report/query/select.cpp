@@ -60,8 +60,7 @@ void divide(const ExpressionPtr &condition, const Definition &definition, Select
 
 Sql source(const TableDefinition &table) {
     const bool renamed = table.name.compare(table.source, Qt::CaseInsensitive) != 0;
-    const QString text = renamed ? table.source + QLatin1Char(' ') + table.name : table.name;
-    return Sql::trusted(text.toStdString());
+    return renamed ? Sql::name(table.source) + " " + Sql::name(table.name) : Sql::name(table.name);
 }
 
 Sql fromClause(const Definition &definition, const StatementWriter &writer) {
@@ -98,7 +97,7 @@ Sql orderClause(const Definition &definition, const StatementWriter &writer) {
         if (by->stage == Stage::Constant)
             return;
         const Sql key = writer.write(*by);
-        if (!seen.insert(key.text()).second)
+        if (!seen.emplace(key.text()).second)
             return;
         order += order.text().empty() ? " order by "_sql : ", "_sql;
         order += key;
@@ -122,7 +121,7 @@ Sql columnList(const Definition &definition, const StatementWriter &writer,
             from.name + QLatin1Char('_') + from.columns[static_cast<std::size_t>(index)].name;
         if (table != columns.front().first || index != columns.front().second)
             list += ", "_sql;
-        list += writer.column(table, index) + " as " + Sql::trusted(name.toStdString());
+        list += writer.column(table, index) + " as " + Sql::name(name);
     }
     if (columns.empty())
         list += "1 as Row"_sql;

@@ -1,6 +1,5 @@
 #include "platform/tsql/reading/failure.h"
 
-#include "platform/base/error.h"
 #include "platform/tsql/text/names.h"
 
 #include <algorithm>
@@ -48,8 +47,12 @@ std::string described(std::string_view source, std::size_t at, std::string_view 
     return text;
 }
 
+Failure::Failure(std::string_view source, std::size_t at, int number, std::string_view message)
+    : Error(number, described(source, at, message)), m_source(source), m_message(message),
+      m_at(std::min(at, source.size())) {}
+
 void fail(std::string_view source, std::size_t at, int number, std::string_view message) {
-    throw Error(number, described(source, at, message));
+    throw Failure(source, at, number, message);
 }
 
 } // namespace zel::tsql

@@ -48,17 +48,8 @@ private:
     void checkInText(const Piece &piece, const Token &token, std::size_t index) const {
         const std::size_t open = m_source[token.begin] == '\'' ? token.begin : token.begin + 1;
         const std::size_t close = token.end - 1;
-        if (piece.begin <= open || piece.end > close)
+        if (piece.begin <= open || piece.end > close || takesPairApart(piece, m_source, open, close))
             refuse(piece, index);
-        for (std::size_t i = m_source.find('\'', open + 1); i < close; i = m_source.find('\'', i + 2)) {
-            if (i >= piece.end)
-                break;
-            const bool firstInside = i >= piece.begin && i < piece.end;
-            const bool secondInside = i + 1 >= piece.begin && i + 1 < piece.end;
-            const bool parted = piece.begin == piece.end && i + 1 == piece.begin;
-            if (firstInside != secondInside || parted)
-                refuse(piece, index);
-        }
     }
 
     void checkBare(const Piece &piece, std::size_t index) const {
