@@ -1,96 +1,91 @@
-#include "vouchers/voucher.h"
+// The procedures of the voucher screen; its events stand in voucher_entry.cpp.
 
-#include "platform/base/error.h"
+#include "vouchers/voucher_screen.h"
+
 #include "platform/base/number_text.h"
+#include "platform/controls/button.h"
+#include "platform/controls/combo_box.h"
+#include "platform/controls/date_box.h"
 #include "platform/controls/focus.h"
 #include "platform/controls/msg_box.h"
+#include "platform/controls/text_box.h"
 #include "shell/entry_screen.h"
 #include "shell/module1.h"
-#include "ui_voucher.h"
+#include "shell/status_words.h"
 #include "vouchers/voucher_store.h"
 
-#include <QPointer>
-
-#include <map>
+#include <QLabel>
+#include <QTabWidget>
 
 namespace zel::vouchers {
 
-using controls::MsgBox;
+using controls::Button;
+using controls::DateBox;
 using controls::SetFocus;
-using controls::vbInformation;
+using controls::TextBox;
 using shell::gRs;
+using shell::named;
 
-namespace {
+VoucherScreen::VoucherScreen(const VoucherKind &kind) : m_kind(kind) {}
 
-constexpr int InvalidUseOfNull = 94;
+VoucherScreen::~VoucherScreen() = default;
 
-QString shownCell(const ReadColumn &column) {
-    const ado::Field field = gRs.Fields(column.field);
-    if (column.shown == Shown::TextOrBlank)
-        return field.text();
-    if (field.isNull())
-        throw Error(InvalidUseOfNull, QString("Invalid use of Null"));
-    return column.shown == Shown::Amount ? shownAmount(field.value().decimal()) : field.text();
-}
-
-} // namespace
-
-Voucher::Voucher(const VoucherKind &kind) : m_kind(kind), ui(std::make_unique<Ui::Voucher>()) {
-    ui->setupUi(this);
-    setObjectName(kind.form);
-    arrange();
+void VoucherScreen::connectControls() {
+    setObjectName(m_kind.form);
+    m_debit = {&named<TextBox>(*this, "txtDrAc"), &named<Button>(*this, "cmdSelectDr")};
+    m_credit = {&named<TextBox>(*this, "txtCrAc"), &named<Button>(*this, "cmdSelectCr")};
+    DTPicker = &named<DateBox>(*this, "DTPicker");
+    txtVoucher = &named<TextBox>(*this, "txtVoucher");
+    txtDRCR = &named<TextBox>(*this, "txtDRCR");
+    txtTotAmount = &named<TextBox>(*this, "txtTotAmount");
+    lblTotalAmount = &named<QLabel>(*this, "lblTotalAmount");
+    cmdSave = &named<Button>(*this, "cmdSave");
+    cmdDelete = &named<Button>(*this, "cmdDelete");
+    SSTab1 = &named<QTabWidget>(*this, "SSTab1");
+    mshSearch = &named<controls::Grid>(*this, "mshSearch");
+    DTPSearch = &named<DateBox>(*this, "DTPSearch");
+    m_emptiedByClearAll = shell::screenBoxes(*this, m_kind.emptiedByClearAll);
+    m_lines = std::make_unique<shell::LineGrid>(*this, m_kind.entry, [this](int row) { lineTakenBack(row); });
+    m_search = std::make_unique<shell::Search>(
+        searchOf(m_kind), shell::SearchControls{&named<controls::ComboBox>(*this, "cboSearch"),
+                                                &named<TextBox>(*this, "txtSearch"), mshSearch, DTPSearch,
+                                                &named<QLabel>(*this, "lblSearch")});
     connectEntry();
     connectSearch();
 }
 
-Voucher::~Voucher() = default;
-
-void Voucher::Form_Load() {
-    setGrid();
+void VoucherScreen::Form_Load() {
+    fillCombos();
+    m_lines->reset();
     FixAccount();
     SetMaxlength();
-    ui->DTPicker->setValue(QDate::currentDate());
-    ui->DTPSearch->setValue(QDate::currentDate());
-    ui->SSTab1->setCurrentIndex(0);
-    ui->cboSearch->addItems({"Voucher #", "Date", "Paid To"});
-    ui->cboSearch->setCurrentIndex(0);
-    ui->lblSearch->setText(ui->cboSearch->Text());
+    DTPicker->setValue(QDate::currentDate());
+    DTPSearch->setValue(QDate::currentDate());
+    SSTab1->setCurrentIndex(0);
+    m_search->load();
     SearchGrd();
     NewNo();
 }
 
-void Voucher::Form_Activate() {
-    if (shell::gFoundRowID > 0) {
+void VoucherScreen::Form_Activate() {
+    if (const auto found = shell::takeFoundAccount()) {
         const Side side = m_callerSlot == "DR"   ? Side::Debit
                           : m_callerSlot == "CR" ? Side::Credit
                                                  : Side::None;
-        if (side != Side::None) {
-            account(side).box->setText(shell::gFoundName);
-            account(side).box->setTag(QString::number(shell::gFoundRowID));
-        }
+        if (side != Side::None)
+            found->showIn(*account(side).box);
         moveFocus(side == Side::Debit ? m_kind.afterFoundDebit : m_kind.afterFoundCredit);
-        shell::gFoundName.clear();
-        shell::gFoundRowID = 0;
+        accountFound(side);
     }
     if (m_kind.emptiesFinderFilter)
         shell::gFindFilter.clear();
 }
 
-void Voucher::Form_Unload() {
+void VoucherScreen::Form_Unload() {
     shell::ApplyMenus();
 }
 
-void Voucher::setGrid() {
-    QList<controls::Grid::Column> columns;
-    for (const EntryColumn &column : m_kind.entry)
-        columns.append({column.heading, column.width,
-                        column.box == Box::Amount ? Qt::AlignRight | Qt::AlignVCenter : Qt::Alignment()});
-    ui->MshEntry->setRows(1);
-    ui->MshEntry->setCols(int(columns.size()));
-    ui->MshEntry->setColumns(columns);
-}
-
-void Voucher::FixAccount() {
+void VoucherScreen::FixAccount() {
     openSetting(m_kind);
     if (gRs.RecordCount() == 0)
         return;
@@ -99,7 +94,7 @@ void Voucher::FixAccount() {
     const QString status = gRs.Fields("AcStatus").text();
     if (status != "DR" && status != "CR")
         return;
-    const Account fixed = account(status == "DR" ? Side::Debit : Side::Credit);
+    const Account &fixed = account(status == "DR" ? Side::Debit : Side::Credit);
     fixed.box->setText(gRs.Fields("AcTitle").text());
     if (!gRs.Fields("AcTitle").isNull())
         fixed.box->setTag(gRs.Fields("AcCode").text());
@@ -108,142 +103,110 @@ void Voucher::FixAccount() {
     fixed.box->setEnabled(free);
 }
 
-void Voucher::SetMaxlength() {
+void VoucherScreen::SetMaxlength() {
+    const auto limit = [this](const char *box, const char *column) {
+        named<controls::TextField>(*this, box).setMaxTyped(gRs.Fields(column).DefinedSize());
+    };
     shell::OpenRs("Select * From MasJv Where 0=1");
-    ui->txtVoucher->setMaxTyped(gRs.Fields("VouNo").DefinedSize());
-    ui->txtPaidTo->setMaxTyped(gRs.Fields("PaidReceive").DefinedSize());
+    limit("txtVoucher", "VouNo");
+    limit("txtPaidTo", "PaidReceive");
     shell::OpenRs("Select * From DetJv Where 0=1");
-    ui->txtNaration->setMaxTyped(gRs.Fields("Naration").DefinedSize());
-    ui->txtChecque->setMaxTyped(gRs.Fields("ChecqNo").DefinedSize());
+    limit("txtNaration", "Naration");
+    limit("txtChecque", "ChecqNo");
 }
 
-void Voucher::NewNo() {
-    ui->txtVoucher->setText(nextNumber(m_kind, m_startVouNo));
+void VoucherScreen::NewNo() {
+    txtVoucher->setText(nextNumber(m_kind, m_startVouNo));
     m_newVoucher = true;
 }
 
-void Voucher::OpenVoucher() {
-    if (ui->txtVoucher->text().isEmpty())
-        return;
-    openHeader(m_kind, ui->txtVoucher->text());
+bool VoucherScreen::OpenVoucher() {
+    if (txtVoucher->text().isEmpty())
+        return false;
+    openHeader(m_kind, txtVoucher->text());
     if (gRs.RecordCount() == 0) {
-        MsgBox("Voucher not found!", vbInformation);
+        controls::MsgBox("Voucher not found!", controls::vbInformation);
         ClearAll();
-        SetFocus(ui->DTPicker);
-        return;
+        SetFocus(DTPicker);
+        return false;
     }
     gRs.MoveFirst();
-    ui->DTPicker->setValue(gRs.Fields("VouDate").value().date());
-    if (m_kind.readsHeaderCheque)
-        ui->txtChecque->setText(gRs.Fields("ChecqNo").text());
-    ui->txtPaidTo->setText(gRs.Fields("PaidReceive").text());
-    ui->txtPaidTo->home(false);
-    openLines(m_kind, ui->txtVoucher->text());
+    DTPicker->setValue(gRs.Fields("VouDate").value().date());
+    for (const HeaderShown &column : m_kind.headerShown)
+        showHeaderText(column, gRs.Fields(column.column).text());
+    openLines(m_kind, txtVoucher->text());
     const bool found = gRs.RecordCount() > 0;
     if (found)
         showLines();
-    ui->cmdDelete->setEnabled(found);
+    cmdDelete->setEnabled(found);
     totGrdAmount();
+    return true;
 }
 
-void Voucher::showLines() {
+QString VoucherScreen::headerText(const HeaderColumn &column) {
+    return named<controls::TextField>(*this, column.box).shownText();
+}
+
+void VoucherScreen::showHeaderText(const HeaderShown &column, const QString &text) {
+    TextBox &box = named<TextBox>(*this, column.box);
+    box.setText(text);
+    box.home(false);
+}
+
+void VoucherScreen::showLines() {
     gRs.MoveFirst();
     if (m_kind.firstRowBox != Side::None) {
-        controls::TextBox *box = account(m_kind.firstRowBox).box;
+        TextBox *box = account(m_kind.firstRowBox).box;
         box->setText(gRs.Fields(m_kind.firstRowText).text());
         box->setTag(gRs.Fields(m_kind.firstRowTag).text());
     }
-    setGrid();
-    for (; !gRs.atEnd(); gRs.MoveNext()) {
-        if (gRs.Fields(m_kind.keptWhenPositive).value().decimal() <= Decimal())
-            continue;
-        const int row = ui->MshEntry->Rows();
-        ui->MshEntry->setRows(row + 1);
-        for (int col = 0; col < int(m_kind.read.size()); ++col)
-            ui->MshEntry->setTextMatrix(row, col, shownCell(m_kind.read[std::size_t(col)]));
-    }
+    m_lines->reset();
+    for (; !gRs.atEnd(); gRs.MoveNext())
+        if (gRs.Fields(m_kind.keptWhenPositive).value().decimal() > Decimal())
+            m_lines->append(gRs, m_kind.read);
 }
 
-void Voucher::ClearAll() {
-    ui->txtVoucher->clear();
-    ui->txtChecque->clear();
-    ui->txtPaidTo->clear();
-    emptyAccounts(m_kind.emptiedByClearAll);
-    ui->txtDRCR->clear();
-    ui->txtNaration->clear();
-    ui->txtBill->clear();
-    ui->txtGrdRow->clear();
-    setGrid();
+void VoucherScreen::ClearAll() {
+    shell::setUnderWay(*this, {});
+    shell::empty(m_emptiedByClearAll);
+    cleared();
+    m_lines->reset();
     totGrdAmount();
     NewNo();
 }
 
-void Voucher::SearchGrd() {
-    static const QList<controls::Grid::Column> columns = {
-        {"Voucher # ", 2000}, {"Voucher Date", 2000}, {"Paid To", 5000}, {"Amount", 2000}, {"Multi", 1000}};
-    const QString criterion = ui->cboSearch->Text();
-    openSearch(m_kind,
-               criterion == "Date"      ? Criterion::Date
-               : criterion == "Paid To" ? Criterion::PaidTo
-                                        : Criterion::Number,
-               ui->txtSearch->text(), ui->DTPSearch->Value());
-    shell::fillGrid(*ui->mshSearch, gRs, columns);
+void VoucherScreen::SearchGrd() {
+    m_search->run();
 }
 
-void Voucher::totGrdAmount() {
-    ui->lblTotalAmount->setText("Total Amount : " + storedAmount(Decimal()));
-    if (ui->MshEntry->Rows() <= 1)
+void VoucherScreen::totGrdAmount() {
+    lblTotalAmount->setText("Total Amount : " + storedAmount(Decimal()));
+    if (m_lines->isEmpty())
         return;
-    const int amount = columnOf(m_kind, Box::Amount);
-    Decimal total;
-    for (int row = 1; row < ui->MshEntry->Rows(); ++row) {
-        if (!ui->MshEntry->TextMatrix(row, 0).isEmpty())
-            total += leadingNumber(format(ui->MshEntry->TextMatrix(row, amount), "###0.00"));
-    }
-    ui->lblTotalAmount->setText("Total Amount : " + shownAmount(total));
-    ui->txtTotAmount->setText(storedAmount(total));
+    const Decimal total = m_lines->total(amountColumn(m_kind));
+    lblTotalAmount->setText("Total Amount : " + shownAmount(total));
+    txtTotAmount->setText(storedAmount(total));
 }
 
-Voucher::Account Voucher::account(Side side) const {
-    return side == Side::Debit ? Account{ui->txtDrAc, ui->cmdSelectDr}
-                               : Account{ui->txtCrAc, ui->cmdSelectCr};
+const VoucherScreen::Account &VoucherScreen::account(Side side) const {
+    return side == Side::Debit ? m_debit : m_credit;
 }
 
-void Voucher::emptyAccounts(Sides sides) {
-    for (const Side side : {Side::Debit, Side::Credit}) {
-        if (side == Side::Debit ? sides.debit : sides.credit) {
-            account(side).box->clear();
-            account(side).box->setTag({});
-        }
-    }
-}
-
-void Voucher::moveFocus(Focus focus) {
+void VoucherScreen::moveFocus(Focus focus) {
     switch (focus) {
     case Focus::Stays:
         return;
     case Focus::SelectDr:
-        return SetFocus(ui->cmdSelectDr);
+        return SetFocus(m_debit.select);
     case Focus::SelectCr:
-        return SetFocus(ui->cmdSelectCr);
+        return SetFocus(m_credit.select);
     case Focus::Amount:
-        return SetFocus(ui->txtDRCR);
+        return SetFocus(txtDRCR);
     }
 }
 
-void showVoucher(const VoucherKind &kind) {
-    static std::map<const VoucherKind *, QPointer<Voucher>> references;
-    QPointer<Voucher> &voucher = references[&kind];
-    if (!voucher || voucher->isUnloaded())
-        voucher = new Voucher(kind);
-    voucher->Show();
-}
-
-shell::Screens voucherScreens() {
-    shell::Screens screens;
-    for (const VoucherKind &kind : voucherKinds())
-        screens[kind.menu] = [&kind] { showVoucher(kind); };
-    return screens;
+QString VoucherScreen::shownName() const {
+    return QString(m_kind.code) + " " + txtVoucher->text();
 }
 
 } // namespace zel::vouchers
