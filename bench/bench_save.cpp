@@ -68,8 +68,10 @@ void fill(zel::controls::Grid &grid, const VoucherKind &kind) {
 void saveVoucher(const VoucherKind &kind, const VoucherLines &lines, bool numbered) {
     static std::int64_t own = 10'000'000;
     zel::ado::Transaction whole(zel::shell::gCon);
-    const VoucherHeader header{numbered ? nextNumber(kind, 1) : QString::number(++own), QDate(2025, 12, 1),
-                               "PAYEE", *zel::Decimal::parse("3751.5")};
+    const VoucherHeader header{numbered ? nextNumber(kind, 1) : QString::number(++own),
+                               QDate(2025, 12, 1),
+                               {"PAYEE"},
+                               *zel::Decimal::parse("3751.5")};
     writeHeader(kind, header, true);
     replaceLines(kind, header, lines);
     whole.commit();

@@ -5,6 +5,7 @@
 #include "platform/controls/focus.h"
 #include "platform/controls/look.h"
 #include "platform/controls/msg_box.h"
+#include "shell/entry_screen.h"
 #include "shell/module1.h"
 
 #include "ui_frmAcSetting.h"
@@ -69,6 +70,7 @@ frmAcSetting::frmAcSetting() : ui(std::make_unique<Ui::frmAcSetting>()) {
                 clearSide(*clearing.side);
         });
     }
+    saveByKey(*this, *ui->cmdSave);
     connect(ui->cmdSave, &controls::Button::clicked, this, &frmAcSetting::cmdSave_Click);
     connect(ui->cmdClear, &controls::Button::clicked, this, &frmAcSetting::cmdClear_Click);
     connect(ui->cmdExit, &controls::Button::clicked, this, &frmAcSetting::cmdExit_Click);
@@ -81,16 +83,15 @@ void frmAcSetting::Form_Load() {
 }
 
 void frmAcSetting::Form_Activate() {
-    if (gFoundRowID <= 0)
+    const auto found = takeFoundAccount();
+    if (!found)
         return;
     for (const Finding &finding : m_tables->findings) {
         if (finding.slot != CallerSlot)
             continue;
-        setAccount(*finding.box, gFoundName, QString::number(gFoundRowID));
+        found->showIn(*finding.box);
         controls::SetFocus(finding.button);
     }
-    gFoundName.clear();
-    gFoundRowID = 0;
 }
 
 void frmAcSetting::Form_Unload() {

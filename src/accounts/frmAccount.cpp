@@ -71,6 +71,7 @@ void frmAccount::connectEvents() {
     connect(ui->txtFindAC, &controls::TextBox::changed, this, &frmAccount::FillGrid);
     connect(ui->mshSearch, &controls::Grid::rowDoubleClicked, this, &frmAccount::mshSearch_DblClick);
     connect(ui->cmdCreateAc, &controls::Button::clicked, this, &frmAccount::cmdCreateAc_Click);
+    onKey(*this, Qt::Key_F9, [this] { return isSaveOffered() ? ui->cmdCreateAc : nullptr; });
     connect(ui->cmdCancel, &controls::Button::clicked, this, &frmAccount::cmdCancel_Click);
     connect(ui->Command3, &controls::Button::clicked, this, &frmAccount::Command3_Click);
     connect(ui->cmdPrint, &controls::Button::clicked, this, &frmAccount::cmdPrint_Click);
@@ -179,6 +180,9 @@ void frmAccount::ClearAll() {
 void frmAccount::offer(const char *caption) {
     ui->cmdCreateAc->setText(caption);
     ui->cmdCreateAc->setIcon(controls::icon(isSaveOffered() ? "save" : "new"));
+    ui->cmdCreateAc->setToolTip(QString());
+    if (isSaveOffered())
+        tellKey(*ui->cmdCreateAc, Qt::Key_F9);
 }
 
 bool frmAccount::isSaveOffered() const {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "institute/master_screen.h"
+#include "shell/master_screen.h"
 
 #include <memory>
 
@@ -11,7 +11,7 @@ class frmSession;
 }
 
 /// Teaching sessions.
-class frmSession : public MasterScreen {
+class frmSession : public shell::MasterScreen {
     Q_OBJECT
 public:
     inline static controls::FormReference<frmSession> reference;

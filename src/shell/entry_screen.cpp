@@ -1,21 +1,34 @@
 #include "shell/entry_screen.h"
 
-#include "platform/controls/combo_box.h"
-#include "platform/controls/focus.h"
+#include "platform/controls/data_combo.h"
 #include "platform/controls/text_box.h"
+#include "shell/module1.h"
+
+#include <QAbstractButton>
+#include <QShortcut>
 
 #include <utility>
 
 namespace zel::shell {
+
+namespace {
+
+RowsPtr rowsOf(const Sql &source) {
+    ado::Recordset own;
+    own.Open(source, gCon, ado::adOpenKeyset, ado::adLockOptimistic, ado::adCmdText);
+    return own.rows();
+}
+
+} // namespace
 
 void ClearAll(QWidget &form, const QString &tag) {
     for (controls::TextField *box : controls::textFields(&form, tag))
         box->setShownText(QString());
 }
 
-void saveTagged(const QWidget &form, ado::Recordset &row, const QString &except, const QString &tag) {
+void saveTagged(const QWidget &form, ado::Recordset &row, const QStringList &except, const QString &tag) {
     for (controls::TextField *box : controls::textFields(&form, tag)) {
-        if (box->widget()->objectName() == except)
+        if (except.contains(box->widget()->objectName()))
             continue;
         const QString text = box->shownText();
         row.Fields(box->DataField()) = text.isEmpty() ? Value(Null()) : Value(text);
@@ -28,9 +41,13 @@ void loadTagged(QWidget &form, ado::Recordset &row, const QString &except, const
             box->setShownText(row.Fields(box->DataField()).text());
 }
 
-void limitTagged(QWidget &form, ado::Recordset &columns, const QString &tag) {
-    for (controls::TextField *box : controls::textFields(&form, tag))
-        box->setMaxTyped(columns.Fields(box->DataField()).DefinedSize());
+void limitTagged(QWidget &form, ado::Recordset &columns, TypingLimit limit, const QString &tag) {
+    if (limit == TypingLimit::None)
+        return;
+    for (controls::TextField *box : controls::textFields(&form, tag)) {
+        const ado::Field field = columns.Fields(box->DataField());
+        box->setMaxTyped(limit == TypingLimit::Precision ? field.Precision() : field.DefinedSize());
+    }
 }
 
 void fillGrid(controls::Grid &grid, const ado::Recordset &rows,
@@ -47,16 +64,57 @@ void fillGrid(controls::Grid &grid, const ado::Recordset &rows,
     grid.setColumns(columns);
 }
 
-void wireSearch(controls::TextBox &value, controls::ComboBox &criterion, controls::Grid &list,
-                std::function<void(const QString &criterion)> search) {
-    QObject::connect(&value, &controls::TextBox::changed, &list,
-                     [&criterion, search = std::move(search)] { search(criterion.Text()); });
-    QObject::connect(&value, &controls::TextBox::upOrDown, &list, [&list] { controls::SetFocus(&list); });
+void onKey(QWidget &screen, const QKeySequence &key, std::function<QWidget *()> target) {
+    auto *shortcut = new QShortcut(key, &screen);
+    shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+    QObject::connect(shortcut, &QShortcut::activated, &screen, [target = std::move(target)] {
+        QWidget *control = target();
+        if (!control || !control->isEnabled() || !control->isVisible())
+            return;
+        // Like a button's own key: the box that is left takes what was typed into it.
+        control->setFocus(Qt::ShortcutFocusReason);
+        if (auto *button = qobject_cast<QAbstractButton *>(control))
+            button->click();
+    });
 }
 
-void wireChoice(controls::Grid &list, std::function<void()> choose) {
-    QObject::connect(&list, &controls::Grid::rowDoubleClicked, &list, choose);
-    QObject::connect(&list, &controls::Grid::enterPressed, &list, choose);
+void tellKey(QWidget &control, const QKeySequence &key) {
+    const auto *button = qobject_cast<QAbstractButton *>(&control);
+    const QString name = button ? button->text().remove('&') : control.accessibleName();
+    control.setToolTip(name + " (" + key.toString() + ")");
+}
+
+void onKey(QWidget &screen, const QKeySequence &key, QWidget &control) {
+    onKey(screen, key, [&control] { return &control; });
+    tellKey(control, key);
+}
+
+void saveByKey(QWidget &screen, QAbstractButton &save) {
+    onKey(screen, Qt::Key_F9, save);
+}
+
+void bindCombo(controls::DataCombo &combo, const Sql &source, const char *listField, const char *boundColumn,
+               Picked picked) {
+    combo.setRowSource(rowsOf(source));
+    combo.setListField(listField);
+    combo.setBoundColumn(boundColumn);
+    if (picked != Picked::None)
+        combo.setCurrentIndex(picked == Picked::First ? 0 : combo.count() - 1);
+}
+
+void refillCombo(controls::DataCombo &combo, const Sql &source) {
+    combo.ReFill(rowsOf(source));
+}
+
+void FoundAccount::showIn(controls::TextBox &box) const {
+    box.setText(name);
+    box.setTag(QString::number(rowID));
+}
+
+std::optional<FoundAccount> takeFoundAccount() {
+    if (gFoundRowID <= 0)
+        return std::nullopt;
+    return FoundAccount{std::exchange(gFoundRowID, 0), std::exchange(gFoundName, {})};
 }
 
 } // namespace zel::shell

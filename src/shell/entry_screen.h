@@ -6,41 +6,68 @@
 #include <QString>
 
 #include <functional>
+#include <optional>
 
+class QAbstractButton;
+class QKeySequence;
 class QWidget;
 
 namespace zel::controls {
-class ComboBox;
+class DataCombo;
 class TextBox;
 } // namespace zel::controls
 
-/// What the entry screens share: the walk over the tagged boxes, the filling of the list, the search keys.
+/// What the entry screens share: the walk over the tagged boxes, the filling of lists and combos, the keys
+/// that press a button, the account that the finder hands over.
 /// A tagged box names its column in DataField.
 namespace zel::shell {
 
 /// Empties the tagged boxes; combos and grids stay as they are.
 void ClearAll(QWidget &form, const QString &tag = "M");
 
-/// Each tagged box but the one named `except` gives its text to its field, an empty text as Null.
-void saveTagged(const QWidget &form, ado::Recordset &row, const QString &except = {},
+/// Each tagged box but those named `except` gives its text to its field, an empty text as Null.
+void saveTagged(const QWidget &form, ado::Recordset &row, const QStringList &except = {},
                 const QString &tag = "M");
 
 /// Each tagged box but the one named `except` shows its field of the current row, Null as ''.
 void loadTagged(QWidget &form, ado::Recordset &row, const QString &except = {}, const QString &tag = "M");
 
-/// The tagged boxes take no longer typing than their columns hold.
-void limitTagged(QWidget &form, ado::Recordset &columns, const QString &tag = "M");
+/// How long a text the tagged boxes take: any, what the column defines, or the column's precision.
+enum class TypingLimit { None, DefinedSize, Precision };
+void limitTagged(QWidget &form, ado::Recordset &columns, TypingLimit limit, const QString &tag = "M");
 
 /// The filling of a list from rows just opened: without a row the grid is unbound, cleared and left with two
 /// rows, headings gone; else it is bound without redrawing and gets its headings.
 void fillGrid(controls::Grid &grid, const ado::Recordset &rows, const QList<controls::Grid::Column> &columns);
 
-/// The search tab's keys: a change of the value searches with the criterion shown, Up and Down go into the
-/// list. Upper case, Enter and the criterion's lock are the controls' own (keys = Upper, ComboBox).
-void wireSearch(controls::TextBox &value, controls::ComboBox &criterion, controls::Grid &list,
-                std::function<void(const QString &criterion)> search);
+/// On that screen the key gives the focus to the control that `target` names, and clicks a button. Nothing
+/// happens while the control is null, disabled or out of sight.
+void onKey(QWidget &screen, const QKeySequence &key, std::function<QWidget *()> target);
+/// The tooltip: what the control is for, and its key.
+void tellKey(QWidget &control, const QKeySequence &key);
+/// Both, for the one control.
+void onKey(QWidget &screen, const QKeySequence &key, QWidget &control);
 
-/// A double click on the list, or Enter on it, runs `choose`.
-void wireChoice(controls::Grid &list, std::function<void()> choose);
+/// F9 does what the screen's Save does.
+void saveByKey(QWidget &screen, QAbstractButton &save);
+
+/// The row that a list picks when it is bound: none, its first, its last.
+enum class Picked { None, First, Last };
+
+/// The combo lists the rows of the statement, which are its own: it shows one column and holds another.
+void bindCombo(controls::DataCombo &combo, const Sql &source, const char *listField, const char *boundColumn,
+               Picked picked = Picked::None);
+/// Reads the list anew, keeping the pick.
+void refillCombo(controls::DataCombo &combo, const Sql &source);
+
+/// The account that the finder has handed over.
+struct FoundAccount {
+    int rowID;
+    QString name;
+    /// The name as the box's text, the RowID as its Tag.
+    void showIn(controls::TextBox &box) const;
+};
+/// Takes it, so that it is taken once; none when no account waits.
+[[nodiscard]] std::optional<FoundAccount> takeFoundAccount();
 
 } // namespace zel::shell

@@ -2,6 +2,7 @@
 #include "ui_frmSecMenus.h"
 
 #include "platform/controls/look.h"
+#include "shell/entry_screen.h"
 #include "shell/module1.h"
 
 #include <QStyle>
@@ -37,6 +38,7 @@ frmSecMenus::frmSecMenus() : ui(std::make_unique<Ui::frmSecMenus>()) {
         m_boxes[i] = box;
         connect(box, &QCheckBox::toggled, this, [box](bool ticked) { setBold(*box, ticked); });
     }
+    saveByKey(*this, *ui->cmdSave);
     connect(ui->cmdSave, &QAbstractButton::clicked, this, &frmSecMenus::cmdSave_Click);
     connect(ui->Command1, &QAbstractButton::clicked, this, &frmSecMenus::Command1_Click);
 }

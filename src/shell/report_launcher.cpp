@@ -19,6 +19,9 @@ void ReportLauncher::prepare(const ReportSettings &settings) {
     report::Table &table = m_report->Database().Tables().Item(1);
     table.ConnectionProperties("User ID").Value = fixed ? QString("sa") : gUserName;
     table.ConnectionProperties("Password").Value = fixed ? QString() : gPassword;
+    int place = 0;
+    for (const Value &value : settings.parameters)
+        m_report->ParameterFields(++place).CurrentValue = value;
     m_report->EnableParameterPrompting = settings.prompting;
     if (settings.selection)
         m_report->RecordSelectionFormula = *settings.selection;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/base/sql.h"
+#include "platform/base/value.h"
 
 #include <QString>
 
@@ -31,6 +32,8 @@ struct ReportSettings {
     Logon logon = Logon::User;
     /// Without prompting a parameter that has no value is Null.
     bool prompting = true;
+    /// The values of the first parameters, in the definition's order.
+    std::vector<Value> parameters;
     /// The record selection formula; none leaves the definition's own.
     std::optional<Sql> selection;
     std::vector<Formula> formulas;
@@ -50,7 +53,8 @@ public:
     /// Opens the definition of that name beside the executable ("rptBP.rpt", "Wrd_Report/rpt_User_Name.rpt").
     /// Error 53 when there is none.
     void OpenReport(const QString &file);
-    /// Logon, prompting, selection, formula fields, sub-reports, in this order, on the report opened last.
+    /// Logon, parameters, prompting, selection, formula fields, sub-reports, in this order, on the report
+    /// opened last.
     void prepare(const ReportSettings &settings);
     /// Shows the report in frmVeiwer, in place of the one before.
     void view();

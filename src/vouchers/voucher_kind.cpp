@@ -9,37 +9,109 @@
 namespace zel::vouchers {
 namespace {
 
-constexpr EntryColumn PairEntry[] = {
-    {"", 0, Box::DebitTag},
-    {"Account Debit:", 4000, Box::DebitText},
-    {"Account Credit:", 4000, Box::CreditText},
-    {"Amount:", 1900, Box::Amount},
-    {"Checque No. :", 1900, Box::Cheque},
-    {"Naration:", 4000, Box::Naration},
-    {"CrAcCode:", 0, Box::CreditTag},
-    {"File No:", 1200, Box::File},
-    {"Bill No:", 1200, Box::Bill},
+using shell::Box;
+using shell::LineColumn;
+using shell::Part;
+using shell::Picture;
+using shell::ReadColumn;
+using shell::Searched;
+using shell::Shown;
+
+constexpr Box DebitTag{"txtDrAc", Part::Tag};
+constexpr Box DebitText{"txtDrAc"};
+constexpr Box CreditTag{"txtCrAc", Part::Tag};
+constexpr Box CreditText{"txtCrAc"};
+constexpr Box Amount{"txtDRCR"};
+constexpr Box Cheque{"txtChecque"};
+constexpr Box Naration{"txtNaration"};
+constexpr Box File{"txtFile"};
+constexpr Box Bill{"txtBill"};
+
+constexpr LineColumn PairEntry[] = {
+    {"", 0, DebitTag},
+    {"Account Debit:", 4000, DebitText},
+    {"Account Credit:", 4000, CreditText},
+    {"Amount:", 1900, Amount, Picture::Amount},
+    {"Checque No. :", 1900, Cheque},
+    {"Naration:", 4000, Naration},
+    {"CrAcCode:", 0, CreditTag},
+    {"File No:", 1200, File},
+    {"Bill No:", 1200, Bill},
 };
 
-constexpr EntryColumn CashPaymentEntry[] = {
-    {"", 0, Box::DebitTag},
-    {"Account Title:", 5000, Box::DebitText},
-    {"Debit:", 1900, Box::Amount},
-    {"Checque No. :", 1900, Box::Cheque},
-    {"Naration:", 5000, Box::Naration},
-    {"File No:", 1200, Box::File},
-    {"Bill No:", 1200, Box::Bill},
+constexpr LineColumn CashPaymentEntry[] = {
+    {"", 0, DebitTag},
+    {"Account Title:", 5000, DebitText},
+    {"Debit:", 1900, Amount, Picture::Amount},
+    {"Checque No. :", 1900, Cheque},
+    {"Naration:", 5000, Naration},
+    {"File No:", 1200, File},
+    {"Bill No:", 1200, Bill},
 };
 
-constexpr EntryColumn CashReceiveEntry[] = {
-    {"", 0, Box::CreditTag},
-    {"Account Title:", 5000, Box::CreditText},
-    {"Credit:", 1900, Box::Amount},
-    {"Checque No. :", 1900, Box::Cheque},
-    {"Naration:", 5000, Box::Naration},
-    {"File No:", 1200, Box::File},
-    {"Bill No:", 1200, Box::Bill},
+constexpr LineColumn CashReceiveEntry[] = {
+    {"", 0, CreditTag},
+    {"Account Title:", 5000, CreditText},
+    {"Credit:", 1900, Amount, Picture::Amount},
+    {"Checque No. :", 1900, Cheque},
+    {"Naration:", 5000, Naration},
+    {"File No:", 1200, File},
+    {"Bill No:", 1200, Bill},
 };
+
+constexpr Box EmptiedWithDebit[] = {DebitText, DebitTag, Amount, Cheque, Bill, File};
+constexpr Box EmptiedWithCredit[] = {CreditText, CreditTag, Amount, Cheque, Bill, File};
+constexpr Box EmptiedAlone[] = {Amount, Cheque, Bill, File};
+
+constexpr Box RemovedWithDebit[] = {DebitText, DebitTag, Amount, Naration};
+constexpr Box RemovedWithCredit[] = {CreditText, CreditTag, Amount, Naration};
+
+constexpr Box Voucher{"txtVoucher"};
+constexpr Box PaidTo{"txtPaidTo"};
+constexpr Box GridRow{"txtGrdRow"};
+constexpr Box ClearedWithBoth[] = {Voucher,   Cheque, PaidTo,   DebitText, DebitTag, CreditText,
+                                   CreditTag, Amount, Naration, Bill,      GridRow};
+constexpr Box ClearedWithDebit[] = {Voucher, Cheque,   PaidTo, DebitText, DebitTag,
+                                    Amount,  Naration, Bill,   GridRow};
+constexpr Box ClearedWithCredit[] = {Voucher, Cheque,   PaidTo, CreditText, CreditTag,
+                                     Amount,  Naration, Bill,   GridRow};
+
+/// The lines of a kind in the grid and boxes that all five have.
+constexpr shell::LineTable linesOf(std::span<const LineColumn> columns, std::span<const Box> emptiedByAdd,
+                                   std::span<const Box> emptiedByRemove) {
+    return {.grid = "MshEntry",
+            .rowUnderEdit = "txtGrdRow",
+            .columns = columns,
+            .emptiedByAdd = emptiedByAdd,
+            .emptiedByRemove = emptiedByRemove};
+}
+
+constexpr HeaderColumn Header[] = {
+    {"VouDate", HeaderFrom::Date},   {"PaidReceive", HeaderFrom::Text, "txtPaidTo"},
+    {"VouStatus", HeaderFrom::Kind}, {"TotalAmount", HeaderFrom::Total},
+    {"Login", HeaderFrom::User},
+};
+constexpr HeaderShown ShownPaidTo[] = {{"PaidReceive", "txtPaidTo"}};
+constexpr HeaderShown ShownChequeAndPaidTo[] = {{"ChecqNo", "txtChecque"}, {"PaidReceive", "txtPaidTo"}};
+
+constexpr VoucherSearch::Criterion Criteria[] = {
+    {"Voucher #", "convert(varchar(8),VouNo) Like '%", "%' order by VouNo desc"},
+    {"Date", "VouDate = '", "' order by VouNo desc", Searched::Date},
+    {"Paid To", "PaidReceive Like '%", "%' order by VouNo desc"},
+};
+constexpr VoucherSearch::Column Found[] = {
+    {"Voucher # ", 2000}, {"Voucher Date", 2000}, {"Paid To", 5000}, {"Amount", 2000}, {"Multi", 1000}};
+constexpr VoucherSearch Search{
+    .list =
+        "Select VouNo,right('0' + rtrim(day(VouDate)),2) + '-' + right('0' + rtrim(month(VouDate)),2) + '-' "
+        "+ rtrim(year(VouDate)) as VouDate,PaidReceive,TotalAmount,Multi=case When (select count(vouno) from "
+        "detjv where voustatus='",
+    .from = "' and vouno=a.vouno and DrAmt>0) > 1 then 'M' end  From MasJv a  Where VouStatus='",
+    .criteria = Criteria,
+    .columns = Found,
+};
+
+constexpr Literal Printed = "' and {Company.comActive} = 'Y'";
 
 constexpr Posted PairDebit[] = {
     {"VouNo", From::Number},         {"EntryNo", From::GridRow}, {"AcCode", From::Cell, 0},
@@ -112,184 +184,141 @@ constexpr ReadColumn CashReceiveRead[] = {
 constexpr VoucherKind Kinds[] = {
     {
         .code = "BP",
+        .setting = "BP",
         .form = "frmBP",
         .menu = "mnuBPVouc",
         .report = "rptBP.rpt",
+        .printed = Printed,
         .caption = "Bank Payment Voucher",
         .paidToLabel = "Paid To :",
-        .fileBeforeBill = false,
-        .amountTurnsYellow = false,
-        .statusHandsFocusOn = true,
         .bankSide = Side::Credit,
-        .emptiesFinderFilter = true,
-        .afterFoundDebit = Focus::Amount,
-        .afterFoundCredit = Focus::Amount,
-        .entry = PairEntry,
+        .entry = linesOf(PairEntry, EmptiedWithDebit, RemovedWithDebit),
         .afterNoDebit = Focus::SelectDr,
         .afterNoCredit = Focus::SelectCr,
-        .afterSameAccount = Focus::Stays,
-        .emptiedByAdd = {.debit = true, .credit = false},
-        .emptiedByRemove = {.debit = true, .credit = false},
-        .emptiedByClearAll = {.debit = true, .credit = true},
+        .emptiedByClearAll = ClearedWithBoth,
+        .header = Header,
+        .headerShown = ShownPaidTo,
         .lines = PairLines,
-        .summary = {},
         .readLines = "Select AcCode,CrAc,AcNames=(Select AcName From Accounts Where RowId = AcCode),"
                      "CrName=(Select AcName From Accounts Where RowId = CrAc),DrAmt,CrAmt,checqno,Naration,"
                      "FileNo,BillNo From DetJv Where VouNo = ",
         .readLinesTail = " And VouStatus = 'BP' and DrAmt>0 Order By EntryNo ",
         .keptWhenPositive = "DrAmt",
-        .readsHeaderCheque = false,
         .firstRowBox = Side::Credit,
         .firstRowText = "CrName",
         .firstRowTag = "CrAc",
         .read = PairRead,
+        .search = &Search,
     },
     {
         .code = "BR",
+        .setting = "BR",
         .form = "frmBR",
         .menu = "mnuBRVouc",
         .report = "rptBR.rpt",
+        .printed = Printed,
         .caption = "Bank Receive Voucher",
         .paidToLabel = "Receive From :",
-        .fileBeforeBill = false,
-        .amountTurnsYellow = false,
-        .statusHandsFocusOn = true,
         .bankSide = Side::Debit,
-        .emptiesFinderFilter = true,
-        .afterFoundDebit = Focus::Amount,
-        .afterFoundCredit = Focus::Amount,
-        .entry = PairEntry,
+        .entry = linesOf(PairEntry, EmptiedWithCredit, RemovedWithDebit),
         .afterNoDebit = Focus::SelectDr,
         .afterNoCredit = Focus::SelectCr,
-        .afterSameAccount = Focus::Stays,
-        .emptiedByAdd = {.debit = false, .credit = true},
-        .emptiedByRemove = {.debit = true, .credit = false},
-        .emptiedByClearAll = {.debit = true, .credit = true},
+        .emptiedByClearAll = ClearedWithBoth,
+        .header = Header,
+        .headerShown = ShownChequeAndPaidTo,
         .lines = PairLines,
-        .summary = {},
         .readLines = "Select AcCode,CrAc,AcNames=(Select AcName From Accounts Where RowId = CrAc),"
                      "CrName=(Select AcName From Accounts Where RowId = AcCode),DrAmt,CrAmt,ChecqNo,Naration,"
                      "FileNo,BillNo From DetJv Where VouNo = ",
         .readLinesTail = " And VouStatus = 'BR' and CrAmt>0 Order By EntryNo ",
         .keptWhenPositive = "CrAmt",
-        .readsHeaderCheque = true,
         .firstRowBox = Side::Debit,
         .firstRowText = "AcNames",
         .firstRowTag = "CrAc",
         .read = BankReceiveRead,
+        .search = &Search,
     },
     {
         .code = "CP",
+        .setting = "CP",
         .form = "frmCP",
         .menu = "mnuCPVou",
         .report = "rptCP.rpt",
+        .printed = Printed,
         .caption = "Cash Payment Voucher",
         .paidToLabel = "Paid To :",
-        .fileBeforeBill = false,
-        .amountTurnsYellow = false,
         .statusHandsFocusOn = false,
-        .bankSide = Side::None,
         .emptiesFinderFilter = false,
-        .afterFoundDebit = Focus::Amount,
-        .afterFoundCredit = Focus::Amount,
-        .entry = CashPaymentEntry,
+        .entry = linesOf(CashPaymentEntry, EmptiedWithDebit, RemovedWithDebit),
         .afterNoDebit = Focus::SelectDr,
         .afterNoCredit = Focus::Stays,
-        .afterSameAccount = Focus::Stays,
-        .emptiedByAdd = {.debit = true, .credit = false},
-        .emptiedByRemove = {.debit = true, .credit = false},
-        .emptiedByClearAll = {.debit = true, .credit = false},
+        .emptiedByClearAll = ClearedWithDebit,
+        .header = Header,
+        .headerShown = ShownPaidTo,
         .lines = CashPaymentLines,
         .summary = CashPaymentSummary,
         .readLines = "Select AcCode,AcNames=(Select AcName From Accounts Where RowId = AcCode),DrAmt,CrAmt,"
                      "ChecqNo,Naration,BillNo,FileNo From DetJv Where VouNo = ",
         .readLinesTail = " And VouStatus = 'CP' Order By EntryNo ",
         .keptWhenPositive = "DrAmt",
-        .readsHeaderCheque = false,
-        .firstRowBox = Side::None,
-        .firstRowText = nullptr,
-        .firstRowTag = nullptr,
         .read = CashPaymentRead,
+        .search = &Search,
     },
     {
         .code = "CR",
+        .setting = "CR",
         .form = "frmCR",
         .menu = "mnuCRVou",
         .report = "rptCR.rpt",
+        .printed = Printed,
         .caption = "Cash Receive Voucher",
         .paidToLabel = "Receive From :",
-        .fileBeforeBill = false,
-        .amountTurnsYellow = false,
-        .statusHandsFocusOn = true,
-        .bankSide = Side::None,
         .emptiesFinderFilter = false,
-        .afterFoundDebit = Focus::Amount,
-        .afterFoundCredit = Focus::Amount,
-        .entry = CashReceiveEntry,
+        .entry = linesOf(CashReceiveEntry, EmptiedWithCredit, RemovedWithCredit),
         .afterNoDebit = Focus::Stays,
         .afterNoCredit = Focus::SelectCr,
-        .afterSameAccount = Focus::Stays,
-        .emptiedByAdd = {.debit = false, .credit = true},
-        .emptiedByRemove = {.debit = false, .credit = true},
-        .emptiedByClearAll = {.debit = false, .credit = true},
+        .emptiedByClearAll = ClearedWithCredit,
+        .header = Header,
+        .headerShown = ShownPaidTo,
         .lines = CashReceiveLines,
         .summary = CashReceiveSummary,
         .readLines = "Select AcCode,AcNames=(Select AcName From Accounts Where RowId = AcCode),DrAmt,CrAmt,"
                      "ChecqNo,Naration,FileNo,BillNo From DetJv Where VouNo = ",
         .readLinesTail = " And VouStatus = 'CR' Order By EntryNo ",
         .keptWhenPositive = "CrAmt",
-        .readsHeaderCheque = false,
-        .firstRowBox = Side::None,
-        .firstRowText = nullptr,
-        .firstRowTag = nullptr,
         .read = CashReceiveRead,
+        .search = &Search,
     },
     {
         .code = "JV",
+        .setting = "JV",
         .form = "frmJV",
         .menu = "mnuJVVouc",
         .report = "rptJV.rpt",
+        .printed = Printed,
         .caption = "Journal Voucher",
         .paidToLabel = "Paid To :",
         .fileBeforeBill = true,
         .amountTurnsYellow = true,
-        .statusHandsFocusOn = true,
-        .bankSide = Side::None,
-        .emptiesFinderFilter = true,
         .afterFoundDebit = Focus::SelectCr,
-        .afterFoundCredit = Focus::Amount,
-        .entry = PairEntry,
+        .entry = linesOf(PairEntry, EmptiedAlone, RemovedWithDebit),
         .afterNoDebit = Focus::SelectDr,
         .afterNoCredit = Focus::SelectCr,
         .afterSameAccount = Focus::SelectDr,
-        .emptiedByAdd = {.debit = false, .credit = false},
-        .emptiedByRemove = {.debit = true, .credit = false},
-        .emptiedByClearAll = {.debit = true, .credit = true},
+        .emptiedByClearAll = ClearedWithBoth,
+        .header = Header,
+        .headerShown = ShownPaidTo,
         .lines = PairLines,
-        .summary = {},
         .readLines = "Select AcCode,CrAc,AcNames=(Select AcName From Accounts Where RowId = AcCode),"
                      "CrName=(Select AcName From Accounts Where RowId = CrAc),DrAmt,CrAmt,ChecqNo,Naration,"
                      "FileNo,BillNo From DetJv Where VouNo = ",
         .readLinesTail = " And VouStatus = 'JV' and DrAmt>0 Order By EntryNo ",
         .keptWhenPositive = "DrAmt",
-        .readsHeaderCheque = false,
-        .firstRowBox = Side::None,
-        .firstRowText = nullptr,
-        .firstRowTag = nullptr,
         .read = PairRead,
+        .search = &Search,
     },
 };
-
-/// Each kind reads back as many columns as it shows, and posts only cells that it has.
-constexpr bool sound(const VoucherKind &kind) {
-    const auto fits = [&](PostedLine line) {
-        return std::ranges::all_of(
-            line, [&](const Posted &posted) { return posted.cell < int(kind.entry.size()); });
-    };
-    return kind.entry.size() == kind.read.size() && std::ranges::all_of(kind.lines, fits) &&
-           fits(kind.summary);
-}
-static_assert(std::ranges::all_of(Kinds, sound));
+static_assert(std::ranges::all_of(Kinds, isSound));
 
 } // namespace
 
@@ -302,11 +331,6 @@ const VoucherKind &voucherKind(const char *code) {
         std::ranges::find_if(Kinds, [&](const VoucherKind &kind) { return kind.code.text() == code; });
     Q_ASSERT(found != std::end(Kinds));
     return *found;
-}
-
-int columnOf(const VoucherKind &kind, Box box) {
-    const auto found = std::ranges::find(kind.entry, box, &EntryColumn::box);
-    return found == kind.entry.end() ? -1 : int(found - kind.entry.begin());
 }
 
 } // namespace zel::vouchers

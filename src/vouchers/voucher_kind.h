@@ -1,41 +1,37 @@
 #pragma once
 
-#include "platform/base/sql.h"
+#include "shell/line_grid.h"
+#include "shell/search.h"
 
-#include <span>
-
-/// The five hand-entered voucher kinds and all that tells one from another, as data.
+/// The voucher kinds and all that tells one from another, as data.
 namespace zel::vouchers {
 
 enum class Side { None, Debit, Credit };
 
-/// The two account boxes, as a step treats them.
-struct Sides {
-    bool debit;
-    bool credit;
-};
-
 /// Where a step leaves the focus.
 enum class Focus { Stays, SelectDr, SelectCr, Amount };
 
-/// What stands behind a column of the entry grid: the Tag or Text of an account box, or a line box.
-enum class Box { DebitTag, DebitText, CreditTag, CreditText, Amount, Cheque, Naration, File, Bill };
+/// Whose highest number a new voucher follows: the headers', beginning with the number of the kind's setup
+/// row, or the lines', beginning with 1.
+enum class Numbers { OfHeaders, OfLines };
 
-/// One column of the entry grid: cmdAdd fills it from the box, editing the line fills the box from it.
-struct EntryColumn {
-    const char *heading;
-    int width; ///< twips; 0 hides the column
-    Box box;
+/// What a column of the header row takes.
+enum class HeaderFrom { Date, Kind, Total, User, Text, TextOrNull };
+
+struct HeaderColumn {
+    const char *column;
+    HeaderFrom from;
+    const char *box = nullptr; ///< where `from` is a text, unless the screen shows it in another way
 };
 
-/// How a column that was read stands in the grid: text that must not be Null, text with Null as blank, or a
-/// number in the picture "##,###0.00".
-enum class Shown { Text, TextOrBlank, Amount };
+[[nodiscard]] constexpr bool takesText(const HeaderColumn &column) {
+    return column.from == HeaderFrom::Text || column.from == HeaderFrom::TextOrNull;
+}
 
-/// One column of the entry grid when a voucher is read back.
-struct ReadColumn {
-    const char *field;
-    Shown shown;
+/// A column of the header row that is shown when a voucher is opened, Null as ''.
+struct HeaderShown {
+    const char *column;
+    const char *box = nullptr;
 };
 
 /// What a column of a written line takes.
@@ -64,49 +60,93 @@ struct Posted {
 
 using PostedLine = std::span<const Posted>;
 
+/// How the vouchers of a kind are searched. The list's statement names the kind twice.
+struct VoucherSearch {
+    struct Criterion {
+        const char *caption;
+        Literal before; ///< the condition up to what is searched for
+        Literal behind;
+        shell::Searched searched = shell::Searched::Text;
+    };
+    struct Column {
+        const char *heading;
+        int twips;
+    };
+    Literal list; ///< the statement up to the kind
+    Literal from; ///< behind it, up to the kind again
+    std::span<const Criterion> criteria;
+    std::span<const Column> columns;
+};
+
+/// What a screen of its own design has no use for stays at its default.
 struct VoucherKind {
     Literal code;       ///< VouStatus
+    Literal setting;    ///< VouStatus of its row in VouSetting
     const char *form;   ///< objectName of the screen
     const char *menu;   ///< the menu item that opens it
     const char *report; ///< the definition that prints it
+    Literal printed;    ///< of the print's selection, behind the kind
 
-    const char *caption;
-    const char *paidToLabel;
-    bool fileBeforeBill;      ///< File No stands where the others have Bill No, and the other way round
-    bool amountTurnsYellow;   ///< while txtDRCR has the focus
-    bool statusHandsFocusOn;  ///< txtVouStatus gives the focus to DTPicker
-    Side bankSide;            ///< the button that lists banks only and offers "All Accounts"
-    bool emptiesFinderFilter; ///< on each activation
-    Focus afterFoundDebit;
-    Focus afterFoundCredit;
+    const char *caption = nullptr;
+    const char *paidToLabel = nullptr;
+    bool fileBeforeBill = false;    ///< File No stands where the others have Bill No, and the other way round
+    bool amountTurnsYellow = false; ///< while txtDRCR has the focus
+    bool statusHandsFocusOn = true; ///< txtVouStatus gives the focus to DTPicker
+    Side bankSide = Side::None;     ///< the button that lists banks only and offers "All Accounts"
+    bool emptiesFinderFilter = true; ///< on each activation
+    Focus afterFoundDebit = Focus::Amount;
+    Focus afterFoundCredit = Focus::Amount;
 
-    std::span<const EntryColumn> entry;
+    shell::LineTable entry;
+    shell::Part accountKnownBy = shell::Part::Tag; ///< what of the account boxes a line's checks look at
     Focus afterNoDebit;
     Focus afterNoCredit;
-    Focus afterSameAccount;
-    Sides emptiedByAdd;
-    Sides emptiedByRemove;
-    Sides emptiedByClearAll;
+    Focus afterSameAccount = Focus::Stays;
+    std::span<const shell::Box> emptiedByClearAll;
 
+    Numbers numbers = Numbers::OfHeaders;
+    bool savedWhole = true; ///< in one transaction
+    std::span<const HeaderColumn> header;
+    std::span<const HeaderShown> headerShown;
     std::span<const PostedLine> lines; ///< written for each grid row, in this order
-    PostedLine summary;                ///< written once after the last grid row; empty for none
+    PostedLine summary = {};           ///< written once after the last grid row; empty for none
 
-    Literal readLines;            ///< the statement up to the number
-    Literal readLinesTail;        ///< and after it
-    const char *keptWhenPositive; ///< a row read is shown when this column is above 0
-    bool readsHeaderCheque;       ///< txtChecque from the header row
-    Side firstRowBox;             ///< the account box filled from the first row read
-    const char *firstRowText;
-    const char *firstRowTag;
-    std::span<const ReadColumn> read; ///< one for each column of `entry`
+    Literal readLines;             ///< the statement up to the number
+    Literal readLinesTail;         ///< and after it
+    const char *keptWhenPositive;  ///< a row read is shown when this column is above 0
+    Side firstRowBox = Side::None; ///< the account box filled from the first row read
+    const char *firstRowText = nullptr;
+    const char *firstRowTag = nullptr;
+    std::span<const shell::ReadColumn> read; ///< one for each column of `entry`
+
+    const VoucherSearch *search;
 };
 
-/// BP, BR, CP, CR, JV.
+/// The five hand-entered kinds: BP, BR, CP, CR, JV.
 [[nodiscard]] std::span<const VoucherKind> voucherKinds();
 /// The kind of that code, which must be one of the five.
 [[nodiscard]] const VoucherKind &voucherKind(const char *code);
 
-/// The grid column that the box stands behind; -1 when no column has it.
-[[nodiscard]] int columnOf(const VoucherKind &kind, Box box);
+/// The grid column with the line's amount.
+[[nodiscard]] constexpr int amountColumn(const VoucherKind &kind) {
+    int column = 0;
+    while (kind.entry.columns[std::size_t(column)].picture != shell::Picture::Amount)
+        ++column;
+    return column;
+}
+
+/// Whether the kind reads back as many columns as it shows, and posts only cells that it has.
+[[nodiscard]] constexpr bool isSound(const VoucherKind &kind) {
+    const auto fits = [&](PostedLine line) {
+        for (const Posted &posted : line)
+            if (posted.cell >= int(kind.entry.columns.size()))
+                return false;
+        return true;
+    };
+    for (const PostedLine &line : kind.lines)
+        if (!fits(line))
+            return false;
+    return kind.entry.columns.size() == kind.read.size() && fits(kind.summary);
+}
 
 } // namespace zel::vouchers

@@ -53,6 +53,28 @@ Value valueOf(const Posted &posted, const Posting &posting) {
     Q_UNREACHABLE();
 }
 
+/// `text` counts the texts that the header's columns have taken.
+Value valueOf(const HeaderColumn &column, const VoucherKind &kind, const VoucherHeader &header,
+              qsizetype &text) {
+    switch (column.from) {
+    case HeaderFrom::Date:
+        return header.date;
+    case HeaderFrom::Kind:
+        return std::string(kind.code.text());
+    case HeaderFrom::Total:
+        return header.total;
+    case HeaderFrom::User:
+        return shell::gUserName;
+    case HeaderFrom::Text:
+        return header.texts.at(text++);
+    case HeaderFrom::TextOrNull: {
+        const QString given = header.texts.at(text++);
+        return given.isEmpty() ? Value(Null()) : Value(given);
+    }
+    }
+    Q_UNREACHABLE();
+}
+
 void writeLine(PostedLine line, const Posting &posting) {
     gRs.AddNew();
     for (const Posted &posted : line)
@@ -63,6 +85,10 @@ void writeLine(PostedLine line, const Posting &posting) {
 } // namespace
 
 QString nextNumber(const VoucherKind &kind, std::int64_t start) {
+    if (kind.numbers == Numbers::OfLines) {
+        OpenRs("select isnull(max(VouNo),0)+1 as VouNo from DetJV Where VouStatus = '"_sql + kind.code + "'");
+        return gRs.Fields("VouNo").text();
+    }
     shell::OpenRsForOne("Select VouNo From MasJV Where Voustatus = '"_sql + kind.code + "'");
     if (gRs.RecordCount() == 0)
         return QString::number(start);
@@ -81,11 +107,9 @@ void writeHeader(const VoucherKind &kind, const VoucherHeader &header, bool isNe
         if (gRs.RecordCount() > 0)
             gRs.MoveFirst();
     }
-    gRs.Fields("VouDate") = header.date;
-    gRs.Fields("PaidReceive") = header.paidTo;
-    gRs.Fields("VouStatus") = std::string(kind.code.text());
-    gRs.Fields("TotalAmount") = header.total;
-    gRs.Fields("Login") = shell::gUserName;
+    qsizetype text = 0;
+    for (const HeaderColumn &column : kind.header)
+        gRs.Fields(column.column) = valueOf(column, kind, header, text);
     gRs.Update();
 }
 
@@ -93,7 +117,7 @@ void replaceLines(const VoucherKind &kind, const VoucherHeader &header, const Vo
     gCon.Execute("Delete From DetJV Where VouNo = "_sql + header.number + " And VouStatus = '" + kind.code +
                  "' ");
     OpenRs("Select * From DetJV where 0=1");
-    const int amount = columnOf(kind, Box::Amount);
+    const int amount = amountColumn(kind);
     Posting posting{kind, header, lines, 0, Decimal()};
     for (posting.row = 1; posting.row < lines.grid.Rows(); ++posting.row) {
         if (lines.grid.TextMatrix(posting.row, 0).isEmpty())
@@ -122,29 +146,19 @@ void openLines(const VoucherKind &kind, const QString &number) {
 void openSetting(const VoucherKind &kind) {
     OpenRs("Select VouNo,AcCode,Fix,AcStatus,AcTitle=(Select AcName From Accounts Where AcStatus='DD' and "
            "RowId=AcCode) From VouSetting Where VouStatus ='"_sql +
-           kind.code + "'");
+           kind.setting + "'");
 }
 
-void openSearch(const VoucherKind &kind, Criterion criterion, const QString &text, QDate date) {
-    Sql statement =
-        "Select VouNo,right('0' + rtrim(day(VouDate)),2) + '-' + right('0' + rtrim(month(VouDate)),2) + '-' "
-        "+ "
-        "rtrim(year(VouDate)) as VouDate,PaidReceive,TotalAmount,Multi=case When (select count(vouno) from "
-        "detjv where voustatus='"_sql +
-        kind.code + "' and vouno=a.vouno and DrAmt>0) > 1 then 'M' end  From MasJv a  Where VouStatus='" +
-        kind.code + "' And ";
-    switch (criterion) {
-    case Criterion::Number:
-        OpenRs(statement + "convert(varchar(8),VouNo) Like '%" + text + "%' order by VouNo desc");
-        break;
-    case Criterion::Date:
-        OpenRs(statement + "VouDate = " + "'" + date.year() + "-" + date.month() + "-" + date.day() + "'" +
-               " order by VouNo desc");
-        break;
-    case Criterion::PaidTo:
-        OpenRs(statement + "PaidReceive Like '%" + text + "%' order by VouNo desc");
-        break;
-    }
+shell::SearchTable searchOf(const VoucherKind &kind) {
+    const VoucherSearch &search = *kind.search;
+    const Sql all = Sql(search.list) + kind.code + search.from + kind.code + "'";
+    shell::SearchTable table;
+    table.all = all + " order by VouNo desc";
+    for (const VoucherSearch::Criterion &known : search.criteria)
+        table.criteria.push_back({known.caption, all + " And " + known.before, known.behind, known.searched});
+    for (const VoucherSearch::Column &column : search.columns)
+        table.columns.append({column.heading, column.twips});
+    return table;
 }
 
 } // namespace zel::vouchers

@@ -4,19 +4,19 @@
 #include "vouchers/voucher_kind.h"
 
 #include <QDate>
-#include <QString>
+#include <QStringList>
 
 namespace zel::controls {
 class Grid;
 }
 
-/// What the five kinds read and write in MasJV and DetJV, each statement on gCon and gRs.
+/// What the kinds read and write in MasJV and DetJV, each statement on gCon and gRs.
 namespace zel::vouchers {
 
 struct VoucherHeader {
     QString number;
     QDate date;
-    QString paidTo;
+    QStringList texts; ///< of the kind's header columns that take one, in their order
     Decimal total;
 };
 
@@ -27,7 +27,8 @@ struct VoucherLines {
     QString creditTag; ///< Tag of txtCrAc
 };
 
-/// What a new voucher of the kind is numbered: the highest number plus one, `start` while there is none.
+/// What a new voucher of the kind is numbered: the highest number plus one; while there is none, `start`
+/// where headers are counted, else 1.
 [[nodiscard]] QString nextNumber(const VoucherKind &kind, std::int64_t start);
 
 /// Adds the header row, or changes the one of that number. Error 3021 when it is to be changed and gone.
@@ -46,9 +47,7 @@ void openLines(const VoucherKind &kind, const QString &number);
 /// Opens the kind's setup row on gRs.
 void openSetting(const VoucherKind &kind);
 
-enum class Criterion { Number, Date, PaidTo };
-
-/// Opens the vouchers found on gRs, the newest number first.
-void openSearch(const VoucherKind &kind, Criterion criterion, const QString &text, QDate date);
+/// The search of the kind's vouchers, the newest number first.
+[[nodiscard]] shell::SearchTable searchOf(const VoucherKind &kind);
 
 } // namespace zel::vouchers

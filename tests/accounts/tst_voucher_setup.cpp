@@ -32,7 +32,7 @@ class TestVoucherSetup : public QObject {
         screen = openByMenu("mnuVocSetting", "frmAcSetting");
     }
     QStringList save() {
-        return textsOf([this] { click(screen, "cmdSave"); }, {QMessageBox::Ok});
+        return textsOf([this] { pressOn(screen, "cmdSave", Qt::Key_F9); }, {QMessageBox::Ok});
     }
     QString tag(const QString &box) { return control<controls::TextBox>(screen, box)->Tag(); }
     bool ticked(const QString &button) { return control<QAbstractButton>(screen, button)->isChecked(); }

@@ -86,6 +86,7 @@ void tst_session::savesByKeys() {
     press(Qt::Key_Return);
 
     QCOMPARE(sessions.stored().last(), "11|AUTUMN 2025 É");
+    QCOMPARE(said() + '|' + underWay(), "Session 11 saved|");
     QCOMPARE(cells(sessions.screen, "Msh").at(1), "11|AUTUMN 2025 É");
     QCOMPARE(text(sessions.screen, "txtSessionNo"), "");
     QCOMPARE(text(sessions.screen, "txtSessionName"), "");
@@ -113,13 +114,15 @@ void tst_session::changesChosenRow() {
     QCOMPARE(text(sessions.screen, "txtSessionNo"), "2");
     QCOMPARE(text(sessions.screen, "txtSessionName"), "AUTUMN 2024");
     QCOMPARE(text(sessions.screen, "cmdSave"), "&Save");
+    QCOMPARE(underWay(), "correcting session 2");
     QCOMPARE(cells(sessions.screen, "Msh").first(), "Session No|SESSION NAME");
     picture(sessions.screen, "session-entry");
     picture(form("MDIForm1"), "main-session");
 
     press(Qt::Key_End);
     type(" late");
-    click(sessions.screen, "cmdSave");
+    press(Qt::Key_F9);
+    QCOMPARE(underWay(), "");
     QCOMPARE(sessions.stored().at(1), "2|AUTUMN 2024 LATE");
     QCOMPARE(cells(sessions.screen, "Msh").size(), 4);
     QCOMPARE(cells(sessions.screen, "Msh").first(), everything.first());
@@ -223,6 +226,7 @@ void tst_session::deletes() {
         QCOMPARE(box.icon, QMessageBox::Information);
         QCOMPARE(box.buttons, QMessageBox::Yes | QMessageBox::No);
     }
+    QCOMPARE(said(), left.size() < 3 ? "Session 2 deleted" : "");
     QCOMPARE(sessions.stored(), left);
     QCOMPARE(cells(sessions.screen, "Msh").size(), left.size() + 1);
     QCOMPARE(text(sessions.screen, "txtSessionNo"), answer == QMessageBox::No ? "2" : "");

@@ -301,7 +301,7 @@ void tst_menu::editsRights() {
     click(rights, "Check8");
     QVERIFY(control(rights, "Check10")->font().bold());
     QVERIFY(!control(rights, "Check8")->font().bold());
-    click(rights, "cmdSave");
+    press(Qt::Key_F9);
     const QStringList stored = frame.office.rows("select Menus, Active from Menus");
     QCOMPARE(stored.size(), 19);
     QCOMPARE(stored.first(), "Application Form|1");

@@ -12,6 +12,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
+#include <QStatusBar>
 #include <QTabWidget>
 #include <QTimer>
 #include <QtTest>
@@ -119,6 +120,14 @@ QString text(QWidget *form, const QString &name) {
     if (const auto *memo = qobject_cast<const QPlainTextEdit *>(widget))
         return memo->toPlainText();
     return widget->property("text").toString();
+}
+
+QString said() {
+    return control<QStatusBar>(form("MDIForm1"), "statusBar")->currentMessage();
+}
+
+QString underWay() {
+    return text(form("MDIForm1"), "lblUnderWay");
 }
 
 QWidget *openByMenu(const QString &item, const QString &formName) {

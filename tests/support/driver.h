@@ -52,6 +52,10 @@ template <class T>
 /// The text of a box, a button, a label or a combo.
 [[nodiscard]] QString text(QWidget *form, const QString &name);
 
+/// What the main window's status bar says has happened, and is under way on the active screen.
+[[nodiscard]] QString said();
+[[nodiscard]] QString underWay();
+
 /// Chooses a menu item: by its key when it has one, else in the opened menu. Gives the screen of that name;
 /// the name may be '' when none opens.
 QWidget *openByMenu(const QString &item, const QString &formName);

@@ -56,6 +56,9 @@ public:
         m_form = openByMenu(m_kind->menu, m_kind->form);
     }
 
+    /// Works a screen that a test has shown itself.
+    void show(QWidget *screen) { m_form = screen; }
+
     [[nodiscard]] QWidget *screen() const { return m_form; }
     [[nodiscard]] controls::TextBox *box(const char *name) const {
         return control<controls::TextBox>(m_form, name);

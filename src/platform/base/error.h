@@ -30,6 +30,7 @@ inline constexpr int FileNotFound = 53;
 inline constexpr int BadFile = 54;
 inline constexpr int InputPastEnd = 62;
 inline constexpr int ObjectNotSet = 91;
+inline constexpr int ControlNotFound = 730;
 inline constexpr int ObjectClosed = 3704;
 inline constexpr int NoCurrentRow = 3021;
 inline constexpr int ItemNotFound = 3265;

@@ -56,6 +56,12 @@ void DataCombo::setRowSource(RowsPtr rows) {
     fill();
 }
 
+void DataCombo::ReFill(RowsPtr rows) {
+    const QString bound = BoundText();
+    m_rows = std::move(rows);
+    fill(rowBoundTo(bound));
+}
+
 void DataCombo::setListField(const QString &column) {
     m_listField = column;
     fill();
@@ -68,40 +74,46 @@ void DataCombo::setBoundColumn(const QString &column) {
 }
 
 /// A reset model makes the base pick its first row for a moment; nobody is told of that.
-void DataCombo::fill() {
+void DataCombo::fill(int picked) {
     const QString before = Text();
     const bool lists = m_rows && !m_listField.isEmpty();
     const int column = lists ? columnOf(m_rows, m_listField) : 0;
     {
         const QSignalBlocker quiet(this);
         static_cast<ColumnModel *>(model())->show(lists ? m_rows : nullptr, column);
-        setCurrentIndex(-1);
+        setCurrentIndex(picked);
+        m_absent.clear();
     }
-    if (!before.isEmpty())
+    if (Text() != before)
         Q_EMIT changed();
 }
 
 QString DataCombo::BoundText() const {
     if (!m_rows || m_boundColumn.isEmpty() || currentIndex() < 0)
-        return {};
+        return m_absent;
     return m_rows->text(currentIndex(), columnOf(m_rows, m_boundColumn));
 }
 
-void DataCombo::setBoundText(const QString &text) {
-    int found = -1;
-    if (m_rows && !m_boundColumn.isEmpty() && !text.isEmpty()) {
-        const int column = columnOf(m_rows, m_boundColumn);
-        for (int row = 0; row < m_rows->rowCount() && found < 0; ++row) {
-            if (m_rows->text(row, column) == text)
-                found = row;
-        }
+int DataCombo::rowBoundTo(const QString &text) const {
+    if (!m_rows || m_boundColumn.isEmpty() || text.isEmpty())
+        return -1;
+    const int column = columnOf(m_rows, m_boundColumn);
+    for (int row = 0; row < m_rows->rowCount(); ++row) {
+        if (m_rows->text(row, column) == text)
+            return row;
     }
+    return -1;
+}
+
+void DataCombo::setBoundText(const QString &text) {
+    const int found = rowBoundTo(text);
+    m_absent = found < 0 ? text : QString();
     setCurrentIndex(found);
 }
 
 void DataCombo::keyPressEvent(QKeyEvent *event) {
     if (event->key() == Qt::Key_Delete || event->key() == Qt::Key_Backspace)
-        setCurrentIndex(-1);
+        setBoundText({});
     else
         ComboBox::keyPressEvent(event);
 }

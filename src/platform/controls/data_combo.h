@@ -18,6 +18,9 @@ public:
 
     /// Lists these rows (null: none) with nothing picked; holds them until the next call.
     void setRowSource(RowsPtr rows);
+    /// Lists these rows in place of the ones before and keeps the pick, told by its bound column; a pick that
+    /// they don't have is dropped.
+    void ReFill(RowsPtr rows);
     [[nodiscard]] const RowsPtr &RowSource() const { return m_rows; }
     /// Column names; Error 3265 when the rows have no such column.
     [[nodiscard]] const QString &ListField() const { return m_listField; }
@@ -25,18 +28,21 @@ public:
     [[nodiscard]] const QString &BoundColumn() const { return m_boundColumn; }
     void setBoundColumn(const QString &column);
 
-    /// The bound column's text of the picked row, '' when none is.
+    /// The bound column's text of the picked row, or what was set; '' when nothing is picked.
     [[nodiscard]] QString BoundText() const;
-    /// Picks the first row whose bound column has that text; none when there is no such row.
+    /// Picks the first row whose bound column has that text. Without such a row the combo shows nothing and
+    /// stays bound to the text until something is picked, or the list is filled anew.
     void setBoundText(const QString &text);
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
-    void fill();
+    void fill(int picked = -1);
+    [[nodiscard]] int rowBoundTo(const QString &text) const;
 
     RowsPtr m_rows;
+    QString m_absent; ///< bound to, while no row has it
     QString m_listField;
     QString m_boundColumn;
 };

@@ -11,9 +11,7 @@ namespace {
 QMessageBox::Icon iconOf(int style) {
     if (style & vbInformation)
         return QMessageBox::Information;
-    if (style & vbCritical)
-        return QMessageBox::Critical;
-    return style & vbYesNo ? QMessageBox::Question : QMessageBox::NoIcon;
+    return style & vbCritical ? QMessageBox::Critical : QMessageBox::NoIcon;
 }
 
 } // namespace

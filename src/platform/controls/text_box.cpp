@@ -83,6 +83,13 @@ void TextBox::keyPressEvent(QKeyEvent *event) {
     }
 }
 
+/// A key that is held down repeats its presses and is released once.
+void TextBox::keyReleaseEvent(QKeyEvent *event) {
+    QLineEdit::keyReleaseEvent(event);
+    if (!event->isAutoRepeat())
+        Q_EMIT keyReleased(event->key());
+}
+
 void TextBox::inputMethodEvent(QInputMethodEvent *event) {
     event->setCommitString(admitted(event->commitString(), selectedText().size()), event->replacementStart(),
                            event->replacementLength());

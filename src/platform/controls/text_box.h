@@ -38,9 +38,11 @@ Q_SIGNALS:
     void lostFocus();
     void enterPressed(); ///< after the step to the next control, where the rule makes one
     void upOrDown();     ///< Up or Down was pressed
+    void keyReleased(int key);
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
+    void keyReleaseEvent(QKeyEvent *event) override;
     void inputMethodEvent(QInputMethodEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
     void dropEvent(QDropEvent *event) override;

@@ -20,6 +20,8 @@ private Q_SLOTS:
     void openingKeys_data();
     void openingKeys();
     void dataCombo();
+    void boundText_data();
+    void boundText();
     void dataComboRefusesUnknownColumns();
     void dateBoxKeys();
     void calendarOpensByKey_data();
@@ -99,10 +101,6 @@ void tst_combo::dataCombo() {
     combo.setBoundText("3");
     QCOMPARE(combo.Text(), QStringLiteral("BANKING"));
     QCOMPARE(changed.size(), 1);
-    combo.setBoundText("99");
-    QCOMPARE(combo.Text(), QString());
-    QCOMPARE(combo.BoundText(), QString());
-
     QTest::keyClick(&combo, 'c');
     QCOMPARE(combo.BoundText(), QStringLiteral("12"));
     QTest::keyClick(&combo, Qt::Key_Delete);
@@ -114,6 +112,66 @@ void tst_combo::dataCombo() {
     QCOMPARE(combo.count(), 0);
     QCOMPARE(combo.Text(), QString());
     QCOMPARE(changed.size(), 1);
+}
+
+void tst_combo::boundText_data() {
+    QTest::addColumn<QString>("bound");
+    QTest::addColumn<QString>("step");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("boundAfter");
+    QTest::addColumn<int>("changes"); // that the step told of
+    QTest::newRow("its row is there") << "3"
+                                      << ""
+                                      << "BANKING"
+                                      << "3" << 0;
+    QTest::newRow("its row is gone") << "99"
+                                     << ""
+                                     << ""
+                                     << "99" << 0;
+    QTest::newRow("gone, another picked") << "99"
+                                          << "pick"
+                                          << "COMMERCE"
+                                          << "12" << 1;
+    QTest::newRow("gone, emptied by key") << "99"
+                                          << "empty"
+                                          << ""
+                                          << "" << 0;
+    QTest::newRow("gone, filled anew") << "99"
+                                       << "fill"
+                                       << ""
+                                       << "" << 0;
+    QTest::newRow("filled anew, elsewhere in the list") << "7"
+                                                        << "fill"
+                                                        << "ACCOUNTS"
+                                                        << "7" << 0;
+    QTest::newRow("filled anew without it") << "3"
+                                            << "fill"
+                                            << ""
+                                            << "" << 1;
+    QTest::newRow("filled anew with it") << "5"
+                                         << "fill"
+                                         << "DRAFTING"
+                                         << "5" << 1;
+}
+
+void tst_combo::boundText() {
+    QFETCH(QString, bound);
+    QFETCH(QString, step);
+    DataCombo combo;
+    combo.setListField("CourseName");
+    combo.setBoundColumn("CourseId");
+    combo.setRowSource(courses());
+    combo.setBoundText(bound);
+    QSignalSpy changed(&combo, &DataCombo::changed);
+    if (step == "pick")
+        QTest::keyClick(&combo, 'c');
+    else if (step == "empty")
+        QTest::keyClick(&combo, Qt::Key_Delete);
+    else if (step == "fill")
+        combo.ReFill(TableRows::make({"#CourseId", "CourseName"}, {{"5", "DRAFTING"}, {"7", "ACCOUNTS"}}));
+    QTEST(combo.Text(), "text");
+    QTEST(combo.BoundText(), "boundAfter");
+    QTEST(int(changed.size()), "changes");
 }
 
 void tst_combo::dataComboRefusesUnknownColumns() {

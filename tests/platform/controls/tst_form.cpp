@@ -389,8 +389,8 @@ void tst_form::messages_data() {
                               << int(vbOK);
     QTest::newRow("confirmed") << 68 << "Confirm" << int(Qt::Key_Return) << information << int(vbYes);
     QTest::newRow("not confirmed") << 68 << "Confirm" << int(Qt::Key_N) << information << int(vbNo);
-    QTest::newRow("escaped") << 4 << "" << int(Qt::Key_Escape) << int(QMessageBox::Question) << int(vbNo);
-    QTest::newRow("yes by letter") << 4 << "" << int(Qt::Key_Y) << int(QMessageBox::Question) << int(vbYes);
+    QTest::newRow("escaped") << 4 << "" << int(Qt::Key_Escape) << int(QMessageBox::NoIcon) << int(vbNo);
+    QTest::newRow("yes by letter") << 4 << "" << int(Qt::Key_Y) << int(QMessageBox::NoIcon) << int(vbYes);
 }
 
 void tst_form::messages() {

@@ -302,12 +302,16 @@ void tst_textbox::pastedLinesBecomeOne() {
 void tst_textbox::changedTellsOfTheProgramToo() {
     TextBox box;
     QSignalSpy changed(&box, &TextBox::changed);
+    QSignalSpy released(&box, &TextBox::keyReleased);
     box.setText("a");
     box.setText("a");
     QTest::keyClicks(&box, "b");
+    QKeyEvent held(QEvent::KeyRelease, Qt::Key_Backspace, {}, {}, true);
+    QCoreApplication::sendEvent(&box, &held);
     QTest::keyClick(&box, Qt::Key_Backspace);
     box.clear();
     QCOMPARE(changed.size(), 4);
+    QCOMPARE(released, QList<QVariantList>({{int(Qt::Key_B)}, {int(Qt::Key_Backspace)}}));
 }
 
 /// As a .ui file sets them.
