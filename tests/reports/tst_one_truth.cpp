@@ -83,9 +83,8 @@ void checkBalances(const Held &held, const std::map<int, Sums> &sums, const Peri
     QVERIFY(control.heads == heads);
     QVERIFY(simple.heads == heads);
     // What has no other side is a line of its own, and then debits are credits to the hundredth.
-    const Columns opening = sides(wholeTotal[1] - wholeTotal[0]);
-    const Columns lacking{opening[0], opening[1], 0, 0, opening[0], opening[1]};
-    QVERIFY(whole.openings == (isZero(opening) ? Columns() : lacking));
+    const Columns lacking = lackingOpenings(wholeTotal);
+    QVERIFY(whole.openings == (isZero(lacking) ? Columns() : lacking));
     const Columns entries = oneSided == 0 ? Columns() : Columns{oneSided, 0};
     QVERIFY(simple.entries == entries);
     QVERIFY(control.entries == entries);

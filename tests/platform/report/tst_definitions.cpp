@@ -20,6 +20,8 @@ private Q_SLOTS:
     void missingFile();
     void shippedOnesAreGood_data();
     void shippedOnesAreGood();
+    void onOtherPaper_data();
+    void onOtherPaper();
     void theGuideIsGood();
     void onlyWhatDiffers();
 };
@@ -191,6 +193,35 @@ void tst_definitions::shippedOnesAreGood() {
     QFETCH(QString, path);
     const auto definition = readDefinition(path);
     QCOMPARE(definition->name + ".rpt", QFileInfo(path).fileName());
+}
+
+/// An office's paper is told once, and every document fits it.
+void tst_definitions::onOtherPaper_data() {
+    QTest::addColumn<QByteArray>("page");
+    QTest::addColumn<QSizeF>("size");
+    QTest::newRow("Letter") << QByteArray("size=\"Letter\"") << QSizeF(215.9, 279.4);
+    QTest::newRow("A5") << QByteArray("size=\"A5\"") << QSizeF(148, 210);
+    QTest::newRow("free") << QByteArray("width=\"180\" height=\"350\"") << QSizeF(180, 350);
+}
+
+void tst_definitions::onOtherPaper() {
+    QFETCH(QByteArray, page);
+    QFETCH(QSizeF, size);
+    const QTemporaryDir folder;
+    QVERIFY(QDir(folder.path()).mkdir("parts"));
+    const QDir shipped(ZEL_SOURCE_DIR "/rpt");
+    for (const char *part : {"", "parts/"})
+        for (const QString &name : QDir(shipped.filePath(part)).entryList({"*.rpt"}))
+            QVERIFY(QFile::copy(shipped.filePath(part + name), folder.filePath(part + name)));
+    QFile office(folder.filePath("parts/office.rpt"));
+    QVERIFY(office.open(QIODevice::ReadWrite));
+    const QByteArray text = office.readAll().replace("size=\"A4\"", page);
+    QVERIFY(office.resize(0) && office.seek(0) && office.write(text) == text.size());
+    office.close();
+    for (const QString &name : QDir(folder.path()).entryList({"*.rpt"})) {
+        const QSizeF found = readDefinition(folder.filePath(name))->pageSize;
+        QCOMPARE(name == "rptTrialBalance3.rpt" ? found.transposed() : found, size);
+    }
 }
 
 void tst_definitions::theGuideIsGood() {

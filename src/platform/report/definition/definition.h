@@ -156,6 +156,8 @@ struct Definition {
     bool blankWhenEmpty = false; ///< no row: one blank page, without headers and footers
     QSizeF pageSize{210, 297};
     QMarginsF margins{15, 12, 15, 12};
+    double drawn =
+        0; ///< the width for which items tell their places, which fit themselves to the page's; 0: the page's
     std::vector<StyleDefinition> styles; ///< the first is the default
     std::vector<TableDefinition> tables;
     std::vector<ParameterDefinition> parameters;

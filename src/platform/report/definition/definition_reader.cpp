@@ -48,6 +48,7 @@ std::shared_ptr<Definition> DefinitionReader::read(const XmlElement &report, Def
     if (outer) {
         m_definition->pageSize = outer->pageSize;
         m_definition->margins = outer->margins;
+        m_definition->drawn = outer->drawn;
         m_definition->styles = outer->styles;
     } else {
         m_definition->styles.emplace_back();

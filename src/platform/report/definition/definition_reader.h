@@ -22,8 +22,8 @@ public:
     [[nodiscard]] QString text(const QString &name, const QString &otherwise = {});
     /// Refuses an element without it.
     [[nodiscard]] const XmlAttribute &required(const QString &name);
-    /// "N%" is that share of `whole`, where one is given.
-    [[nodiscard]] double number(const QString &name, double otherwise, double whole = 0);
+    /// "N%" is that share of `whole`, where one is given; another number that is given is scaled.
+    [[nodiscard]] double number(const QString &name, double otherwise, double whole = 0, double scale = 1);
     [[nodiscard]] bool flag(const QString &name, bool otherwise = false);
     [[nodiscard]] QColor color(const QString &name, const QColor &otherwise);
     template <typename Choice>
@@ -72,6 +72,8 @@ private:
 
     void readBands(const XmlElement &report);
     [[nodiscard]] BandDefinition readBand(const XmlElement &element);
+    /// A length across the page: a share of its width, or told for the width that the report is drawn for.
+    [[nodiscard]] double across(Attributes &attributes, const QString &name, double otherwise) const;
     [[nodiscard]] FieldDefinition readField(const XmlElement &element);
     [[nodiscard]] LineDefinition readLine(const XmlElement &element);
     [[nodiscard]] BoxDefinition readBox(const XmlElement &element);

@@ -42,6 +42,7 @@ void DefinitionReader::readPage(const XmlElement &element) {
     margins.setTop(attributes.number(QStringLiteral("top"), margins.top()));
     margins.setRight(attributes.number(QStringLiteral("right"), margins.right()));
     margins.setBottom(attributes.number(QStringLiteral("bottom"), margins.bottom()));
+    m_definition->drawn = attributes.number(QStringLiteral("drawn"), m_definition->drawn);
     attributes.done();
     if (m_definition->bodyWidth() < 10 || m_definition->bodyHeight() < 10)
         m_file.refuse(element.at, QStringLiteral("The margins leave no room on the page."));
