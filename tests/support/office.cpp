@@ -82,6 +82,7 @@ void Office::logIn(const QString &user, const QString &password) {
 void Office::addReports(const QString &from) const {
     for (QDirIterator files(from, {"*.rpt"}, QDir::Files, QDirIterator::Subdirectories); files.hasNext();) {
         const QString target = folder() + "/" + QDir(from).relativeFilePath(files.next());
+        QFile::remove(target);
         if (!QDir().mkpath(QFileInfo(target).path()) || !QFile::copy(files.filePath(), target))
             qFatal("%s can't be made", qPrintable(target));
     }

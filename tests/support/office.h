@@ -28,7 +28,8 @@ public:
     /// Shows the login and logs in by keys; the main window stands and is active when it returns.
     void logIn(const QString &user = "sa", const QString &password = {});
 
-    /// Copies a folder's report definitions, with the parts that they include, beside the program.
+    /// Copies a folder's report definitions, with the parts that they include, beside the program, over those
+    /// there.
     void addReports(const QString &from) const;
 
     /// Statements of the test's own, past the program's connection.

@@ -27,7 +27,6 @@ private Q_SLOTS:
     void voucherRefused_data();
     void voucherRefused();
     void logonRefused();
-    void longVoucher();
     void journalPairsStayTogether_data();
     void journalPairsStayTogether();
     void chart();
@@ -244,31 +243,6 @@ void tst_documents::logonRefused() {
     } catch (const Error &error) {
         QCOMPARE(error.number(), 18456);
     }
-}
-
-void tst_documents::longVoucher() {
-    addVoucher(5);
-    for (int entry = 1; entry <= 40; ++entry)
-        addPair(5, entry, "5.1.1", "1000.01",
-                "A narration that is long enough to need a second line on the voucher " + QString(60, 'x'));
-    auto report = open("rptBP.rpt");
-    report->RecordSelectionFormula =
-        "{MasJV.VouNo}= 5 and {MasJV.VouStatus} = 'BP' and {Company.comActive} = 'Y'";
-    const auto document = report->document();
-    QVERIFY(document->pageCount() > 1);
-    qsizetype rows = 0;
-    for (int index = 0; index < document->pageCount(); ++index) {
-        const Page page = document->page(index);
-        const QString text = page.plainText();
-        rows += text.count("1,000.01");
-        QVERIFY(text.contains("Paid to CITY PROPERTIES"));
-        QVERIFY(text.endsWith(QString("Page %1 of %2").arg(index + 1).arg(document->pageCount())));
-        QCOMPARE(text.contains("Total Rs. 40,000.40"), index + 1 == document->pageCount());
-        for (const TextItem &item : page.texts)
-            QVERIFY2(item.baseline < page.size.height() - 12 && item.x + item.width < page.size.width() - 14,
-                     qPrintable(item.text));
-    }
-    QCOMPARE(rows, 40);
 }
 
 void tst_documents::journalPairsStayTogether_data() {
