@@ -213,11 +213,11 @@ int main(int argc, char **argv) {
             fillLedger(lengths[1]);
             static_cast<void>(
                 sourceOf(books.folder())
-                    ->rows("select LineOrder, AcCode, VouDate, VouStatus, VouNo, CrAc, "
+                    ->rows("select LineOrder, AcCode, VouDate, DayOrder, VouStatus, VouNo, CrAc, "
                            "CrAcName, ChecqNo, FileNo, BillNo, "
                            "Naration, DrAmt, CrAmt, AcName from rptAcLedger left join Accounts on "
                            "RowID = CrAc order by LineOrder, "
-                           "VouDate, VouStatus, VouNo, EntryNo, "
+                           "VouDate, DayOrder, VouNo, VouStatus, EntryNo, "
                            "DrAmt desc, CrAmt desc"));
             for (int time = 0; time < 3; ++time)
                 onScreen(screen, [&](QPainter &on, double scale) { drawBare(on, pages[0], scale); });

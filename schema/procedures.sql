@@ -73,7 +73,9 @@ begin
 end
 GO
 -- Both ledgers: a row that sums up a voucher names the account of the voucher's lines; the simple one says -1 where
--- these are several, since the report looks the names up.
+-- these are several, since the report looks the names up. Of a day receipts come first, journals next, payments
+-- last; what a bank or the cash account got is a receipt, whatever its voucher is called, so that no overdraft shows
+-- that never was.
 create procedure AcLedger @account int, @from datetime, @to datetime as
 begin
     declare @end datetime
@@ -87,11 +89,16 @@ begin
             ) o), 0),
             0
     update rptAcLedger set CrAmt = 0 - DrAmt, DrAmt = 0 where DrAmt < 0
-    insert into rptAcLedger (LineOrder, AcCode, VouDate, VouStatus, VouNo, EntryNo, CrAc, Naration, DrAmt, CrAmt)
-        select 1, d.AcCode, d.VouDate, d.VouStatus, d.VouNo, d.EntryNo,
+    insert into rptAcLedger (LineOrder, AcCode, VouDate, DayOrder, VouStatus, VouNo, EntryNo, CrAc, ChecqNo, Naration, DrAmt, CrAmt)
+        select 1, d.AcCode, d.VouDate, case when d.VouStatus in ('JV', 'AR', 'CF') then 1
+                when exists (select * from Accounts where RowID = @account and BStatus = 'B')
+                    or exists (select * from VouSetting where VouStatus in ('CP', 'CR') and AcCode = rtrim(@account))
+                then case when isnull(d.DrAmt, 0) - isnull(d.CrAmt, 0) > 0 then 0 else 2 end
+                when d.VouStatus in ('BP', 'CP') then 2 else 0 end,
+            d.VouStatus, d.VouNo, d.EntryNo,
             isnull(d.CrAc, (select case when min(o.AcCode) = max(o.AcCode) then min(o.AcCode) when min(o.AcCode) < max(o.AcCode) then 0 - 1 end
                 from DetJV o where o.VouStatus = d.VouStatus and o.VouNo = d.VouNo and o.CrAc = d.AcCode)),
-            d.Naration, isnull(d.DrAmt, 0), isnull(d.CrAmt, 0)
+            d.ChecqNo, d.Naration, isnull(d.DrAmt, 0), isnull(d.CrAmt, 0)
         from DetJV d where d.AcCode = @account and d.VouDate >= @from and d.VouDate <= @end
 end
 GO
@@ -110,8 +117,13 @@ begin
             ) o), 0),
             0
     update rptAcLedger set CrAmt = 0 - DrAmt, DrAmt = 0 where DrAmt < 0
-    insert into rptAcLedger (LineOrder, AcCode, VouDate, VouStatus, VouNo, EntryNo, CrAc, CrAcName, ChecqNo, FileNo, BillNo, Naration, DrAmt, CrAmt)
-        select 1, d.AcCode, d.VouDate, d.VouStatus, d.VouNo, d.EntryNo,
+    insert into rptAcLedger (LineOrder, AcCode, VouDate, DayOrder, VouStatus, VouNo, EntryNo, CrAc, CrAcName, ChecqNo, FileNo, BillNo, Naration, DrAmt, CrAmt)
+        select 1, d.AcCode, d.VouDate, case when d.VouStatus in ('JV', 'AR', 'CF') then 1
+                when exists (select * from Accounts where RowID = @account and BStatus = 'B')
+                    or exists (select * from VouSetting where VouStatus in ('CP', 'CR') and AcCode = rtrim(@account))
+                then case when isnull(d.DrAmt, 0) - isnull(d.CrAmt, 0) > 0 then 0 else 2 end
+                when d.VouStatus in ('BP', 'CP') then 2 else 0 end,
+            d.VouStatus, d.VouNo, d.EntryNo,
             isnull(d.CrAc, (select case when min(o.AcCode) = max(o.AcCode) then min(o.AcCode) end
                 from DetJV o where o.VouStatus = d.VouStatus and o.VouNo = d.VouNo and o.CrAc = d.AcCode)),
             case when d.CrAc is null

@@ -212,12 +212,13 @@ create table rptTrialBalance (
     CloseCr numeric(18,2) null
 )
 GO
--- Of a ledger: LineOrder 0 is the one opening row, which always stands; LineOrder 1 are the movements. The
--- contra account and the numbers of cheque, file and bill are the detail ledger's only.
+-- Of a ledger: LineOrder 0 is the one opening row, which always stands; LineOrder 1 are the movements, DayOrder
+-- puts those of a day in order. The contra account's name and the numbers of file and bill are the detail ledger's only.
 create table rptAcLedger (
     LineOrder smallint null,
     AcCode int null,
     VouDate datetime null,
+    DayOrder smallint null,
     VouStatus char(2) null,
     VouNo int null,
     EntryNo smallint null,

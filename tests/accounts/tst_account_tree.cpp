@@ -219,7 +219,7 @@ private Q_SLOTS:
     }
 
     void printing() {
-        QVERIFY(QFile::copy(ZEL_SOURCE_DIR "/rpt/rptChartAC.rpt", office->folder() + "/rptChartAC.rpt"));
+        office->addReports(ZEL_SOURCE_DIR "/rpt");
         office->execute("insert into Accounts (ParentID,Dcode,AcNodes,AcName,AcStatus,OpenBal) values "
                         "('1.1',10,'1.1.10','LAST BANK','DD',1234.5)");
         open();

@@ -113,6 +113,12 @@ inline Columns sides(Cents balance) {
     return balance > 0 ? Columns{balance, 0} : Columns{0, -balance};
 }
 
+/// What a balance with opening lacks for openings without a counterpart, where these are its sums.
+inline Columns lackingOpenings(const Columns &whole) {
+    const Columns opening = sides(whole[1] - whole[0]);
+    return {opening[0], opening[1], 0, 0, opening[0], opening[1]};
+}
+
 inline void add(Columns &sum, const Columns &more) {
     sum.resize(more.size());
     for (std::size_t i = 0; i < more.size(); ++i)

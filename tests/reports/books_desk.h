@@ -47,10 +47,7 @@ inline QString withoutTime(QString text) {
 class BooksDesk : public BooksOffice {
 public:
     explicit BooksDesk(const Held &held) : BooksOffice(held) {
-        const QDir definitions(ZEL_SOURCE_DIR "/rpt");
-        for (const QString &file : definitions.entryList({"*.rpt"}))
-            if (!QFile::copy(definitions.filePath(file), office.folder() + "/" + file))
-                qFatal("no report definition");
+        office.addReports(ZEL_SOURCE_DIR "/rpt");
         shell::setScreens(menuScreens());
         post(catalog, held.vouchers);
         office.logIn();

@@ -1,10 +1,34 @@
 #pragma once
 
 #include "platform/ado/recordset.h"
+#include "platform/report/pages/document.h"
 #include "platform/report/report.h"
 #include "tests/support/chart_catalog.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace zel::test {
+
+/// All pages' text, of which nothing is cut, leaves the margins or stands over anything else.
+inline QString wholeText(const report::Document &document) {
+    QString text;
+    for (int index = 0; index < document.pageCount(); ++index) {
+        const report::Page page = document.page(index);
+        text += page.plainText() + '\n';
+        for (const report::TextItem &item : page.texts) {
+            const auto isOver = [&](const report::TextItem &other) {
+                return &item != &other && std::abs(item.baseline - other.baseline) <= 2 &&
+                       item.x + item.width > other.x && other.x + other.width > item.x;
+            };
+            if (item.text.contains("##") || item.text.contains(QChar(0x2026)) || item.x < 14.9 ||
+                item.x + item.width > page.size.width() - 14.9 || item.baseline > page.size.height() - 12 ||
+                std::ranges::any_of(page.texts, isOver))
+                qFatal("not whole: %s", qPrintable(item.text));
+        }
+    }
+    return text;
+}
 
 /// A catalog of its own with the small chart of accounts, into which a test posts rows that it writes down as
 /// a table, and from which it opens the shipped reports.

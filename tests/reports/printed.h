@@ -74,6 +74,8 @@ inline report::DocumentPtr printedBalance(const char *which, const Period &perio
 
 /// "-1,234.50"; nullopt for anything else.
 inline std::optional<Cents> figure(QString text) {
+    if (text == QChar(0x2013)) // a total of nothing
+        return 0;
     static const QRegularExpression Shape("^-?[0-9]{1,3}(,[0-9]{3})*\\.[0-9]{2}$");
     if (!Shape.match(text).hasMatch())
         return {};
@@ -170,8 +172,8 @@ struct Balance {
         for (const PrintedLine &line : balanceOf(document)) {
             if (line.name.startsWith("Grand total"))
                 grand = line.amounts;
-            else if (line.name.startsWith("Difference"))
-                difference = line;
+            else if (line.name.endsWith("without a counterpart"))
+                (line.name.startsWith("Opening") ? openings : entries) = line.amounts;
             else if (line.name.startsWith("Total CONTROL"))
                 heads[line.name.section(' ', 2, 2)] = line.amounts;
             else if (!line.code.isEmpty())
@@ -181,7 +183,8 @@ struct Balance {
     std::map<QString, Columns> rows;  ///< by code
     std::map<QString, Columns> heads; ///< the totals of control accounts, by their code
     Columns grand;
-    std::optional<PrintedLine> difference;
+    Columns openings; ///< what lacks of the opening balances, and of the entries; none when nothing does
+    Columns entries;
 };
 
 } // namespace zel::test

@@ -17,10 +17,7 @@ namespace zel::test {
 class ReportDesk {
 public:
     explicit ReportDesk(const Sql &more = {}) : office(Office::Chart::Demo) {
-        const QDir definitions(ZEL_SOURCE_DIR "/tests/reports/definitions");
-        for (const QString &file : definitions.entryList({"*.rpt"}))
-            if (!QFile::copy(definitions.filePath(file), office.folder() + "/" + file))
-                qFatal("no report definition");
+        office.addReports(ZEL_SOURCE_DIR "/tests/reports/definitions");
         post();
         recordProcedures();
         if (!more.text().empty())

@@ -13,8 +13,6 @@ class tst_book_documents : public QObject {
 private Q_SLOTS:
     void documents_data();
     void documents();
-    void companies_data();
-    void companies();
     void companyBlock_data();
     void companyBlock();
     void headings_data();
@@ -97,39 +95,31 @@ void tst_book_documents::documents_data() {
                                       "2024-03-01 | CR 2 | 3 | 1.1.1 | - | 750.50 | 0 | -\n"
                                       "2024-03-02 | CP 7 | 1 | 5.1.1 | 1.1.1 | 300 | 0 | RENT\n"
                                       "2024-03-02 | CP 7 | 2 | 1.1.1 | - | 0 | 300 | RENT\n";
-    const QStringList ledger{"Opening balance 0.00",
-                             "01/03/2024 CR - 2 VARIOUS ACCOUNTS 750.50 750.50 Dr",
-                             "02/03/2024 CP - 7 RENT 300.00 450.50 Dr",
-                             "RENT",
-                             "Total of the period 750.50 300.00",
-                             "Closing balance 450.50 Dr"};
+    const QStringList ledger{"Opening balance 0.00", "01/03/2024 CR - 2 VARIOUS ACCOUNTS 750.50 750.50 Dr",
+                             "02/03/2024 CP - 7 RENT RENT 300.00 450.50 Dr",
+                             "Total of the period 750.50 300.00", "Closing balance 450.50 Dr"};
     QTest::newRow("receipts and payments")
         << QString() << receiptAndPayment << QString() << Period()
         << QStringList{"Opening balance 0.00",
-                       "01/03/2024 CR - 2 TUITION FEE 500.00 500.00 Dr",
-                       "FEES",
+                       "01/03/2024 CR - 2 TUITION FEE FEES 500.00 500.00 Dr",
                        "01/03/2024 CR - 2 REGISTRATION FEE 250.50 750.50 Dr",
-                       "02/03/2024 CP - 7 RENT 300.00 450.50 Dr",
-                       "RENT",
+                       "02/03/2024 CP - 7 RENT RENT 300.00 450.50 Dr",
                        "Total of the period 750.50 300.00",
                        "Closing balance 450.50 Dr"}
         << ledger << ledger;
 
-    // Of one day the kinds in the order of their letters, then numbers as numbers, then entries; the other
-    // side of each pair isn't the account's. What was before the period is in the opening balance.
+    // Of one day what the account got, journals, what it paid, each by number, then entries; the other side
+    // of each pair isn't the account's. What was before the period is in the opening balance.
     const QStringList alike{"Opening balance 1,000.25 Dr",
-                            "05/03/2024 BP - 3 CITY BANK 1,000.00 2,000.25 Dr",
-                            "DRAWN",
-                            "05/03/2024 JV - 9 CAPITAL OF THE INSTITUTE 5.00 2,005.25 Dr",
-                            "CAPITAL",
-                            "05/03/2024 JV - 9 CAPITAL OF THE INSTITUTE 7.00 2,012.25 Dr",
-                            "CAPITAL",
-                            "05/03/2024 JV - 10 ELECTRICITY 20.00 1,992.25 Dr",
-                            "LIGHT",
-                            "31/03/2024 BR - 4 CITY BANK 600.00 1,392.25 Dr",
-                            "PAID IN",
-                            "Total of the period 1,012.00 620.00",
-                            "Closing balance 1,392.25 Dr"};
+                            "05/03/2024 BP - 3 CITY BANK DRAWN 1,000.00 2,000.25 Dr",
+                            "05/03/2024 JV - 9 CAPITAL OF THE INSTITUTE CAPITAL 5.00 2,005.25 Dr",
+                            "05/03/2024 JV - 9 CAPITAL OF THE INSTITUTE CAPITAL 7.00 2,012.25 Dr",
+                            "05/03/2024 JV - 10 ELECTRICITY LIGHT 20.00 1,992.25 Dr",
+                            "05/03/2024 CP - 1 RENT 1,900.00 92.25 Dr",
+                            "31/03/2024 BP - 12 CITY BANK DRAWN 550.00 642.25 Dr",
+                            "31/03/2024 BR - 4 CITY BANK PAID IN 600.00 42.25 Dr",
+                            "Total of the period 1,562.00 2,520.00",
+                            "Closing balance 42.25 Dr"};
     QTest::newRow("all kinds, before and after the period")
         << QString("update Accounts set OpenBal = 100, openDate = '2024-12-31' where AcNodes = '1.1.1'")
         << QString("2024-03-05 | JV 10 | 1 | 5.1.2 | 1.1.1 | 20 | 0 | LIGHT\n"
@@ -138,6 +128,10 @@ void tst_book_documents::documents_data() {
                    "2024-03-05 | JV 9 | 2 | 3.1.1 | 1.1.1 | 0 | 7 | CAPITAL\n"
                    "2024-03-05 | JV 9 | 1 | 1.1.1 | 3.1.1 | 5 | 0 | CAPITAL\n"
                    "2024-03-05 | JV 9 | 1 | 3.1.1 | 1.1.1 | 0 | 5 | CAPITAL\n"
+                   "2024-03-05 | CP 1 | 1 | 5.1.1 | 1.1.1 | 1900 | 0 | -\n"
+                   "2024-03-05 | CP 1 | 2 | 1.1.1 | - | 0 | 1900 | -\n"
+                   "2024-03-31 | BP 12 | 1 | 1.1.1 | 1.1.2 | 550 | 0 | DRAWN\n"
+                   "2024-03-31 | BP 12 | 1 | 1.1.2 | 1.1.1 | 0 | 550 | DRAWN\n"
                    "2024-03-05 | BP 3 | 1 | 1.1.1 | 1.1.2 | 1000 | 0 | DRAWN\n"
                    "2024-03-05 | BP 3 | 1 | 1.1.2 | 1.1.1 | 0 | 1000 | DRAWN\n"
                    "2024-03-31 | BR 4 | 1 | 1.1.2 | 1.1.1 | 600 | 0 | PAID IN\n"
@@ -150,14 +144,14 @@ void tst_book_documents::documents_data() {
                    "2024-02-29 | CR 1 | 2 | 1.1.1 | - | 900.25 | 0 | BEFORE\n")
         << QString() << Period() << alike << alike << alike;
 
-    const QStringList overdrawn{"Opening balance 1,234,567.89 Cr", "Total of the period 0.00 0.00",
-                                "Closing balance 1,234,567.89 Cr"};
+    const QStringList overdrawn{"Opening balance 1,234,567.89 Cr", "No movement in this period.",
+                                "Total of the period – –", "Closing balance 1,234,567.89 Cr"};
     QTest::newRow("nothing in the period, opening in credit")
         << QString("update Accounts set OpenBal = -1234567.89 where AcNodes = '1.1.1'") << QString()
         << QString() << Period() << overdrawn << overdrawn << overdrawn;
 
-    const QStringList allBefore{"Opening balance 450.50 Dr", "Total of the period 0.00 0.00",
-                                "Closing balance 450.50 Dr"};
+    const QStringList allBefore{"Opening balance 450.50 Dr", "No movement in this period.",
+                                "Total of the period – –", "Closing balance 450.50 Dr"};
     QTest::newRow("nothing but what was before")
         << QString() << receiptAndPayment << QString() << Period{"2024-03-03", "2024-03-31"} << allBefore
         << allBefore << allBefore;
@@ -177,41 +171,31 @@ void tst_book_documents::documents_data() {
         << QString() << Period() << balanced << balanced << balanced;
 
     // A credit carried forward has one side only: the book shows it as received, the account never had it.
+    const QStringList nothing{"Opening balance 0.00", "No movement in this period.",
+                              "Total of the period – –", "Closing balance 0.00"};
     QTest::newRow("a row without another side")
         << QString() << QString("2024-03-09 | CF 12 | 0 | 4.1.1 | 1.1.1 | 0 | 80 | CARRIED\n") << QString()
         << Period()
-        << QStringList{"Opening balance 0.00", "09/03/2024 CF - 12 TUITION FEE 80.00 80.00 Dr", "CARRIED",
-                       "Total of the period 80.00 0.00", "Closing balance 80.00 Dr"}
-        << QStringList{"Opening balance 0.00", "Total of the period 0.00 0.00", "Closing balance 0.00"}
-        << QStringList{"Opening balance 0.00", "Total of the period 0.00 0.00", "Closing balance 0.00"};
+        << QStringList{"Opening balance 0.00", "09/03/2024 CF - 12 TUITION FEE CARRIED 80.00 80.00 Dr",
+                       "Total of the period 80.00 –", "Closing balance 80.00 Dr"}
+        << nothing << nothing;
 
+    QStringList gone = ledger;
+    gone[2].replace("RENT RENT", "Deleted account no. 18 RENT");
     QTest::newRow("the other account is gone")
         << QString() << receiptAndPayment
         << QString("delete from Accounts where AcNodes in ('5.1.1', '4.1.2')") << Period()
         << QStringList{"Opening balance 0.00",
-                       "01/03/2024 CR - 2 TUITION FEE 500.00 500.00 Dr",
-                       "FEES",
+                       "01/03/2024 CR - 2 TUITION FEE FEES 500.00 500.00 Dr",
                        "01/03/2024 CR - 2 Deleted account no. 15 250.50 750.50 Dr",
-                       "02/03/2024 CP - 7 Deleted account no. 18 300.00 450.50 Dr",
-                       "RENT",
+                       "02/03/2024 CP - 7 Deleted account no. 18 RENT 300.00 450.50 Dr",
                        "Total of the period 750.50 300.00",
                        "Closing balance 450.50 Dr"}
-        << QStringList{"Opening balance 0.00",
-                       "01/03/2024 CR - 2 VARIOUS ACCOUNTS 750.50 750.50 Dr",
-                       "02/03/2024 CP - 7 Deleted account no. 18 300.00 450.50 Dr",
-                       "RENT",
-                       "Total of the period 750.50 300.00",
-                       "Closing balance 450.50 Dr"}
-        << QStringList{"Opening balance 0.00",
-                       "01/03/2024 CR - 2 VARIOUS ACCOUNTS 750.50 750.50 Dr",
-                       "02/03/2024 CP - 7 Deleted account no. 18 300.00 450.50 Dr",
-                       "RENT",
-                       "Total of the period 750.50 300.00",
-                       "Closing balance 450.50 Dr"};
+        << gone << gone;
 
     const QStringList fromDeleted{"Opening balance 0.00",
-                                  "04/03/2024 JV - 1 Deleted account no. 18 10.00 10.00 Dr", "BACK",
-                                  "Total of the period 10.00 0.00", "Closing balance 10.00 Dr"};
+                                  "04/03/2024 JV - 1 Deleted account no. 18 BACK 10.00 10.00 Dr",
+                                  "Total of the period 10.00 –", "Closing balance 10.00 Dr"};
     QTest::newRow("the other account of a pair is gone")
         << QString()
         << QString("2024-03-04 | JV 1 | 1 | 1.1.1 | 5.1.1 | 10 | 0 | BACK\n"
@@ -224,30 +208,24 @@ void tst_book_documents::documents_data() {
         << QString("2024-03-04 | BR 1 | 1 | 1.1.2 | 1.1.1 | 10 | 0 | PAID IN\n"
                    "2024-03-04 | BR 1 | 1 | 1.1.1 | 1.1.2 | 0 | 10 | PAID IN\n")
         << QString("update DetJV set ChecqNo = '00451872', BillNo = '77', FileNo = 'F-9'") << Period()
-        << QStringList{"Opening balance 0.00", "04/03/2024 BR - 1 CITY BANK 10.00 10.00 Cr",
-                       "PAID IN   Cheque no. 00451872", "Total of the period 0.00 10.00",
-                       "Closing balance 10.00 Cr"}
-        << QStringList{"Opening balance 0.00", "04/03/2024 BR - 1 CITY BANK 10.00 10.00 Cr", "PAID IN",
-                       "Total of the period 0.00 10.00", "Closing balance 10.00 Cr"}
+        << QStringList{"Opening balance 0.00",
+                       "04/03/2024 BR - 1 CITY BANK PAID IN   Cheque no. 00451872 10.00 10.00 Cr",
+                       "Total of the period – 10.00", "Closing balance 10.00 Cr"}
+        << QStringList{"Opening balance 0.00", "04/03/2024 BR - 1 CITY BANK PAID IN 10.00 10.00 Cr",
+                       "Total of the period – 10.00", "Closing balance 10.00 Cr"}
         << QStringList{"Opening balance 0.00", "04/03/2024 BR - 1 CITY BANK 10.00 10.00 Cr",
                        "PAID IN   Cheque no. 00451872   Bill no. 77   File no. F-9",
-                       "Total of the period 0.00 10.00", "Closing balance 10.00 Cr"};
+                       "Total of the period – 10.00", "Closing balance 10.00 Cr"};
+    const QStringList taken{"Opening balance 0.00", "01/03/2024 BP - 1 CITY BANK -50.00 50.00 Cr",
+                            "01/03/2024 BP - 2 CITY BANK 50.00 Cr", "Total of the period -50.00 –",
+                            "Closing balance 50.00 Cr"};
     QTest::newRow("negative and zero amounts")
         << QString()
         << QString("2024-03-01 | BP 1 | 1 | 1.1.1 | 1.1.2 | -50 | 0 | -\n"
                    "2024-03-01 | BP 1 | 1 | 1.1.2 | 1.1.1 | 0 | -50 | -\n"
                    "2024-03-01 | BP 2 | 1 | 1.1.1 | 1.1.2 | 0 | 0 | -\n"
                    "2024-03-01 | BP 2 | 1 | 1.1.2 | 1.1.1 | 0 | 0 | -\n")
-        << QString() << Period()
-        << QStringList{"Opening balance 0.00", "01/03/2024 BP - 1 CITY BANK -50.00 50.00 Cr",
-                       "01/03/2024 BP - 2 CITY BANK 50.00 Cr", "Total of the period -50.00 0.00",
-                       "Closing balance 50.00 Cr"}
-        << QStringList{"Opening balance 0.00", "01/03/2024 BP - 1 CITY BANK -50.00 50.00 Cr",
-                       "01/03/2024 BP - 2 CITY BANK 50.00 Cr", "Total of the period -50.00 0.00",
-                       "Closing balance 50.00 Cr"}
-        << QStringList{"Opening balance 0.00", "01/03/2024 BP - 1 CITY BANK -50.00 50.00 Cr",
-                       "01/03/2024 BP - 2 CITY BANK 50.00 Cr", "Total of the period -50.00 0.00",
-                       "Closing balance 50.00 Cr"};
+        << QString() << Period() << taken << taken << taken;
 }
 
 void tst_book_documents::documents() {
@@ -267,65 +245,25 @@ void tst_book_documents::documents() {
     QCOMPARE(body(*detailLedger(catalog, "1.1.1", period)), detail);
 }
 
-void tst_book_documents::companies_data() {
-    QTest::addColumn<QString>("change");
-    QTest::addColumn<QStringList>("books");   // first line of each page of the book
-    QTest::addColumn<QStringList>("ledgers"); // and of the ledger
-    const QString name = "NORTHFIELD INSTITUTE CASH BOOK";
-    const QString ledger = "NORTHFIELD INSTITUTE LEDGER";
-    QTest::newRow("one active") << QString() << QStringList{name} << QStringList{ledger};
-    QTest::newRow("none active") << QString("update Company set comActive = null") << QStringList{""}
-                                 << QStringList{"LEDGER"};
-    QTest::newRow("no company at all")
-        << QString("delete from Company") << QStringList{""} << QStringList{"LEDGER"};
-    QTest::newRow("two active") << QString(
-                                       "insert into Company (Company, comActive) values ('SOUTHFIELD', 'Y')")
-                                << QStringList{name, "SOUTHFIELD CASH BOOK"} << QStringList{ledger};
-}
-
-void tst_book_documents::companies() {
-    QFETCH(QString, change);
-    QFETCH(QStringList, books);
-    QFETCH(QStringList, ledgers);
-    PostedCatalog catalog;
-    catalog.post("2024-03-02 | CP 7 | 1 | 5.1.1 | 1.1.1 | 300 | 0 | RENT\n"
-                 "2024-03-02 | CP 7 | 2 | 1.1.1 | - | 0 | 300 | RENT\n");
-    catalog.execute(change);
-    const auto firstLines = [](const DocumentPtr &document) {
-        QStringList lines;
-        for (int page = 0; page < document->pageCount(); ++page) {
-            const QString text = document->page(page).plainText();
-            lines += text.section('\n', 0, 0);
-            // Each company's book stands for itself.
-            if (!text.isEmpty() && (!text.endsWith(" Page 1 of 1") || text.count("300.00 Cr") != 2))
-                lines.last() += " and something else";
-        }
-        return lines;
-    };
-    QCOMPARE(firstLines(book(catalog, "1.1.1")->document()), books);
-    QCOMPARE(firstLines(simpleLedger(catalog, "1.1.1")->document()), ledgers);
-}
-
 void tst_book_documents::headings_data() {
     QTest::addColumn<QString>("prepare");
     QTest::addColumn<QString>("account");
     QTest::addColumn<QStringList>("lines"); // of the book, of both ledgers
     QTest::newRow("cash") << QString() << "1.1.1"
-                          << QStringList{"CASH BOOK", "Account 1.1.1   CASH IN HAND", "LEDGER",
-                                         "Account 1.1.1   CASH IN HAND", "DETAIL LEDGER"};
+                          << QStringList{"CASH BOOK", "1.1.1   CASH IN HAND", "LEDGER",
+                                         "1.1.1   CASH IN HAND", "DETAIL LEDGER"};
     QTest::newRow("bank") << QString() << "1.1.2"
-                          << QStringList{"BANK BOOK", "Account 1.1.2   CITY BANK", "LEDGER",
-                                         "Account 1.1.2   CITY BANK", "DETAIL LEDGER"};
+                          << QStringList{"BANK BOOK", "1.1.2   CITY BANK", "LEDGER", "1.1.2   CITY BANK",
+                                         "DETAIL LEDGER"};
     QTest::newRow("another account") << QString() << "5.1.1"
-                                     << QStringList{"CASH AND BANK BOOK", "Account 5.1.1   RENT", "LEDGER",
-                                                    "Account 5.1.1   RENT", "DETAIL LEDGER"};
+                                     << QStringList{"CASH AND BANK BOOK", "5.1.1   RENT", "LEDGER",
+                                                    "5.1.1   RENT", "DETAIL LEDGER"};
     QTest::newRow("deleted") << QString("delete from Accounts where AcNodes = '1.1.1'") << "1.1.1"
-                             << QStringList{"CASH AND BANK BOOK", "Account Deleted account", "LEDGER",
-                                            "Account Deleted account no. 0", "DETAIL LEDGER"};
+                             << QStringList{"CASH AND BANK BOOK", "Deleted account", "LEDGER",
+                                            "Deleted account no. 0", "DETAIL LEDGER"};
     QTest::newRow("no setting of the cash account")
         << QString("delete from VouSetting") << "1.1.2"
-        << QStringList{"BANK BOOK", "Account 1.1.2   CITY BANK", "LEDGER", "Account 1.1.2   CITY BANK",
-                       "DETAIL LEDGER"};
+        << QStringList{"BANK BOOK", "1.1.2   CITY BANK", "LEDGER", "1.1.2   CITY BANK", "DETAIL LEDGER"};
 }
 
 void tst_book_documents::headings() {
@@ -335,36 +273,41 @@ void tst_book_documents::headings() {
     PostedCatalog catalog;
     catalog.execute(prepare);
     const auto heading = [](const std::shared_ptr<Report> &report) {
-        QStringList first = report->document()->plainText().split('\n').first(3);
-        first[0].remove("NORTHFIELD INSTITUTE ");
+        QStringList first = report->document()->plainText().split('\n').mid(1, 3);
+        first[0].remove(" From :  01/03/2024  To :  31/03/2024");
         return first;
     };
     const QStringList booked = heading(book(catalog, account));
     const QStringList simple = heading(simpleLedger(catalog, account));
     const QStringList detailed = heading(detailLedger(catalog, account));
     QCOMPARE((QStringList{booked[0], booked[1], simple[0], simple[1], detailed[0]}), lines);
-    for (const QStringList &each : {booked, simple, detailed})
-        QCOMPARE(each[2], QString("Period From :  01/03/2024  To :  31/03/2024"));
+    // A bank's movements have their cheques in a column.
+    const QString heads = account == "1.1.2" ? "Account and narration Cheque no. " : "Account and narration ";
+    QVERIFY2(booked[2].startsWith("Date Voucher " + heads + "Receipts"), qPrintable(booked[2]));
+    for (const QStringList &each : {simple, detailed})
+        QVERIFY2(each[2].startsWith("Date Voucher " + heads + "Debit"), qPrintable(each[2]));
 }
 
 void tst_book_documents::companyBlock_data() {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("address");
     QTest::addColumn<QString>("telephone");
-    QTest::addColumn<QStringList>("lines"); // above the account
-    const QString brief = "NORTHFIELD INSTITUTE";
-    const QString lengthy = "THE INSTITUTE OF COMMERCE, COMPUTER SCIENCES AND LANGUAGES";
+    QTest::addColumn<QStringList>("lines"); // above the heading
+    const QString name = "THE INSTITUTE OF COMMERCE, COMPUTER SCIENCES AND LANGUAGES";
     const QString address = "14-B, Main University Road";
-    QTest::newRow("name") << brief << QString() << QString() << QStringList{brief + " CASH BOOK"};
-    QTest::newRow("long name") << lengthy << QString() << QString() << QStringList{lengthy, "CASH BOOK"};
-    QTest::newRow("address") << lengthy << address << QString() << QStringList{lengthy, address, "CASH BOOK"};
-    QTest::newRow("telephone") << lengthy << QString() << "555 0123"
-                               << QStringList{lengthy, "Tel. 555 0123 CASH BOOK"};
-    QTest::newRow("all") << brief << address << "555 0123"
-                         << QStringList{brief, address, "Tel. 555 0123 CASH BOOK"};
+    const QString lengthy = address + ", Block 5, Gulshan-e-Iqbal, Karachi 75300, Sindh, Pakistan";
+    const QString none;
+    QTest::newRow("name") << name << none << none << QStringList{name};
+    QTest::newRow("address") << name << address << none << QStringList{name, address};
+    QTest::newRow("telephone") << name << none << "555 0123" << QStringList{name, "Tel. 555 0123"};
+    QTest::newRow("on one line") << name << address << "555 0123"
+                                 << QStringList{name, address + "   Tel. 555 0123"};
+    QTest::newRow("on two lines") << name << lengthy << "555 0123"
+                                  << QStringList{name, lengthy, "Tel. 555 0123"};
+    QTest::newRow("nothing") << none << none << none << QStringList();
 }
 
-/// Whatever is known of the company, its block ends beside or above the title and touches nothing.
+/// What isn't known of the company takes no room.
 void tst_book_documents::companyBlock() {
     QFETCH(QString, name);
     QFETCH(QString, address);
@@ -374,15 +317,13 @@ void tst_book_documents::companyBlock() {
     catalog.execute("update Company set Company = '" + name + "', comAddr = '" + address + "', comTel = '" +
                     telephone + "'");
     const auto document = book(catalog, "1.1.1")->document();
-    QCOMPARE(document->plainText().split('\n').first(lines.size()), lines);
+    const QStringList found = document->plainText().split('\n');
+    QCOMPARE(found.first(lines.size()), lines);
+    QVERIFY2(found[lines.size()].startsWith("CASH BOOK "), qPrintable(found[lines.size()]));
     const auto texts = document->page(0).texts;
-    const auto title = std::ranges::find(texts, QString("CASH BOOK"), &TextItem::text);
-    QVERIFY(title != texts.end());
-    for (const TextItem &item : texts) {
-        const bool beside = item.x + item.width < title->x;
-        QVERIFY2(beside || std::abs(item.baseline - title->baseline) > 4 || &item == &*title,
-                 qPrintable(item.text));
-    }
+    const auto heading = std::ranges::find(texts, QString("CASH BOOK"), &TextItem::text);
+    const double block = lines.isEmpty() ? 0 : 8.8 + 3.9 * double(lines.size() - 1);
+    QVERIFY(std::abs(heading->baseline - 14 - block - 4.5) < 0.2);
 }
 
 /// Every page says what the one before ended with, and adds its own rows to it.
@@ -417,7 +358,9 @@ void tst_book_documents::carriedForward() {
         Decimal sum = Decimal::fromInteger(0);
         for (int page = 0; page < document->pageCount(); ++page) {
             const QStringList lines = document->page(page).plainText().split('\n');
-            QVERIFY2(lines.contains(carried), qPrintable(carried));
+            const auto heads = lines.indexOf(QRegularExpression("^Date Voucher .*"));
+            QCOMPARE(lines.value(heads + 1), carried);
+            int rowsHere = 0;
             for (const QString &line : lines) {
                 static const QRegularExpression row(
                     "^02/03/2024 JV - (\\d+) .*?(-?[\\d,]+\\.07) ([\\d,.]+) Dr$");
@@ -425,6 +368,7 @@ void tst_book_documents::carriedForward() {
                 if (!match.hasMatch())
                     continue;
                 QCOMPARE(match.captured(1).toInt(), next++);
+                ++rowsHere;
                 sum += *Decimal::parse(match.captured(2).remove(',').toStdString());
                 const auto balance = sum + *Decimal::parse("1000.05");
                 QCOMPARE(QString::fromStdString(
@@ -435,10 +379,11 @@ void tst_book_documents::carriedForward() {
             QCOMPARE(ends.size(), page + 1 < document->pageCount() ? 1 : 0);
             if (ends.isEmpty())
                 break;
+            QVERIFY2(rowsHere >= 32, qPrintable(QString("%1 rows").arg(rowsHere)));
             carried = QString(ends.first()).replace("Carried", "Brought");
             const QString total =
                 QLocale(QLocale::English).toString(QString::fromStdString(sum.toString()).toDouble(), 'f', 2);
-            QVERIFY2(carried.startsWith("Brought forward " + total + " 0.00 "), qPrintable(carried));
+            QVERIFY2(carried.startsWith("Brought forward " + total + " – "), qPrintable(carried));
         }
         QCOMPARE(next, 151);
     }
@@ -460,23 +405,7 @@ void tst_book_documents::bigAndLong() {
                     .arg(name + name);
     catalog.post(rows);
     const auto check = [](const std::shared_ptr<Report> &report) {
-        const auto document = report->document();
-        QString text;
-        for (int index = 0; index < document->pageCount(); ++index) {
-            const Page page = document->page(index);
-            text += page.plainText() + '\n';
-            for (const TextItem &item : page.texts) {
-                QVERIFY2(!item.text.contains("##") && !item.text.contains(QChar(0x2026)),
-                         qPrintable(item.text));
-                QVERIFY2(item.x > 14.9 && item.x + item.width < page.size.width() - 14.9,
-                         qPrintable(item.text));
-                for (const TextItem &other : page.texts) {
-                    const bool apart = std::abs(item.baseline - other.baseline) > 2 || &item == &other ||
-                                       item.x + item.width <= other.x || other.x + other.width <= item.x;
-                    QVERIFY2(apart, qPrintable(item.text + " over " + other.text));
-                }
-            }
-        }
+        const QString text = wholeText(*report->document());
         QVERIFY(text.contains("Opening balance 9,999,999,999.99 Cr"));
         QVERIFY(text.contains("Closing balance 409,999,999,999.59 Cr"));
         QCOMPARE(text.count("9,999,999,999.99 "), 41);

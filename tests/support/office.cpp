@@ -7,7 +7,10 @@
 #include "shell/module1.h"
 #include "tests/support/driver.h"
 
+#include <QDir>
+#include <QDirIterator>
 #include <QFile>
+#include <QFileInfo>
 #include <QtTest>
 
 namespace zel::test {
@@ -74,6 +77,15 @@ void Office::logIn(const QString &user, const QString &password) {
     press(Qt::Key_Return);
     QVERIFY2(form("MDIForm1"), "the login was refused");
     QVERIFY(QTest::qWaitForWindowActive(form("MDIForm1")));
+}
+
+void Office::addReports(const QString &from) const {
+    for (QDirIterator files(from, {"*.rpt"}, QDir::Files, QDirIterator::Subdirectories); files.hasNext();) {
+        const QString target = folder() + "/" + QDir(from).relativeFilePath(files.next());
+        QFile::remove(target);
+        if (!QDir().mkpath(QFileInfo(target).path()) || !QFile::copy(files.filePath(), target))
+            qFatal("%s can't be made", qPrintable(target));
+    }
 }
 
 void Office::execute(const Sql &statements) {

@@ -28,6 +28,10 @@ public:
     /// Shows the login and logs in by keys; the main window stands and is active when it returns.
     void logIn(const QString &user = "sa", const QString &password = {});
 
+    /// Copies a folder's report definitions, with the parts that they include, beside the program, over those
+    /// there.
+    void addReports(const QString &from) const;
+
     /// Statements of the test's own, past the program's connection.
     void execute(const Sql &statements);
     /// The rows of a statement, each one text: the cells as the screen would show them, joined by "|", Null

@@ -59,9 +59,7 @@ int main(int argc, char *argv[]) {
     return application.run([] {
         shell::setScreens(menuScreens());
         Office office;
-        const QDir reports(QCoreApplication::applicationDirPath());
-        for (const QString &report : reports.entryList({"*.rpt"}))
-            QFile::copy(reports.filePath(report), office.folder() + "/" + report);
+        office.addReports(QCoreApplication::applicationDirPath());
         logIn();
         for (const auto station : {tour::buildChart, tour::setUpVouchers, tour::bankPayment,
                                    tour::otherVouchers, tour::printBooks, tour::session})

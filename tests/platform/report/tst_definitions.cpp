@@ -3,6 +3,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QTemporaryDir>
 #include <QTest>
 
 using namespace zel;
@@ -14,9 +15,11 @@ class tst_definitions : public QObject {
 private Q_SLOTS:
     void refuses_data();
     void refuses();
-    void missingFile();
+    void includes_data();
+    void includes();
     void shippedOnesAreGood_data();
     void shippedOnesAreGood();
+    void onOtherPaper();
     void theGuideIsGood();
     void onlyWhatDiffers();
 };
@@ -37,6 +40,12 @@ QString refusal(const QByteArray &xml) {
         return error.number() == errors::BadFile ? error.description() : QString::number(error.number());
     }
     return "accepted";
+}
+
+void put(const QTemporaryDir &folder, const QString &name, const QByteArray &text) {
+    QFile file(folder.filePath(name));
+    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
+        qFatal("%s can't be written", qPrintable(name));
 }
 
 } // namespace
@@ -95,6 +104,12 @@ void tst_definitions::refuses_data() {
     row("links of two kinds",
         "<subreport name='s'><table name='U'>K text</table><link outer='{T.A}' inner='{U.K}'/></subreport>",
         "3:51", "one kind");
+    row("zero of a page header's room", "<pageHeader when='PageCount > 1'/>", "3:1", "PageCount");
+    row("follows nothing", "<detail><line/><field follow='yes'>{T.B}</field></detail>", "3:16", "follow");
+    row("total of two kinds", "<total name='a' min='{T.A}' max='{T.A}'/>", "3:29", "one of");
+    row("share of no width", "<detail height='5%'/>", "3:17", "5%");
+    row("include without a file", "<include source='x.rpt'/>", "3:1", "src");
+    row("included file missing", "<detail>\n<include src='none.rpt'/></detail>", "4:15", "no file none.rpt");
     row("not well formed", "<detail>", "4:10", "");
 }
 
@@ -107,14 +122,52 @@ void tst_definitions::refuses() {
     QVERIFY2(said.contains(word), qPrintable(said));
 }
 
-void tst_definitions::missingFile() {
+void tst_definitions::includes_data() {
+    QTest::addColumn<QByteArray>("parts"); // of parts/a.rpt, from its second line on
+    QTest::addColumn<QString>("said");
+    const auto row = [](const char *name, const char *parts, const char *said) {
+        QTest::newRow(name) << QByteArray(parts) << QString(said);
+    };
+    row("what it holds stands there", "<include src='b.rpt'/><formula name='f'>{b}</formula></parts>",
+        "accepted");
+    row("formula", "<formula name='f'>\n{c}</formula></parts>", "parts/a.rpt:3:1: Invalid name {c}.");
+    row("band", "<detail><field style='no'>{T.A}</field></detail></parts>",
+        "parts/a.rpt:2:23: There is no style no.");
+    row("behind what it includes", "<include src='b.rpt'/>\n<tabel/></parts>",
+        "parts/a.rpt:3:1: A report has no <tabel>.");
+    row("behind the include", "<formula name='taken'>1</formula></parts>",
+        "r.rpt:3:44: The name taken is taken.");
+    row("image from its own folder", "<detail><image src='no.png'/></detail></parts>",
+        "parts/a.rpt:2:21: There is no image no.png.");
+    row("more than one root", "</parts><x/>", "parts/a.rpt:2:13: Extra content at end of document.");
+    row("another element", "</parts>", "");
+    row("missing", "<include src='../c.rpt'/></parts>", "parts/a.rpt:2:15: There is no file ../c.rpt.");
+    row("itself", "<include src='a.rpt'/></parts>", "parts/a.rpt:2:15: a.rpt includes itself.");
+    row("the report", "<include src='../r.rpt'/></parts>", "parts/a.rpt:2:15: ../r.rpt includes itself.");
+    row("a circle", "<include src='./../parts/d.rpt'/></parts>", "parts/d.rpt:1:22: a.rpt includes itself.");
+}
+
+void tst_definitions::includes() {
+    QFETCH(QByteArray, parts);
+    QFETCH(QString, said);
+    const QTemporaryDir folder;
+    QVERIFY(QDir(folder.path()).mkdir("parts"));
+    put(folder, "r.rpt",
+        "<report name=\"r\"><table name=\"T\">A number, B text</table>\n\n"
+        "<include src='parts/a.rpt'/><formula name=\"taken\">1</formula></report>");
+    const bool other = said.isEmpty();
+    put(folder, "parts/a.rpt", (other ? "<part>\n" : "<parts>\n") + (other ? QByteArray("</part>") : parts));
+    put(folder, "parts/b.rpt", "<parts><formula name='b'>1</formula></parts>");
+    put(folder, "parts/d.rpt", "<parts><include src='a.rpt'/></parts>");
+    QString found = "accepted";
     try {
-        static_cast<void>(readDefinition(QString("/no/such/rptX.rpt")));
-        QFAIL("not refused");
+        static_cast<void>(readDefinition(folder.filePath("r.rpt")));
     } catch (const Error &error) {
-        QCOMPARE(error.number(), errors::FileNotFound);
-        QVERIFY(error.description().contains("rptX.rpt"));
+        QCOMPARE(error.number(), errors::BadFile);
+        found = error.description();
     }
+    QCOMPARE(found.remove(folder.path() + '/'),
+             other ? "parts/a.rpt:1:1: What is included must be <parts>." : said);
 }
 
 void tst_definitions::shippedOnesAreGood_data() {
@@ -130,6 +183,28 @@ void tst_definitions::shippedOnesAreGood() {
     QFETCH(QString, path);
     const auto definition = readDefinition(path);
     QCOMPARE(definition->name + ".rpt", QFileInfo(path).fileName());
+}
+
+/// An office's paper is told once, and every document fits it.
+void tst_definitions::onOtherPaper() {
+    const QTemporaryDir folder;
+    QVERIFY(QDir(folder.path()).mkdir("parts"));
+    const auto read = [](const QString &name) {
+        QFile file(ZEL_SOURCE_DIR "/rpt/" + name);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    };
+    for (const QString &part : QDir(ZEL_SOURCE_DIR "/rpt/parts").entryList({"*.rpt"}))
+        put(folder, "parts/" + part, read("parts/" + part));
+    const std::pair<const char *, QSizeF> papers[] = {{"size=\"Letter\"", {215.9, 279.4}},
+                                                      {"size=\"A5\"", {148, 210}},
+                                                      {"width=\"180\" height=\"350\"", {180, 350}}};
+    for (const auto &[page, size] : papers) {
+        put(folder, "parts/office.rpt", read("parts/office.rpt").replace("size=\"A4\"", page));
+        for (const QString &name : QDir(ZEL_SOURCE_DIR "/rpt").entryList({"*.rpt"})) {
+            const QSizeF found = readDefinition(read(name), name, folder.path())->pageSize;
+            QCOMPARE(name == "rptTrialBalance3.rpt" ? found.transposed() : found, size);
+        }
+    }
 }
 
 void tst_definitions::theGuideIsGood() {

@@ -27,7 +27,6 @@ private Q_SLOTS:
     void voucherRefused_data();
     void voucherRefused();
     void logonRefused();
-    void longVoucher();
     void journalPairsStayTogether_data();
     void journalPairsStayTogether();
     void chart();
@@ -98,45 +97,45 @@ void tst_documents::voucher_data() {
     QTest::addColumn<QString>("signatures");
     const QString lines = "Code Account Cheque no. Bill no. File no. Amount\n"
                           "5.1.1 RENT 00451872 77 F-9 125,000.00\n"
-                          "Rent for March%1\n"
+                          "Rent for March\n"
                           "5.1.2 ELECTRICITY 00451872 77 F-9 18,450.75\n"
-                          "%2Total 143,450.75\n";
-    const QString bankLines = lines.arg("  (1.1.2 CITY BANK)", "(1.1.2 CITY BANK)\n");
-    const QString cashLines = lines.arg("", "");
+                          "Total Rs. 143,450.75\n";
     const QString four = "Prepared by Checked by Approved by Received by";
     QTest::newRow("BP") << false << false
                         << "BANK PAYMENT VOUCHER\n"
                            "Voucher No. BP - 5 Date 14/03/2024\n"
                            "Paid to CITY PROPERTIES\n"
-                        << bankLines << four;
+                           "Paid from 1.1.2 CITY BANK\n"
+                        << lines << four;
     QTest::newRow("BR") << true << false
-                        << "BANK RECEIVE VOUCHER\n"
+                        << "BANK RECEIPT VOUCHER\n"
                            "Voucher No. BR - 5 Date 14/03/2024\n"
                            "Received from CITY PROPERTIES\n"
-                        << bankLines << four;
+                           "Received in 1.1.2 CITY BANK\n"
+                        << lines << four;
     QTest::newRow("CP") << false << true
                         << "CASH PAYMENT VOUCHER\n"
                            "Voucher No. CP - 5 Date 14/03/2024\n"
                            "Paid to CITY PROPERTIES\n"
                            "Paid from 1.1.2 CITY BANK\n"
-                        << cashLines << four;
+                        << lines << four;
     QTest::newRow("CR") << true << true
-                        << "CASH RECEIVE VOUCHER\n"
+                        << "CASH RECEIPT VOUCHER\n"
                            "Voucher No. CR - 5 Date 14/03/2024\n"
                            "Received from CITY PROPERTIES\n"
                            "Received in 1.1.2 CITY BANK\n"
-                        << cashLines << four;
+                        << lines << four;
     QTest::newRow("JV") << false << false
                         << "JOURNAL VOUCHER\n"
                            "Voucher No. JV - 5 Date 14/03/2024\n"
-                           "Paid to CITY PROPERTIES\n"
+                           "Particulars CITY PROPERTIES\n"
                         << "Code Account Cheque no. Bill no. File no. Debit Credit\n"
                            "5.1.1 RENT 00451872 77 F-9 125,000.00\n"
                            "1.1.2 CITY BANK 125,000.00\n"
                            "Rent for March\n"
                            "5.1.2 ELECTRICITY 00451872 77 F-9 18,450.75\n"
                            "1.1.2 CITY BANK 18,450.75\n"
-                           "Total 143,450.75 143,450.75\n"
+                           "Total Rs. 143,450.75 143,450.75\n"
                         << "Prepared by Checked by Approved by";
 }
 
@@ -175,13 +174,12 @@ void tst_documents::voucher() {
     const auto document = report->document();
     QCOMPARE(document->plainText(),
              "NORTHFIELD INSTITUTE OF ACCOUNTANCY\n"
-             "STATION ROAD 14\n"
-             "Tel. 042-111   office@northfield.example " +
+             "STATION ROAD 14   Tel. 042-111   office@northfield.example\n" +
                  heading + lines +
                  "Amount in words One Hundred Forty Three Thousand Four Hundred Fifty and 75/100 Only\n"
                  "(One Lakh Forty Three Thousand Four Hundred Fifty and 75/100 Only)\n"
                  "AMINA\n" +
-                 signatures + "\nPrinted by sa on 14/03/2024 at 09:05 Page 1 of 1");
+                 signatures + "\nPrinted by sa on 14/03/2024 at 09:05 Amounts in Rs. Page 1 of 1");
 }
 
 void tst_documents::voucherPages_data() {
@@ -195,7 +193,7 @@ void tst_documents::voucherPages_data() {
         << QString("update Company set comActive = null") << 5 << QStringList{""};
     QTest::newRow("two active companies")
         << QString("insert into Company (Company, comActive) values ('SOUTHFIELD', 'Y')") << 5
-        << QStringList{name, "SOUTHFIELD BANK PAYMENT VOUCHER"};
+        << QStringList{name, "SOUTHFIELD"};
 }
 
 void tst_documents::voucherPages() {
@@ -247,31 +245,6 @@ void tst_documents::logonRefused() {
     }
 }
 
-void tst_documents::longVoucher() {
-    addVoucher(5);
-    for (int entry = 1; entry <= 40; ++entry)
-        addPair(5, entry, "5.1.1", "1000.01",
-                "A narration that is long enough to need a second line on the voucher " + QString(60, 'x'));
-    auto report = open("rptBP.rpt");
-    report->RecordSelectionFormula =
-        "{MasJV.VouNo}= 5 and {MasJV.VouStatus} = 'BP' and {Company.comActive} = 'Y'";
-    const auto document = report->document();
-    QVERIFY(document->pageCount() > 1);
-    qsizetype rows = 0;
-    for (int index = 0; index < document->pageCount(); ++index) {
-        const Page page = document->page(index);
-        const QString text = page.plainText();
-        rows += text.count("1,000.01");
-        QVERIFY(text.contains("Paid to CITY PROPERTIES"));
-        QVERIFY(text.endsWith(QString("Page %1 of %2").arg(index + 1).arg(document->pageCount())));
-        QCOMPARE(text.contains("Total 40,000.40"), index + 1 == document->pageCount());
-        for (const TextItem &item : page.texts)
-            QVERIFY2(item.baseline < page.size.height() - 12 && item.x + item.width < page.size.width() - 14,
-                     qPrintable(item.text));
-    }
-    QCOMPARE(rows, 40);
-}
-
 void tst_documents::journalPairsStayTogether_data() {
     QTest::addColumn<int>("pairs");
     for (int pairs = 12; pairs <= 18; ++pairs) // the last one meets the page's end somewhere
@@ -308,6 +281,7 @@ void tst_documents::chart() {
             "insert into Accounts (ParentID, Dcode, AcNodes, AcName, AcStatus, OpenBal, openDate) values ('5.1', "_sql +
             code + ", '5.1." + code + "', 'EXPENSE " + code + "', 'DD', -100.05, '2024-01-01')");
     }
+    m_catalog->program().Execute("update Accounts set OpenBal = 0.30 where AcNodes = '5.1.1'");
     m_catalog->program().Execute(
         "insert into Accounts (ParentID, Dcode, AcNodes, AcName, AcStatus) values ('10', 0, "
         "'10', 'EMPTY', 'HH')");
@@ -316,17 +290,17 @@ void tst_documents::chart() {
     QStringList codes;
     for (const QString &line : lines) {
         static const QRegularExpression shape("^(\\d+(\\.\\d+)*) [A-Z]");
-        if (const auto match = shape.match(line); match.hasMatch())
+        if (const auto match = shape.match(line); match.hasMatch() && !line.endsWith("(continued)"))
             codes += match.captured(1);
     }
     QCOMPARE(codes.join(' '),
              QString("1 1.1 1.1.1 1.1.2 1.2 2 2.1 2.1.1 3 3.1 3.1.1 4 4.1 4.1.1 4.1.2 5 5.1 5.1.1 5.1.2 "
                      "5.1.3 5.1.4 5.1.5 5.1.6 5.1.7 5.1.8 5.1.9 5.1.10 5.1.11 10"));
-    QVERIFY(lines.contains("5.1.11 EXPENSE 11 01/01/2024 -100.05"));
-    QVERIFY(lines.contains("Total EXPENSES, 11 accounts -600.30"));
-    QVERIFY(lines.contains("Control accounts 6 Total of opening balances -600.30"));
-    QVERIFY(lines.contains("Sub-control accounts 6"));
-    QVERIFY(lines.contains("Subsidiary accounts 17"));
+    for (const char *line :
+         {"5.1.11 EXPENSE 11 01/01/2024 100.05", "11 accounts 0.30 600.30",
+          "Total EXPENSES, 11 accounts 0.30 600.30", "Opening balances without a counterpart 600.00",
+          "Grand total 600.30 600.30", "6 control accounts, 6 sub-control accounts, 17 subsidiary accounts"})
+        QVERIFY2(lines.contains(line), line);
     const auto groups = document->groups();
     QCOMPARE(groups.size(), std::size_t(6));
     QCOMPARE(groups[0].title, QString("1  ASSETS"));

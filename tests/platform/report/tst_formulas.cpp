@@ -36,6 +36,7 @@ public:
     [[nodiscard]] int pageNumber() const override { return 2; }
     [[nodiscard]] int pageCount() const override { return 9; }
     [[nodiscard]] QDateTime printTime() const override { return {QDate(2024, 3, 14), QTime(9, 5)}; }
+    [[nodiscard]] bool continued() const override { return false; }
     [[nodiscard]] QString userName() const override { return "AMINA"; }
 };
 

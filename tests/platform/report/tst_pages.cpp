@@ -83,7 +83,9 @@ void tst_pages::pages_data() {
         QTest::newRow(name) << xml << QString(text);
     };
     row("rows", reportOf(item), "pen/ink/pen/ink/pen");
-    row("full pages", reportOf(item, 20), "pen/ink/pen/ink//pen");
+    row("full pages, the last one with more than a line", reportOf(item, 20), "pen/ink/pen//ink/pen");
+    row("one line is all that a page holds",
+        reportOf("<detail height='10'><field>{S.Item}</field></detail>", 10), "pen//ink//pen//ink//pen");
     row("headers and footers",
         reportOf(
             "<reportHeader height='5'><text>TOP</text></reportHeader><pageHeader "
@@ -95,7 +97,7 @@ void tst_pages::pages_data() {
         "H/TOP/pen/ink/pen/1|2//H/ink/pen/END/2|2");
     row("last row goes with the footer",
         reportOf(item + "<reportFooter height='5'><text>END</text></reportFooter>", 25),
-        "pen/ink/pen/ink//pen/END");
+        "pen/ink/pen//ink/pen/END");
     row("footer at the foot",
         reportOf(item + "<reportFooter height='5' bottom='yes'><text>END</text></reportFooter>"),
         "pen/ink/pen/ink/pen/END");
@@ -123,7 +125,7 @@ void tst_pages::pages_data() {
                              "<pageHeader height='5'><field>'from ' &amp; {Run}</field></pageHeader>"
                              "<pageFooter height='5'><field>'to ' &amp; {Run}</field></pageFooter>";
     row("running total at a page's edges", reportOf(edges + item, 20),
-        "from 0/pen/ink/to 30.3//from 30.3/pen/ink/to 25.31//from 25.31/pen/to 25.31");
+        "from 0/pen/ink/to 30.3//from 30.3/pen/to 25.3//from 25.3/ink/pen/to 25.31");
     row("running total at edges, rows begin with a band left out",
         reportOf(edges + "<detail height='5' when='{S.Amt} > 100'><text>rich</text></detail>" + item, 20),
         "from 0/pen/ink/to 30.3//from 30.3/pen/ink/to 25.31//from 25.31/pen/to 25.31");
@@ -149,11 +151,30 @@ void tst_pages::pages_data() {
             25),
         "EAST/pen/ink/pen//WEST/ink/pen");
     row("repeated header",
-        reportOf("<group name='Area' by='{S.Area}' repeat='yes'><header "
-                 "height='5'><field>{S.Area}</field></header></group>" +
-                     item,
-                 15),
-        "EAST/pen/ink//EAST/pen//WEST/ink/pen");
+        reportOf(
+            "<group name='Area' by='{S.Area}' repeat='yes'><header height='5'><field grow='yes'>{S.Area} "
+            "&amp; (if Continued then ' again' else '')</field></header></group>" +
+                item,
+            15),
+        "EAST/pen/ink//EAST again/pen//WEST/ink/pen");
+    row("page header and footer, left out on a page",
+        reportOf("<pageHeader height='5' when='PageNumber > 1'><text>H</text></pageHeader>" + item +
+                     "<pageFooter height='5' when='PageNumber &lt; PageCount'><text>F</text></pageFooter>"
+                     "<pageFooter height='5'><field>PageNumber</field></pageFooter>",
+                 25),
+        "pen/ink/pen/F/1//H/ink/pen/2");
+    row("follows on its line where it fits",
+        reportOf(
+            "<detail height='5'><field w='24' grow='yes'>{S.Item} &amp; ' ' &amp; {S.Town}</field>"
+            "<field y='5' w='30' follow='yes'>if {S.Item} = 'ink' then 'a' else if IsNull({S.Amt}) then '' "
+            "else {S.Town} &amp; ' ROAD NO 77'</field></detail><detail height='5'><text>-</text></detail>"),
+        "pen ABLE/ABLE ROAD NO 77/-/ink ABLE a/-/pen BAKER/BAKER ROAD NO/77/-/ink ABLE a/-/pen CHARLIE/-");
+    row("least and greatest",
+        reportOf(
+            "<group name='Area' by='{S.Area}'><footer height='5'><field>{Least} &amp; ' ' &amp; {Greatest} "
+            "&amp; ' ' &amp; {All}</field></footer></group><total name='Least' min='{S.Amt}' over='Area'/>"
+            "<total name='Greatest' max='{S.Amt}' over='Area'/><total name='All' min='{S.Amt}'/>"),
+        "-5 20.2 -5/0 0.01 -5");
     row("kept group goes to the next page",
         reportOf("<group name='Area' by='{S.Area}' keep='yes'><header "
                  "height='5'><field>{S.Area}</field></header></group>" +
@@ -175,7 +196,7 @@ void tst_pages::pages_data() {
         reportOf(
             "<detail height='5'><field x='40' w='20'>{S.Amt}</field><field w='30'>{S.Item}</field></detail>",
             10),
-        "pen 10.1/ink 20.2//pen -5/ink 0.01//pen");
+        "pen 10.1/ink 20.2//pen -5//ink 0.01/pen");
     row("cut text", reportOf("<detail height='5'><field w='6'>{S.Town}</field></detail>"),
         "AB…/AB…/BA…/AB…/CH…");
     row("number too wide",
@@ -189,11 +210,15 @@ void tst_pages::pages_data() {
     row("text set smaller, then cut",
         reportOf("<detail height='5'><field w='6' shrink='yes'>{S.Town}</field></detail>"),
         "ABLE/ABLE/BAKER/ABLE/CHARL…");
-    row("zero left blank",
-        reportOf("<style name='n' blankZero='yes'/><detail height='5'><field style='n'>{S.Amt} - "
-                 "10.1</field></detail>",
-                 100),
-        "10.1/-15.1/-10.09/-10.1");
+    row("what stands for zero",
+        reportOf(
+            "<style name='n' zero=''/><style name='o' zero='nil'/><detail height='5'><field w='30' style='n'>"
+            "{S.Amt} - 10.1</field><field x='40' style='o'>{S.Amt} + 5</field></detail>"),
+        "15.1/10.1 25.2/-15.1 nil/-10.09 5.01/-10.1 5");
+    row("shares of the width",
+        reportOf("<detail height='5'><field x='50%' w='50%'>{S.Item}</field><field "
+                 "w='6%'>{S.Town}</field></detail>"),
+        "AB… pen/AB… ink/BA… pen/AB… ink/CH… pen");
 }
 
 void tst_pages::pages() {
@@ -246,8 +271,8 @@ void tst_pages::printedOnceForEach() {
     print.source->add("C", "C_Name\nNORTH\nSOUTH\n");
     print.report->RecordSelectionFormula = "{C.Name} > ''";
     QCOMPARE(print.report->document()->plainText().replace('\n', '/').replace('\f', "//"),
-             QString("NORTH 1|2 0/pen/ink/pen/ink//NORTH 2|2 25.31/pen//"
-                     "SOUTH 1|2 0/pen/ink/pen/ink//SOUTH 2|2 25.31/pen"));
+             QString("NORTH 1|2 0/pen/ink/pen//NORTH 2|2 25.3/ink/pen//"
+                     "SOUTH 1|2 0/pen/ink/pen//SOUTH 2|2 25.3/ink/pen"));
 }
 
 void tst_pages::totalsAreExact() {

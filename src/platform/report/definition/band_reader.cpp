@@ -33,15 +33,16 @@ const XmlAttribute &Attributes::required(const QString &name) {
     return *given;
 }
 
-double Attributes::number(const QString &name, double otherwise) {
+double Attributes::number(const QString &name, double otherwise, double whole, double scale) {
     const XmlAttribute *given = find(name);
     if (!given)
         return otherwise;
     bool good = false;
-    const double value = given->value.toDouble(&good);
+    const bool share = whole > 0 && given->value.endsWith(QLatin1Char('%'));
+    const double value = given->value.chopped(share ? 1 : 0).toDouble(&good);
     if (!good || !(value >= 0 && value <= 5000))
         m_file.refuse(given->valueAt, QStringLiteral("\"%1\" is no length.").arg(given->value));
-    return value;
+    return share ? value * whole / 100 : value * scale;
 }
 
 bool Attributes::flag(const QString &name, bool otherwise) {
@@ -105,6 +106,8 @@ BandDefinition DefinitionReader::readBand(const XmlElement &element) {
     Attributes attributes(m_file, element);
     BandDefinition band;
     band.when = when(attributes);
+    if (band.when && band.when->stage == Stage::Pages && element.name == QStringLiteral("pageHeader"))
+        m_file.refuse(element.at, QStringLiteral("The room of a page header can't hang on PageCount."));
     band.newPage = attributes.flag(QStringLiteral("newPage"));
     if (element.name == QStringLiteral("reportFooter"))
         band.bottom = attributes.flag(QStringLiteral("bottom"));
@@ -113,7 +116,11 @@ BandDefinition DefinitionReader::readBand(const XmlElement &element) {
         if (child.name == QStringLiteral("text") || child.name == QStringLiteral("field")) {
             FieldDefinition field = readField(child);
             const Font &font = *m_definition->styles[static_cast<std::size_t>(field.style)].font;
-            foot = std::max(foot, field.y + usualLineHeight(font));
+            if (field.follow &&
+                (band.items.empty() || !std::holds_alternative<FieldDefinition>(band.items.back())))
+                m_file.refuse(child.at, QStringLiteral("There is no field before this one to follow."));
+            if (!field.follow)
+                foot = std::max(foot, field.y + usualLineHeight(font));
             band.fixed = band.fixed && !field.grow;
             band.items.emplace_back(std::move(field));
         } else if (child.name == QStringLiteral("line")) {
@@ -143,13 +150,20 @@ BandDefinition DefinitionReader::readBand(const XmlElement &element) {
     return band;
 }
 
+double DefinitionReader::across(Attributes &attributes, const QString &name, double otherwise) const {
+    const double width = m_definition->bodyWidth();
+    return attributes.number(name, otherwise, width,
+                             m_definition->drawn > 0 ? width / m_definition->drawn : 1);
+}
+
 FieldDefinition DefinitionReader::readField(const XmlElement &element) {
     Attributes attributes(m_file, element);
     FieldDefinition field;
-    field.x = attributes.number(QStringLiteral("x"), 0);
+    field.x = across(attributes, QStringLiteral("x"), 0);
     field.y = attributes.number(QStringLiteral("y"), 0);
-    field.width = attributes.number(QStringLiteral("w"), std::max(m_definition->bodyWidth() - field.x, 0.0));
-    field.grow = attributes.flag(QStringLiteral("grow"));
+    field.width = across(attributes, QStringLiteral("w"), std::max(m_definition->bodyWidth() - field.x, 0.0));
+    field.follow = attributes.flag(QStringLiteral("follow"));
+    field.grow = attributes.flag(QStringLiteral("grow"), field.follow);
     field.shrink = attributes.flag(QStringLiteral("shrink"));
     field.when = when(attributes);
     if (const XmlAttribute *style = attributes.find(QStringLiteral("style"))) {
@@ -171,13 +185,13 @@ FieldDefinition DefinitionReader::readField(const XmlElement &element) {
 LineDefinition DefinitionReader::readLine(const XmlElement &element) {
     Attributes attributes(m_file, element);
     LineDefinition line;
-    line.x1 = attributes.number(QStringLiteral("x"), 0);
+    line.x1 = across(attributes, QStringLiteral("x"), 0);
     line.y1 = attributes.number(QStringLiteral("y"), 0);
     const double height = attributes.number(QStringLiteral("h"), 0);
     line.toFoot = attributes.flag(QStringLiteral("toFoot"));
     const bool upright = height > 0 || line.toFoot;
     const double width =
-        attributes.number(QStringLiteral("w"), upright ? 0 : m_definition->bodyWidth() - line.x1);
+        across(attributes, QStringLiteral("w"), upright ? 0 : m_definition->bodyWidth() - line.x1);
     line.x2 = line.x1 + width;
     line.y2 = line.y1 + height;
     line.thickness = attributes.number(QStringLiteral("thickness"), line.thickness);
@@ -190,9 +204,9 @@ LineDefinition DefinitionReader::readLine(const XmlElement &element) {
 BoxDefinition DefinitionReader::readBox(const XmlElement &element) {
     Attributes attributes(m_file, element);
     BoxDefinition box;
-    const double x = attributes.number(QStringLiteral("x"), 0);
+    const double x = across(attributes, QStringLiteral("x"), 0);
     const double y = attributes.number(QStringLiteral("y"), 0);
-    const double width = attributes.number(QStringLiteral("w"), m_definition->bodyWidth() - x);
+    const double width = across(attributes, QStringLiteral("w"), m_definition->bodyWidth() - x);
     box.rect = QRectF(x, y, width, attributes.number(QStringLiteral("h"), 5));
     box.thickness = attributes.number(QStringLiteral("thickness"), box.thickness);
     box.color = attributes.color(QStringLiteral("color"), box.color);
@@ -206,13 +220,13 @@ ImageDefinition DefinitionReader::readImage(const XmlElement &element) {
     Attributes attributes(m_file, element);
     ImageDefinition image;
     const XmlAttribute &source = attributes.required(QStringLiteral("src"));
-    const QImage loaded(m_folder + QLatin1Char('/') + source.value);
+    const QImage loaded(m_file.folder(source.at) + QLatin1Char('/') + source.value);
     if (loaded.isNull())
         m_file.refuse(source.valueAt, QStringLiteral("There is no image %1.").arg(source.value));
     image.image = std::make_shared<QImage>(loaded);
     const double width = attributes.number(QStringLiteral("w"), 20);
     image.rect =
-        QRectF(attributes.number(QStringLiteral("x"), 0), attributes.number(QStringLiteral("y"), 0), width,
+        QRectF(across(attributes, QStringLiteral("x"), 0), attributes.number(QStringLiteral("y"), 0), width,
                attributes.number(QStringLiteral("h"), width * loaded.height() / loaded.width()));
     attributes.done();
     return image;
@@ -222,7 +236,7 @@ SubreportPlace DefinitionReader::readPlace(const XmlElement &element) {
     Attributes attributes(m_file, element);
     SubreportPlace place;
     const XmlAttribute &name = attributes.required(QStringLiteral("subreport"));
-    place.x = attributes.number(QStringLiteral("x"), 0);
+    place.x = across(attributes, QStringLiteral("x"), 0);
     place.y = attributes.number(QStringLiteral("y"), 0);
     place.when = when(attributes);
     attributes.done();

@@ -41,12 +41,12 @@ struct FormulaDefinition {
     ExpressionPtr expression;
 };
 
-/// A sum or a count over a group's rows or over all. A running one stands at the current row.
+/// A sum, a count or the like over a group's rows or over all. A running one stands at the current row.
 struct TotalDefinition {
-    enum class Function { Sum, Count, Groups };
+    enum class Function { Sum, Min, Max, Count, Groups };
     QString name;
     Function function = Function::Sum;
-    ExpressionPtr of; ///< of Sum and Count; Count counts what is not Null, without `of` every row
+    ExpressionPtr of; ///< of all but Groups; Count counts what is not Null, without `of` every row
     int counted = -1; ///< of Groups: whose instances are counted, but for a Null one
     int group = -1;   ///< -1: over the whole report
     bool running = false;
@@ -68,7 +68,7 @@ struct StyleDefinition {
     Align align = Align::Left;
     QString picture; ///< of numbers: "##,###0.00"; none: plain
     QString dateFormat = QStringLiteral("dd/MM/yyyy");
-    bool blankZero = false;
+    std::optional<QString> zero; ///< what stands for 0
 };
 
 /// A placed text or field. Lengths in millimetres from the band's upper left corner, within the page's
@@ -80,7 +80,8 @@ struct FieldDefinition {
     ExpressionPtr expression; ///< of a field
     ExpressionPtr when;       ///< shown only when this holds
     bool grow = false;        ///< wraps, and makes its band as high as it needs; else cut with an ellipsis
-    bool shrink = false;      ///< a long text is set smaller before it is cut, as numbers always are
+    bool follow = false; ///< behind the last line of the field before it, where it fits; else grows, lower
+    bool shrink = false; ///< a long text is set smaller before it is cut, as numbers always are
 };
 
 struct LineDefinition {
@@ -155,6 +156,8 @@ struct Definition {
     bool blankWhenEmpty = false; ///< no row: one blank page, without headers and footers
     QSizeF pageSize{210, 297};
     QMarginsF margins{15, 12, 15, 12};
+    double drawn =
+        0; ///< the width for which items tell their places, which fit themselves to the page's; 0: the page's
     std::vector<StyleDefinition> styles; ///< the first is the default
     std::vector<TableDefinition> tables;
     std::vector<ParameterDefinition> parameters;
@@ -182,7 +185,7 @@ struct Definition {
 
 /// Reads a definition file. Error 53 when there is none, 54 "FILE:LINE:COLUMN: what" when it is refused.
 [[nodiscard]] std::shared_ptr<Definition> readDefinition(const QString &path);
-/// The same from text; `fileName` stands in the errors, images lie in `folder`.
+/// The same from text; `fileName` stands in the errors, included files and images lie in `folder`.
 [[nodiscard]] std::shared_ptr<Definition> readDefinition(const QByteArray &xml, const QString &fileName,
                                                          const QString &folder = {});
 

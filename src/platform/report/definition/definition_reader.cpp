@@ -48,6 +48,7 @@ std::shared_ptr<Definition> DefinitionReader::read(const XmlElement &report, Def
     if (outer) {
         m_definition->pageSize = outer->pageSize;
         m_definition->margins = outer->margins;
+        m_definition->drawn = outer->drawn;
         m_definition->styles = outer->styles;
     } else {
         m_definition->styles.emplace_back();
@@ -172,34 +173,41 @@ void DefinitionReader::readTotal(const XmlElement &element) {
             m_file.refuse(given->valueAt, QStringLiteral("There is no group %1 above.").arg(given->value));
         return group;
     };
+    using Function = TotalDefinition::Function;
+    static const std::pair<QString, Function> ways[] = {{QStringLiteral("sum"), Function::Sum},
+                                                        {QStringLiteral("running"), Function::Sum},
+                                                        {QStringLiteral("min"), Function::Min},
+                                                        {QStringLiteral("max"), Function::Max},
+                                                        {QStringLiteral("count"), Function::Count}};
+    static const QString oneOf =
+        QStringLiteral("A total is one of sum, running, min, max, count and groups.");
     TotalDefinition total;
     total.name = name;
     const XmlAttribute *what = nullptr;
-    for (const auto &way : {QStringLiteral("sum"), QStringLiteral("count"), QStringLiteral("running")}) {
+    for (const auto &[way, function] : ways) {
         const XmlAttribute *given = attributes.find(way);
         if (!given)
             continue;
         if (what)
-            m_file.refuse(given->at, QStringLiteral("A total is one of sum, count, running and groups."));
+            m_file.refuse(given->at, oneOf);
         what = given;
         total.of = formula(given->value, given->valueAt, *m_definition);
         total.running = way == QStringLiteral("running");
-        if (way == QStringLiteral("count"))
-            total.function = TotalDefinition::Function::Count;
-        else if (total.of->kind != Kind::Number)
-            m_file.refuse(given->valueAt, QStringLiteral("Only numbers can be summed."));
+        total.function = function;
+        if (function != Function::Count && total.of->kind != Kind::Number)
+            m_file.refuse(given->valueAt, QStringLiteral("Only numbers can be summed and compared."));
         if (total.of->stage > Stage::Row)
             m_file.refuse(given->valueAt, QStringLiteral("A total is taken over what rows hold."));
     }
     if (const XmlAttribute *groups = attributes.find(QStringLiteral("groups"))) {
         if (what)
-            m_file.refuse(groups->at, QStringLiteral("A total is one of sum, count, running and groups."));
+            m_file.refuse(groups->at, oneOf);
         what = groups;
-        total.function = TotalDefinition::Function::Groups;
+        total.function = Function::Groups;
         total.counted = groupIn(groups);
     }
     if (!what)
-        m_file.refuse(element.at, QStringLiteral("A total is one of sum, count, running and groups."));
+        m_file.refuse(element.at, oneOf);
     total.group = groupIn(attributes.find(QStringLiteral("over")));
     attributes.done();
     m_definition->totals.push_back(std::move(total));
@@ -241,7 +249,7 @@ void DefinitionReader::readSubreport(const XmlElement &element) {
     Attributes attributes(m_file, element);
     SubreportDefinition subreport;
     subreport.name = freshName(attributes);
-    DefinitionReader inner(m_file, m_folder);
+    DefinitionReader inner(m_file);
     subreport.definition = inner.read(element, m_definition.get());
     subreport.links = std::move(inner.m_links);
     m_definition->subreports.push_back(std::move(subreport));
@@ -265,10 +273,10 @@ void DefinitionReader::readLink(const XmlElement &element) {
 
 std::shared_ptr<Definition> readDefinition(const QByteArray &xml, const QString &fileName,
                                            const QString &folder) {
-    const XmlFile file(xml, fileName);
+    const XmlFile file(xml, fileName, folder);
     if (file.root().name != QStringLiteral("report"))
         file.refuse(file.root().at, QStringLiteral("This is no <report>."));
-    return DefinitionReader(file, folder).read(file.root(), nullptr);
+    return DefinitionReader(file).read(file.root(), nullptr);
 }
 
 std::shared_ptr<Definition> readDefinition(const QString &path) {

@@ -22,7 +22,8 @@ public:
     [[nodiscard]] QString text(const QString &name, const QString &otherwise = {});
     /// Refuses an element without it.
     [[nodiscard]] const XmlAttribute &required(const QString &name);
-    [[nodiscard]] double number(const QString &name, double otherwise);
+    /// "N%" is that share of `whole`, where one is given; another number that is given is scaled.
+    [[nodiscard]] double number(const QString &name, double otherwise, double whole = 0, double scale = 1);
     [[nodiscard]] bool flag(const QString &name, bool otherwise = false);
     [[nodiscard]] QColor color(const QString &name, const QColor &otherwise);
     template <typename Choice>
@@ -48,7 +49,7 @@ private:
 /// names only what stands above it; then the bands, which may name all of it.
 class DefinitionReader {
 public:
-    DefinitionReader(const XmlFile &file, const QString &folder) : m_file(file), m_folder(folder) {}
+    explicit DefinitionReader(const XmlFile &file) : m_file(file) {}
 
     /// `outer` is the report of a sub-report.
     [[nodiscard]] std::shared_ptr<Definition> read(const XmlElement &report, Definition *outer);
@@ -71,6 +72,8 @@ private:
 
     void readBands(const XmlElement &report);
     [[nodiscard]] BandDefinition readBand(const XmlElement &element);
+    /// A length across the page: a share of its width, or told for the width that the report is drawn for.
+    [[nodiscard]] double across(Attributes &attributes, const QString &name, double otherwise) const;
     [[nodiscard]] FieldDefinition readField(const XmlElement &element);
     [[nodiscard]] LineDefinition readLine(const XmlElement &element);
     [[nodiscard]] BoxDefinition readBox(const XmlElement &element);
@@ -90,7 +93,6 @@ private:
     void refuseChildren(const XmlElement &element) const;
 
     const XmlFile &m_file;
-    QString m_folder;
     std::shared_ptr<Definition> m_definition;
     Definition *m_outer = nullptr;
     SubreportDefinition *m_subreport = nullptr; ///< whose links are read

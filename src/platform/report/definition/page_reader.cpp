@@ -23,21 +23,26 @@ void DefinitionReader::readPage(const XmlElement &element) {
     refuseChildren(element);
     if (m_outer)
         m_file.refuse(element.at, QStringLiteral("A sub-report has no page of its own."));
-    m_definition->pageSize = attributes.choice<QSizeF>(QStringLiteral("size"),
-                                                       {{QStringLiteral("A4"), QSizeF(210, 297)},
-                                                        {QStringLiteral("A5"), QSizeF(148, 210)},
-                                                        {QStringLiteral("Letter"), QSizeF(215.9, 279.4)}},
-                                                       QSizeF(210, 297));
+    QSizeF &paper = m_definition->pageSize;
+    paper = attributes.choice<QSizeF>(QStringLiteral("size"),
+                                      {{QStringLiteral("A4"), QSizeF(210, 297)},
+                                       {QStringLiteral("A5"), QSizeF(148, 210)},
+                                       {QStringLiteral("Letter"), QSizeF(215.9, 279.4)},
+                                       {QStringLiteral("Legal"), QSizeF(215.9, 355.6)}},
+                                      paper);
+    paper = {attributes.number(QStringLiteral("width"), paper.width()),
+             attributes.number(QStringLiteral("height"), paper.height())};
     const bool landscape = attributes.choice<bool>(
         QStringLiteral("orientation"),
         {{QStringLiteral("portrait"), false}, {QStringLiteral("landscape"), true}}, false);
     if (landscape)
-        m_definition->pageSize.transpose();
+        paper.transpose();
     QMarginsF &margins = m_definition->margins;
     margins.setLeft(attributes.number(QStringLiteral("left"), margins.left()));
     margins.setTop(attributes.number(QStringLiteral("top"), margins.top()));
     margins.setRight(attributes.number(QStringLiteral("right"), margins.right()));
     margins.setBottom(attributes.number(QStringLiteral("bottom"), margins.bottom()));
+    m_definition->drawn = attributes.number(QStringLiteral("drawn"), m_definition->drawn);
     attributes.done();
     if (m_definition->bodyWidth() < 10 || m_definition->bodyHeight() < 10)
         m_file.refuse(element.at, QStringLiteral("The margins leave no room on the page."));
@@ -70,7 +75,8 @@ void DefinitionReader::readStyle(const XmlElement &element) {
                                            style.align);
     style.picture = attributes.text(QStringLiteral("picture"), style.picture);
     style.dateFormat = attributes.text(QStringLiteral("date"), style.dateFormat);
-    style.blankZero = attributes.flag(QStringLiteral("blankZero"), style.blankZero);
+    if (const XmlAttribute *zero = attributes.find(QStringLiteral("zero")))
+        style.zero = zero->value;
     attributes.done();
     const bool again = known(name.value) != styles.end();
     if (again && (name.value != styles.front().name || styles.size() > 1))

@@ -2,7 +2,13 @@
 
 #include "platform/base/error.h"
 
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QXmlStreamReader>
+
+#include <algorithm>
+#include <iterator>
 
 namespace zel::report {
 
@@ -26,10 +32,11 @@ std::pair<qsizetype, qsizetype> attributePlace(QStringView tag, const QString &n
     return {0, 0};
 }
 
-XmlElement readElement(QXmlStreamReader &reader, const QString &text) {
+/// `text` ends with the file's own, which begins at `begin`.
+XmlElement readElement(QXmlStreamReader &reader, const QString &text, qsizetype begin) {
     XmlElement element;
     element.name = reader.name().toString();
-    const qsizetype end = reader.characterOffset();
+    const qsizetype end = begin + reader.characterOffset();
     element.at = text.lastIndexOf(QLatin1Char('<'), end - 1);
     element.textAt = end;
     const QStringView tag = QStringView(text).mid(element.at, end - element.at);
@@ -46,7 +53,7 @@ XmlElement readElement(QXmlStreamReader &reader, const QString &text) {
         if (token == QXmlStreamReader::EndElement)
             break;
         if (token == QXmlStreamReader::StartElement)
-            element.children.push_back(readElement(reader, text));
+            element.children.push_back(readElement(reader, text, begin));
         else if (token == QXmlStreamReader::Characters)
             element.text += reader.text();
     }
@@ -55,23 +62,69 @@ XmlElement readElement(QXmlStreamReader &reader, const QString &text) {
 
 } // namespace
 
-XmlFile::XmlFile(const QByteArray &bytes, QString fileName)
-    : m_fileName(std::move(fileName)), m_text(QString::fromUtf8(bytes)) {
-    QXmlStreamReader reader(m_text);
+XmlFile::XmlFile(const QByteArray &bytes, const QString &fileName, const QString &folder)
+    : m_root(read(bytes, {fileName, folder, 0}, {QFileInfo(fileName).absoluteFilePath()})) {}
+
+XmlElement XmlFile::read(const QByteArray &bytes, const Text &file, const QStringList &within) {
+    const QString own = QString::fromUtf8(bytes);
+    m_texts.push_back(file);
+    m_text += own;
+    QXmlStreamReader reader(own);
+    XmlElement root;
     if (reader.readNextStartElement())
-        m_root = readElement(reader, m_text);
+        root = readElement(reader, m_text, file.begin);
     while (!reader.atEnd())
         reader.readNext();
     if (reader.hasError())
-        refuse(reader.characterOffset(), reader.errorString());
+        refuse(file.begin + reader.characterOffset(), reader.errorString());
+    include(root.children, within);
+    return root;
+}
+
+void XmlFile::include(std::vector<XmlElement> &children, const QStringList &within) {
+    std::vector<XmlElement> all;
+    for (XmlElement &child : children) {
+        include(child.children, within);
+        if (child.name != QStringLiteral("include")) {
+            all.push_back(std::move(child));
+            continue;
+        }
+        std::vector<XmlElement> parts = included(child, within);
+        std::ranges::move(parts, std::back_inserter(all));
+    }
+    children = std::move(all);
+}
+
+std::vector<XmlElement> XmlFile::included(const XmlElement &include, const QStringList &within) {
+    if (include.attributes.size() != 1 || include.attributes.front().name != QStringLiteral("src"))
+        refuse(include.at, QStringLiteral("<include> has src and nothing else."));
+    const XmlAttribute &source = include.attributes.front();
+    const QString path = QDir::cleanPath(folder(source.at) + QLatin1Char('/') + source.value);
+    const QFileInfo info(path);
+    if (within.contains(info.absoluteFilePath()))
+        refuse(source.valueAt, QStringLiteral("%1 includes itself.").arg(source.value));
+    QFile file(path);
+    if (!info.isFile() || !file.open(QIODevice::ReadOnly))
+        refuse(source.valueAt, QStringLiteral("There is no file %1.").arg(source.value));
+    XmlElement root = read(file.readAll(), {path, info.path(), m_text.size()},
+                           QStringList(within) << info.absoluteFilePath());
+    if (root.name != QStringLiteral("parts"))
+        refuse(root.at, QStringLiteral("What is included must be <parts>."));
+    return std::move(root.children);
+}
+
+const XmlFile::Text &XmlFile::textAt(qsizetype at) const {
+    const auto after = std::ranges::upper_bound(m_texts, at, {}, &Text::begin);
+    return *(after - 1);
 }
 
 void XmlFile::refuse(qsizetype at, const QString &what) const {
-    const QString before = m_text.left(at);
+    const Text &file = textAt(at);
+    const QString before = m_text.mid(file.begin, at - file.begin);
     const auto line = before.count(QLatin1Char('\n')) + 1;
-    const auto column = at - before.lastIndexOf(QLatin1Char('\n'));
+    const auto column = before.size() - before.lastIndexOf(QLatin1Char('\n'));
     throw Error(errors::BadFile,
-                QStringLiteral("%1:%2:%3: %4").arg(m_fileName).arg(line).arg(column).arg(what));
+                QStringLiteral("%1:%2:%3: %4").arg(file.fileName).arg(line).arg(column).arg(what));
 }
 
 qsizetype XmlFile::placeIn(qsizetype at, qsizetype decoded) const {

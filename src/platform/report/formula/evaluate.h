@@ -19,6 +19,8 @@ public:
     [[nodiscard]] virtual std::int64_t rowNumber() const = 0; ///< from 1
     [[nodiscard]] virtual int pageNumber() const = 0;         ///< from 1
     [[nodiscard]] virtual int pageCount() const = 0;
+    /// In a group's header that stands again on a page.
+    [[nodiscard]] virtual bool continued() const = 0;
     [[nodiscard]] virtual QDateTime printTime() const = 0;
     [[nodiscard]] virtual QString userName() const = 0;
 };

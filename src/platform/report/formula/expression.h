@@ -41,8 +41,8 @@ enum class Op {
     Call,
 };
 
-/// When a value is known: with a row, with the totals of a group, or only on a page.
-enum class Stage { Constant, Row, Total, Page };
+/// When a value is known: with a row, with the totals of a group, on a page, or only when all pages are made.
+enum class Stage { Constant, Row, Total, Page, Pages };
 
 struct Expression;
 using ExpressionPtr = std::shared_ptr<const Expression>;

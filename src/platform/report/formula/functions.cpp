@@ -85,6 +85,10 @@ Value pageCount(Arguments, const Scene &scene) {
     return scene.pageCount();
 }
 
+Value continued(Arguments, const Scene &scene) {
+    return scene.continued() ? 1 : 0;
+}
+
 Value rowNumber(Arguments, const Scene &scene) {
     return scene.rowNumber();
 }
@@ -105,7 +109,7 @@ Value fromSubreport(Arguments arguments, const Scene &scene) {
     return scene.fromSubreport(arguments[0].text(), arguments[1].text());
 }
 
-constexpr std::array<Function, 22> functions{{
+constexpr std::array<Function, 23> functions{{
     {"totext", 1, 2, {Kind::Null, Kind::Text}, Kind::Text, Stage::Constant, toText},
     {"upper", 1, 1, {Kind::Text}, Kind::Text, Stage::Constant, upper, "upper($)"},
     {"trim", 1, 1, {Kind::Text}, Kind::Text, Stage::Constant, trim, "ltrim(rtrim($))"},
@@ -121,7 +125,8 @@ constexpr std::array<Function, 22> functions{{
     {"month", 1, 1, {Kind::Date}, Kind::Number, Stage::Constant, month, "month($)"},
     {"day", 1, 1, {Kind::Date}, Kind::Number, Stage::Constant, day, "day($)"},
     {"pagenumber", 0, 0, {}, Kind::Number, Stage::Page, pageNumber},
-    {"pagecount", 0, 0, {}, Kind::Number, Stage::Page, pageCount},
+    {"pagecount", 0, 0, {}, Kind::Number, Stage::Pages, pageCount},
+    {"continued", 0, 0, {}, Kind::Boolean, Stage::Page, continued},
     {"rownumber", 0, 0, {}, Kind::Number, Stage::Row, rowNumber},
     {"printdate", 0, 0, {}, Kind::Date, Stage::Constant, printDate},
     {"printtime", 0, 0, {}, Kind::Text, Stage::Constant, printTime},

@@ -70,8 +70,8 @@ QString BandLayout::textOf(const FieldDefinition &field, const StyleDefinition &
     if (field.expression->op == Op::Column && field.expression->kind == Kind::Text)
         return scene.columnText(field.expression->table, field.expression->index);
     const Value value = evaluate(*field.expression, scene);
-    if (style.blankZero && field.expression->kind == Kind::Number && value.decimal() == Decimal())
-        return {};
+    if (style.zero && field.expression->kind == Kind::Number && value.decimal() == Decimal())
+        return *style.zero;
     return shown(value, field.expression->kind, style.picture, style.dateFormat);
 }
 
@@ -97,19 +97,24 @@ std::vector<BandLayout::Growth> BandLayout::growths(const BandDefinition &band, 
                                                     const PassScene &scene) const {
     std::vector<Growth> found;
     const Definition &definition = pass.run().definition();
-    for (const ItemDefinition &item : band.items) {
+    for (std::size_t i = 0; i < band.items.size(); ++i) {
+        const ItemDefinition &item = band.items[i];
         if (const auto *field = std::get_if<FieldDefinition>(&item); field && field->grow) {
             const StyleDefinition &style = definition.styles[static_cast<std::size_t>(field->style)];
             if (!isShown(field->when, scene))
                 continue;
             const QString text = textOf(*field, style, scene);
-            if (!text.contains(QLatin1Char('\n')) && m_metrics.width(text, *style.font) <= field->width)
+            if (field->follow && (text.isEmpty() || behind(band, i, text, definition, scene)))
+                continue;
+            const double line = m_metrics.lineHeight(*style.font);
+            if (!field->follow && !text.contains(QLatin1Char('\n')) &&
+                m_metrics.width(text, *style.font) <= field->width)
                 continue;
             const auto lines = wrapped(text, field->width, *style.font, m_metrics).size();
-            const double line = m_metrics.lineHeight(*style.font);
-            if (lines > 1)
-                found.push_back(
-                    {field->y + line, static_cast<double>(lines - 1) * line + shiftAt(field->y, found)});
+            // A line of its own is no part of the band's height.
+            const auto more = static_cast<double>(field->follow ? lines : lines - 1) * line;
+            if (more > 0)
+                found.push_back({field->y + (field->follow ? 0.02 : line), more + shiftAt(field->y, found)});
         } else if (const auto *place = std::get_if<SubreportPlace>(&item)) {
             if (isShown(place->when, scene))
                 found.push_back(
@@ -117,6 +122,40 @@ std::vector<BandLayout::Growth> BandLayout::growths(const BandDefinition &band, 
         }
     }
     return found;
+}
+
+std::optional<QPointF> BandLayout::behind(const BandDefinition &band, std::size_t follower,
+                                          const QString &text, const Definition &definition,
+                                          const PassScene &scene) const {
+    const auto &leader = std::get<FieldDefinition>(band.items[follower - 1]);
+    const auto &field = std::get<FieldDefinition>(band.items[follower]);
+    const Font &font = *definition.styles[static_cast<std::size_t>(field.style)].font;
+    const StyleDefinition &style = definition.styles[static_cast<std::size_t>(leader.style)];
+    const QString before = isShown(leader.when, scene) ? textOf(leader, style, scene) : QString();
+    QStringList lines(before);
+    if (leader.grow && !before.isEmpty())
+        lines = wrapped(before, leader.width, *style.font, m_metrics);
+    const double last = m_metrics.width(lines.back(), *style.font);
+    const double gap = last > 0 ? m_metrics.width(QStringLiteral("mm"), font) : 0;
+    if (last + gap + m_metrics.width(text, font) > leader.width || text.contains(QLatin1Char('\n')))
+        return std::nullopt;
+    const double down = static_cast<double>(lines.size() - 1) * m_metrics.lineHeight(*style.font);
+    return QPointF(leader.x + last + gap, leader.y + down + m_metrics.ascent(*style.font));
+}
+
+void BandLayout::placeBehind(const BandDefinition &band, std::size_t follower,
+                             const std::vector<Growth> &growths, const Definition &definition,
+                             const PassScene &scene, Page &page) const {
+    const auto &field = std::get<FieldDefinition>(band.items[follower]);
+    const StyleDefinition &style = definition.styles[static_cast<std::size_t>(field.style)];
+    const QString text = textOf(field, style, scene);
+    const auto at = behind(band, follower, text, definition, scene);
+    if (!at)
+        return place(field, growths, definition, scene, page);
+    const auto &leader = std::get<FieldDefinition>(band.items[follower - 1]);
+    if (!text.isEmpty())
+        page.texts.push_back({at->x(), at->y() + shiftAt(leader.y, growths),
+                              m_metrics.width(text, *style.font), text, style.font});
 }
 
 void BandLayout::place(const FieldDefinition &field, const std::vector<Growth> &growths,
@@ -155,9 +194,12 @@ BandLayout::Extent BandLayout::extent(const BandDefinition &band, const Pass &pa
         return {true, band.height};
     const auto slot = cursor.band + static_cast<std::size_t>(cursor.row) * 4;
     Known &known = m_known[slot % m_known.size()];
-    if (known.band != &band || known.row != cursor.row) {
-        const bool printed = isShown(band.when, PassScene(pass, cursor));
-        known = {&band, cursor.row, {printed, printed ? layOut(band, pass, cursor, nullptr) : 0}};
+    if (known.band != &band || known.row != cursor.row || cursor.continued) {
+        const bool printed = isShown(band.when, PassScene(pass, cursor, m_pageNumber, m_pageCount));
+        const Extent extent{printed, printed ? layOut(band, pass, cursor, nullptr) : 0};
+        if (cursor.continued)
+            return extent;
+        known = {&band, cursor.row, extent};
     }
     return known.extent;
 }
@@ -174,9 +216,14 @@ double BandLayout::layOut(const BandDefinition &band, const Pass &pass, const Cu
     const double height = band.height + growth;
     if (!page)
         return height;
-    for (const ItemDefinition &item : band.items) {
+    for (std::size_t i = 0; i < band.items.size(); ++i) {
+        const ItemDefinition &item = band.items[i];
         if (const auto *field = std::get_if<FieldDefinition>(&item)) {
-            if (isShown(field->when, scene))
+            if (!isShown(field->when, scene))
+                continue;
+            if (field->follow)
+                placeBehind(band, i, grown, pass.run().definition(), scene, *page);
+            else
                 place(*field, grown, pass.run().definition(), scene, *page);
         } else if (const auto *line = std::get_if<LineDefinition>(&item)) {
             if (!isShown(line->when, scene))

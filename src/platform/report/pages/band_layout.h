@@ -4,6 +4,7 @@
 #include "platform/report/pages/text_metrics.h"
 
 #include <array>
+#include <optional>
 
 namespace zel::report {
 
@@ -29,6 +30,12 @@ private:
         double by;
     };
 
+    /// Where a following field's text begins on the line of the one before it; nullopt when it doesn't fit.
+    [[nodiscard]] std::optional<QPointF> behind(const BandDefinition &band, std::size_t follower,
+                                                const QString &text, const Definition &definition,
+                                                const PassScene &scene) const;
+    void placeBehind(const BandDefinition &band, std::size_t follower, const std::vector<Growth> &growths,
+                     const Definition &definition, const PassScene &scene, Page &page) const;
     void place(const FieldDefinition &field, const std::vector<Growth> &growths, const Definition &definition,
                const PassScene &scene, Page &page) const;
     [[nodiscard]] std::vector<Growth> growths(const BandDefinition &band, const Pass &pass,

@@ -26,9 +26,20 @@ bool sameGroupValue(const Value &left, const Value &right) {
 
 /// What a row adds to a total.
 Decimal contribution(const TotalDefinition &total, const Scene &scene) {
-    if (total.function == TotalDefinition::Function::Sum)
+    if (total.function != TotalDefinition::Function::Count)
         return evaluate(*total.of, scene).decimal();
     return total.of && evaluate(*total.of, scene).isNull() ? Decimal() : Decimal::fromInteger(1);
+}
+
+/// `first`: the row is the first of what the total is over.
+void addTo(Decimal &sum, const TotalDefinition &total, const Scene &scene, bool first) {
+    const Decimal more = contribution(total, scene);
+    if (total.function == TotalDefinition::Function::Min)
+        sum = first ? more : std::min(sum, more);
+    else if (total.function == TotalDefinition::Function::Max)
+        sum = first ? more : std::max(sum, more);
+    else
+        sum += more;
 }
 
 } // namespace
@@ -72,7 +83,7 @@ void Pass::addRow(qsizetype row, std::vector<Value> &groupValues) {
         if (total.group >= first)
             m_totals[i].emplace_back();
         if (total.function != TotalDefinition::Function::Groups)
-            m_totals[i].back() += contribution(total, scene);
+            addTo(m_totals[i].back(), total, scene, row == 0 || total.group >= first);
         else if (total.counted >= first && !groupValues[static_cast<std::size_t>(total.counted)].isNull())
             m_totals[i].back() += Decimal::fromInteger(1);
     }

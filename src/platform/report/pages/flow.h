@@ -41,6 +41,7 @@ struct Cursor {
     int level = 0; ///< of a group's band
     std::size_t band = 0;
     double offset = 0;                ///< millimetres of the band that stand on earlier pages
+    bool continued = false;           ///< a group's header that stands again
     std::vector<qsizetype> instances; ///< by group, counted from 0; -1 before the first
     std::vector<Decimal> running;     ///< by total; 0 for those that don't run
     std::vector<Decimal> before;      ///< the same without the current row
@@ -60,6 +61,7 @@ public:
     [[nodiscard]] std::int64_t rowNumber() const override { return m_cursor.row + 1; }
     [[nodiscard]] int pageNumber() const override { return m_pageNumber; }
     [[nodiscard]] int pageCount() const override { return m_pageCount; }
+    [[nodiscard]] bool continued() const override { return m_cursor.continued; }
     [[nodiscard]] QDateTime printTime() const override { return m_pass.run().printTime(); }
     [[nodiscard]] QString userName() const override { return m_pass.run().userName(); }
     [[nodiscard]] qsizetype runRow() const { return m_pass.runRow(m_cursor.row); }

@@ -9,13 +9,6 @@ namespace {
 
 constexpr double Slack = 0.01;
 
-double heightOf(const std::vector<BandDefinition> &bands) {
-    double height = 0;
-    for (const BandDefinition &band : bands)
-        height += band.height;
-    return height;
-}
-
 /// The items of a page whose tops lie in [from, to).
 Page slice(const Page &whole, double from, double to) {
     const auto inside = [&](double top) { return top >= from - Slack && top < to - Slack; };
@@ -48,15 +41,23 @@ struct Paginator::Sheet {
     BandLayout layout;
     Page *page = nullptr; ///< nullptr when only page starts are looked for
     double x = 0;
-    double y = 0; ///< where the next band goes
+    double top = 0; ///< of the room between page header and footer
+    double y = 0;   ///< where the next band goes
     bool empty = true;
 };
 
 Paginator::Paginator(const Pass &pass, const TextMetrics &metrics)
     : m_pass(pass), m_metrics(metrics), m_flow(pass), m_definition(pass.run().definition()) {
-    m_top = m_definition.margins.top() + report::heightOf(m_definition.pageHeaders);
-    m_limit = m_definition.pageSize.height() - m_definition.margins.bottom() -
-              report::heightOf(m_definition.pageFooters);
+    m_limit = m_definition.pageSize.height() - m_definition.margins.bottom();
+    for (const BandDefinition &band : m_definition.pageFooters)
+        m_limit -= band.height;
+}
+
+double Paginator::topOf(const Cursor &start, const BandLayout &layout) const {
+    double top = m_definition.margins.top();
+    for (const BandDefinition &band : m_definition.pageHeaders)
+        top += layout.extent(band, m_pass, start).height;
+    return top;
 }
 
 std::vector<Cursor> Paginator::pageStarts() const {
@@ -64,7 +65,8 @@ std::vector<Cursor> Paginator::pageStarts() const {
     Cursor cursor = m_flow.begin();
     do {
         starts.push_back(cursor);
-        Sheet sheet{BandLayout(m_metrics, static_cast<int>(starts.size()), 1), nullptr, 0, m_top};
+        Sheet sheet{BandLayout(m_metrics, static_cast<int>(starts.size()), 1), nullptr, 0, 0, 0};
+        sheet.y = sheet.top = topOf(edge(cursor), sheet.layout);
         fill(cursor, sheet);
     } while (cursor.phase != Phase::End);
     return starts;
@@ -76,14 +78,17 @@ Page Paginator::page(const Cursor &start, int pageNumber, int pageCount) const {
     if (m_pass.run().isBlank())
         return page;
     const double left = m_definition.margins.left();
-    Sheet sheet{BandLayout(m_metrics, pageNumber, pageCount), &page, left, m_definition.margins.top()};
+    Sheet sheet{BandLayout(m_metrics, pageNumber, pageCount), &page, left, 0, m_definition.margins.top()};
     addBands(m_definition.pageHeaders, edge(start), sheet);
-    sheet.y = m_top;
+    sheet.top = sheet.y;
     sheet.empty = true;
     Cursor cursor = start;
     fill(cursor, sheet);
-    sheet.y = m_limit;
-    addBands(m_definition.pageFooters, edge(cursor), sheet);
+    const Cursor foot = edge(cursor);
+    sheet.y = m_definition.pageSize.height() - m_definition.margins.bottom();
+    for (const BandDefinition &band : m_definition.pageFooters)
+        sheet.y -= sheet.layout.extent(band, m_pass, foot).height;
+    addBands(m_definition.pageFooters, foot, sheet);
     return page;
 }
 
@@ -126,11 +131,13 @@ void Paginator::repeatGroupHeaders(const Cursor &cursor, Sheet &sheet) const {
         return;
     const int begun = cursor.phase == Phase::Detail ? m_flow.groupCount() : cursor.level;
     const bool midRow = cursor.phase != Phase::GroupHeader;
+    Cursor again = cursor;
+    again.continued = true;
     for (int level = 0; level < begun; ++level) {
         const GroupDefinition &group = m_definition.groups[static_cast<std::size_t>(level)];
         const bool fresh = !midRow && level >= m_pass.firstNewGroup(cursor.row);
         if (group.repeat && !fresh)
-            addBands(group.headers, cursor, sheet);
+            addBands(group.headers, again, sheet);
     }
     sheet.empty = true;
 }
@@ -143,7 +150,7 @@ void Paginator::fill(Cursor &cursor, Sheet &sheet) const {
             continue;
         }
         if (!sheet.empty && cursor.offset == 0 &&
-            (beginsPage(*band, cursor) || sheet.y + wantedHeight(cursor, sheet.layout) > m_limit + Slack))
+            (beginsPage(*band, cursor) || sheet.y + wantedHeight(cursor, sheet) > m_limit + Slack))
             return;
         if (band->bottom && cursor.offset == 0)
             sheet.y = std::max(sheet.y, m_limit - bottomHeight(cursor, sheet.layout));
@@ -192,9 +199,15 @@ double Paginator::heightOf(const Cursor &cursor, const BandLayout &layout) const
     return band ? layout.extent(*band, m_pass, cursor).height : 0;
 }
 
-double Paginator::wantedHeight(const Cursor &cursor, const BandLayout &layout) const {
-    const double page = m_limit - m_top;
+double Paginator::wantedHeight(const Cursor &cursor, const Sheet &sheet) const {
+    const BandLayout &layout = sheet.layout;
+    const double page = m_limit - sheet.top;
     double wanted = heightOf(cursor, layout);
+    if (isLastButOne(cursor)) {
+        const double rest = restHeight(cursor, layout);
+        if (rest <= page + Slack)
+            return rest;
+    }
     if (cursor.phase == Phase::GroupHeader) {
         if (cursor.band == 0 && m_definition.groups[static_cast<std::size_t>(cursor.level)].keep) {
             const double group = groupHeight(cursor, layout, page);
@@ -246,6 +259,26 @@ double Paginator::headersHeight(Cursor cursor, const BandLayout &layout) const {
 
 bool Paginator::closesGroup(qsizetype row) const {
     return row + 1 >= m_pass.rowCount() || m_pass.firstNewGroup(row + 1) < m_flow.groupCount();
+}
+
+/// Whether the last row but one begins here, which the last page is to begin with at the latest.
+bool Paginator::isLastButOne(const Cursor &cursor) const {
+    if (cursor.row == 0 || cursor.row + 2 != m_pass.rowCount() || cursor.band > 0)
+        return false;
+    if (cursor.phase == Phase::Detail)
+        return m_pass.firstNewGroup(cursor.row) >= m_flow.groupCount();
+    return cursor.phase == Phase::GroupHeader && cursor.level == m_pass.firstNewGroup(cursor.row);
+}
+
+/// All that is left, or what stands before a page begins.
+double Paginator::restHeight(Cursor cursor, const BandLayout &layout) const {
+    double height = 0;
+    for (; const BandDefinition *band = m_flow.band(cursor); m_flow.advance(cursor)) {
+        if (height > 0 && beginsPage(*band, cursor))
+            break;
+        height += heightOf(cursor, layout);
+    }
+    return height;
 }
 
 /// The bands of one row, from the cursor on.

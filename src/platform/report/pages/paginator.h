@@ -26,7 +26,11 @@ private:
     [[nodiscard]] bool addPart(const BandDefinition &band, Cursor &cursor, Sheet &sheet) const;
     [[nodiscard]] bool beginsPage(const BandDefinition &band, const Cursor &cursor) const;
     /// The height that must be free to begin with this band: with what must not be parted from it.
-    [[nodiscard]] double wantedHeight(const Cursor &cursor, const BandLayout &layout) const;
+    [[nodiscard]] double wantedHeight(const Cursor &cursor, const Sheet &sheet) const;
+    [[nodiscard]] bool isLastButOne(const Cursor &cursor) const;
+    [[nodiscard]] double restHeight(Cursor cursor, const BandLayout &layout) const;
+    /// Where the room under the page's headers begins: what is left out of them takes none.
+    [[nodiscard]] double topOf(const Cursor &start, const BandLayout &layout) const;
     [[nodiscard]] double groupHeight(Cursor cursor, const BandLayout &layout, double most) const;
     [[nodiscard]] bool isRow(const Cursor &cursor) const;
     [[nodiscard]] double headersHeight(Cursor cursor, const BandLayout &layout) const;
@@ -45,8 +49,7 @@ private:
     const TextMetrics &m_metrics;
     Flow m_flow;
     const Definition &m_definition;
-    double m_top = 0;   ///< of the room between page header and footer
-    double m_limit = 0; ///< its foot
+    double m_limit = 0; ///< the foot of the room for rows
 };
 
 } // namespace zel::report
