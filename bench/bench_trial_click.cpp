@@ -80,7 +80,7 @@ int main(int argc, char **argv) {
     const report::Page page = document->page(0);
     QImage image((page.size * 96 / 25.4).toSize(), QImage::Format_ARGB32_Premultiplied);
     const bool within =
-        bench::compare("click of cmdTrialBal to the first page, of rows + 3 pages", 1, 15, click, [&] {
+        bench::compare("click of cmdTrialBal to the first page, of rows + 3 pages", 0.9, 15, click, [&] {
             shell::gCon.Execute("exec TrialBalance '2025-01-01','2025-12-31'");
             ado::Recordset balance;
             balance.Open("Select * From rptTrialBalance", shell::gCon);
