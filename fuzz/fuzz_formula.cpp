@@ -60,7 +60,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     }
     Definition scope = definition();
     ExpressionPtr bound;
-    if (!fuzz::accepted([&] { bound = bind(parsed, scope); }))
+    if (!fuzz::accepted([&] { bound = report::bind(parsed, scope); }))
         return 0;
     (void)fuzz::accepted([&] { (void)evaluate(*bound, RowScene()); });
     Sql statement;

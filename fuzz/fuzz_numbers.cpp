@@ -13,8 +13,10 @@ using namespace zel;
 
 int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     const std::string_view text = fuzz::textOf(data, size);
-    if (const auto number = Decimal::parse(text); number && Decimal::parse(number->toString()) != number)
-        fuzz::broken("a number's text is read as the number", text);
+    (void)fuzz::accepted([&] {
+        if (const auto number = Decimal::parse(text); number && Decimal::parse(number->toString()) != number)
+            fuzz::broken("a number's text is read as the number", text);
+    });
     (void)fuzz::accepted([&] {
         const Decimal money = tsql::moneyFromText(text);
         if (tsql::moneyFromText(money.toString()) != money)

@@ -16,9 +16,9 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     (void)fuzz::accepted([&] {
         const QString item = shell::firstItem(QStringLiteral("/proc/self/fd/%1").arg(file));
         const QString text = QString::fromUtf8(reinterpret_cast<const char *>(data), qsizetype(size));
-        const bool quoted = text.contains(u'"');
-        if (!text.contains(item) || item.contains(u'"') ||
-            (!quoted && (item != item.trimmed() || item.contains(u',') || item.contains(u'\n'))))
+        const bool quoted = text.contains(u'"' + item);
+        const bool parted = item.contains(u',') || item.contains(u'\n') || item.contains(u'\r');
+        if (!text.contains(item) || (!quoted && (item != item.trimmed() || parted)))
             fuzz::broken("an item is a part of the file that nothing parts further", item.toStdString());
     });
     return 0;

@@ -156,6 +156,14 @@ void tst_server_login::serverProcedures() {
     QCOMPARE(failure([&con] { con.Execute("sp_adduser 'NOBODY'"); }), 15007);
     QCOMPARE(failure([&con] { con.Execute("Sp_AddSrvroleMember 'NOBODY','sysadmin'"); }), 15007);
     QCOMPARE(failure([&con] { con.Execute("Sp_AddSrvroleMember 'ÑUSRA','king'"); }), 15402);
+    try { // a value that only the engine meets
+        con.Execute("select 1 from LctPswd where cast(Pswd + '"_sql + secret("PASS9") + "' as int) = 1");
+        QFAIL("converted");
+    } catch (const Error &error) {
+        QCOMPARE(
+            error.description(),
+            QStringLiteral("Conversion failed when converting the varchar value '***' to data type int."));
+    }
     QVERIFY(!plain(folder.file(), "select Hash from sys_logins").contains(QStringLiteral("PASS1")));
     QCOMPARE(plain(folder.file(), "select count(*) from sys_logins where Hash like '$argon2id$%'"),
              QStringLiteral("2"));

@@ -27,6 +27,8 @@ public:
     explicit Lexer(const Sql &formula) : m_text(formula.text()), m_pieces(formula.pieces()) {}
 
     std::vector<Token> run() {
+        if (const auto zero = m_text.find('\0'); zero != std::string_view::npos)
+            throw FormulaError(102, QStringLiteral("Incorrect syntax near a zero character."), zero);
         std::vector<Token> all;
         while (skipBlanks(), m_at < m_text.size()) {
             Token token;
