@@ -28,7 +28,7 @@ int boldWidth(const QCheckBox &box) {
 
 } // namespace
 
-frmSecMenus::frmSecMenus() : ui(std::make_unique<Ui::frmSecMenus>()) {
+frmSecMenus::frmSecMenus() : Form(Kind::OwnSize), ui(std::make_unique<Ui::frmSecMenus>()) {
     ui->setupUi(this);
     ui->cmdSave->setIcon(controls::icon("save"));
     ui->Command1->setIcon(controls::icon("exit"));
