@@ -6,6 +6,7 @@
 #include "platform/controls/look.h"
 #include "platform/controls/msg_box.h"
 #include "shell/module1.h"
+#include "shell/status_words.h"
 
 #include "ui_frmAcSetting.h"
 
@@ -139,6 +140,7 @@ void frmAcSetting::cmdSave_Click() {
         }
         gRs.Update();
     }
+    say("Voucher setup saved");
     controls::MsgBox("Sucessfully  save you Voucher Setting", controls::vbInformation);
 }
 

@@ -3,6 +3,7 @@
 
 #include "platform/controls/look.h"
 #include "shell/module1.h"
+#include "shell/status_words.h"
 
 #include <QStyle>
 
@@ -72,6 +73,7 @@ void frmSecMenus::cmdSave_Click() {
         gRs.Fields("Active") = box->isChecked() ? 1 : 0;
         gRs.Update();
     }
+    say("Menu rights saved");
 }
 
 void frmSecMenus::Command1_Click() {

@@ -19,7 +19,7 @@ constexpr int DefaultTwips = 1440;
 constexpr int HeadingMargin = 16;
 constexpr int CellMargin = 16;
 constexpr int EmptyLabelTop = 18;
-constexpr auto LargestAmount = "-99,999,999,999.99";
+constexpr auto LargestAmount = "99,999,999,999.99";
 
 int headingWidth(const QHeaderView *header, const QString &heading) {
     return QFontMetrics(header->font()).horizontalAdvance(heading) + HeadingMargin;
