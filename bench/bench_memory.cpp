@@ -1,5 +1,5 @@
-// What a day's work leaves behind on the heap: each screen opened and closed 300 times, and 300 searches in the
-// finder. After the first quarter of the rounds each adds less than a kilobyte.
+// What a day's work leaves behind on the heap: each screen opened and closed 300 times, and 300 searches in
+// the finder. After the first quarter of the rounds each adds less than a kilobyte.
 #include "desk.h"
 
 #include "accounts/frmFindAC.h"

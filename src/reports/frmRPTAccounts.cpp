@@ -144,8 +144,9 @@ void frmRPTAccounts::connectPeriods() {
     };
     offer(ui->cmdThisMonth, monthOf);
     offer(ui->cmdLastMonth, [](QDate today) { return monthOf(today.addMonths(-1)); });
-    offer(ui->cmdThisYear,
-          [](QDate today) { return Period{QDate(today.year(), 1, 1), QDate(today.year(), 12, 31)}; });
+    offer(ui->cmdThisYear, [](QDate today) {
+        return Period{QDate(today.year(), 1, 1), QDate(today.year(), 12, 31)};
+    });
     offer(ui->cmdAllDates, allEntries);
 }
 

@@ -4,8 +4,8 @@
 
 namespace zel::controls {
 
-/// Paints the cells of grids and trees. An amount is grouped, with two decimals and its sign, a negative one in
-/// a colour of its own; the cell's own text stays as it is. A cell that is cut shows its whole text in a
+/// Paints the cells of grids and trees. An amount is grouped, with two decimals and its sign, a negative one
+/// in a colour of its own; the cell's own text stays as it is. A cell that is cut shows its whole text in a
 /// tooltip.
 class CellDelegate : public QStyledItemDelegate {
     Q_OBJECT

@@ -21,10 +21,10 @@ public:
 /// A screen. A child form stands in the host's area; a window form, or a child while there is no area, on its
 /// own.
 ///
-/// A child takes all the room that the area has from its place on, one of its own size no more than it asks for
-/// and, without a place, the middle; both follow the area's size until somebody moves or resizes them. A form
-/// of fixed size has a window that can't be resized or maximized. Where there is less room than a screen asks
-/// for, what stands above its row of buttons ("layoutButtons") scrolls, and the buttons stay in sight.
+/// A child takes all the room that the area has from its place on, one of its own size no more than it asks
+/// for and, without a place, the middle; both follow the area's size until somebody moves or resizes them. A
+/// form of fixed size has a window that can't be resized or maximized. Where there is less room than a screen
+/// asks for, what stands above its row of buttons ("layoutButtons") scrolls, and the buttons stay in sight.
 ///
 /// In a .ui file the top widget's class is QWidget; the constructor calls setupUi(this). Form_Load fills the
 /// controls. The window title is the form's.

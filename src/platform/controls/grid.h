@@ -14,9 +14,9 @@ class GridModel;
 /// A grid of texts whose row 0 is the heading. Columns are measured in twips, 1440 to the inch; one of width
 /// 0 is hidden and can still be read. A new grid has two columns and one blank row.
 ///
-/// Widths are the least: a column has room for its heading and, if it holds amounts, for the largest, and what
-/// is left falls to the last of the widest columns. A blank row that stands alone is not to be seen; what
-/// emptyText says is shown in its place.
+/// Widths are the least: a column has room for its heading and, if it holds amounts, for the largest, and
+/// what is left falls to the last of the widest columns. A blank row that stands alone is not to be seen;
+/// what emptyText says is shown in its place.
 class Grid : public QTableView {
     Q_OBJECT
     Q_PROPERTY(QString emptyText READ emptyText WRITE setEmptyText)
