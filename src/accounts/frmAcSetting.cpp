@@ -7,6 +7,7 @@
 #include "platform/controls/msg_box.h"
 #include "shell/entry_screen.h"
 #include "shell/module1.h"
+#include "shell/status_words.h"
 
 #include "ui_frmAcSetting.h"
 
@@ -140,6 +141,7 @@ void frmAcSetting::cmdSave_Click() {
         }
         gRs.Update();
     }
+    say("Voucher setup saved");
     controls::MsgBox("Sucessfully  save you Voucher Setting", controls::vbInformation);
 }
 

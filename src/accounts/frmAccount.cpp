@@ -7,6 +7,7 @@
 #include "platform/controls/msg_box.h"
 #include "shell/entry_screen.h"
 #include "shell/module1.h"
+#include "shell/status_words.h"
 
 #include "ui_frmAccount.h"
 
@@ -133,8 +134,8 @@ void frmAccount::FillData() {
     ui->txtSubControl->setVisible(!level.isControl);
     ui->lblSubControl->setVisible(!level.isControl);
     ui->frmEntry->setVisible(level.isSubsidiary);
-    offer(level.caption);
     IsNew = false;
+    offer(level.caption);
 
     QString control = rightTrimmed(gRs.Fields("ParentID").text());
     if (level.isSubsidiary) {
@@ -183,6 +184,11 @@ void frmAccount::offer(const char *caption) {
     ui->cmdCreateAc->setToolTip(QString());
     if (isSaveOffered())
         tellKey(*ui->cmdCreateAc, Qt::Key_F9);
+    const controls::TreeNode *node = ui->lstTree->find(SelKey);
+    setUnderWay(*this, !isSaveOffered() ? QString()
+                       : IsNew          ? QString("new account")
+                       : node           ? "correcting " + node->text(0)
+                                        : QString());
 }
 
 bool frmAccount::isSaveOffered() const {
@@ -224,7 +230,10 @@ void frmAccount::Command3_Click() {
     }
     if (controls::MsgBox("are you sure delete this account", controls::vbYesNo + controls::vbInformation) ==
         controls::vbYes) {
+        const controls::TreeNode *node = ui->lstTree->find(SelKey);
+        const QString title = node ? node->text(0) : QString();
         gCon.Execute("Delete Accounts where rowid = "_sql + account);
+        say(title + " deleted");
         FillTreeData();
         ui->frmEntry->setVisible(false);
         ui->txtSubControl->setEnabled(false);

@@ -6,6 +6,7 @@
 #include "platform/controls/msg_box.h"
 #include "shell/entry_screen.h"
 #include "shell/module1.h"
+#include "shell/status_words.h"
 
 #include "ui_frmAccount.h"
 
@@ -22,8 +23,8 @@ void frmAccount::cmdCreateAc_Click() {
 }
 
 void frmAccount::prepareEntry() {
-    offer("&Save");
     IsNew = true;
+    offer("&Save");
     ClearAll();
     if (ui->chkHead->isChecked() || ui->lstTree->nodes().isEmpty()) {
         ui->txtAcDes->setEnabled(true);
@@ -100,7 +101,11 @@ bool frmAccount::save() {
     offer("&New");
     ui->txtSubControl->setEnabled(false);
     FillTreeData();
+    if (const controls::TreeNode *node = ui->lstTree->find(nodeKey(saved.code)))
+        say(node->text(0) + " saved");
     reopenPath(saved);
+    if (controls::TreeNode *node = ui->lstTree->find(SelKey))
+        ui->lstTree->highlight(node);
     ui->chkHead->setChecked(false);
     return true;
 }

@@ -39,7 +39,9 @@ void frmAccount::FillTreeData() {
 
 void frmAccount::select(const QString &key) {
     SelKey = key;
-    ui->txtFindParent->setText(ui->lstTree->node(key)->Tag);
+    controls::TreeNode *node = ui->lstTree->node(key);
+    ui->txtFindParent->setText(node->Tag);
+    ui->lstTree->highlight(node);
 }
 
 void frmAccount::lstTree_NodeClick(controls::TreeNode *node) {
@@ -92,7 +94,7 @@ void frmAccount::mnuEdit_Click() {
 }
 
 void frmAccount::EditAC(const QString &RowID) {
-    const controls::TreeNode *shown = nullptr;
+    controls::TreeNode *shown = nullptr;
     for (controls::TreeNode *node : ui->lstTree->nodes()) {
         if (node->Tag != RowID) {
             node->setExpanded(false);
@@ -106,7 +108,8 @@ void frmAccount::EditAC(const QString &RowID) {
     if (!shown)
         return;
     // The closing of a later node shows that one, so the boxes are filled when all have moved.
-    ui->txtFindParent->setText(shown->Tag);
+    select(shown->Key());
+    ui->lstTree->select(shown);
     FillData();
 }
 

@@ -15,7 +15,7 @@ using namespace zel::shell;
 
 namespace zel::accounts {
 
-frmFindAC::frmFindAC() : ui(std::make_unique<Ui::frmFindAC>()) {
+frmFindAC::frmFindAC() : Form(Kind::OwnSize), ui(std::make_unique<Ui::frmFindAC>()) {
     ui->setupUi(this);
     ui->cmdAccounts->setIcon(controls::icon("add"));
     ui->cmdExit->setIcon(controls::icon("exit"));

@@ -38,6 +38,23 @@ void see(Seen seen, std::initializer_list<QWidget *> group) {
         control->setVisible(seen == Seen::Shown);
 }
 
+struct Period {
+    QDate from;
+    QDate to;
+};
+
+Period monthOf(QDate day) {
+    return {QDate(day.year(), day.month(), 1), QDate(day.year(), day.month(), day.daysInMonth())};
+}
+
+/// From the first entry to the last one, at least to today.
+Period allEntries(QDate today) {
+    OpenRs("Select min(VouDate) as FirstDate, max(VouDate) as LastDate From DetJV");
+    if (gRs.Fields("FirstDate").isNull())
+        return {today, today};
+    return {gRs.Fields("FirstDate").value().date(), std::max(today, gRs.Fields("LastDate").value().date())};
+}
+
 /// The tooltip: what the control is for, and its key.
 void tell(QWidget &control, const QKeySequence &key) {
     const auto *button = qobject_cast<Button *>(&control);
@@ -51,6 +68,7 @@ frmRPTAccounts::frmRPTAccounts() : ui(std::make_unique<Ui::frmRPTAccounts>()) {
     ui->setupUi(this);
     connectButtons();
     connectKeys();
+    connectPeriods();
     closeOnCtrlW();
     ui->LblMain->setToolTip("Close (Ctrl+W)");
     connect(ui->DtaCourse, &DataCombo::changed, this, &frmRPTAccounts::DtaCourse_Change);
@@ -103,12 +121,6 @@ void frmRPTAccounts::Form_Load() {
 /// As large as the selectors of the richest item ask for, which is also how the screen stands before any
 /// item; all frames share the one place at (1080, 420).
 void frmRPTAccounts::fixSizes() {
-    int height = 0;
-    for (const QFrame *frame : ui->Frame1->findChildren<QFrame *>()) {
-        if (frame->property("Tag") == "R")
-            height = std::max(height, frame->sizeHint().height());
-    }
-    ui->layoutPlace->setRowMinimumHeight(0, height);
     ui->layoutPlace->setColumnMinimumWidth(0, pixels(7800));
     ui->layoutSelectors->setColumnMinimumWidth(0, ui->lblAC->sizeHint().width());
     // The session without its label keeps to the column of the other boxes.
@@ -120,6 +132,22 @@ void frmRPTAccounts::fixSizes() {
                                          pixels(420) - edge);
     ui->Frame1->setFixedSize(ui->Frame1->sizeHint());
     setFixedSize(sizeHint());
+}
+
+void frmRPTAccounts::connectPeriods() {
+    const auto offer = [this](Button *button, auto period) {
+        connect(button, &Button::clicked, this, [this, period] {
+            const Period chosen = period(QDate::currentDate());
+            ui->DTPicker1->setValue(chosen.from);
+            ui->DTPicker2->setValue(chosen.to);
+        });
+    };
+    offer(ui->cmdThisMonth, monthOf);
+    offer(ui->cmdLastMonth, [](QDate today) { return monthOf(today.addMonths(-1)); });
+    offer(ui->cmdThisYear, [](QDate today) {
+        return Period{QDate(today.year(), 1, 1), QDate(today.year(), 12, 31)};
+    });
+    offer(ui->cmdAllDates, allEntries);
 }
 
 void frmRPTAccounts::FixAccount() {
@@ -137,7 +165,8 @@ void frmRPTAccounts::choose(const ReportItem &item) {
     setPlace({pixels(2500), pixels(1000)});
     bringToTop(item);
     see(item.account, {ui->lblAC, ui->txtAcName, ui->cmdFindAC});
-    see(item.dates, {ui->DTPicker1, ui->DTPicker2, ui->LblFrom, ui->LblTo});
+    see(item.dates, {ui->DTPicker1, ui->DTPicker2, ui->LblFrom, ui->LblTo, ui->cmdThisMonth, ui->cmdLastMonth,
+                     ui->cmdThisYear, ui->cmdAllDates});
     see(item.session, {ui->cboSession, (*ui).*item.sessionLabel});
     see(item.courseAndSubject, {ui->DtaCourse, ui->DtaSubject, ui->LblCourseName, ui->LblSubname});
     const QString caption = menuCaption(item.menu);
@@ -163,7 +192,7 @@ void frmRPTAccounts::bringToTop(const ReportItem &item) {
     }
     QFrame *frame = (*ui).*item.frame;
     frame->show();
-    frame->raise();
+    frame->stackUnder(ui->lblAC); // the first of the selectors, which lie on the frame
     m_run = (*ui).*item.run;
 }
 

@@ -41,6 +41,8 @@ protected:
 private:
     void connectButtons();
     void connectKeys();
+    /// The buttons that fill in both dates.
+    void connectPeriods();
     /// The key gives the focus to the control, if it can be seen, and clicks a button.
     void onKey(const QKeySequence &key, const std::function<QWidget *()> &target);
     void fixSizes();

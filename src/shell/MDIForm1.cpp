@@ -2,6 +2,7 @@
 #include "ui_MDIForm1.h"
 #include "ui_Picture1.h"
 
+#include "platform/base/error.h"
 #include "platform/controls/look.h"
 #include "shell/frmLocPass.h"
 #include "shell/frmLogin.h"
@@ -51,6 +52,7 @@ MDIForm1::~MDIForm1() = default;
 void MDIForm1::Form_Load() {
     controls::FormHost::setArea(ui->mdiArea);
     m_panel->lblTitle->setText("Login :   " + gUserName);
+    nameCompany();
     Timer1.start();
     setWindowState(Qt::WindowMaximized);
 }
@@ -145,7 +147,22 @@ void MDIForm1::close_Menu() {
     showTaggedItems(false);
 }
 
+void MDIForm1::nameCompany() {
+    QString name;
+    try {
+        ado::Recordset active;
+        active.Open("Select Company From Company Where comActive='Y'", gCon);
+        if (active.RecordCount() > 0)
+            name = active.Fields("Company").text();
+    } catch (const Error &) {
+        // A catalog without tables has no company, and its panel names none.
+    }
+    m_panel->lblCompany->setText(name);
+    m_panel->lblCompany->setVisible(!name.isEmpty());
+}
+
 void MDIForm1::showPanel() {
+    nameCompany();
     Picture1->show();
     showTaggedItems(true);
 }

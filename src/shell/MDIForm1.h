@@ -43,6 +43,8 @@ protected:
 
 private:
     void buildMenu();
+    /// The active company's name on the panel; nothing where there is none, or no such table.
+    void nameCompany();
     /// Where the area is smaller than its screens: scrolls it to the control that got the focus.
     void bringInSight(const QWidget *control);
     void choose(const QAction &item);

@@ -4,6 +4,7 @@
 #include "platform/controls/look.h"
 #include "shell/entry_screen.h"
 #include "shell/module1.h"
+#include "shell/status_words.h"
 
 #include <QStyle>
 
@@ -29,7 +30,7 @@ int boldWidth(const QCheckBox &box) {
 
 } // namespace
 
-frmSecMenus::frmSecMenus() : ui(std::make_unique<Ui::frmSecMenus>()) {
+frmSecMenus::frmSecMenus() : Form(Kind::OwnSize), ui(std::make_unique<Ui::frmSecMenus>()) {
     ui->setupUi(this);
     ui->cmdSave->setIcon(controls::icon("save"));
     ui->Command1->setIcon(controls::icon("exit"));
@@ -74,6 +75,7 @@ void frmSecMenus::cmdSave_Click() {
         gRs.Fields("Active") = box->isChecked() ? 1 : 0;
         gRs.Update();
     }
+    say("Menu rights saved");
 }
 
 void frmSecMenus::Command1_Click() {

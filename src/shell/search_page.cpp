@@ -36,4 +36,12 @@ void SearchPage::setListName(const QString &name) {
     ui->Msh->setAccessibleName(name);
 }
 
+QString SearchPage::emptyText() const {
+    return ui->Msh->emptyText();
+}
+
+void SearchPage::setEmptyText(const QString &text) {
+    ui->Msh->setEmptyText(text);
+}
+
 } // namespace zel::shell

@@ -17,6 +17,7 @@ class SearchPage : public QWidget {
     Q_PROPERTY(bool criteria READ criteria WRITE setCriteria)
     Q_PROPERTY(QString valueName READ valueName WRITE setValueName)
     Q_PROPERTY(QString listName READ listName WRITE setListName)
+    Q_PROPERTY(QString emptyText READ emptyText WRITE setEmptyText)
 public:
     explicit SearchPage(QWidget *parent = nullptr);
     ~SearchPage() override;
@@ -30,6 +31,9 @@ public:
     /// What the list shows, for who can't see it.
     [[nodiscard]] QString listName() const;
     void setListName(const QString &name);
+    /// What stands in place of a list without rows.
+    [[nodiscard]] QString emptyText() const;
+    void setEmptyText(const QString &text);
 
 private:
     std::unique_ptr<Ui::SearchPage> ui;

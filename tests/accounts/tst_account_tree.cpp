@@ -2,6 +2,7 @@
 #include "tests/accounts/account_screen.h"
 #include "tests/support/test_program.h"
 
+#include <QStatusBar>
 #include <QTabWidget>
 #include <QtTest>
 
@@ -19,6 +20,7 @@ class TestAccountTree : public QObject {
         office->logIn();
         screen = openByMenu("mnuChartOfAC", "frmAccount");
     }
+    static QStatusBar *statusBar() { return form("MDIForm1")->findChild<QStatusBar *>(); }
     QStringList list() { // codes of the search tab
         QStringList codes;
         const QStringList rows = cells(screen, "mshSearch");
@@ -77,6 +79,34 @@ private Q_SLOTS:
         QCOMPARE(text(screen, "txtOrder"), "5");
         for (const char *box : {"txtAcDes", "txtOrder", "txtSubControl"})
             QVERIFY(!control(screen, box)->isEnabled());
+    }
+
+    /// The keys that move the highlight choose the account, as a click does.
+    void keysChoose_data() {
+        QTest::addColumn<Qt::Key>("key");
+        QTest::addColumn<QString>("code");
+        QTest::newRow("Down") << Qt::Key_Down << "1.1.2";
+        QTest::newRow("Up") << Qt::Key_Up << "1.1";
+        QTest::newRow("Left") << Qt::Key_Left << "1.1";
+        QTest::newRow("End") << Qt::Key_End << "2";
+        QTest::newRow("Home") << Qt::Key_Home << "1";
+        QTest::newRow("a letter") << Qt::Key_H << "1.1.2";
+    }
+    void keysChoose() {
+        QFETCH(Qt::Key, key);
+        QFETCH(QString, code);
+        open();
+        clickNode(screen, "1.1.1");
+        press(key);
+        QCOMPARE(currentKey(screen), "'" + code + "'");
+        QCOMPARE(text(screen, "txtFindParent"), node(screen, code)->Tag);
+        QCOMPARE(isShown(screen, "frmEntry"), code == "1.1.2");
+        if (code != "1.1.2")
+            return;
+        const QStringList said = textsOf([this] { click(screen, "Command3"); }, {QMessageBox::Yes});
+        QCOMPARE(said, QStringList("are you sure delete this account"));
+        QCOMPARE(statusBar()->currentMessage(), "HILL BANK deleted");
+        QVERIFY(tree(screen)->find("'1.1.1'") && !tree(screen)->find("'1.1.2'"));
     }
 
     void remove_data() {
@@ -189,8 +219,10 @@ private Q_SLOTS:
         QVERIFY(isShown(screen, "frmEntry"));
         QCOMPARE(currentKey(screen), "'1.1.1'");
         QVERIFY(opened != "2" || !node(screen, "2")->isExpanded());
+        QCOMPARE(text(form("MDIForm1"), "lblUnderWay"), "correcting CITY BANK");
         typeInto(screen, "txtSubsidiary", "city bank 2");
         click(screen, "cmdCreateAc");
+        QCOMPARE(statusBar()->currentMessage(), "CITY BANK 2 saved");
         QCOMPARE(office->rows("select AcName from Accounts where RowID=3"), QStringList("CITY BANK 2"));
     }
 

@@ -71,6 +71,8 @@ private Q_SLOTS:
     void leftovers_data();
     void leftovers();
     void coveredButtonIsOutOfTheWay();
+    void quickPeriods_data();
+    void quickPeriods();
     void closingForgets();
     void standsInItsPlace();
     void sessions_data();
@@ -218,6 +220,36 @@ void tst_report_screen::coveredButtonIsOutOfTheWay() {
     settle();
     click(screen, "cmdBankBook");
     QVERIFY(form("frmVeiwer"));
+}
+
+void tst_report_screen::quickPeriods_data() {
+    QTest::addColumn<Qt::Key>("key");
+    QTest::addColumn<QDate>("from");
+    QTest::addColumn<QDate>("to");
+    const QDate today = QDate::currentDate();
+    const QDate first(today.year(), today.month(), 1);
+    QTest::newRow("this month") << Qt::Key_M << first << first.addMonths(1).addDays(-1);
+    QTest::newRow("last month") << Qt::Key_L << first.addMonths(-1) << first.addDays(-1);
+    QTest::newRow("this year") << Qt::Key_Y << QDate(today.year(), 1, 1) << QDate(today.year(), 12, 31);
+    QTest::newRow("all") << Qt::Key_A << QDate(2024, 2, 29) << today;
+}
+
+void tst_report_screen::quickPeriods() {
+    QFETCH(Qt::Key, key);
+    QFETCH(QDate, from);
+    QFETCH(QDate, to);
+    ReportDesk desk("delete from DetJV insert into DetJV (VouNo,VouStatus,AcCode,VouDate) "
+                    "values (1,'JV',4,'2024-02-29') insert into DetJV (VouNo,VouStatus,AcCode,VouDate) "
+                    "values (2,'JV',4,'2025-03-01')");
+    QWidget *screen = desk.open("mnuCashBook");
+    press(key, Qt::AltModifier);
+    QCOMPARE(control<controls::DateBox>(screen, "DTPicker1")->Value(), from);
+    QCOMPARE(control<controls::DateBox>(screen, "DTPicker2")->Value(), to);
+    QWidget *button = control(screen, "cmdCashBook");
+    QVERIFY(button->mapTo(screen, QPoint()).y() >
+            control(screen, "cmdAllDates")->mapTo(screen, QPoint()).y());
+    desk.open("mnuFee");
+    QVERIFY(!control(screen, "cmdAllDates")->isVisible());
 }
 
 void tst_report_screen::closingForgets() {

@@ -72,6 +72,8 @@ private Q_SLOTS:
     void endsProgram_data();
     void endsProgram();
     void partsAreNamed();
+    void companyIsNamed_data();
+    void companyIsNamed();
     void missingScreenLeavesAllAlone();
     void lockLeadsTo_data();
     void lockLeadsTo();
@@ -154,6 +156,31 @@ void tst_menu::partsAreNamed() {
                               "mnuRBlank mnuRBlank1 mnuRBlank2 mnuRBlank3 mnuRBlank4 mnuRBlank5");
 }
 
+void tst_menu::companyIsNamed_data() {
+    QTest::addColumn<QString>("statement");
+    QTest::addColumn<QString>("name");
+    QTest::newRow("active") << "update Company set Company = 'CITY <b>COLLEGE'"
+                            << "CITY <b>COLLEGE";
+    QTest::newRow("none active") << "update Company set comActive = 'N'"
+                                 << "";
+    QTest::newRow("without a name") << "update Company set Company = null"
+                                    << "";
+    QTest::newRow("no table") << "drop table Company"
+                              << "";
+}
+
+/// At the login, and anew when a screen closes.
+void tst_menu::companyIsNamed() {
+    QFETCH(QString, statement);
+    QFETCH(QString, name);
+    OpenFrame frame;
+    QCOMPARE(text(frame.frame, "lblCompany"), "ZEL INSTITUTE");
+    frame.office.execute(Sql::trusted(statement.toStdString()));
+    openByMenu("mnuCompany", "other")->parentWidget()->close();
+    QCOMPARE(text(frame.frame, "lblCompany"), name);
+    QCOMPARE(control(frame.frame, "lblCompany")->isVisible(), !name.isEmpty());
+}
+
 void tst_menu::missingScreenLeavesAllAlone() {
     OpenFrame frame;
     openByMenu("mnuCPVou", {});
@@ -228,6 +255,8 @@ void tst_menu::lockKeepsItsSize() {
     QWidget *lock = openByMenu("mnuSetMenu", "frmLocPass");
     QVERIFY(!lock->parentWidget()->isMaximized());
     QCOMPARE(lock->size(), lock->sizeHint());
+    const QPoint middle = frame.frame->findChild<QMdiArea *>()->viewport()->rect().center();
+    QVERIFY((lock->parentWidget()->geometry().center() - middle).manhattanLength() <= 2);
     QVERIFY(other->isMaximized());
     picture(frame.frame, "lock-over-maximized");
     click(lock, "cmdCancel");

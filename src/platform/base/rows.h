@@ -19,6 +19,8 @@ public:
     /// The column of that name, case ignored; -1 when there is none. Of equal names the first.
     [[nodiscard]] virtual int columnIndex(const QString &name) const = 0;
     [[nodiscard]] virtual bool isNumber(int column) const = 0;
+    /// A number with decimals, as money is.
+    [[nodiscard]] virtual bool isAmount(int) const { return false; }
     [[nodiscard]] virtual Value value(qsizetype row, int column) const = 0;
     /// The cell as text for the screen, Null as ''; made on each call from the packed row.
     [[nodiscard]] virtual QString text(qsizetype row, int column) const = 0;

@@ -1,6 +1,7 @@
 #include "platform/controls/button.h"
 
 #include "platform/controls/focus.h"
+#include "platform/controls/look.h"
 #include "platform/controls/typing.h"
 
 #include <QShortcutEvent>
@@ -9,6 +10,11 @@ namespace zel::controls {
 
 Button::Button(QWidget *parent) : QPushButton(parent) {
     setAutoDefault(false);
+}
+
+void Button::setIconName(const QString &name) {
+    m_iconName = name;
+    setIcon(controls::icon(name));
 }
 
 bool Button::event(QEvent *event) {

@@ -12,8 +12,12 @@ namespace zel::controls {
 class Button : public QPushButton {
     Q_OBJECT
     Q_PROPERTY(bool enterGoesOn READ enterGoesOn WRITE setEnterGoesOn)
+    Q_PROPERTY(QString iconName READ iconName WRITE setIconName)
 public:
     explicit Button(QWidget *parent = nullptr);
+    /// One of the program's icons, which all buttons share.
+    [[nodiscard]] QString iconName() const { return m_iconName; }
+    void setIconName(const QString &name);
     [[nodiscard]] bool enterGoesOn() const { return m_enterGoesOn; }
     void setEnterGoesOn(bool goesOn) { m_enterGoesOn = goesOn; }
 
@@ -22,6 +26,7 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
+    QString m_iconName;
     bool m_enterGoesOn = false;
 };
 

@@ -1,5 +1,6 @@
 #include "platform/controls/form.h"
 
+#include "platform/controls/buttons_in_sight.h"
 #include "platform/controls/focus.h"
 #include "platform/controls/typing.h"
 
@@ -67,34 +68,48 @@ QWidget *Form::shell() {
 }
 
 void Form::makeWindow(QMdiArea *area) {
+    const bool fixedSize = minimumSize() == maximumSize();
+    if (!fixedSize)
+        keepButtonsInSight(*this);
     // A screen whose design has a size keeps it, any other is as large as it asks for.
     const QSize inner = (testAttribute(Qt::WA_Resized) ? size() : sizeHint()).expandedTo(minimumSizeHint());
     m_window = new ScreenWindow(this);
-    const bool fixedSize = minimumSize() == maximumSize();
     if (fixedSize)
         m_window->setWindowFlags(Qt::SubWindow | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                                  Qt::WindowSystemMenuHint | Qt::WindowMinimizeButtonHint |
                                  Qt::WindowCloseButtonHint);
     area->addSubWindow(m_window);
     const QSize frame = m_window->sizeHint() - sizeHint();
-    if (fixedSize) {
-        m_window->setFixedSize(inner + frame);
-    } else {
-        // Where the area is too small for the least size the area scrolls: controls never stand on one
-        // another.
-        const QSize least = minimumSizeHint() + frame;
-        m_window->setMinimumSize(least);
-        m_window->resize((inner + frame).boundedTo(area->viewport()->size()).expandedTo(least));
-    }
+    m_asked = inner + frame;
+    if (fixedSize)
+        m_window->setFixedSize(m_asked);
+    else
+        m_window->setMinimumSize(minimumSizeHint() + frame);
     const int step = 26 * int((area->subWindowList().size() - 1) % 8);
-    moveWindow(m_place.x() >= 0 ? m_place : QPoint(step, step));
+    m_cascade = QPoint(step, step);
+    area->viewport()->installEventFilter(this);
+    fitWindow();
 }
 
 /// No window reaches out of the area where it would fit.
-void Form::moveWindow(QPoint place) {
-    const QSize room = FormHost::area()->viewport()->size() - m_window->size();
-    m_window->move(std::max(0, std::min(place.x(), room.width())),
-                   std::max(0, std::min(place.y(), room.height())));
+void Form::fitWindow() {
+    const QSize room = FormHost::area()->viewport()->size();
+    const bool takesAll = m_kind == Kind::Child && m_window->minimumSize() != m_window->maximumSize();
+    QSize size = m_asked.boundedTo(room).expandedTo(m_window->minimumSize());
+    const QSize left = (room - size).expandedTo(QSize(0, 0));
+    const bool hasPlace = m_place.x() >= 0;
+    const QPoint wanted = hasPlace ? m_place : takesAll ? m_cascade : QPoint(left.width(), left.height()) / 2;
+    const QPoint place(std::min(wanted.x(), left.width()), std::min(wanted.y(), left.height()));
+    if (takesAll)
+        size = size.expandedTo(room - QSize(place.x(), place.y()));
+    m_window->setGeometry({place, size});
+    m_given = m_window->geometry();
+}
+
+bool Form::eventFilter(QObject *watched, QEvent *event) {
+    if (event->type() == QEvent::Resize && m_window && m_window->geometry() == m_given)
+        fitWindow();
+    return QWidget::eventFilter(watched, event);
 }
 
 void Form::closeOnCtrlW() {
@@ -109,7 +124,7 @@ void Form::setPlace(QPoint place) {
         return;
     if (m_window->isMaximized())
         m_window->showNormal();
-    moveWindow(place);
+    fitWindow();
 }
 
 void Form::bringForward(bool maximized) {

@@ -1,11 +1,15 @@
 #include "platform/controls/grid.h"
 
+#include "platform/controls/cell_delegate.h"
 #include "platform/controls/grid_model.h"
 #include "platform/controls/look.h"
 #include "platform/controls/typing.h"
 
 #include <QContextMenuEvent>
 #include <QHeaderView>
+#include <QLabel>
+
+#include <algorithm>
 
 namespace zel::controls {
 
@@ -13,15 +17,23 @@ namespace {
 
 constexpr int DefaultTwips = 1440;
 constexpr int HeadingMargin = 16;
+constexpr int CellMargin = 16;
+constexpr int EmptyLabelTop = 18;
+constexpr auto LargestAmount = "99,999,999,999.99";
 
 int headingWidth(const QHeaderView *header, const QString &heading) {
     return QFontMetrics(header->font()).horizontalAdvance(heading) + HeadingMargin;
+}
+
+int amountWidth(const QFontMetrics &metrics) {
+    return metrics.horizontalAdvance(QLatin1String(LargestAmount)) + CellMargin;
 }
 
 } // namespace
 
 Grid::Grid(QWidget *parent) : QTableView(parent), m_model(new GridModel(this)) {
     setModel(m_model);
+    setItemDelegate(new CellDelegate(this));
     setSelectionBehavior(QAbstractItemView::SelectRows);
     setSelectionMode(QAbstractItemView::SingleSelection);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -71,9 +83,12 @@ QString Grid::TextMatrix(int row, int col) const {
 }
 
 void Grid::setTextMatrix(int row, int col, const QString &text) {
+    const bool wasBlank = row > 0 && m_model->isBlank();
     m_model->setText(row, col, text);
     if (row == 0)
-        applyWidth(col);
+        applyWidths();
+    else if (wasBlank)
+        keepRow(Row());
 }
 
 void Grid::RemoveItem(int row) {
@@ -98,7 +113,7 @@ void Grid::setDataSource(zel::RowsPtr rows) {
 void Grid::setColWidth(int col, int twips) {
     m_twips[col] = twips;
     if (col < Cols())
-        applyWidth(col);
+        applyWidths();
 }
 
 int Grid::ColWidth(int col) const {
@@ -137,6 +152,7 @@ int Grid::Col() const {
 /// Makes `row`, or the nearest there is, the current one. The current cell is never in a hidden column, which
 /// the arrow keys could not leave.
 void Grid::keepRow(int row) {
+    showEmptiness();
     if (Rows() < 2)
         return;
     int col = 0;
@@ -148,13 +164,65 @@ void Grid::keepRow(int row) {
 void Grid::applyWidth(int col) {
     const int twips = ColWidth(col);
     setColumnHidden(col, twips <= 0);
-    if (twips > 0)
-        setColumnWidth(col, qMax(pixels(twips), headingWidth(horizontalHeader(), m_model->text(0, col))));
+    if (twips <= 0)
+        return;
+    const int least = m_model->holdsAmounts(col) ? amountWidth(fontMetrics()) : 0;
+    setColumnWidth(col,
+                   std::max({pixels(twips), headingWidth(horizontalHeader(), m_model->text(0, col)), least}));
 }
 
 void Grid::applyWidths() {
     for (int col = 0; col < Cols(); ++col)
         applyWidth(col);
+    spreadRest();
+}
+
+void Grid::spreadRest() {
+    int widest = -1;
+    for (int col = 0; col < Cols(); ++col)
+        if (!isColumnHidden(col) && (widest < 0 || ColWidth(col) >= ColWidth(widest)))
+            widest = col;
+    if (widest < 0)
+        return;
+    applyWidth(widest);
+    if (const int rest = viewport()->width() - horizontalHeader()->length(); rest > 0)
+        setColumnWidth(widest, columnWidth(widest) + rest);
+}
+
+void Grid::resizeEvent(QResizeEvent *event) {
+    QTableView::resizeEvent(event);
+    spreadRest();
+    if (m_emptyLabel)
+        m_emptyLabel->resize(viewport()->width(), m_emptyLabel->height());
+}
+
+QString Grid::emptyText() const {
+    return m_emptyLabel ? m_emptyLabel->text() : QString();
+}
+
+void Grid::setEmptyText(const QString &text) {
+    if (!m_emptyLabel) {
+        m_emptyLabel = new QLabel(viewport());
+        m_emptyLabel->setObjectName(QStringLiteral("lblEmpty"));
+        m_emptyLabel->setAlignment(Qt::AlignCenter);
+        m_emptyLabel->setForegroundRole(QPalette::PlaceholderText);
+        m_emptyLabel->setAttribute(Qt::WA_TransparentForMouseEvents);
+    }
+    m_emptyLabel->setText(text);
+    m_emptyLabel->setGeometry(0, EmptyLabelTop, viewport()->width(), m_emptyLabel->sizeHint().height());
+    showEmptiness();
+}
+
+void Grid::showEmptiness() {
+    setShowGrid(!m_model->isBlank());
+    if (m_emptyLabel)
+        m_emptyLabel->setVisible(m_model->isBlank() || Rows() < 2);
+}
+
+/// A blank row that stands alone is the current one, and not selected.
+QItemSelectionModel::SelectionFlags Grid::selectionCommand(const QModelIndex &index,
+                                                           const QEvent *event) const {
+    return m_model->isBlank() ? QItemSelectionModel::Clear : QTableView::selectionCommand(index, event);
 }
 
 void Grid::keyPressEvent(QKeyEvent *event) {

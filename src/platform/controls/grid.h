@@ -5,14 +5,21 @@
 #include <QHash>
 #include <QTableView>
 
+class QLabel;
+
 namespace zel::controls {
 
 class GridModel;
 
 /// A grid of texts whose row 0 is the heading. Columns are measured in twips, 1440 to the inch; one of width
 /// 0 is hidden and can still be read. A new grid has two columns and one blank row.
+///
+/// Widths are the least: a column has room for its heading and, if it holds amounts, for the largest, and
+/// what is left falls to the last of the widest columns. A blank row that stands alone is not to be seen;
+/// what emptyText says is shown in its place.
 class Grid : public QTableView {
     Q_OBJECT
+    Q_PROPERTY(QString emptyText READ emptyText WRITE setEmptyText)
 public:
     explicit Grid(QWidget *parent = nullptr);
 
@@ -48,6 +55,10 @@ public:
     void setRow(int row);
     [[nodiscard]] int Col() const;
 
+    /// In a label of the name "lblEmpty" while the list has no row, or a blank one alone; '' for none.
+    [[nodiscard]] QString emptyText() const;
+    void setEmptyText(const QString &text);
+
     void keyboardSearch(const QString &) override {}
 
 Q_SIGNALS:
@@ -62,14 +73,20 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
     void changeEvent(QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex &index,
+                                                         const QEvent *event) const override;
 
 private:
     void applyWidth(int col);
     void applyWidths();
+    void spreadRest();
     void keepRow(int row);
+    void showEmptiness();
 
     GridModel *m_model;
     QHash<int, int> m_twips;
+    QLabel *m_emptyLabel = nullptr; ///< on the viewport
 };
 
 } // namespace zel::controls

@@ -2,6 +2,7 @@
 
 #include "platform/base/error.h"
 
+#include <algorithm>
 #include <limits>
 
 namespace zel::controls {
@@ -19,8 +20,11 @@ void GridModel::bind(RowsPtr rows) {
     }
     m_bound = std::move(rows);
     m_numbers.clear();
-    for (int col = 0; m_bound && col < m_cols; ++col)
+    m_amounts.clear();
+    for (int col = 0; m_bound && col < m_cols; ++col) {
         m_numbers << m_bound->isNumber(col);
+        m_amounts << m_bound->isAmount(col);
+    }
     endResetModel();
 }
 
@@ -31,12 +35,18 @@ void GridModel::clear() {
     m_cells.assign(count, QStringList());
     m_headings.clear();
     m_numbers.clear();
+    m_amounts.clear();
     endResetModel();
 }
 
 int GridModel::rows() const {
     const qsizetype below = m_bound ? m_bound->rowCount() : static_cast<qsizetype>(m_cells.size());
     return static_cast<int>(qMin<qsizetype>(below, std::numeric_limits<int>::max() - 1)) + 1;
+}
+
+bool GridModel::isBlank() const {
+    const auto isEmpty = [](const QString &cell) { return cell.isEmpty(); };
+    return !m_bound && m_cells.size() == 1 && std::ranges::all_of(m_cells.front(), isEmpty);
 }
 
 void GridModel::setRows(int rows) {
@@ -130,6 +140,10 @@ void GridModel::setAlignment(int col, Qt::Alignment alignment) {
         Q_EMIT dataChanged(index(0, col), index(rowCount() - 1, col), {Qt::TextAlignmentRole});
 }
 
+bool GridModel::holdsAmounts(int col) const {
+    return m_amounts.value(col) || m_alignments.value(col).testFlag(Qt::AlignRight);
+}
+
 Qt::Alignment GridModel::alignment(int col) const {
     const Qt::Alignment fallback = m_numbers.value(col) ? Qt::AlignRight : Qt::AlignLeft;
     const Qt::Alignment set = m_alignments.value(col);
@@ -151,6 +165,8 @@ QVariant GridModel::data(const QModelIndex &index, int role) const {
         return QVariant::fromValue(alignment(index.column()));
     if (role == Qt::DisplayRole)
         return text(index.row() + 1, index.column());
+    if (role == AmountRole)
+        return m_amounts.value(index.column());
     return {};
 }
 

@@ -17,6 +17,9 @@ class GridModel : public QAbstractTableModel {
 public:
     using QAbstractTableModel::QAbstractTableModel;
 
+    /// Whether the cell is an amount, which is painted grouped and with two decimals.
+    static constexpr int AmountRole = Qt::UserRole;
+
     /// Shows these rows with their column names as headings. Null lets go of the bound rows and leaves as
     /// many blank ones; headings stay.
     void bind(RowsPtr rows);
@@ -25,6 +28,8 @@ public:
     void clear();
 
     [[nodiscard]] int rows() const; ///< the heading counted
+    /// The one row below the heading has no text.
+    [[nodiscard]] bool isBlank() const;
     void setRows(int rows);
     [[nodiscard]] int cols() const { return m_cols; }
     void setCols(int cols);
@@ -34,6 +39,8 @@ public:
     [[nodiscard]] QString text(int row, int col) const;
     void setText(int row, int col, const QString &text);
     void setAlignment(int col, Qt::Alignment alignment);
+    /// Bound amounts, and what was told to stand at the right.
+    [[nodiscard]] bool holdsAmounts(int col) const;
 
     [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
     [[nodiscard]] int columnCount(const QModelIndex &parent = {}) const override;
@@ -50,6 +57,7 @@ private:
         m_cells; ///< rows below the heading while none are bound; a short one is blank at its end
     QStringList m_headings;
     QList<bool> m_numbers;
+    QList<bool> m_amounts;
     QHash<int, Qt::Alignment> m_alignments;
     int m_cols = 2;
 };

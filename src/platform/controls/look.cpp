@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QFile>
 #include <QFont>
+#include <QHash>
 #include <QPalette>
 #include <QScreen>
 
@@ -71,7 +72,12 @@ void applyLook(QApplication &application) {
 }
 
 QIcon icon(const QString &name) {
-    return QIcon(QStringLiteral(":/icons/%1.svg").arg(name));
+    // Each icon made anew would leave pictures of its own in the cache of pixmaps.
+    static QHash<QString, QIcon> made;
+    QIcon &icon = made[name];
+    if (icon.isNull())
+        icon = QIcon(QStringLiteral(":/icons/%1.svg").arg(name));
+    return icon;
 }
 
 int pixels(int twips) {

@@ -1,6 +1,7 @@
 #include "platform/controls/tree_view.h"
 
 #include "platform/base/error.h"
+#include "platform/controls/cell_delegate.h"
 #include "platform/controls/typing.h"
 
 #include <QContextMenuEvent>
@@ -12,6 +13,7 @@ TreeView::TreeView(QWidget *parent) : QTreeWidget(parent) {
     setColumnCount(1);
     setHeaderHidden(true);
     setUniformRowHeights(true);
+    setItemDelegate(new CellDelegate(this));
     connect(this, &QTreeWidget::itemExpanded, this,
             [this](QTreeWidgetItem *item) { Q_EMIT nodeExpanded(static_cast<TreeNode *>(item)); });
     connect(this, &QTreeWidget::itemCollapsed, this,
@@ -49,8 +51,16 @@ void TreeView::clearNodes() {
 }
 
 void TreeView::select(TreeNode *node) {
-    setCurrentItem(node);
+    highlight(node);
     scrollToItem(node);
+}
+
+/// Scrolling to a node would open those that it lies in.
+void TreeView::highlight(TreeNode *node) {
+    const bool scrolls = hasAutoScroll();
+    setAutoScroll(false);
+    setCurrentItem(node);
+    setAutoScroll(scrolls);
 }
 
 void TreeView::mousePressEvent(QMouseEvent *event) {
@@ -70,13 +80,18 @@ void TreeView::mouseReleaseEvent(QMouseEvent *event) {
 }
 
 void TreeView::keyPressEvent(QKeyEvent *event) {
-    auto *item = static_cast<TreeNode *>(currentItem());
-    if (item && (isEnter(event) || event->key() == Qt::Key_Space)) {
+    const auto click = [this](TreeNode *node) {
         Q_EMIT mouseDown(Qt::LeftButton);
-        Q_EMIT nodeClicked(item, Qt::LeftButton);
-    } else {
-        QTreeWidget::keyPressEvent(event);
-    }
+        Q_EMIT nodeClicked(node, Qt::LeftButton);
+    };
+    auto *item = static_cast<TreeNode *>(currentItem());
+    if (item && (isEnter(event) || event->key() == Qt::Key_Space))
+        return click(item);
+    const bool wasHighlighted = item && item->isSelected();
+    QTreeWidget::keyPressEvent(event);
+    auto *now = static_cast<TreeNode *>(currentItem());
+    if (now && now->isSelected() && (now != item || !wasHighlighted))
+        click(now);
 }
 
 /// A right click tells of itself when the button is let go; the menu key has to be told as one.

@@ -34,10 +34,13 @@ public:
     void clearNodes();
     /// Makes it the current node and scrolls to it.
     void select(TreeNode *node);
+    /// Makes it the current node where it stands.
+    void highlight(TreeNode *node);
 
 Q_SIGNALS:
     void mouseDown(Qt::MouseButton button);
-    void nodeClicked(zel::controls::TreeNode *node, Qt::MouseButton button); ///< Enter and Space click, too
+    /// Enter and Space click, too, and so does every key that moves the highlight.
+    void nodeClicked(zel::controls::TreeNode *node, Qt::MouseButton button);
     /// By the user or by the program.
     void nodeExpanded(zel::controls::TreeNode *node);
     void nodeCollapsed(zel::controls::TreeNode *node);

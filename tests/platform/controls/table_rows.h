@@ -4,7 +4,7 @@
 
 #include <QStringList>
 
-/// Rows given as texts; a "#" before a column's name makes it one of numbers.
+/// Rows given as texts; a "#" before a column's name makes it one of numbers, a "$" one of amounts.
 class TableRows : public zel::Rows {
 public:
     TableRows(QStringList names, QList<QStringList> cells)
@@ -16,7 +16,7 @@ public:
 
     qsizetype rowCount() const override { return m_cells.size(); }
     int columnCount() const override { return int(m_names.size()); }
-    QString columnName(int column) const override { return QString(m_names[column]).remove('#'); }
+    QString columnName(int column) const override { return QString(m_names[column]).remove('#').remove('$'); }
     int columnIndex(const QString &name) const override {
         for (int column = 0; column < m_names.size(); ++column) {
             if (columnName(column).compare(name, Qt::CaseInsensitive) == 0)
@@ -24,7 +24,8 @@ public:
         }
         return -1;
     }
-    bool isNumber(int column) const override { return m_names[column].startsWith('#'); }
+    bool isNumber(int column) const override { return m_names[column].startsWith('#') || isAmount(column); }
+    bool isAmount(int column) const override { return m_names[column].startsWith('$'); }
     zel::Value value(qsizetype row, int column) const override { return m_cells[row][column]; }
     QString text(qsizetype row, int column) const override { return m_cells[row][column]; }
     bool isNull(qsizetype, int) const override { return false; }

@@ -73,6 +73,22 @@ public:
     TextBox *box;
 };
 
+/// A list above a row of buttons.
+class Listed : public Form {
+public:
+    explicit Listed(Kind kind) : Form(kind), list(new QWidget), button(new Button) {
+        list->setMinimumSize(400, 300);
+        auto *column = new QVBoxLayout(this);
+        column->addWidget(list, 1);
+        auto *row = new QHBoxLayout;
+        row->setObjectName("layoutButtons");
+        row->addWidget(button);
+        column->addLayout(row);
+    }
+    QWidget *list;
+    Button *button;
+};
+
 class Main : public MainForm {
 public:
     Main() : area(new QMdiArea) {
@@ -144,6 +160,8 @@ private Q_SLOTS:
     void mnemonicsOfTheScreenWin();
     void focusRefused_data();
     void focusRefused();
+    void room_data();
+    void room();
     void messages_data();
     void messages();
     void endsWithTheLastForm();
@@ -375,6 +393,40 @@ void tst_form::focusRefused() {
     }
     tabs->setCurrentIndex(0);
     QCOMPARE(box->hasFocus(), !refused);
+}
+
+void tst_form::room_data() {
+    QTest::addColumn<bool>("takesAll");
+    QTest::addColumn<QSize>("size");
+    for (const bool takesAll : {true, false}) {
+        QTest::addRow("%s, much", takesAll ? "all" : "its own") << takesAll << QSize(900, 700);
+        QTest::addRow("%s, little", takesAll ? "all" : "its own") << takesAll << QSize(320, 260);
+    }
+}
+
+/// Where the area is as large as it may be, small, and large again.
+void tst_form::room() {
+    QFETCH(bool, takesAll);
+    QFETCH(QSize, size);
+    auto *form = new Listed(takesAll ? Form::Kind::Child : Form::Kind::OwnSize);
+    form->Show();
+    for (const QSize &now : {size, QSize(640, 500), size}) {
+        s_main->resize(now);
+        QTest::qWait(5);
+        const QRect area = s_main->area->viewport()->rect();
+        const QRect window = form->subWindow()->geometry();
+        QVERIFY(area.contains(window));
+        QCOMPARE(window == area, takesAll || now.width() < 400);
+        QVERIFY((window.center() - area.center()).manhattanLength() <= 2);
+        QVERIFY(form->list->width() >= 400 && form->list->height() >= 300);
+        const QRect button(form->button->mapTo(s_main->area->viewport(), QPoint()), form->button->size());
+        QVERIFY(area.contains(button) && !form->button->visibleRegion().isEmpty());
+    }
+    form->subWindow()->resize(300, 200); // from now on it is the user's
+    s_main->resize(640, 500);
+    QTest::qWait(5);
+    QCOMPARE(form->subWindow()->size(), QSize(300, 200));
+    form->Unload();
 }
 
 void tst_form::messages_data() {

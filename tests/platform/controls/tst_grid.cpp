@@ -1,5 +1,6 @@
 #include "platform/base/error.h"
 #include "platform/controls/application.h"
+#include "platform/controls/cell_delegate.h"
 #include "platform/controls/grid.h"
 #include "platform/controls/grid_model.h"
 #include "platform/controls/look.h"
@@ -8,8 +9,11 @@
 #include <QAbstractItemModelTester>
 #include <QElapsedTimer>
 #include <QHeaderView>
+#include <QHelpEvent>
+#include <QLabel>
 #include <QSignalSpy>
 #include <QTest>
+#include <QToolTip>
 
 using namespace zel;
 using namespace zel::controls;
@@ -26,6 +30,9 @@ private Q_SLOTS:
     void removal();
     void outsideIsAnError();
     void widths();
+    void amountsArePainted_data();
+    void amountsArePainted();
+    void cutCellTellsAll();
     void keys();
     void mouse();
     void bindingIsLazy();
@@ -95,7 +102,10 @@ void tst_grid::bound() {
 
 void tst_grid::emptySearch() {
     Grid grid;
+    grid.setEmptyText("No session found");
+    const auto *label = grid.findChild<QLabel *>();
     grid.setDataSource(threeRows());
+    QVERIFY(label->isHidden() && grid.selectionModel()->hasSelection());
     grid.setColumns({{"SESSION NO", 1200}, {"SESSION NAME", 3000}});
     grid.setDataSource(nullptr);
     QCOMPARE(grid.Rows(), 4);
@@ -104,6 +114,11 @@ void tst_grid::emptySearch() {
     QCOMPARE(all(grid), QStringLiteral(",|,"));
     QCOMPARE(grid.Row(), 1);
     QCOMPARE(grid.TextMatrix(grid.Row(), 0), QString());
+    QVERIFY(!label->isHidden() && !grid.selectionModel()->hasSelection() && !grid.showGrid());
+    QTest::keyClick(&grid, Qt::Key_Down);
+    QVERIFY(!grid.selectionModel()->hasSelection());
+    grid.setTextMatrix(1, 0, "4");
+    QVERIFY(label->isHidden() && grid.selectionModel()->hasSelection() && grid.showGrid());
 }
 
 void tst_grid::holdsRowsUntilLetGo() {
@@ -208,6 +223,11 @@ void tst_grid::widths() {
     grid.setColumns({{"", 0}, {"NAME", 2880}, {"A heading wider than its column", 100}});
     QVERIFY(grid.isColumnHidden(0));
     QCOMPARE(grid.TextMatrix(1, 0), QStringLiteral("3"));
+    grid.resize(2000, 300);
+    grid.show();
+    QVERIFY(grid.columnWidth(1) > pixels(2880)); // what the others leave is the widest one's
+    QCOMPARE(grid.horizontalHeader()->length(), grid.viewport()->width());
+    grid.resize(200, 300);
     QCOMPARE(grid.columnWidth(1), pixels(2880));
     const QFontMetrics bold(grid.horizontalHeader()->font());
     QVERIFY(grid.horizontalHeader()->font().bold());
@@ -216,6 +236,48 @@ void tst_grid::widths() {
     QVERIFY(grid.isColumnHidden(0));
     grid.setColWidth(0, 1440);
     QVERIFY(!grid.isColumnHidden(0));
+}
+
+void tst_grid::amountsArePainted_data() {
+    QTest::addColumn<QString>("cell");
+    QTest::addColumn<QString>("painted");
+    for (const auto &[cell, painted] :
+         {std::pair("7", "7.00"), std::pair("9876543210.55", "9,876,543,210.55"),
+          std::pair("-9876543210.55", "-9,876,543,210.55"), std::pair("", ""), std::pair("none", "none"),
+          std::pair("99999999999999999999", "99999999999999999999")})
+        QTest::addRow("'%s'", cell) << cell << painted;
+}
+
+void tst_grid::amountsArePainted() {
+    QFETCH(QString, cell);
+    QFETCH(QString, painted);
+    struct Painter : CellDelegate {
+        using CellDelegate::initStyleOption;
+    };
+    Grid grid;
+    grid.setDataSource(TableRows::make({"$Amount", "Name"}, {{cell, "A"}}));
+    grid.setColWidth(0, 100);
+    const QModelIndex index = grid.model()->index(0, 0);
+    QStyleOptionViewItem option;
+    Painter().initStyleOption(&option, index);
+    QCOMPARE(option.text, painted);
+    QVERIFY(option.displayAlignment.testFlag(Qt::AlignRight));
+    QCOMPARE(index.data().toString(), cell);
+    QVERIFY(grid.columnWidth(0) > grid.fontMetrics().horizontalAdvance("-9,876,543,210.55"));
+}
+
+void tst_grid::cutCellTellsAll() {
+    Grid grid;
+    const QString whole = QString("A LONG NAME & MORE ").repeated(20);
+    grid.setDataSource(TableRows::make({"Name", "#No"}, {{"SHORT", "1"}, {whole, "2"}}));
+    grid.resize(300, 200);
+    grid.show();
+    for (int row = 1; row >= 0; --row) {
+        const QPoint place = grid.visualRect(grid.model()->index(row, 0)).center();
+        QHelpEvent help(QEvent::ToolTip, place, grid.viewport()->mapToGlobal(place));
+        QCoreApplication::sendEvent(grid.viewport(), &help);
+        QCOMPARE(QToolTip::text(), row == 1 ? "<p>" + whole.toHtmlEscaped() + "</p>" : QString());
+    }
 }
 
 void tst_grid::keys() {

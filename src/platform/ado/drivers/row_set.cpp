@@ -138,6 +138,11 @@ bool RowSet::isNumber(int column) const {
     return kind >= TypeKind::Bit && kind <= TypeKind::Float;
 }
 
+bool RowSet::isAmount(int column) const {
+    const tsql::Type type = m_columns.at(std::size_t(column)).type;
+    return type.kind == TypeKind::Money || (type.kind == TypeKind::Numeric && type.scale > 0);
+}
+
 bool RowSet::isNull(qsizetype row, int column) const {
     return m_tags[index(row, column)] == Tag::Null;
 }

@@ -38,6 +38,7 @@ public:
     [[nodiscard]] int columnIndex(const QString &name) const override;
     [[nodiscard]] int columnIndex(std::string_view name) const;
     [[nodiscard]] bool isNumber(int column) const override;
+    [[nodiscard]] bool isAmount(int column) const override;
     [[nodiscard]] Value value(qsizetype row, int column) const override;
     [[nodiscard]] QString text(qsizetype row, int column) const override;
     [[nodiscard]] bool isNull(qsizetype row, int column) const override;
