@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QFile>
 #include <QFont>
+#include <QHash>
 #include <QPalette>
 #include <QScreen>
 
@@ -71,7 +72,13 @@ void applyLook(QApplication &application) {
 }
 
 QIcon icon(const QString &name) {
-    return QIcon(QStringLiteral(":/icons/%1.svg").arg(name));
+    // One icon for all that show it, since each caches its pixmaps for itself. Never destroyed: the plugin
+    // that paints it may go first.
+    static auto &known = *new QHash<QString, QIcon>;
+    QIcon &found = known[name];
+    if (found.isNull())
+        found = QIcon(QStringLiteral(":/icons/%1.svg").arg(name));
+    return found;
 }
 
 int pixels(int twips) {
