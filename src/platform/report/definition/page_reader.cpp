@@ -23,16 +23,20 @@ void DefinitionReader::readPage(const XmlElement &element) {
     refuseChildren(element);
     if (m_outer)
         m_file.refuse(element.at, QStringLiteral("A sub-report has no page of its own."));
-    m_definition->pageSize = attributes.choice<QSizeF>(QStringLiteral("size"),
-                                                       {{QStringLiteral("A4"), QSizeF(210, 297)},
-                                                        {QStringLiteral("A5"), QSizeF(148, 210)},
-                                                        {QStringLiteral("Letter"), QSizeF(215.9, 279.4)}},
-                                                       QSizeF(210, 297));
+    QSizeF &paper = m_definition->pageSize;
+    paper = attributes.choice<QSizeF>(QStringLiteral("size"),
+                                      {{QStringLiteral("A4"), QSizeF(210, 297)},
+                                       {QStringLiteral("A5"), QSizeF(148, 210)},
+                                       {QStringLiteral("Letter"), QSizeF(215.9, 279.4)},
+                                       {QStringLiteral("Legal"), QSizeF(215.9, 355.6)}},
+                                      paper);
+    paper = {attributes.number(QStringLiteral("width"), paper.width()),
+             attributes.number(QStringLiteral("height"), paper.height())};
     const bool landscape = attributes.choice<bool>(
         QStringLiteral("orientation"),
         {{QStringLiteral("portrait"), false}, {QStringLiteral("landscape"), true}}, false);
     if (landscape)
-        m_definition->pageSize.transpose();
+        paper.transpose();
     QMarginsF &margins = m_definition->margins;
     margins.setLeft(attributes.number(QStringLiteral("left"), margins.left()));
     margins.setTop(attributes.number(QStringLiteral("top"), margins.top()));

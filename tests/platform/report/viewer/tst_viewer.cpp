@@ -6,12 +6,16 @@
 #include <QAction>
 #include <QApplication>
 #include <QFile>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPrinterInfo>
+#include <QProcess>
+#include <QRegularExpression>
 #include <QScrollBar>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -40,10 +44,16 @@ private Q_SLOTS:
     void output();
     void paper_data();
     void paper();
+    void otherPaper();
+    void linesKeepTheirParagraphsDirection();
+    void opensAt_data();
+    void opensAt();
     void zoom();
     void zoomKeepsPage_data();
     void zoomKeepsPage();
     void findMarksAllHits();
+    void hitsAreCounted_data();
+    void hitsAreCounted();
     void groupTree();
     void everyButtonHasAKey();
     void onePageAtATime();
@@ -74,6 +84,7 @@ std::shared_ptr<Report> tst_viewer::open(const QByteArray &content, const QStrin
 }
 
 void tst_viewer::init() {
+    PageView::chosen.reset();
     m_folder = std::make_unique<QTemporaryDir>();
     m_viewer = std::make_unique<CRViewer91>();
     QString rows = "S_Area|S_Item\n";
@@ -97,25 +108,44 @@ void tst_viewer::cleanup() {
 }
 
 void tst_viewer::keys_data() {
-    QTest::addColumn<int>("key");
-    QTest::addColumn<int>("page");
-    QTest::newRow("End") << int(Qt::Key_End) << 40;
-    QTest::newRow("Home") << int(Qt::Key_Home) << 1;
+    QTest::addColumn<double>("zoom"); // 0: the page as a whole
+    QTest::addColumn<Qt::Key>("key");
+    QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
+    QTest::addColumn<int>("page"); // from page 20
+    for (const double zoom : {0.1, 0.3, 0.0, 1.0, 6.0}) {
+        const auto row = [zoom](const char *name, Qt::Key key, Qt::KeyboardModifiers modifiers, int page) {
+            QTest::addRow("%s at %g", name, zoom) << zoom << key << modifiers << page;
+        };
+        row("End", Qt::Key_End, Qt::NoModifier, 40);
+        row("Home", Qt::Key_Home, Qt::NoModifier, 1);
+        row("Alt+PgUp", Qt::Key_PageUp, Qt::AltModifier, 19);
+        row("Alt+PgDn", Qt::Key_PageDown, Qt::AltModifier, 21);
+        row("F5", Qt::Key_F5, Qt::NoModifier, 20);
+    }
 }
 
+/// However many pages are in view, the keys go by exactly one, and the view can be moved a little from there.
 void tst_viewer::keys() {
-    QFETCH(int, key);
+    QFETCH(double, zoom);
+    QFETCH(Qt::Key, key);
+    QFETCH(Qt::KeyboardModifiers, modifiers);
     QFETCH(int, page);
-    QCOMPARE(m_viewer->pageCount(), 40);
-    action("actNext").trigger();
-    QCOMPARE(m_viewer->currentPage(), 2);
-    QTest::keyClick(&pages(), Qt::Key(key));
+    if (zoom > 0)
+        pages().setZoom(zoom);
+    else
+        pages().setFit(PageView::Fit::Page);
+    pages().showPage(19);
+    QTest::keyClick(&pages(), key, modifiers);
     QCOMPARE(m_viewer->currentPage(), page);
-    const int before = pages().verticalScrollBar()->value();
+    QCOMPARE(m_viewer->findChild<QLineEdit *>("txtPage")->text(), QString::number(page));
+    QScrollBar &bar = *pages().verticalScrollBar();
+    for (const int step : {-1, 1}) {
+        bar.setValue(bar.value() + step);
+        QCOMPARE(m_viewer->currentPage(), page);
+    }
+    const int before = bar.value();
     QTest::keyClick(&pages(), key == Qt::Key_End ? Qt::Key_PageUp : Qt::Key_PageDown);
-    QVERIFY(pages().verticalScrollBar()->value() != before);
-    QTest::keyClick(&pages(), Qt::Key_F5);
-    QCOMPARE(m_viewer->pageCount(), 40);
+    QVERIFY(bar.value() != before);
 }
 
 void tst_viewer::pageBox_data() {
@@ -145,8 +175,10 @@ void tst_viewer::pageBox() {
     QCOMPARE(box.text(), QString::number(page));
 }
 
-/// Runs `action`, whose dialog is told to write to `path`. Gives the texts of the message boxes after it.
-static QStringList writeTo(const QString &path, const std::function<void()> &action) {
+/// Runs `action`, whose dialog is told to write to `path`, on `paper` if that is given. Gives the texts of
+/// the message boxes after it.
+static QStringList writeTo(const QString &path, const std::function<void()> &action,
+                           const QPageSize &paper = {}) {
     QStringList said;
     QTimer timer;
     QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
@@ -162,6 +194,8 @@ static QStringList writeTo(const QString &path, const std::function<void()> &act
             if (auto *file = dialog->findChild<QLineEdit *>(name))
                 file->setText(path);
         QMetaObject::invokeMethod(dialog, "accept");
+        if (auto *print = qobject_cast<QPrintDialog *>(dialog); print && paper.isValid())
+            print->printer()->setPageSize(paper);
     });
     timer.start(20);
     action();
@@ -211,21 +245,37 @@ void tst_viewer::output() {
 }
 
 void tst_viewer::paper_data() {
-    QTest::addColumn<QString>("page"); // of the definition
+    QTest::addColumn<QByteArray>("page"); // of the definition
     QTest::addColumn<QPageSize::PageSizeId>("id");
-    QTest::addColumn<QPageLayout::Orientation>("orientation");
-    QTest::newRow("upright") << "<page size='A4'/>" << QPageSize::A4 << QPageLayout::Portrait;
-    QTest::newRow("wide") << "<page size='A4' orientation='landscape'/>" << QPageSize::A4
-                          << QPageLayout::Landscape;
+    QTest::addColumn<QSizeF>("size"); // of the sheet, its orientation counted
+    QTest::newRow("A4") << QByteArray("size='A4'") << QPageSize::A4 << QSizeF(210, 297);
+    QTest::newRow("A4 on its side") << QByteArray("size='A4' orientation='landscape'") << QPageSize::A4
+                                    << QSizeF(297, 210);
+    QTest::newRow("A5") << QByteArray("size='A5'") << QPageSize::A5 << QSizeF(148, 210);
+    QTest::newRow("letter") << QByteArray("size='Letter'") << QPageSize::Letter << QSizeF(215.9, 279.4);
+    QTest::newRow("legal on its side")
+        << QByteArray("size='Legal' orientation='landscape'") << QPageSize::Legal << QSizeF(355.6, 215.9);
+    QTest::newRow("free") << QByteArray("width='100' height='180'") << QPageSize::Custom << QSizeF(100, 180);
+    QTest::newRow("free and wide") << QByteArray("width='180' height='100'") << QPageSize::Custom
+                                   << QSizeF(180, 100);
 }
 
-/// What the printer is asked for.
+static QSizeF firstPageOf(const QString &path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    static const QRegularExpression shape("/MediaBox \\[0 0 ([\\d.]+) ([\\d.]+)\\]");
+    const auto match = shape.match(QString::fromLatin1(file.readAll()));
+    return QSizeF(match.captured(1).toDouble(), match.captured(2).toDouble()) * 25.4 / 72;
+}
+
+/// What the printer is asked for, and what a PDF's pages are.
 void tst_viewer::paper() {
-    QFETCH(QString, page);
+    QFETCH(QByteArray, page);
     QFETCH(QPageSize::PageSizeId, id);
-    QFETCH(QPageLayout::Orientation, orientation);
+    QFETCH(QSizeF, size);
     m_viewer->setReportSource(
-        open(page.toUtf8() + "<detail><field>{S.Item}</field></detail>", "S_Item\nonly\n"));
+        open("<page " + page + "/><detail><field>{S.Item}</field></detail>", "S_Item\nonly\n"));
     m_viewer->ViewReport();
     QPageLayout asked;
     QTimer::singleShot(0, m_viewer.get(), [&] {
@@ -236,8 +286,56 @@ void tst_viewer::paper() {
         dialog->reject();
     });
     m_viewer->PrintReport();
+    const QString path = m_folder->filePath("paper.pdf");
+    QCOMPARE(writeTo(path, [&] { m_viewer->ExportReport(); }), QStringList());
+    const auto isSize = [&](QSizeF found) {
+        return qAbs(found.width() - size.width()) < 0.4 && qAbs(found.height() - size.height()) < 0.4;
+    };
     QCOMPARE(asked.pageSize().id(), id);
-    QCOMPARE(asked.orientation(), orientation);
+    QVERIFY2(isSize(asked.fullRect(QPageLayout::Millimeter).size()), qPrintable(asked.pageSize().name()));
+    QVERIFY2(isSize(firstPageOf(path)), qPrintable(QString::number(firstPageOf(path).width())));
+}
+
+/// A page printed on a smaller sheet stands on it whole.
+void tst_viewer::otherPaper() {
+    if (!QPrinterInfo::availablePrinterNames().isEmpty())
+        QSKIP("a printer is set up, which would print");
+    if (QStandardPaths::findExecutable("pdftotext").isEmpty())
+        QSKIP("pdftotext is not installed");
+    m_viewer->setReportSource(open("<page size='Legal'/><style name='default' align='right'/>"
+                                   "<detail><field w='185'>{S.Item}</field></detail>"
+                                   "<pageFooter height='6'><field w='185'>'foot'</field></pageFooter>",
+                                   "S_Item\nonly\n"));
+    m_viewer->ViewReport();
+    const QString path = m_folder->filePath("small.pdf");
+    const auto said = writeTo(
+        path, [&] { m_viewer->PrintReport(); }, QPageSize(QPageSize::A5));
+    QCOMPARE(said, QStringList());
+    QProcess reader;
+    reader.start("pdftotext", {"-bbox", path, "-"});
+    QVERIFY(reader.waitForFinished());
+    const QString found = reader.readAllStandardOutput();
+    static const QRegularExpression sheet("page width=\"([\\d.]+)\" height=\"([\\d.]+)\"");
+    static const QRegularExpression foot("xMax=\"([\\d.]+)\" yMax=\"([\\d.]+)\">foot");
+    const auto limits = sheet.match(found);
+    const auto place = foot.match(found);
+    QVERIFY2(place.hasMatch() && limits.captured(1).toDouble() < 425, qPrintable(found));
+    const double scale = limits.captured(2).toDouble() / (355.6 * 72 / 25.4);
+    const double margin = (limits.captured(1).toDouble() - 215.9 * 72 / 25.4 * scale) / 2;
+    QVERIFY2(qAbs(place.captured(1).toDouble() - margin - 200 * 72 / 25.4 * scale) < 1.5, qPrintable(found));
+    QVERIFY2(qAbs(place.captured(2).toDouble() / limits.captured(2).toDouble() - 342.0 / 355.6) < 0.02,
+             qPrintable(found));
+}
+
+/// A line that begins with Latin letters goes on from right to left where its paragraph does.
+void tst_viewer::linesKeepTheirParagraphsDirection() {
+    m_viewer->setReportSource(open("<detail><field w='30' grow='yes'>{S.Item}</field></detail>",
+                                   QString::fromUtf8("S_Item\nداخلہ برائے ABCDEFGHIJ (K)\n")));
+    m_viewer->ViewReport();
+    const std::vector<TextItem> texts = pages().document()->page(0).texts;
+    QVERIFY(texts.size() > 1);
+    QVERIFY(texts.back().text.startsWith("ABC"));
+    QCOMPARE(texts.back().direction, Qt::RightToLeft);
 }
 
 void tst_viewer::zoom() {
@@ -255,6 +353,46 @@ void tst_viewer::zoom() {
     QCOMPARE(m_viewer->currentPage(), 2);
     action("actFitWidth").trigger();
     QVERIFY(qAbs(pages().zoom() - fitted) < 0.01);
+}
+
+void tst_viewer::opensAt_data() {
+    QTest::addColumn<int>("width");     // of the viewer
+    QTest::addColumn<int>("rows");      // a page each
+    QTest::addColumn<double>("chosen"); // 0: nothing, -1: as wide as the view, -2: the page as a whole
+    QTest::addColumn<double>("zoom");   // 0: as wide as the view, -2: the page as a whole
+    QTest::newRow("as wide as the view") << 800 << 2 << 0.0 << 0.0;
+    QTest::newRow("but not too large") << 1800 << 2 << 0.0 << 1.25;
+    QTest::newRow("one page as a whole") << 1800 << 1 << 0.0 << -2.0;
+    QTest::newRow("one page as chosen") << 1800 << 1 << 0.5 << 0.5;
+    QTest::newRow("pages as chosen") << 800 << 2 << 0.5 << 0.5;
+    QTest::newRow("as wide as the view, chosen") << 1800 << 2 << -1.0 << 0.0;
+    QTest::newRow("each as a whole, chosen") << 800 << 2 << -2.0 << -2.0;
+}
+
+/// The zoom that a document opens with; what the reader chose stays for the next, in another viewer too.
+void tst_viewer::opensAt() {
+    QFETCH(int, width);
+    QFETCH(int, rows);
+    QFETCH(double, chosen);
+    QFETCH(double, zoom);
+    if (chosen > 0)
+        pages().setZoom(chosen);
+    else if (chosen < 0)
+        action(chosen == -1 ? "actFitWidth" : "actFitPage").trigger();
+    m_viewer = std::make_unique<CRViewer91>();
+    m_viewer->resize(width, 600);
+    m_viewer->setReportSource(open("<detail height='200'><field>{S.Item}</field></detail>",
+                                   "S_Item\n" + QString("only\n").repeated(rows)));
+    m_viewer->ViewReport();
+    m_viewer->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_viewer.get()));
+    const double scale = pages().logicalDpiX() / 25.4;
+    if (zoom == 0)
+        zoom = (width - 28 - pages().verticalScrollBar()->sizeHint().width()) / (210 * scale);
+    else if (zoom < 0)
+        zoom = (pages().height() - 28) / (297 * scale);
+    QVERIFY2(qAbs(pages().zoom() - zoom) < 0.005, qPrintable(QString::number(pages().zoom())));
+    QCOMPARE(action("actFitPage").isChecked(), zoom < 0.5 && chosen <= 0);
 }
 
 void tst_viewer::zoomKeepsPage_data() {
@@ -306,6 +444,44 @@ void tst_viewer::findMarksAllHits() {
     QCOMPARE(m_viewer->currentPage(), 4);
     QVERIFY(!m_viewer->find("nowhere"));
     QCOMPARE(box.toolTip(), QString("Not found"));
+}
+
+void tst_viewer::hitsAreCounted_data() {
+    QTest::addColumn<QString>("words");
+    QTest::addColumn<QStringList>("said"); // when typed, then after Return, F3, Shift+F3 twice
+    QTest::newRow("several") << "item 3"
+                             << QStringList{"22 found", "1 of 22", "2 of 22", "1 of 22", "22 of 22"};
+    QTest::newRow("one page") << "ITEM 7 of"
+                              << QStringList{"2 found", "1 of 2", "2 of 2", "1 of 2", "2 of 2"};
+    QTest::newRow("none") << "item 40"
+                          << QStringList{"Not found", "Not found", "Not found", "Not found", "Not found"};
+    QTest::newRow("nothing") << "" << QStringList{"", "", "", "", ""};
+}
+
+void tst_viewer::hitsAreCounted() {
+    QFETCH(QString, words);
+    QFETCH(QStringList, said);
+    auto &box = *m_viewer->findChild<QLineEdit *>("txtFind");
+    const auto &label = *m_viewer->findChild<QLabel *>("lblHits");
+    QTest::keyClick(&pages(), Qt::Key_F, Qt::ControlModifier);
+    QTest::keyClicks(&box, words);
+    QTRY_COMPARE(label.text(), said[0]);
+    QTest::keyClick(&box, Qt::Key_Return);
+    QCOMPARE(label.text(), said[1]);
+    QTest::keyClick(&box, Qt::Key_F3);
+    QCOMPARE(label.text(), said[2]);
+    for (const int time : {3, 4}) {
+        QTest::keyClick(&box, Qt::Key_F3, Qt::ShiftModifier);
+        QCOMPARE(label.text(), said[time]);
+    }
+    QTest::keyClick(&box, Qt::Key_F5);
+    QTRY_COMPARE(label.text(), said[0]);
+    QVERIFY(box.hasFocus());
+    QTest::keyClick(&box, Qt::Key_PageDown);
+    QVERIFY(pages().verticalScrollBar()->value() > 0);
+    QTest::keyClick(&box, Qt::Key_Escape);
+    QCOMPARE(box.text() + label.text(), QString());
+    QVERIFY(pages().hasFocus());
 }
 
 void tst_viewer::groupTree() {
