@@ -330,7 +330,7 @@ void tst_painting::mixedTexts() {
     QFETCH(QStringList, order);
     Page page = pageOf(text, font(14));
     page.texts[0].direction = direction;
-    constexpr double zoom = 4;
+    constexpr double zoom = 2;
     const auto paint = [&](QPainter &painter, double scale) { PagePainter().paint(painter, page, scale); };
     const QImage screen = picture(zoom, paint, Qt::LeftToRight);
     QCOMPARE(picture(zoom, paint, Qt::RightToLeft), screen);
@@ -360,7 +360,7 @@ void tst_painting::mixedTexts() {
     const QString dots = QString::number(96 * zoom);
     QCOMPARE(QProcess::execute("pdftoppm", {"-r", dots, "-png", "-singlefile", path, path}), 0);
     const QImage paper = QImage(path + ".png").copy(screen.rect());
-    QVERIFY2(covered(screen, paper) > 0.99 && covered(paper, screen) > 0.99,
+    QVERIFY2(covered(screen, paper) > 0.98 && covered(paper, screen) > 0.98,
              qPrintable(QString("%1 %2").arg(covered(screen, paper)).arg(covered(paper, screen))));
 }
 
@@ -368,30 +368,28 @@ void tst_painting::papers_data() {
     QTest::addColumn<QSizeF>("page");
     QTest::addColumn<QSizeF>("paper");
     QTest::addColumn<double>("edge"); // that the printer can't reach
-    QTest::addColumn<QRectF>("place");
+    QTest::addColumn<QPointF>("corner");
+    QTest::addColumn<double>("scale");
     const QSizeF a4(210, 297);
     const QSizeF a5(148.5, 210);
-    QTest::newRow("its own") << a4 << a4 << 5.0 << QRectF(0, 0, 210, 297);
-    QTest::newRow("its own, in points") << a4 << QSizeF(209.9, 297.04) << 5.0 << QRectF(0, 0, 210, 297);
-    QTest::newRow("half as large") << a4 << a5 << 0.0 << QRectF(0, 0, 148.48, 210);
-    QTest::newRow("half as large, with edges") << a4 << a5 << 5.0 << QRectF(5, 7.06, 138.5, 195.88);
-    QTest::newRow("wide on upright") << QSizeF(297, 210) << a4 << 5.0 << QRectF(5, 77.78, 200, 141.41);
-    QTest::newRow("larger") << a5 << a4 << 5.0 << QRectF(30.75, 43.5, 148.5, 210);
-    QTest::newRow("longer but narrower") << a4 << QSizeF(200, 400) << 0.0 << QRectF(0, 58.57, 200, 282.86);
+    QTest::newRow("its own") << a4 << a4 << 5.0 << QPointF() << 1.0;
+    QTest::newRow("its own, in points") << a4 << QSizeF(209.9, 297.04) << 5.0 << QPointF() << 1.0;
+    QTest::newRow("half as large") << a4 << a5 << 0.0 << QPointF() << 0.7071;
+    QTest::newRow("half as large, with edges") << a4 << a5 << 5.0 << QPointF(5, 7.06) << 0.6595;
+    QTest::newRow("wide on upright") << QSizeF(297, 210) << a4 << 5.0 << QPointF(5, 77.8) << 0.6734;
+    QTest::newRow("larger") << a5 << a4 << 5.0 << QPointF(30.75, 43.5) << 1.0;
+    QTest::newRow("longer but narrower") << a4 << QSizeF(200, 400) << 0.0 << QPointF(0, 58.57) << 0.9524;
 }
 
 void tst_painting::papers() {
     QFETCH(QSizeF, page);
     QFETCH(QSizeF, paper);
     QFETCH(double, edge);
-    QFETCH(QRectF, place);
-    const QRectF sheet({}, paper);
-    const Placement found = placed(page, paper, sheet.adjusted(edge, edge, -edge, -edge));
-    const QRectF covers(found.corner, page * found.scale);
-    QVERIFY2((covers.topLeft() - place.topLeft()).manhattanLength() < 0.05 &&
-                 std::abs(covers.width() - place.width()) < 0.05 &&
-                 std::abs(covers.height() - place.height()) < 0.05,
-             qPrintable(QString("%1 %2 %3").arg(covers.x()).arg(covers.y()).arg(covers.width())));
+    QFETCH(QPointF, corner);
+    QFETCH(double, scale);
+    const Placement found = placed(page, paper, QRectF({}, paper).adjusted(edge, edge, -edge, -edge));
+    QVERIFY((found.corner - corner).manhattanLength() < 0.05);
+    QVERIFY(std::abs(found.scale - scale) < 0.0001);
 }
 
 QTEST_MAIN(tst_painting)
