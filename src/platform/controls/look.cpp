@@ -72,12 +72,13 @@ void applyLook(QApplication &application) {
 }
 
 QIcon icon(const QString &name) {
-    // Each icon made anew would leave pictures of its own in the cache of pixmaps.
-    static QHash<QString, QIcon> made;
-    QIcon &icon = made[name];
-    if (icon.isNull())
-        icon = QIcon(QStringLiteral(":/icons/%1.svg").arg(name));
-    return icon;
+    // One icon for all that show it, since each caches its pixmaps for itself. Never destroyed: the plugin
+    // that paints it may go first.
+    static auto &known = *new QHash<QString, QIcon>;
+    QIcon &found = known[name];
+    if (found.isNull())
+        found = QIcon(QStringLiteral(":/icons/%1.svg").arg(name));
+    return found;
 }
 
 int pixels(int twips) {

@@ -8,6 +8,9 @@
 #include <QPainter>
 #include <QStyleOption>
 
+#include <algorithm>
+#include <vector>
+
 namespace zel::controls {
 
 namespace {
@@ -109,6 +112,23 @@ void drawTitleBar(const QStyle &style, const QStyleOptionTitleBar &bar, QPainter
     painter->restore();
 }
 
+/// Fusion caches the panels that it paints under the palette's number, which differs between widgets of the
+/// same colours; and what was cached for a screen that is gone is never quite forgotten. So like palettes
+/// become the same one.
+void sharePalette(const QStyleOption *option) {
+    static std::vector<QPalette> known;
+    constexpr std::size_t Most = 32;
+    QPalette &palette = const_cast<QStyleOption *>(option)->palette;
+    const auto same = std::ranges::find(known, palette);
+    if (same != known.end()) {
+        const QPalette::ColorGroup group = palette.currentColorGroup();
+        palette = *same;
+        palette.setCurrentColorGroup(group);
+    } else if (known.size() < Most) {
+        known.push_back(palette);
+    }
+}
+
 bool hasFocus(const QStyleOption *option) {
     return option->state.testFlag(QStyle::State_HasFocus) && option->state.testFlag(QStyle::State_Enabled);
 }
@@ -119,6 +139,7 @@ LookStyle::LookStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
 
 void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
                               const QWidget *widget) const {
+    sharePalette(option);
     if (element == PE_FrameFocusRect) {
         // Rows of a grid or a tree show where they are by their selection alone.
         if (!widget || !widget->inherits("QAbstractItemView"))
@@ -141,6 +162,7 @@ void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *opti
 
 void LookStyle::drawControl(ControlElement element, const QStyleOption *option, QPainter *painter,
                             const QWidget *widget) const {
+    sharePalette(option);
     const auto *item = qstyleoption_cast<const QStyleOptionMenuItem *>(option);
     if (element == CE_MenuBarItem && item && item->state.testFlag(State_Selected) && widget &&
         widget->hasFocus()) {
@@ -160,6 +182,7 @@ void LookStyle::drawControl(ControlElement element, const QStyleOption *option, 
 
 void LookStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex *option,
                                    QPainter *painter, const QWidget *widget) const {
+    sharePalette(option);
     const auto *bar = qstyleoption_cast<const QStyleOptionTitleBar *>(option);
     if (control == CC_TitleBar && bar)
         return drawTitleBar(*proxy(), *bar, painter, widget);
@@ -186,8 +209,12 @@ QIcon LookStyle::standardIcon(StandardPixmap standard, const QStyleOption *optio
         return icon(QStringLiteral("critical"));
     case SP_MessageBoxQuestion:
         return icon(QStringLiteral("question"));
-    default:
-        return QProxyStyle::standardIcon(standard, option, widget);
+    default: {
+        QIcon &known = m_standardIcons[standard];
+        if (known.isNull())
+            known = QProxyStyle::standardIcon(standard, option, widget);
+        return known;
+    }
     }
 }
 

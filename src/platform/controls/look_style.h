@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QColor>
+#include <QHash>
+#include <QIcon>
 #include <QProxyStyle>
 
 namespace zel::controls {
@@ -33,6 +35,11 @@ public:
                                 QStyleHintReturn *data) const override;
     /// Paints a maximized screen's icon in the menu bar, which Qt itself cuts off at 200%.
     bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    /// Made anew each time, as Fusion does it for each painting of a title bar, an icon's pixmaps would be
+    /// cached anew each time.
+    mutable QHash<StandardPixmap, QIcon> m_standardIcons;
 };
 
 } // namespace zel::controls

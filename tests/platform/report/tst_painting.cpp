@@ -30,6 +30,10 @@ private Q_SLOTS:
     void oneRunAcrossFonts();
     void wordsOfUrdu_data();
     void wordsOfUrdu();
+    void mixedTexts_data();
+    void mixedTexts();
+    void papers_data();
+    void papers();
 
 private:
     [[nodiscard]] QString write(const Page &page, const char *name) const;
@@ -87,10 +91,11 @@ Page pageOf(const QString &text, const Font &font, double x = 20, double baselin
 }
 
 template <class Paint>
-QImage picture(double zoom, Paint paint) {
+QImage picture(double zoom, Paint paint, Qt::LayoutDirection device = Qt::LayoutDirectionAuto) {
     QImage image(static_cast<int>(794 * zoom), static_cast<int>(160 * zoom), QImage::Format_RGB32);
     image.fill(Qt::white);
     QPainter painter(&image);
+    painter.setLayoutDirection(device);
     painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
     paint(painter, zoom * 96 / 25.4);
     return image;
@@ -105,6 +110,24 @@ QRect inked(const QImage &image) {
         }
     }
     return ink;
+}
+
+/// How much of the ink of one picture lies on ink of the other, or beside it.
+double covered(const QImage &ink, const QImage &by) {
+    int all = 0;
+    int found = 0;
+    for (int y = 2; y < ink.height() - 2; ++y) {
+        for (int x = 2; x < ink.width() - 2; ++x) {
+            if (qGray(ink.pixel(x, y)) >= 128)
+                continue;
+            ++all;
+            bool near = false;
+            for (int at = 0; at < 25 && !near; ++at)
+                near = qGray(by.pixel(x - 2 + at % 5, y - 2 + at / 5)) < 200;
+            found += near;
+        }
+    }
+    return all > 0 ? double(found) / all : 0;
 }
 
 Font font(double points, bool bold = false, bool italic = false) {
@@ -279,6 +302,94 @@ void tst_painting::oneRunAcrossFonts() {
         if (item.text != "red")
             QCOMPARE(inkOf(item.x, item.baseline), std::pair(false, true));
     }
+}
+
+void tst_painting::mixedTexts_data() {
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<Qt::LayoutDirection>("direction");
+    QTest::addColumn<QStringList>("order"); // of words as they stand, from left to right
+    const auto row = [](const char *name, const char *text, const QStringList &order,
+                        Qt::LayoutDirection direction = Qt::LayoutDirectionAuto) {
+        QTest::newRow(name) << QString::fromUtf8(text) << direction << order;
+    };
+    row("Urdu in Latin", "Fee فیس for BA", {"Fee", "فیس", "for", "BA"});
+    row("figures behind Urdu in Latin", "Fee فیس 250 only", {"Fee", "250", "فیس", "only"});
+    row("Latin in Urdu", "فیس Fee 250 روپے", {"روپے", "Fee", "250", "فیس"});
+    row("figures in Urdu", "فیس 2,500.00 روپے", {"روپے", "2,500.00", "فیس"});
+    row("figures before Urdu", "12 ماہانہ فیس", {"فیس", "ماہانہ", "12"});
+    row("brackets in Urdu", "داخلہ (BA) 2024", {"2024", "(BA)", "داخلہ"});
+    row("Arabic", "رسوم ABC التسجيل", {"التسجيل", "ABC", "رسوم"});
+    row("Latin line of an Urdu paragraph", "BA 2024 .", {".", "BA", "2024"}, Qt::RightToLeft);
+    row("Urdu line of a Latin paragraph", "فیس BA", {"فیس", "BA"}, Qt::LeftToRight);
+}
+
+/// The parts of a line stand in the same order on every device, and a found word is marked where it stands.
+void tst_painting::mixedTexts() {
+    QFETCH(QString, text);
+    QFETCH(Qt::LayoutDirection, direction);
+    QFETCH(QStringList, order);
+    Page page = pageOf(text, font(14));
+    page.texts[0].direction = direction;
+    constexpr double zoom = 2;
+    const auto paint = [&](QPainter &painter, double scale) { PagePainter().paint(painter, page, scale); };
+    const QImage screen = picture(zoom, paint, Qt::LeftToRight);
+    QCOMPARE(picture(zoom, paint, Qt::RightToLeft), screen);
+
+    double before = 0;
+    for (const QString &word : order) {
+        const auto hits = page.find(word);
+        QCOMPARE(hits.size(), std::size_t(1));
+        QCOMPARE(hits[0].size(), std::size_t(1));
+        const QRectF place = hits[0][0];
+        QVERIFY2(place.left() >= before, qPrintable(word));
+        before = place.right();
+        // The blanks around it are free of ink.
+        const double pixel = 25.4 / 96 / zoom;
+        const auto inkAt = [&](double from, double to) {
+            const QRectF columns(from / pixel, 0, (to - from) / pixel, screen.height());
+            return !inked(screen.copy(columns.toAlignedRect())).isEmpty();
+        };
+        QVERIFY2(inkAt(place.left(), place.right()), qPrintable(word));
+        QVERIFY2(!inkAt(place.left() - 0.7, place.left() - 0.4), qPrintable(word));
+        QVERIFY2(!inkAt(place.right() + 0.4, place.right() + 0.7), qPrintable(word));
+    }
+
+    if (QStandardPaths::findExecutable("pdftoppm").isEmpty())
+        QSKIP("pdftoppm is not installed");
+    const QString path = write(page, "mixed.pdf");
+    const QString dots = QString::number(96 * zoom);
+    QCOMPARE(QProcess::execute("pdftoppm", {"-r", dots, "-png", "-singlefile", path, path}), 0);
+    const QImage paper = QImage(path + ".png").copy(screen.rect());
+    QVERIFY2(covered(screen, paper) > 0.98 && covered(paper, screen) > 0.98,
+             qPrintable(QString("%1 %2").arg(covered(screen, paper)).arg(covered(paper, screen))));
+}
+
+void tst_painting::papers_data() {
+    QTest::addColumn<QSizeF>("page");
+    QTest::addColumn<QSizeF>("paper");
+    QTest::addColumn<double>("edge"); // that the printer can't reach
+    QTest::addColumn<QPointF>("corner");
+    QTest::addColumn<double>("scale");
+    const QSizeF a4(210, 297);
+    const QSizeF a5(148.5, 210);
+    QTest::newRow("its own") << a4 << a4 << 5.0 << QPointF() << 1.0;
+    QTest::newRow("its own, in points") << a4 << QSizeF(209.9, 297.04) << 5.0 << QPointF() << 1.0;
+    QTest::newRow("half as large") << a4 << a5 << 0.0 << QPointF() << 0.7071;
+    QTest::newRow("half as large, with edges") << a4 << a5 << 5.0 << QPointF(5, 7.06) << 0.6595;
+    QTest::newRow("wide on upright") << QSizeF(297, 210) << a4 << 5.0 << QPointF(5, 77.8) << 0.6734;
+    QTest::newRow("larger") << a5 << a4 << 5.0 << QPointF(30.75, 43.5) << 1.0;
+    QTest::newRow("longer but narrower") << a4 << QSizeF(200, 400) << 0.0 << QPointF(0, 58.57) << 0.9524;
+}
+
+void tst_painting::papers() {
+    QFETCH(QSizeF, page);
+    QFETCH(QSizeF, paper);
+    QFETCH(double, edge);
+    QFETCH(QPointF, corner);
+    QFETCH(double, scale);
+    const Placement found = placed(page, paper, QRectF({}, paper).adjusted(edge, edge, -edge, -edge));
+    QVERIFY((found.corner - corner).manhattanLength() < 0.05);
+    QVERIFY(std::abs(found.scale - scale) < 0.0001);
 }
 
 QTEST_MAIN(tst_painting)

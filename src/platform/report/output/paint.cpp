@@ -9,6 +9,7 @@
 #include <QPdfWriter>
 #include <QSaveFile>
 
+#include <algorithm>
 #include <cmath>
 
 namespace zel::report {
@@ -62,15 +63,15 @@ void PagePainter::paintTexts(QPainter &painter, const std::vector<TextItem> &tex
             drawRun(painter);
             m_run.typeface = &m_typefaces.of(*item.font);
         }
-        if (addGlyphs(item))
+        if (item.direction != Qt::RightToLeft && addGlyphs(item))
             continue;
         drawRun(painter);
         painter.save();
         constexpr double scale = Typeface::UnitsPerPoint / Typeface::ShapedUnitsPerPoint;
         painter.scale(scale, scale);
-        painter.setFont(m_run.typeface->shaped());
         painter.setPen(item.font->color);
-        painter.drawText(QPointF(item.x, item.baseline) / (Typeface::MillimetresPerUnit * scale), item.text);
+        ShapedText(item.text, m_run.typeface->shaped(), item.direction)
+            .draw(painter, QPointF(item.x, item.baseline) / Typeface::MillimetresPerShapedUnit);
         painter.restore();
     }
     drawRun(painter);
@@ -92,6 +93,16 @@ void PagePainter::paint(QPainter &painter, const Page &page, double scale) {
     }
     paintTexts(painter, page.texts);
     painter.restore();
+}
+
+Placement placed(const QSizeF &page, const QSizeF &paper, const QRectF &printable) {
+    constexpr double SameSize = 1; // what a printer calls A4 is no A4 to the last point
+    if (std::abs(page.width() - paper.width()) <= SameSize &&
+        std::abs(page.height() - paper.height()) <= SameSize)
+        return {};
+    const double scale =
+        std::min({1.0, printable.width() / page.width(), printable.height() / page.height()});
+    return {printable.center() - QPointF(page.width(), page.height()) * (scale / 2), scale};
 }
 
 void exportPdf(const Document &document, const QString &path) {

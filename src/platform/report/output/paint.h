@@ -31,6 +31,15 @@ private:
     Run m_run;
 };
 
+/// How a page stands on paper: its corner, and how much smaller it is. Lengths in millimetres.
+struct Placement {
+    QPointF corner;
+    double scale = 1;
+};
+/// A page on paper of its own size stands as it is. On any other it is no larger than itself and as large as
+/// the printable part of the paper lets it, in that part's middle.
+[[nodiscard]] Placement placed(const QSizeF &page, const QSizeF &paper, const QRectF &printable);
+
 /// Writes all pages; an Error when the file can't be written.
 void exportPdf(const Document &document, const QString &path);
 

@@ -166,10 +166,13 @@ void BandLayout::place(const FieldDefinition &field, const std::vector<Growth> &
         return;
     double baseline = field.y + shiftAt(field.y, growths) + m_metrics.ascent(*style.font);
     FontPtr font = style.font;
+    // The lines of a wrapped text have its direction, whatever letters they begin with.
+    const Qt::LayoutDirection direction = text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight;
     const auto add = [&](const QString &line) {
         const double width = m_metrics.width(line, *font);
         if (!line.isEmpty())
-            page.texts.push_back({alignedX(field, style.align, width), baseline, width, line, font});
+            page.texts.push_back(
+                {alignedX(field, style.align, width), baseline, width, line, font, direction});
         baseline += m_metrics.lineHeight(*font);
     };
     if (field.grow) {

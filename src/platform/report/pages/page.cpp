@@ -1,6 +1,6 @@
 #include "platform/report/pages/page.h"
 
-#include "platform/report/pages/text_metrics.h"
+#include "platform/report/pages/typeface.h"
 
 #include <QStringList>
 
@@ -31,6 +31,14 @@ std::vector<const TextItem *> readingOrder(const std::vector<TextItem> &texts) {
     return order;
 }
 
+std::vector<qsizetype> placesOf(const QString &words, const QString &text) {
+    std::vector<qsizetype> places;
+    for (qsizetype at = 0; !words.isEmpty() && (at = text.indexOf(words, at, Qt::CaseInsensitive)) >= 0;
+         at += words.size())
+        places.push_back(at);
+    return places;
+}
+
 } // namespace
 
 QString Page::plainText() const {
@@ -46,22 +54,32 @@ QString Page::plainText() const {
     return text;
 }
 
-std::vector<QRectF> Page::find(const QString &words) const {
-    std::vector<QRectF> hits;
+std::vector<Page::Hit> Page::find(const QString &words) const {
+    std::vector<Hit> hits;
     if (words.isEmpty())
         return hits;
-    const FontMetrics metrics;
+    const Typefaces typefaces;
     for (const TextItem *item : readingOrder(texts)) {
-        for (qsizetype at = 0; (at = item->text.indexOf(words, at, Qt::CaseInsensitive)) >= 0;
-             at += words.size()) {
-            const double left = metrics.width(item->text.left(at), *item->font);
-            const double width = metrics.width(item->text.mid(at, words.size()), *item->font);
-            const double ascent = metrics.ascent(*item->font);
-            hits.emplace_back(item->x + left, item->baseline - ascent, width,
-                              metrics.lineHeight(*item->font));
+        for (const qsizetype at : placesOf(words, item->text)) {
+            const Typeface &typeface = typefaces.of(*item->font);
+            Hit hit;
+            for (const auto &[left, right] : typeface.spans(item->text, item->direction, at, words.size()))
+                hit.emplace_back(item->x + left, item->baseline - typeface.ascent(), right - left,
+                                 typeface.lineHeight());
+            // What has no glyph of its own is found where its line begins.
+            if (hit.empty())
+                hit.emplace_back(item->x, item->baseline - typeface.ascent(), 0, typeface.lineHeight());
+            hits.push_back(std::move(hit));
         }
     }
     return hits;
+}
+
+int Page::count(const QString &words) const {
+    qsizetype found = 0;
+    for (const TextItem &item : texts)
+        found += std::ssize(placesOf(words, item.text));
+    return static_cast<int>(found);
 }
 
 } // namespace zel::report

@@ -22,6 +22,9 @@ struct TextItem {
     double width = 0;
     QString text;
     FontPtr font;
+    /// Of the paragraph that the line belongs to; LayoutDirectionAuto: by the line's own first letter that
+    /// has one.
+    Qt::LayoutDirection direction = Qt::LayoutDirectionAuto;
 };
 
 struct LineItem {
@@ -52,8 +55,12 @@ struct Page {
 
     /// A printed line a line; the texts of a line from left to right, joined by one blank.
     [[nodiscard]] QString plainText() const;
+    /// A found text: one place, or several from left to right when a change of direction parts it.
+    using Hit = std::vector<QRectF>;
     /// Where `words` stand on the page, case ignored, in reading order; a hit lies within one text item.
-    [[nodiscard]] std::vector<QRectF> find(const QString &words) const;
+    [[nodiscard]] std::vector<Hit> find(const QString &words) const;
+    /// How many hits there are.
+    [[nodiscard]] int count(const QString &words) const;
 };
 
 } // namespace zel::report

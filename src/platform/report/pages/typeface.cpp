@@ -1,5 +1,7 @@
 #include "platform/report/pages/typeface.h"
 
+#include <QFontMetricsF>
+
 #include <algorithm>
 #include <cmath>
 
@@ -19,9 +21,9 @@ QFont fontFor(const Font &font) {
 }
 
 Typeface::Typeface(const Font &font)
-    : m_font(font), m_shaped(fontFor(font)), m_raw(QRawFont::fromFont(m_shaped)), m_metrics(m_shaped),
-      m_ascent(m_metrics.ascent() * MillimetresPerPoint / ShapedUnitsPerPoint),
-      m_lineHeight(m_metrics.height() * MillimetresPerPoint / ShapedUnitsPerPoint) {
+    : m_font(font), m_shaped(fontFor(font)), m_raw(QRawFont::fromFont(m_shaped)),
+      m_ascent(QFontMetricsF(m_shaped).ascent() * MillimetresPerShapedUnit),
+      m_lineHeight(QFontMetricsF(m_shaped).height() * MillimetresPerShapedUnit) {
     m_raw.setPixelSize(font.points * UnitsPerPoint);
 }
 
@@ -43,10 +45,27 @@ double Typeface::width(const QString &text) const {
     for (const QChar each : text) {
         const Letter *known = letter(each);
         if (!known)
-            return m_metrics.horizontalAdvance(text) * MillimetresPerPoint / ShapedUnitsPerPoint;
+            return ShapedText(text, m_shaped).width() * MillimetresPerShapedUnit;
         width += known->advance;
     }
     return width * MillimetresPerUnit;
+}
+
+bool Typeface::needsShaping(const QString &text, Qt::LayoutDirection direction) const {
+    return direction == Qt::RightToLeft ||
+           std::ranges::any_of(text, [this](QChar each) { return !letter(each); });
+}
+
+std::vector<ShapedText::Span> Typeface::spans(const QString &text, Qt::LayoutDirection direction,
+                                              qsizetype from, qsizetype length) const {
+    if (!needsShaping(text, direction))
+        return {{width(text.left(from)), width(text.left(from + length))}};
+    std::vector<ShapedText::Span> found = ShapedText(text, m_shaped, direction).spans(from, length);
+    for (auto &[left, right] : found) {
+        left *= MillimetresPerShapedUnit;
+        right *= MillimetresPerShapedUnit;
+    }
+    return found;
 }
 
 qsizetype Typeface::fitting(const QString &text, double width) const {

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "platform/report/pages/page.h"
+#include "platform/report/pages/shaped_text.h"
 
 #include <QFont>
-#include <QFontMetricsF>
 #include <QRawFont>
 
 #include <array>
@@ -28,6 +28,7 @@ public:
     static constexpr double MillimetresPerUnit = MillimetresPerPoint / UnitsPerPoint;
     /// Units of fontFor().
     static constexpr double ShapedUnitsPerPoint = 20;
+    static constexpr double MillimetresPerShapedUnit = MillimetresPerPoint / ShapedUnitsPerPoint;
 
     [[nodiscard]] const Font &font() const { return m_font; }
     /// For texts that need shaping, ShapedUnitsPerPoint pixels to the point.
@@ -37,6 +38,11 @@ public:
 
     /// Lengths in millimetres.
     [[nodiscard]] double width(const QString &text) const;
+    /// Where a part of the text stands, from its left edge on; from left to right.
+    [[nodiscard]] std::vector<ShapedText::Span> spans(const QString &text, Qt::LayoutDirection direction,
+                                                      qsizetype from, qsizetype length) const;
+    /// Whether the text must be drawn by a ShapedText, and not letter by letter.
+    [[nodiscard]] bool needsShaping(const QString &text, Qt::LayoutDirection direction) const;
     /// How many letters of the text are no wider than `width`, at least 1; 0 when the text needs shaping.
     [[nodiscard]] qsizetype fitting(const QString &text, double width) const;
     [[nodiscard]] double ascent() const { return m_ascent; }
@@ -73,7 +79,6 @@ private:
     Font m_font;
     QFont m_shaped;
     QRawFont m_raw;
-    QFontMetricsF m_metrics;
     double m_ascent;
     double m_lineHeight;
     mutable std::array<Letter, Letters> m_letters;

@@ -6,6 +6,8 @@
 #include "platform/report/viewer/page_view.h"
 
 #include <QAction>
+#include <QCoreApplication>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QSplitter>
@@ -25,6 +27,7 @@ struct CRViewer91::Private {
     QLabel *ofPages = nullptr;
     QLabel *zoom = nullptr;
     QLineEdit *findBox = nullptr;
+    QLabel *ofHits = nullptr;
     QAction *fitWidth = nullptr;
     QAction *fitPage = nullptr;
     std::shared_ptr<report::Report> source;
@@ -33,7 +36,8 @@ struct CRViewer91::Private {
     void showPlace() const;
     void showFit() const;
     void showGroups() const;
-    bool find(bool backward) const;
+    void showHits() const;
+    [[nodiscard]] bool pressInBox(QLineEdit &box, QKeyEvent &event) const;
     void read(int page) const;
     void addNavigation(CRViewer91 &viewer);
     void addZoom(CRViewer91 &viewer);
@@ -110,15 +114,42 @@ void CRViewer91::Private::showGroups() const {
     tree->setVisible(tree->topLevelItemCount() > 0);
 }
 
-bool CRViewer91::Private::find(bool backward) const {
-    const bool found = pages->findNext(backward);
-    const bool missed = !found && !findBox->text().isEmpty();
-    findBox->setToolTip(missed ? tr("Not found") : QString());
+void CRViewer91::Private::showHits() const {
+    const auto hits = pages->hits();
+    const bool missed = hits && hits->all == 0;
+    QString words;
+    if (missed)
+        words = tr("Not found");
+    else if (hits)
+        words = hits->current > 0 ? tr("%1 of %2").arg(hits->current).arg(hits->all)
+                                  : tr("%1 found").arg(hits->all);
+    ofHits->setText(words);
+    findBox->setToolTip(missed ? words : QString());
     QPalette palette = pages->palette();
     if (missed)
         palette.setColor(QPalette::Text, Qt::red);
     findBox->setPalette(palette);
-    return found;
+}
+
+bool CRViewer91::Private::pressInBox(QLineEdit &box, QKeyEvent &event) const {
+    switch (event.key()) {
+    case Qt::Key_Escape:
+        if (&box == findBox)
+            findBox->clear();
+        pages->setFocus();
+        return true;
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+        return QCoreApplication::sendEvent(pages, &event);
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        if (&box != findBox)
+            return false;
+        pages->findNext(event.modifiers().testFlag(Qt::ShiftModifier));
+        return true;
+    default:
+        return false;
+    }
 }
 
 void CRViewer91::Private::read(int page) const {
@@ -139,6 +170,7 @@ void CRViewer91::Private::addNavigation(CRViewer91 &viewer) {
     pageBox->setToolTip(tr("Page; Enter goes to it"));
     pageBox->setAlignment(Qt::AlignRight);
     pageBox->setMaxLength(7);
+    pageBox->installEventFilter(&viewer);
     pageBox->setFixedWidth(viewer.fontMetrics().horizontalAdvance(QStringLiteral("0000000")) + 12);
     ofPages = new QLabel(&viewer);
     tools->addWidget(pageBox);
@@ -195,15 +227,17 @@ void CRViewer91::Private::addFind(CRViewer91 &viewer) {
     findBox->setPlaceholderText(tr("Find (Ctrl+F)"));
     findBox->setClearButtonEnabled(true);
     findBox->setMaximumWidth(220);
+    findBox->installEventFilter(&viewer);
+    ofHits = new QLabel(&viewer);
+    ofHits->setObjectName(QStringLiteral("lblHits"));
+    ofHits->setAlignment(Qt::AlignCenter);
+    ofHits->setMinimumWidth(viewer.fontMetrics().horizontalAdvance(QStringLiteral("000 of 0000")));
     tools->addWidget(findBox);
-    addTool(*tools, findTool, &viewer, [this] { find(false); });
+    tools->addWidget(ofHits);
+    addTool(*tools, findTool, &viewer, [this] { pages->findNext(false); });
     tools->addSeparator();
-    connect(findBox, &QLineEdit::textChanged, &viewer, [this](const QString &words) {
-        pages->mark(words);
-        findBox->setPalette(pages->palette());
-        findBox->setToolTip({});
-    });
-    connect(findBox, &QLineEdit::returnPressed, &viewer, [this] { find(false); });
+    connect(findBox, &QLineEdit::textChanged, pages, &PageView::mark);
+    connect(pages, &PageView::hitsChanged, &viewer, [this] { showHits(); });
     const auto addKeys = [&](const char *name, const char *keys, const std::function<void()> &run) {
         auto *action = new QAction(&viewer);
         action->setObjectName(QString::fromLatin1(name));
@@ -216,7 +250,7 @@ void CRViewer91::Private::addFind(CRViewer91 &viewer) {
         findBox->setFocus(Qt::ShortcutFocusReason);
         findBox->selectAll();
     });
-    addKeys("actFindBefore", "Shift+F3", [this] { find(true); });
+    addKeys("actFindBefore", "Shift+F3", [this] { pages->findNext(true); });
 }
 
 void CRViewer91::Private::addOutput(CRViewer91 &viewer) {
@@ -289,7 +323,13 @@ QString CRViewer91::plainText() const {
 
 bool CRViewer91::find(const QString &words) {
     d->findBox->setText(words);
-    return d->find(false);
+    return d->pages->findNext(false);
+}
+
+bool CRViewer91::eventFilter(QObject *watched, QEvent *event) {
+    if (event->type() != QEvent::KeyPress)
+        return QWidget::eventFilter(watched, event);
+    return d->pressInBox(static_cast<QLineEdit &>(*watched), static_cast<QKeyEvent &>(*event));
 }
 
 void CRViewer91::PrintReport() {

@@ -34,6 +34,10 @@ public:
     /// Asks for a file and writes a PDF; likewise.
     void ExportReport();
 
+protected:
+    /// In the boxes of the toolbar PageUp and PageDown turn pages too, and Esc leaves.
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
     struct Private;
     std::unique_ptr<Private> d;

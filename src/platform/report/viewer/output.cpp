@@ -55,11 +55,19 @@ void print(const report::Document &document, int currentPage, QWidget *window) {
                          controls::vbCritical, {}, window);
         return;
     }
+    // What was chosen in the dialog may be another paper than the report's own.
+    QPageLayout chosen = printer.pageLayout();
+    chosen.setUnits(QPageLayout::Millimeter);
+    const QSizeF sheet = chosen.fullRect().size();
+    const report::Placement place =
+        report::placed(size, sheet, QRectF({}, sheet).marginsRemoved(chosen.minimumMargins()));
+    const double dots = printer.resolution() / 25.4;
+    painter.translate(place.corner * dots);
     report::PagePainter pages;
     for (int page = first; page <= last; ++page) {
         if (page > first)
             printer.newPage();
-        pages.paint(painter, document.page(page), printer.resolution() / 25.4);
+        pages.paint(painter, document.page(page), dots * place.scale);
     }
 }
 

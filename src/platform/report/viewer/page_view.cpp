@@ -1,3 +1,5 @@
+// Pages, zoom and keys; the words that are found stand in page_view_find.cpp.
+
 #include "platform/report/viewer/page_view.h"
 
 #include <QKeyEvent>
@@ -6,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace zel::viewer {
 
@@ -15,6 +18,7 @@ constexpr int Gap = 14; ///< pixels around a page
 constexpr std::size_t KeptPages = 16;
 constexpr double LeastZoom = 0.1;
 constexpr double MostZoom = 6;
+constexpr double MostOpeningZoom = 1.25;
 
 } // namespace
 
@@ -27,16 +31,25 @@ PageView::PageView(QWidget *parent) : QAbstractScrollArea(parent) {
     viewport()->setAutoFillBackground(true);
     verticalScrollBar()->setSingleStep(40);
     horizontalScrollBar()->setSingleStep(40);
+    m_counting.setSingleShot(true);
+    connect(&m_counting, &QTimer::timeout, this, &PageView::countOn);
 }
 
 void PageView::setDocument(report::DocumentPtr document, int page) {
     m_document = std::move(document);
     m_pages.clear();
-    m_hit = {};
     m_current = 0;
+    m_opening = !chosen;
+    if (chosen) {
+        m_fit = chosen->fit;
+        m_zoom = chosen->factor;
+    } else {
+        m_fit = m_document->pageCount() == 1 ? Fit::Page : Fit::Width;
+    }
     arrange();
     showPage(page);
     Q_EMIT currentPageChanged(m_current);
+    countAnew();
 }
 
 double PageView::scale() const {
@@ -85,20 +98,27 @@ double PageView::placeInPage() const {
     return height > 0 ? (verticalScrollBar()->value() - pageTop(m_current)) / height : 0;
 }
 
-void PageView::arrange(double place) {
-    if (m_arranging)
-        return;
-    m_arranging = true;
+double PageView::fittingZoom() const {
     const QSizeF paper = m_document->pageSize() * logicalDpiX() / 25.4;
     // As wide as it is with a scroll bar, so that the bar's coming does not change the fit.
     const double width = maximumViewportSize().width() - verticalScrollBar()->sizeHint().width() - 2 * Gap;
     const double height = maximumViewportSize().height() - 2 * Gap;
-    if (m_fit != Fit::Free && width > 0 && height > 0) {
-        m_zoom = width / paper.width();
-        if (m_fit == Fit::Page)
-            m_zoom = std::min(m_zoom, height / paper.height());
-        m_zoom = std::clamp(m_zoom, LeastZoom, MostZoom);
-    }
+    if (width <= 0 || height <= 0)
+        return m_zoom;
+    double zoom = width / paper.width();
+    if (m_fit == Fit::Page)
+        zoom = std::min(zoom, height / paper.height());
+    else if (m_opening)
+        zoom = std::min(zoom, MostOpeningZoom);
+    return std::clamp(zoom, LeastZoom, MostZoom);
+}
+
+void PageView::arrange(double place) {
+    if (m_arranging)
+        return;
+    m_arranging = true;
+    if (m_fit != Fit::Free)
+        m_zoom = fittingZoom();
     const QSize page = pagePixels();
     const int pages = m_continuous ? m_document->pageCount() : 1;
     const QSize view = viewport()->size();
@@ -106,10 +126,10 @@ void PageView::arrange(double place) {
     verticalScrollBar()->setPageStep(view.height());
     horizontalScrollBar()->setRange(0, std::max(0, page.width() + 2 * Gap - view.width()));
     horizontalScrollBar()->setPageStep(view.width());
+    verticalScrollBar()->setValue(pageTop(m_current) + static_cast<int>(std::lround(place * page.height())));
     // The current page may stand low among many small ones: larger, it must not be pushed out of the view.
-    const double down = place * page.height();
-    verticalScrollBar()->setValue(
-        pageTop(m_current) + static_cast<int>(std::lround(down < -view.height() * 2 / 3.0 ? -Gap : down)));
+    if (m_continuous && pageInView() != m_current)
+        verticalScrollBar()->setValue(pageTop(m_current) - Gap);
     m_arranging = false;
     layOutShown();
     Q_EMIT zoomChanged(m_zoom);
@@ -143,24 +163,47 @@ void PageView::showPage(int page) {
     page = std::clamp(page, 0, m_document->pageCount() - 1);
     const bool changed = page != m_current;
     m_current = page;
-    verticalScrollBar()->setValue(pageTop(page) - Gap);
+    scrollTo(pageTop(page) - Gap);
     layOutShown();
     if (changed)
         Q_EMIT currentPageChanged(page);
 }
 
-void PageView::setFit(Fit fit) {
-    m_fit = fit;
-    arrange();
+/// The page that was gone to is the current one, though the view may not begin with it.
+void PageView::scrollTo(int top) {
+    const bool arranging = std::exchange(m_arranging, true);
+    verticalScrollBar()->setValue(top);
+    m_arranging = arranging;
 }
 
-void PageView::setZoom(double zoom) {
+int PageView::pageInView() const {
+    const int top = verticalScrollBar()->value();
+    const int height = pagePixels().height();
+    const int step = height + Gap;
+    const int firstWhole = (top + step - 1 - Gap) / step;
+    const int lastWhole = (top + viewport()->height() - step) / step;
+    const int page = firstWhole <= lastWhole ? std::clamp(m_current, firstWhole, lastWhole)
+                                             : (top + viewport()->height() / 3) / step;
+    return std::clamp(page, 0, m_document->pageCount() - 1);
+}
+
+void PageView::open(const Zoom &zoom) {
     if (!m_document)
         return;
     const double place = placeInPage();
-    m_fit = Fit::Free;
-    m_zoom = std::clamp(zoom, LeastZoom, MostZoom);
+    chosen = zoom;
+    m_opening = false;
+    m_fit = zoom.fit;
+    m_zoom = zoom.factor;
     arrange(place);
+}
+
+void PageView::setFit(Fit fit) {
+    open({fit, m_zoom});
+}
+
+void PageView::setZoom(double zoom) {
+    open({Fit::Free, std::clamp(zoom, LeastZoom, MostZoom)});
 }
 
 void PageView::setContinuous(bool continuous) {
@@ -168,52 +211,6 @@ void PageView::setContinuous(bool continuous) {
     m_continuous = continuous;
     arrange();
     showPage(page);
-}
-
-void PageView::mark(const QString &words) {
-    m_words = words;
-    m_hit = {};
-    for (auto &[page, shown] : m_pages)
-        shown.hits = shown.page.find(words);
-    viewport()->update();
-}
-
-bool PageView::findNext(bool backward) {
-    if (!m_document || m_words.isEmpty())
-        return false;
-    const int pages = m_document->pageCount();
-    const bool first = m_hit.page < 0;
-    const int from = first ? m_current : m_hit.page;
-    // One page more than there are: the last is the first again, for the hits on its other side.
-    for (int step = 0; step <= pages; ++step) {
-        const int page = ((from + (backward ? -step : step)) % pages + pages) % pages;
-        const auto kept = m_pages.find(page);
-        const std::size_t count =
-            kept != m_pages.end() ? kept->second.hits.size() : m_document->page(page).find(m_words).size();
-        if (count == 0)
-            continue;
-        if (first || step > 0)
-            return goTo({page, backward ? count - 1 : 0}), true;
-        if (backward ? m_hit.index > 0 : m_hit.index + 1 < count)
-            return goTo({page, backward ? m_hit.index - 1 : m_hit.index + 1}), true;
-    }
-    return false;
-}
-
-void PageView::goTo(const Hit &hit) {
-    m_hit = hit;
-    const QRectF place = layOut(hit.page).hits[hit.index];
-    if (!m_continuous)
-        showPage(hit.page);
-    const int top = pageTop(hit.page) + static_cast<int>(place.top() * scale());
-    const int shown = verticalScrollBar()->value();
-    if (top < shown || top + 40 > shown + viewport()->height())
-        verticalScrollBar()->setValue(top - viewport()->height() / 3);
-    if (m_continuous && m_current != hit.page) {
-        m_current = hit.page;
-        Q_EMIT currentPageChanged(m_current);
-    }
-    layOutShown();
 }
 
 void PageView::turn(int pages) {
@@ -238,10 +235,10 @@ void PageView::paintEvent(QPaintEvent *) {
         painter.translate(place.topLeft());
         painter.setClipRect(QRect(QPoint(0, 0), size));
         for (std::size_t i = 0; i < shown->second.hits.size(); ++i) {
-            const QRectF &hit = shown->second.hits[i];
-            const bool current = m_hit.page == page && m_hit.index == i;
-            painter.fillRect(QRectF(hit.topLeft() * scale(), hit.size() * scale()),
-                             current ? QColor(255, 170, 60) : QColor(255, 235, 130));
+            const bool current = m_hit.page == page && m_hit.index == static_cast<int>(i);
+            for (const QRectF &part : shown->second.hits[i])
+                painter.fillRect(QRectF(part.topLeft() * scale(), part.size() * scale()),
+                                 current ? QColor(255, 170, 60) : QColor(255, 235, 130));
         }
         m_painter.paint(painter, shown->second.page, scale());
         painter.restore();
@@ -258,9 +255,7 @@ void PageView::scrollContentsBy(int, int) {
     layOutShown();
     if (!m_continuous)
         return;
-    const int step = pagePixels().height() + Gap;
-    const int page = std::clamp((verticalScrollBar()->value() + viewport()->height() / 3) / step, 0,
-                                m_document->pageCount() - 1);
+    const int page = pageInView();
     if (page == m_current)
         return;
     m_current = page;

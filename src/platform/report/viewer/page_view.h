@@ -4,8 +4,10 @@
 #include "platform/report/pages/document.h"
 
 #include <QAbstractScrollArea>
+#include <QTimer>
 
 #include <map>
+#include <optional>
 
 namespace zel::viewer {
 
@@ -15,18 +17,27 @@ class PageView : public QAbstractScrollArea {
     Q_OBJECT
 public:
     enum class Fit { Free, Width, Page };
+    /// 1 is the size on paper.
+    struct Zoom {
+        Fit fit = Fit::Free;
+        double factor = 1;
+    };
+    /// What the reader chose last, with which documents open for the rest of the run. Until then a document
+    /// of one page opens as a whole, any other as wide as the view but not larger than 125%.
+    inline static std::optional<Zoom> chosen;
 
     explicit PageView(QWidget *parent = nullptr);
 
     /// Shows the document from its first page on, or from `page`.
     void setDocument(report::DocumentPtr document, int page = 0);
     [[nodiscard]] const report::DocumentPtr &document() const { return m_document; }
-    [[nodiscard]] int currentPage() const { return m_current; } ///< from 0
+    /// From 0: the page that was gone to last as long as it stands whole in the view; else the nearest that
+    /// does, or the one in the upper third where none has room.
+    [[nodiscard]] int currentPage() const { return m_current; }
     void showPage(int page);
 
     [[nodiscard]] Fit fit() const { return m_fit; }
     void setFit(Fit fit);
-    /// 1 is the size on paper.
     [[nodiscard]] double zoom() const { return m_zoom; }
     void setZoom(double zoom);
     [[nodiscard]] bool isContinuous() const { return m_continuous; }
@@ -37,10 +48,18 @@ public:
     /// Goes to the next place of the marked words, or the one before; round the document's end. Whether there
     /// is one.
     bool findNext(bool backward);
+    struct Hits {
+        int current = 0; ///< from 1; 0 before the first findNext()
+        int all = 0;
+    };
+    /// The places of the marked words; nullopt without words, and until all pages are counted, which goes on
+    /// beside other work.
+    [[nodiscard]] std::optional<Hits> hits() const;
 
 Q_SIGNALS:
     void currentPageChanged(int page);
     void zoomChanged(double zoom);
+    void hitsChanged();
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -52,11 +71,11 @@ protected:
 private:
     struct Shown {
         report::Page page;
-        std::vector<QRectF> hits;
+        std::vector<report::Page::Hit> hits;
     };
     struct Hit {
         int page = -1;
-        std::size_t index = 0;
+        int index = 0;
     };
 
     [[nodiscard]] double scale() const; ///< pixels to the millimetre
@@ -69,8 +88,15 @@ private:
     [[nodiscard]] double placeInPage() const;
     void arrange();
     void arrange(double place);
+    [[nodiscard]] double fittingZoom() const;
+    void open(const Zoom &zoom);
+    void scrollTo(int top);
+    [[nodiscard]] int pageInView() const;
     void layOutShown();
     const Shown &layOut(int page);
+    void countAnew();
+    void countOn();
+    [[nodiscard]] int hitsOn(int page) const;
     void goTo(const Hit &hit);
     void turn(int pages);
 
@@ -79,9 +105,12 @@ private:
     report::PagePainter m_painter;
     QString m_words;
     Hit m_hit;
+    std::vector<int> m_counts; ///< of hits, of the pages that are counted
+    QTimer m_counting;
     int m_current = 0;
     double m_zoom = 1;
     Fit m_fit = Fit::Width;
+    bool m_opening = true; ///< no zoom was chosen yet
     bool m_continuous = true;
     bool m_arranging = false;
 };

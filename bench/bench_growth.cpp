@@ -1,0 +1,138 @@
+// What the program keeps of a print that is gone: each kind of report is shown 300 times from the screen of
+// reports, the viewer closed every other time, and the heap after the first quarter is held against the end.
+#include "books.h"
+#include "desk.h"
+#include "measure.h"
+
+#include "menu_screens.h"
+#include "platform/controls/application.h"
+#include "platform/report/report.h"
+#include "reports/frmRPTAccounts.h"
+#include "shell/MDIForm1.h"
+#include "shell/frmVeiwer.h"
+#include "shell/module1.h"
+#include "shell/report_launcher.h"
+#include "shell/screens.h"
+
+#include <QFile>
+#include <QProcess>
+
+#include <malloc.h>
+
+namespace {
+
+using namespace zel;
+
+constexpr int Times = 300;
+constexpr double MostBytes = 1024; ///< a time
+
+const Sql from = "2024-01-01";
+const Sql to = "2024-02-29";
+const Sql account = "36"; ///< the busiest
+
+/// A print as its screen makes it.
+struct Print {
+    QString file;
+    Sql procedure; ///< that fills what the report reads
+    shell::ReportSettings settings;
+};
+
+shell::ReportSettings dated(std::optional<Sql> selection = {},
+                            std::vector<shell::ReportSettings::SubReport> subReports = {}) {
+    shell::ReportSettings made;
+    made.selection = std::move(selection);
+    made.formulas = {{"Dates", "\"From :  01/01/2024  To :  29/02/2024\""}};
+    made.subReports = std::move(subReports);
+    return made;
+}
+
+std::vector<Print> prints() {
+    const Sql active = "{Company.comActive} = 'Y'";
+    const Sql own = "{Accounts.RowID} = " + account;
+    const Sql period = " '" + from + "','" + to + "'";
+    shell::ReportSettings voucher;
+    voucher.selection = "{MasJV.VouNo}= 1 and {MasJV.VouStatus} = 'BP' and " + active;
+    return {
+        {"rptBP.rpt", {}, voucher},
+        {"rptChartAC.rpt", {}, {}},
+        {"rptAcLedger.rpt", "exec AcLedger " + account + "," + period, dated({}, {{"rptSubAC", own}})},
+        {"rptAcLedger3.rpt",
+         {},
+         dated(active + " and {DetJV.CrAc} = " + account + " and {DetJV.VouDate} in #" + from + "# to #" +
+                   to + "#",
+               {{"rptSubAc", own},
+                {"rptSubOpening", "{DetJV.AcCode} = " + account + " and {DetJV.VouDate} < #" + from + "#"},
+                {"rptSubAcOpen", own}})},
+        {"rptTrialBalance.rpt", "exec TrialBalance" + period, dated(active)},
+        {"rptTrialBalance2.rpt", "exec TrialBalance" + period, dated(active)},
+        {"rptTrialBalance3.rpt", "exec TrialBalance3" + period, dated(active)},
+    };
+}
+
+double heapBytes() {
+    const struct mallinfo2 heap = mallinfo2();
+    return static_cast<double>(heap.uordblks + heap.hblkhd);
+}
+
+/// What is queued and painted is done, and what was to be deleted later is gone.
+void settle() {
+    QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCoreApplication::processEvents();
+}
+
+bool measure(const Print &print) {
+    shell::ReportLauncher launcher;
+    std::vector<double> heap;
+    for (int time = 0; time < Times; ++time) {
+        launcher.OpenReport(print.file);
+        if (!print.procedure.text().empty())
+            shell::gCon.Execute(print.procedure);
+        launcher.prepare(print.settings);
+        launcher.view();
+        settle();
+        // The next print comes from the screen, whether the viewer was closed before or not.
+        if (time % 2 == 0)
+            shell::frmVeiwer::reference->Unload();
+        reports::frmRPTAccounts::reference->Show();
+        settle();
+        heap.push_back(heapBytes());
+    }
+    // Medians, since what waits to be painted or deleted differs from one time to the next.
+    constexpr int Around = 10;
+    const auto about = [&](int time) {
+        return bench::median({heap.begin() + time - Around, heap.begin() + time + Around});
+    };
+    constexpr int Early = Times / 4;
+    constexpr int Late = Times - Around;
+    const double growth = (about(Late) - about(Early)) / (Late - Early);
+    const bool within = growth < MostBytes;
+    std::printf("%-58s bytes a time %8.0f  limit %5.0f  %s\n",
+                qPrintable(QStringLiteral("300 prints of ") + print.file), growth, MostBytes,
+                within ? "ok  " : "OVER");
+    std::fflush(stdout);
+    return within;
+}
+
+/// Small books of their own: what a print leaves behind doesn't depend on how long it is.
+void makeBooks(const QString &folder) {
+    if (QProcess::execute(QStringLiteral(ZEL_BIN "/zeldb"), {"create", folder}) != 0)
+        qFatal("no catalog");
+    bench::fillBooks((folder + "/ZEL.db").toStdString(), {1000, 60, 60});
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    controls::Application application(argc, argv);
+    const QTemporaryDir folder(QString::fromLocal8Bit(argv[1]) + "/growth-XXXXXX");
+    makeBooks(folder.path());
+    bench::connect(folder.path());
+    shell::setScreens(menuScreens());
+    shell::MDIForm1::reference->Show();
+    bool within = true;
+    for (const Print &print : prints())
+        within &= measure(print);
+    std::fflush(stdout);
+    std::_Exit(within ? 0 : 1);
+}
