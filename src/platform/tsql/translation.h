@@ -105,9 +105,9 @@ private:
     const Procedure *m_procedure = nullptr;   ///< whose body is translated
     std::vector<std::size_t> m_returns;       ///< statements that jump to the procedure's end
     Slot m_slots = KeptSlots;
-    int m_calls = 0;  ///< that are in one another
+    int m_calls = 0;   ///< that are in one another
     int m_choices = 0; ///< that are in one another, within the procedure
-    int m_scopes = 0; ///< procedures entered so far
+    int m_scopes = 0;  ///< procedures entered so far
 };
 
 } // namespace zel::tsql
