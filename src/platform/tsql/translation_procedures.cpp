@@ -163,11 +163,11 @@ void Translation::expand(const ActionNode &action, const std::string &text) {
     m_resolver.setSource(caller);
     for (const std::size_t jump : returns)
         m_statements[jump].next = m_statements.size();
-    for (const Table *table : m_resolver.closeScope(scopes)) {
+    for (const Table &table : m_resolver.closeScope(scopes)) {
         Writer out = writer();
-        out.dropTable(*table, true);
+        out.dropTable(table, true);
         Statement &drop = add(StatementKind::DropTable, &out);
-        drop.name = table->name;
+        drop.name = table.name;
         drop.keepsRowCount = true;
     }
     m_statements[enter].next = m_statements.size();

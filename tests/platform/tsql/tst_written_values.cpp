@@ -40,6 +40,7 @@ private Q_SLOTS:
     void schema();
     void columns();
     void batchesOfAScript();
+    void memoryOfABatch();
 };
 
 void tst_written_values::values_data() {
@@ -228,6 +229,18 @@ void tst_written_values::batchesOfAScript() {
     QCOMPARE(found.size(), 2U);
     QCOMPARE(found[0], "select 1\n");
     QCOMPARE(found[1], "select 'go'\ngone");
+}
+
+/// What is kept of a batch is in proportion to its text, however many statements it has.
+void tst_written_values::memoryOfABatch() {
+    const WrittenCatalog catalog(Schema);
+    std::string text;
+    for (int i = 0; i < 4000; ++i)
+        text += "insert into U (K,V) values (" + std::to_string(i) + ",'x') ";
+    std::size_t kept = 0;
+    for (const auto &statement : zel::tsql::translate(Sql::trusted(text), catalog, zel::tsql::sqlite()))
+        kept += statement.sql.capacity();
+    QVERIFY2(kept < 3 * text.size(), qPrintable(QString::number(kept)));
 }
 
 QTEST_APPLESS_MAIN(tst_written_values)

@@ -4,9 +4,6 @@
 #include "platform/tsql/reading/failure.h"
 #include "platform/tsql/text/names.h"
 
-#include <algorithm>
-#include <utility>
-
 namespace zel::tsql {
 
 void Resolver::setSource(std::string_view source) {
@@ -22,102 +19,10 @@ void Resolver::failColumn(std::size_t at, std::string_view name) const {
     fail(at, 207, "Invalid column name '" + std::string(name) + "'.");
 }
 
-Resolver::Scopes Resolver::openScope(Slot identity, int temporaries) {
-    return std::exchange(m_scopes, {m_variables.size(), identity, temporaries});
-}
-
-std::vector<const Table *> Resolver::closeScope(const Scopes &outer) {
-    std::vector<const Table *> left;
-    for (const CreatedTable &created : m_created) {
-        if (created.scope == m_scopes.temporaries && created.scope != 0 && !isDropped(&created.table))
-            left.push_back(&created.table);
-    }
-    m_dropped.insert(m_dropped.end(), left.begin(), left.end());
-    m_variables.resize(m_scopes.variables);
-    m_scopes = outer;
-    return left;
-}
-
-void Resolver::forget() {
-    m_tables.clear();
-    m_sources = 0;
-}
-
-Expr *Resolver::slotValue(Slot slot, Type type, std::uint32_t at) {
-    Expr *made = make(Op::Variable, type, at);
-    made->n = static_cast<int>(slot);
-    return made;
-}
-
-Expr *Resolver::variable(const Node &node) {
-    if (node.variable == NoVariable) {
-        return sameName(node.text, "@@rowcount")
-                   ? slotValue(RowCountSlot, {TypeKind::Int, 0, 0}, node.at)
-                   : slotValue(IdentitySlot, {TypeKind::Numeric, 38, 0}, node.at);
-    }
-    const Variable &found = variableAt(node.variable);
-    if (found.literal == nullptr)
-        return slotValue(found.slot, found.type, node.at);
-    Expr *used = copy(*found.literal);
-    used->at = node.at;
-    used->type = found.type;
-    return used;
-}
-
 Expr *Resolver::copy(const Expr &value) {
     Expr *made = m_arena.make<Expr>(value);
     made->next = nullptr;
     return made;
-}
-
-bool Resolver::isDropped(const Table *table) const {
-    return std::ranges::find(m_dropped, table) != m_dropped.end();
-}
-
-const Table *Resolver::findTable(const TableName &name) const {
-    const bool ours = (name.database.empty() || sameName(name.database, "ZEL") ||
-                       (isTemporary(name.name) && sameName(name.database, "tempdb"))) &&
-                      (name.schema.empty() || sameName(name.schema, "dbo"));
-    if (!ours)
-        return nullptr;
-    for (const CreatedTable &created : m_created) {
-        if (sameName(created.name, name.name) && !isDropped(&created.table))
-            return &created.table;
-    }
-    const Table *found = m_catalog.table(name.name);
-    return isDropped(found) ? nullptr : found;
-}
-
-const Table *Resolver::inTheWay(const TableName &name) const {
-    if (!isTemporary(name.name) || m_scopes.temporaries == 0)
-        return findTable(name);
-    for (const CreatedTable &created : m_created) {
-        if (created.scope == m_scopes.temporaries && sameName(created.name, name.name) &&
-            !isDropped(&created.table))
-            return &created.table;
-    }
-    return nullptr;
-}
-
-std::string Resolver::engineName(const TableName &name) const {
-    std::string made(name.name);
-    if (isTemporary(name.name) && m_scopes.temporaries != 0)
-        made += ':' + std::to_string(m_scopes.temporaries);
-    return made;
-}
-
-const Table &Resolver::table(const TableName &name) const {
-    const Table *found = findTable(name);
-    if (found == nullptr)
-        fail(name.at, 208, "Invalid object name '" + std::string(name.name) + "'.");
-    return *found;
-}
-
-const Table &Resolver::created(Table table) {
-    const int scope = isTemporary(table.name) ? m_scopes.temporaries : 0;
-    std::string name = table.name;
-    table.name = engineName({{}, {}, name, 0});
-    return m_created.emplace_front(CreatedTable{std::move(name), scope, std::move(table)}).table;
 }
 
 int Resolver::columnIndex(const Table &table, std::string_view name) const {

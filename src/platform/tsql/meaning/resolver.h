@@ -6,6 +6,7 @@
 #include "platform/tsql/reading/arena.h"
 
 #include <deque>
+#include <list>
 #include <string_view>
 #include <vector>
 
@@ -29,7 +30,7 @@ public:
     };
     [[nodiscard]] Scopes openScope(Slot identity, int temporaries);
     /// Back to the scope that openScope gave; those of the procedure's #tables that are still there.
-    [[nodiscard]] std::vector<const Table *> closeScope(const Scopes &outer);
+    [[nodiscard]] std::vector<Table> closeScope(const Scopes &outer);
     [[nodiscard]] const Scopes &scopes() const { return m_scopes; }
     /// The next variable: a literal that stands for it, or the slot that holds its value.
     void declare(Type type, Expr *literal) { m_variables.push_back({type, 0, literal}); }
@@ -57,7 +58,7 @@ public:
     [[nodiscard]] const Table *inTheWay(const TableName &name) const;
     /// What the engine is to call a new table.
     [[nodiscard]] std::string engineName(const TableName &name) const;
-    void dropped(const Table &table) { m_dropped.push_back(&table); }
+    void dropped(const Table &table);
 
     [[nodiscard]] BoundSelect *topSelect(const SelectNode &node);
     [[nodiscard]] BoundInsert *insertion(const ActionNode &node);
@@ -138,7 +139,6 @@ private:
     Expr *assigned(VariableIndex variable, Expr *value) {
         return m_converter.convert(value, variableAt(variable).type, Purpose::Cast);
     }
-    [[nodiscard]] bool isDropped(const Table *table) const;
     int columnIndex(const Table &table, std::string_view name) const;
     [[noreturn]] void fail(std::size_t at, int number, std::string_view message) const;
     [[noreturn]] void failColumn(std::size_t at, std::string_view name) const;
@@ -161,9 +161,9 @@ private:
     int m_sources = 0;
     std::vector<Variable> m_variables;
     Scopes m_scopes;
-    std::deque<Table> m_tables;         ///< of derived tables
-    std::deque<CreatedTable> m_created; ///< the newest first
-    std::vector<const Table *> m_dropped;
+    std::deque<Table> m_tables;           ///< of derived tables
+    std::list<CreatedTable> m_created;    ///< the newest first
+    std::vector<const Table *> m_dropped; ///< of the catalog
 };
 
 /// The place in the query that is being resolved.

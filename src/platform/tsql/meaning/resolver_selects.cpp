@@ -51,16 +51,6 @@ BoundSelect *Resolver::topSelect(const SelectNode &node) {
     return made;
 }
 
-BoundSelect *Resolver::assignment(const SelectNode &node) {
-    BoundSelect *made = select(node, true);
-    BoundItem *value = made->items;
-    for (const ItemNode *item = node.items; item != nullptr; item = item->next, value = value->next)
-        value->value = assigned(item->variable, value->value);
-    for (BoundOrder *order = made->orderBy; order != nullptr; order = order->next)
-        order->item = 0; // the rows are ordered by what is assigned, not by what becomes of it
-    return made;
-}
-
 BoundSelect *Resolver::select(const SelectNode &node, bool inOrder) {
     if (m_scope != nullptr && m_scope->inAggregate) {
         fail(node.at, 130,

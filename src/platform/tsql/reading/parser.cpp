@@ -3,13 +3,7 @@
 #include "platform/tsql/reading/failure.h"
 #include "platform/tsql/text/names.h"
 
-#include <algorithm>
-
 namespace zel::tsql {
-
-const Token &Parser::token(std::size_t ahead) const {
-    return m_tokens[std::min(m_at + ahead, m_tokens.size() - 1)];
-}
 
 std::string_view Parser::view(const Token &token) const {
     return m_source.substr(token.begin, token.end - token.begin);

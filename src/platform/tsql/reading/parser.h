@@ -4,6 +4,7 @@
 #include "platform/tsql/reading/lexer.h"
 #include "platform/tsql/reading/node.h"
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -29,7 +30,9 @@ private:
     struct Level;
 
     // Tokens.
-    [[nodiscard]] const Token &token(std::size_t ahead = 0) const;
+    [[nodiscard]] const Token &token(std::size_t ahead = 0) const {
+        return m_tokens[std::min(m_at + ahead, m_tokens.size() - 1)];
+    }
     [[nodiscard]] bool is(Keyword word) const { return token().keyword == word; }
     [[nodiscard]] bool isSign(char sign) const { return token().sign == sign; }
     [[nodiscard]] bool isWord(std::string_view word, std::size_t ahead = 0) const;
