@@ -1,10 +1,10 @@
+#include "../../support/rows.h"
 #include "platform/base/error.h"
 #include "platform/controls/application.h"
 #include "platform/controls/data_combo.h"
 #include "platform/controls/date_box.h"
 #include "platform/controls/text_box.h"
 #include "table_rows.h"
-#include "../../support/rows.h"
 
 #include <QAbstractItemView>
 #include <QSignalSpy>
