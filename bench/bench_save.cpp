@@ -53,15 +53,16 @@ constexpr int Lines = 3;
 
 void fill(zel::controls::Grid &grid, const VoucherKind &kind) {
     grid.setRows(Lines + 1);
-    grid.setCols(int(kind.entry.size()));
+    grid.setCols(int(kind.entry.columns.size()));
     for (int row = 1; row <= Lines; ++row)
         for (int col = 0; col < grid.Cols(); ++col) {
-            const Box box = kind.entry[std::size_t(col)].box;
-            const bool tag = box == Box::DebitTag || box == Box::CreditTag;
+            const zel::shell::LineColumn &column = kind.entry.columns[std::size_t(col)];
+            const bool debit = column.box.control == std::string_view("txtDrAc");
             grid.setTextMatrix(row, col,
-                               tag                  ? QString::number(33 + row + 5 * (box == Box::DebitTag))
-                               : box == Box::Amount ? QString("1,250.50")
-                                                    : QString("TEXT %1").arg(row));
+                               column.box.part == zel::shell::Part::Tag
+                                   ? QString::number(33 + row + 5 * debit)
+                               : column.picture == zel::shell::Picture::Amount ? QString("1,250.50")
+                                                                               : QString("TEXT %1").arg(row));
         }
 }
 

@@ -57,7 +57,10 @@ void MasterScreen::Form_Load() {
     m_tabs->setCurrentIndex(0);
     m_search->load();
     fillCombos();
-    FillGrid({});
+    if (m_table.criterionOnLoad)
+        m_search->run();
+    else
+        FillGrid({});
     SetMaxlength();
 }
 

@@ -31,17 +31,18 @@ struct MasterTable {
     const char *keyBox;
     const char *firstBox;        ///< gets the focus when a row was chosen
     bool focusAfterSave = false; ///< then, too
-    QStringList notSaved;        ///< tagged boxes that a save passes over
-    Sql nextNumber;
+    QStringList notSaved{};      ///< tagged boxes that a save passes over
+    Sql nextNumber{};
     Sql none;
-    Sql byKey;  ///< up to the number
-    Sql remove; ///< up to the number; a blank follows it
+    Sql byKey;    ///< up to the number
+    Sql remove{}; ///< up to the number; a blank follows it
     SearchTable search;
+    bool criterionOnLoad = false; ///< the first list is the first criterion's, not everything
     Choice choice = Choice::FromList;
     EnterInList enter = EnterInList::Chooses;
     TypingLimit limit = TypingLimit::None; ///< none: a text longer than its column is refused by the save
     const char *chosenHeading = nullptr;   ///< cell (0,0) from the choice of a row to the next filling
-    std::vector<Filled> filled;            ///< where the choice is FromList
+    std::vector<Filled> filled{};          ///< where the choice is FromList
     bool unloadsOnLostFocus = false;       ///< when the form itself, not a control on it, loses the focus
 
     const char *tabs = "SSTab1";

@@ -23,8 +23,8 @@ enum class Searched { Text, Date, PaddedDate };
 struct SearchTable {
     struct Criterion {
         const char *caption = nullptr;
-        Sql before; ///< the statement up to what is searched for
-        Sql behind; ///< and behind it
+        Sql before{}; ///< the statement up to what is searched for; none lists everything
+        Sql behind{}; ///< and behind it
         Searched searched = Searched::Text;
     };
     std::vector<Criterion> criteria;

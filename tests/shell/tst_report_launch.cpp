@@ -88,6 +88,8 @@ void tst_report_launch::endsProgram_data() {
                                                          << "Error 18456:";
     QTest::newRow("formula that the file doesn't have") << "unknown formula"
                                                         << "Error 3265:";
+    QTest::newRow("parameter that the file doesn't have") << "unknown parameter"
+                                                          << "Error 3265:";
     QTest::newRow("selection from a box with an apostrophe") << "selection"
                                                              << "Error ";
 }
@@ -125,6 +127,13 @@ static const Scenes scenes = {
          PrintingOffice printing;
          shell::ReportSettings settings;
          settings.formulas = {{"Nothing", "\"x\""_sql}};
+         asEvent([&] { printing.launcher.print("rptChartAC.rpt", settings); });
+     }},
+    {"unknown parameter",
+     [] {
+         PrintingOffice printing;
+         shell::ReportSettings settings;
+         settings.parameters = {7};
          asEvent([&] { printing.launcher.print("rptChartAC.rpt", settings); });
      }},
     {"selection",

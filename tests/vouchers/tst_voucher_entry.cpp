@@ -51,9 +51,7 @@ private Q_SLOTS:
 };
 
 void tst_voucher_entry::refusals_data() {
-    QTest::addColumn<QString>("debit");
-    QTest::addColumn<QString>("credit");
-    QTest::addColumn<QString>("amount");
+    QTest::addColumn<Line>("line");
     QTest::addColumn<QString>("message");
     QTest::addColumn<QString>("focus");
 
@@ -69,68 +67,45 @@ void tst_voucher_entry::refusals_data() {
         {"JV", "cmdSelectDr", "cmdSelectCr", "cmdSelectDr"},
     };
     for (const auto &kind : kinds) {
-        const auto row = [&](const char *name) -> QTestData & {
-            return QTest::addRow("%s %s", kind.kind, name);
+        const auto row = [&](const char *name, const Line &line) -> QTestData & {
+            return QTest::addRow("%s %s", kind.kind, name) << line;
         };
-        row("no debit account") << ""
-                                << "BANK ONE"
-                                << "5" << NoDebit << kind.noDebit;
-        row("neither account") << ""
-                               << ""
-                               << "5" << NoDebit << kind.noDebit;
-        row("no credit account") << "BANK ONE"
-                                 << ""
-                                 << "5" << NoCredit << kind.noCredit;
-        row("one account twice") << "BANK ONE"
-                                 << "BANK ONE"
-                                 << "5" << SameAccount << kind.same;
-        row("no amount") << "BANK ONE"
-                         << "BANK TWO"
-                         << "" << NoAmount << "txtDRCR";
-        row("a point") << "BANK ONE"
-                       << "BANK TWO"
-                       << "." << NoAmount << "txtDRCR";
-        row("a point and no debit account") << ""
-                                            << "BANK ONE"
-                                            << "." << NoDebit << kind.noDebit;
-        row("nought") << "BANK ONE"
-                      << "BANK TWO"
-                      << "0.00" << NoAmount << "txtDRCR";
+        const char *one = "BANK ONE";
+        row("no debit account", {"", one, "5"}) << NoDebit << kind.noDebit;
+        row("neither account", {"", "", "5"}) << NoDebit << kind.noDebit;
+        row("no credit account", {one, "", "5"}) << NoCredit << kind.noCredit;
+        row("one account twice", {one, one, "5"}) << SameAccount << kind.same;
+        row("no amount", {one, "BANK TWO", ""}) << NoAmount << "txtDRCR";
+        row("a point", {one, "BANK TWO", "."}) << NoAmount << "txtDRCR";
+        row("a point and no debit account", {"", one, "."}) << NoDebit << kind.noDebit;
+        row("nought", {one, "BANK TWO", "0.00"}) << NoAmount << "txtDRCR";
     }
 }
 
 void tst_voucher_entry::refusals() {
-    QFETCH(QString, debit);
-    QFETCH(QString, credit);
-    QFETCH(QString, amount);
+    QFETCH(Line, line);
     QFETCH(QString, message);
     QFETCH(QString, focus);
     Desk desk;
     desk.open(QByteArray(QTest::currentDataTag()).left(2));
-    const std::vector<Box> said = desk.add({debit, credit, amount});
+    const std::vector<Box> said = desk.add(line);
     QCOMPARE(said.size(), 1U);
     QCOMPARE(said[0].text, message);
     QCOMPARE(said[0].icon, QMessageBox::Information);
     QCOMPARE(focused(), focus);
     QCOMPARE(desk.grid("MshEntry")->Rows(), 1);
-    QCOMPARE(desk.text("txtDrAc"), debit);
-    QCOMPARE(desk.text("txtCrAc"), credit);
-    QCOMPARE(desk.text("txtDRCR"), amount == "." ? QString() : amount);
+    QCOMPARE(desk.text("txtDrAc"), line.debit);
+    QCOMPARE(desk.text("txtCrAc"), line.credit);
+    QCOMPARE(desk.text("txtDRCR"), line.amount == "." ? QString() : line.amount);
 }
 
 void tst_voucher_entry::afterALine_data() {
-    QTest::addColumn<QString>("debit");
-    QTest::addColumn<QString>("credit");
-    QTest::newRow("BP") << ""
-                        << "BANK TWO";
-    QTest::newRow("BR") << "BANK ONE"
-                        << "";
-    QTest::newRow("CP") << ""
-                        << "BANK TWO";
-    QTest::newRow("CR") << "BANK ONE"
-                        << "";
-    QTest::newRow("JV") << "BANK ONE"
-                        << "BANK TWO";
+    columns<QString, QString>("debit", "credit");
+    row("BP", "", "BANK TWO");
+    row("BR", "BANK ONE", "");
+    row("CP", "", "BANK TWO");
+    row("CR", "BANK ONE", "");
+    row("JV", "BANK ONE", "BANK TWO");
 }
 
 void tst_voucher_entry::afterALine() {
@@ -156,11 +131,8 @@ void tst_voucher_entry::afterALine() {
 
 void tst_voucher_entry::removingALine_data() {
     QTest::addColumn<bool>("debitEmptied");
-    QTest::newRow("BP") << true;
-    QTest::newRow("BR") << true;
-    QTest::newRow("CP") << true;
-    QTest::newRow("CR") << false;
-    QTest::newRow("JV") << true;
+    for (const char *kind : {"BP", "BR", "CP", "CR", "JV"})
+        QTest::newRow(kind) << (QByteArray(kind) != "CR");
 }
 
 void tst_voucher_entry::removingALine() {
@@ -192,18 +164,12 @@ void tst_voucher_entry::removingALine() {
 }
 
 void tst_voucher_entry::cancelling_data() {
-    QTest::addColumn<QString>("debit");
-    QTest::addColumn<QString>("credit");
-    QTest::newRow("BP") << ""
-                        << "";
-    QTest::newRow("BR") << ""
-                        << "";
-    QTest::newRow("CP") << ""
-                        << "BANK TWO";
-    QTest::newRow("CR") << "BANK ONE"
-                        << "";
-    QTest::newRow("JV") << ""
-                        << "";
+    columns<QString, QString>("debit", "credit");
+    row("BP", "", "");
+    row("BR", "", "");
+    row("CP", "", "BANK TWO");
+    row("CR", "BANK ONE", "");
+    row("JV", "", "");
 }
 
 void tst_voucher_entry::cancelling() {
@@ -273,40 +239,21 @@ void tst_voucher_entry::chosenAccount() {
 }
 
 void tst_voucher_entry::setupRow_data() {
-    QTest::addColumn<QString>("setting");
-    QTest::addColumn<QString>("debit");
-    QTest::addColumn<QString>("credit");
-    QTest::addColumn<bool>("debitFree");
-    QTest::addColumn<bool>("creditFree");
-    QTest::newRow("credit, free") << "AcCode = '1', AcStatus = 'CR', Fix = 'N'"
-                                  << ""
-                                  << "BANK ONE" << true << true;
-    QTest::newRow("credit, fixed") << "AcCode = '1', AcStatus = 'CR', Fix = 'Y'"
-                                   << ""
-                                   << "BANK ONE" << true << false;
-    QTest::newRow("debit, fixed") << "AcCode = '4', AcStatus = 'DR', Fix = 'Y'"
-                                  << "RENT"
-                                  << "" << false << true;
-    QTest::newRow("no side") << "AcCode = '4', AcStatus = null, Fix = 'Y'"
-                             << ""
-                             << "" << true << true;
-    QTest::newRow("account gone, fixed") << "AcCode = '99', AcStatus = 'CR', Fix = 'Y'"
-                                         << ""
-                                         << "" << true << false;
-    QTest::newRow("a heading") << "AcCode = '7', AcStatus = 'DR', Fix = 'N'"
-                               << ""
-                               << "" << true << true;
-    QTest::newRow("no account") << "AcCode = '', AcStatus = 'CR', Fix = 'N'"
-                                << ""
-                                << "" << true << true;
+    columns<QString, QString, QString, QString>("setting", "debit", "credit", "free");
+    row("credit, free", "AcCode = '1', AcStatus = 'CR', Fix = 'N'", "", "BANK ONE", "both");
+    row("credit, fixed", "AcCode = '1', AcStatus = 'CR', Fix = 'Y'", "", "BANK ONE", "debit");
+    row("debit, fixed", "AcCode = '4', AcStatus = 'DR', Fix = 'Y'", "RENT", "", "credit");
+    row("no side", "AcCode = '4', AcStatus = null, Fix = 'Y'", "", "", "both");
+    row("account gone, fixed", "AcCode = '99', AcStatus = 'CR', Fix = 'Y'", "", "", "debit");
+    row("a heading", "AcCode = '7', AcStatus = 'DR', Fix = 'N'", "", "", "both");
+    row("no account", "AcCode = '', AcStatus = 'CR', Fix = 'N'", "", "", "both");
 }
 
 void tst_voucher_entry::setupRow() {
     QFETCH(QString, setting);
     QFETCH(QString, debit);
     QFETCH(QString, credit);
-    QFETCH(bool, debitFree);
-    QFETCH(bool, creditFree);
+    QFETCH(QString, free);
     Desk desk("insert into Accounts (ParentID, Dcode, AcName, AcStatus) values ('1', 1, 'A HEADING', 'HD') "
               "update VouSetting set "_sql +
               Sql::trusted(setting.toStdString()));
@@ -316,10 +263,10 @@ void tst_voucher_entry::setupRow() {
         QCOMPARE(desk.text("txtCrAc"), credit);
         QCOMPARE(desk.tag("txtDrAc"), debit.isEmpty() ? "" : QString::number(accountId(debit)));
         QCOMPARE(desk.tag("txtCrAc"), credit.isEmpty() ? "" : QString::number(accountId(credit)));
-        QCOMPARE(desk.enabled("txtDrAc"), debitFree);
-        QCOMPARE(desk.enabled("cmdSelectDr"), debitFree);
-        QCOMPARE(desk.enabled("txtCrAc"), creditFree);
-        QCOMPARE(desk.enabled("cmdSelectCr"), creditFree);
+        QCOMPARE(desk.enabled("txtDrAc"), free != "credit");
+        QCOMPARE(desk.enabled("cmdSelectDr"), free != "credit");
+        QCOMPARE(desk.enabled("txtCrAc"), free != "debit");
+        QCOMPARE(desk.enabled("cmdSelectCr"), free != "debit");
     }
 }
 
@@ -356,30 +303,14 @@ void tst_voucher_entry::fixedSideComesBackWithAFreshScreen() {
 }
 
 void tst_voucher_entry::amountsTyped_data() {
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<QString>("shown");
-    QTest::addColumn<QString>("cell");
-    QTest::newRow("plain") << "1234.5"
-                           << "1234.5"
-                           << "1,234.50";
-    QTest::newRow("letters and a sign") << "-12a,3"
-                                        << "123"
-                                        << "123.00";
-    QTest::newRow("blanks") << "1 2"
-                            << "12"
-                            << "12.00";
-    QTest::newRow("second point") << "1.2.3"
-                                  << "1.23"
-                                  << "1.23";
-    QTest::newRow("half a hundredth") << "2.345"
-                                      << "2.345"
-                                      << "2.35";
-    QTest::newRow("fourteen characters") << "123456789012345"
-                                         << "12345678901234"
-                                         << "12,345,678,901,234.00";
-    QTest::newRow("begins with a point") << ".5"
-                                         << ".5"
-                                         << "0.50";
+    columns<QString, QString, QString>("typed", "shown", "cell");
+    row("plain", "1234.5", "1234.5", "1,234.50");
+    row("letters and a sign", "-12a,3", "123", "123.00");
+    row("blanks", "1 2", "12", "12.00");
+    row("second point", "1.2.3", "1.23", "1.23");
+    row("half a hundredth", "2.345", "2.345", "2.35");
+    row("fourteen characters", "123456789012345", "12345678901234", "12,345,678,901,234.00");
+    row("begins with a point", ".5", ".5", "0.50");
 }
 
 void tst_voucher_entry::amountsTyped() {
@@ -437,22 +368,14 @@ void tst_voucher_entry::enterWalksTheBoxes() {
 }
 
 void tst_voucher_entry::dateByKeys_data() {
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<QString>("date");
-    QTest::newRow("whole") << "29022024"
-                           << "29/02/2024";
-    QTest::newRow("a day that the month shown lacks") << "31122025"
-                                                      << "31/12/2025";
-    QTest::newRow("with strokes") << "05/03/2027"
-                                  << "05/03/2027";
-    QTest::newRow("one digit, with points") << "5.3.2027"
-                                            << "05/03/2027";
-    QTest::newRow("the day and the month") << "3103"
-                                           << "31/03/2026";
-    QTest::newRow("the day alone, one digit of two") << "3"
-                                                     << "03/02/2026";
-    QTest::newRow("no such day") << "31022026"
-                                 << "28/02/2026";
+    columns<QString, QString>("typed", "date");
+    row("whole", "29022024", "29/02/2024");
+    row("a day that the month shown lacks", "31122025", "31/12/2025");
+    row("with strokes", "05/03/2027", "05/03/2027");
+    row("one digit, with points", "5.3.2027", "05/03/2027");
+    row("the day and the month", "3103", "31/03/2026");
+    row("the day alone, one digit of two", "3", "03/02/2026");
+    row("no such day", "31022026", "28/02/2026");
 }
 
 /// F9 saves what is typed, though the date box has not been left.
@@ -592,11 +515,8 @@ void tst_voucher_entry::limits() {
 
 void tst_voucher_entry::kindBoxHandsTheFocusOn_data() {
     QTest::addColumn<QString>("focus");
-    QTest::newRow("BP") << "DTPicker";
-    QTest::newRow("BR") << "DTPicker";
-    QTest::newRow("CP") << "txtVouStatus";
-    QTest::newRow("CR") << "DTPicker";
-    QTest::newRow("JV") << "DTPicker";
+    for (const char *kind : {"BP", "BR", "CP", "CR", "JV"})
+        QTest::newRow(kind) << (QByteArray(kind) == "CP" ? "txtVouStatus" : "DTPicker");
 }
 
 void tst_voucher_entry::kindBoxHandsTheFocusOn() {

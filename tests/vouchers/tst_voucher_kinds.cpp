@@ -34,7 +34,7 @@ private Q_SLOTS:
 namespace {
 
 /// The columns of a grid as "heading = width", a ">" before those that stand at the right.
-QString columns(const controls::Grid *grid) {
+QString headings(const controls::Grid *grid) {
     QStringList all;
     for (int col = 0; col < grid->Cols(); ++col) {
         const auto alignment =
@@ -76,25 +76,17 @@ Sql headerOf(const QString &kind) {
 } // namespace
 
 void tst_voucher_kinds::faces_data() {
-    QTest::addColumn<QString>("caption");
-    QTest::addColumn<QString>("paidTo");
-    QTest::addColumn<bool>("fileFirst");
-    QTest::addColumn<QString>("grid");
+    columns<QString, QString, bool, QString>("caption", "paidTo", "fileFirst", "grid");
     const QString pairs = " = 0 | Account Debit: = 4000 | Account Credit: = 4000 | > Amount: = 1900 | "
                           "Checque No. : = 1900 | Naration: = 4000 | CrAcCode: = 0 | File No: = 1200 | "
                           "Bill No: = 1200";
     const QString lines = " = 0 | Account Title: = 5000 | > %1 = 1900 | Checque No. : = 1900 | "
                           "Naration: = 5000 | File No: = 1200 | Bill No: = 1200";
-    QTest::newRow("BP") << "Bank Payment Voucher"
-                        << "Paid To :" << false << pairs;
-    QTest::newRow("BR") << "Bank Receive Voucher"
-                        << "Receive From :" << false << pairs;
-    QTest::newRow("CP") << "Cash Payment Voucher"
-                        << "Paid To :" << false << lines.arg("Debit:");
-    QTest::newRow("CR") << "Cash Receive Voucher"
-                        << "Receive From :" << false << lines.arg("Credit:");
-    QTest::newRow("JV") << "Journal Voucher"
-                        << "Paid To :" << true << pairs;
+    row("BP", "Bank Payment Voucher", "Paid To :", false, pairs);
+    row("BR", "Bank Receive Voucher", "Receive From :", false, pairs);
+    row("CP", "Cash Payment Voucher", "Paid To :", false, lines.arg("Debit:"));
+    row("CR", "Cash Receive Voucher", "Receive From :", false, lines.arg("Credit:"));
+    row("JV", "Journal Voucher", "Paid To :", true, pairs);
 }
 
 void tst_voucher_kinds::faces() {
@@ -112,9 +104,9 @@ void tst_voucher_kinds::faces() {
     QCOMPARE(desk.label("lblPaidTo"), paidTo);
     QCOMPARE(desk.box("txtPaidTo")->accessibleName() + " :", paidTo);
     QCOMPARE(desk.text("txtVouStatus"), kind);
-    QCOMPARE(columns(desk.grid("MshEntry")), grid);
+    QCOMPARE(headings(desk.grid("MshEntry")), grid);
     QCOMPARE(desk.grid("MshEntry")->Rows(), 1);
-    QCOMPARE(columns(desk.grid("mshSearch")),
+    QCOMPARE(headings(desk.grid("mshSearch")),
              "> Voucher #  = 2000 | Voucher Date = 2000 | Paid To = 5000 | > Amount = 2000 | Multi = 1000");
     QCOMPARE(placeOf(desk, "txtFile").x() < placeOf(desk, "txtBill").x(), fileFirst);
     for (const auto &[label, box] : {std::pair("lblFile", "txtFile"), std::pair("lblBill", "txtBill"),
@@ -161,18 +153,12 @@ void tst_voucher_kinds::colourOfTheAmount() {
 }
 
 void tst_voucher_kinds::filterLeftByAnotherScreen_data() {
-    QTest::addColumn<QString>("button");
-    QTest::addColumn<QString>("listed");
-    QTest::newRow("BP") << "cmdSelectDr"
-                        << "BANK ONE";
-    QTest::newRow("BR") << "cmdSelectCr"
-                        << "BANK ONE";
-    QTest::newRow("CP") << "cmdSelectDr"
-                        << "A HEADING";
-    QTest::newRow("CR") << "cmdSelectCr"
-                        << "A HEADING";
-    QTest::newRow("JV") << "cmdSelectDr"
-                        << "BANK ONE";
+    columns<QString, QString>("button", "listed");
+    row("BP", "cmdSelectDr", "BANK ONE");
+    row("BR", "cmdSelectCr", "BANK ONE");
+    row("CP", "cmdSelectDr", "A HEADING");
+    row("CR", "cmdSelectCr", "A HEADING");
+    row("JV", "cmdSelectDr", "BANK ONE");
 }
 
 void tst_voucher_kinds::filterLeftByAnotherScreen() {
@@ -186,40 +172,27 @@ void tst_voucher_kinds::filterLeftByAnotherScreen() {
 }
 
 void tst_voucher_kinds::linesReadBack_data() {
-    QTest::addColumn<QString>("debit");
-    QTest::addColumn<QString>("credit");
-    QTest::addColumn<QString>("cheque");
-    QTest::addColumn<QString>("rows");
-    QTest::newRow("BP") << ""
-                        << "BANK ONE 1"
-                        << ""
-                        << "4 | RENT | BANK ONE | 0.01 | '' | debit 1 | 1 | '' | 7\n"
-                           "5 | LIGHT | BANK TWO | 1,234,567,890.50 | c2 | debit 2 | 2 | 12 | ''\n"
-                           "99 | '' | '' | 3.00 | '' | debit 3 | 98 | '' | ''";
-    QTest::newRow("BR") << "RENT 4"
-                        << ""
-                        << "of the header"
-                        << "4 | RENT | BANK ONE | 0.01 | '' | credit 1 | 1 | '' | 8\n"
-                           "5 | LIGHT | BANK TWO | 1,234,567,890.50 | x2 | credit 2 | 2 | 13 | ''\n"
-                           "99 | '' | '' | 3.00 | '' | credit 3 | 98 | '' | ''";
-    QTest::newRow("CP") << ""
-                        << ""
-                        << ""
-                        << "4 | RENT | 0.01 | '' | debit 1 | '' | 7\n"
-                           "5 | LIGHT | 1,234,567,890.50 | c2 | debit 2 | 12 | ''\n"
-                           "99 | '' | 3.00 | '' | debit 3 | '' | ''";
-    QTest::newRow("CR") << ""
-                        << ""
-                        << ""
-                        << "1 | BANK ONE | 0.01 | '' | credit 1 | '' | 8\n"
-                           "2 | BANK TWO | 1,234,567,890.50 | x2 | credit 2 | 13 | ''\n"
-                           "98 | '' | 3.00 | '' | credit 3 | '' | ''";
-    QTest::newRow("JV") << ""
-                        << ""
-                        << ""
-                        << "4 | RENT | BANK ONE | 0.01 | '' | debit 1 | 1 | '' | 7\n"
-                           "5 | LIGHT | BANK TWO | 1,234,567,890.50 | c2 | debit 2 | 2 | 12 | ''\n"
-                           "99 | '' | '' | 3.00 | '' | debit 3 | 98 | '' | ''";
+    columns<QString, QString, QString, QString>("debit", "credit", "cheque", "rows");
+    row("BP", "", "BANK ONE 1", "",
+        "4 | RENT | BANK ONE | 0.01 | '' | debit 1 | 1 | '' | 7\n"
+        "5 | LIGHT | BANK TWO | 1,234,567,890.50 | c2 | debit 2 | 2 | 12 | ''\n"
+        "99 | '' | '' | 3.00 | '' | debit 3 | 98 | '' | ''");
+    row("BR", "RENT 4", "", "of the header",
+        "4 | RENT | BANK ONE | 0.01 | '' | credit 1 | 1 | '' | 8\n"
+        "5 | LIGHT | BANK TWO | 1,234,567,890.50 | x2 | credit 2 | 2 | 13 | ''\n"
+        "99 | '' | '' | 3.00 | '' | credit 3 | 98 | '' | ''");
+    row("CP", "", "", "",
+        "4 | RENT | 0.01 | '' | debit 1 | '' | 7\n"
+        "5 | LIGHT | 1,234,567,890.50 | c2 | debit 2 | 12 | ''\n"
+        "99 | '' | 3.00 | '' | debit 3 | '' | ''");
+    row("CR", "", "", "",
+        "1 | BANK ONE | 0.01 | '' | credit 1 | '' | 8\n"
+        "2 | BANK TWO | 1,234,567,890.50 | x2 | credit 2 | 13 | ''\n"
+        "98 | '' | 3.00 | '' | credit 3 | '' | ''");
+    row("JV", "", "", "",
+        "4 | RENT | BANK ONE | 0.01 | '' | debit 1 | 1 | '' | 7\n"
+        "5 | LIGHT | BANK TWO | 1,234,567,890.50 | c2 | debit 2 | 2 | 12 | ''\n"
+        "99 | '' | '' | 3.00 | '' | debit 3 | 98 | '' | ''");
 }
 
 /// Pairs whose two rows differ, the second line first, with amounts that no line shows at the end.
@@ -287,30 +260,22 @@ void tst_voucher_kinds::nullThatEndsTheProgram() {
 
 void tst_voucher_kinds::lineUnderEdit_data() {
     QTest::addColumn<QString>("cells");
-    QTest::addColumn<QString>("debit");
-    QTest::addColumn<QString>("credit");
-    QTest::addColumn<QString>("debitAfter");
-    QTest::addColumn<QString>("creditAfter");
+    QTest::addColumn<QStringList>(
+        "accounts"); // debit and credit in their boxes, then after the line is added
     const QString pair = "1 | BANK ONE | BANK TWO | 1,234,567,890.50 | c | n | 2 | 5 | 6";
-    const QString one = "BANK ONE";
-    const QString two = "BANK TWO";
-    QTest::newRow("BP") << pair << one << two << "" << two;
-    QTest::newRow("BR") << pair << one << two << one << "";
-    QTest::newRow("CP") << "1 | BANK ONE | 1,234,567,890.50 | c | n | 5 | 6" << one << "FEES"
-                        << ""
-                        << "FEES";
+    const QString one = "BANK ONE", two = "BANK TWO", rent = "RENT", fees = "FEES", none;
+    QTest::newRow("BP") << pair << QStringList{one, two, none, two};
+    QTest::newRow("BR") << pair << QStringList{one, two, one, none};
+    QTest::newRow("CP") << "1 | BANK ONE | 1,234,567,890.50 | c | n | 5 | 6"
+                        << QStringList{one, fees, none, fees};
     QTest::newRow("CR") << "2 | BANK TWO | 1,234,567,890.50 | c | n | 5 | 6"
-                        << "RENT" << two << "RENT"
-                        << "";
-    QTest::newRow("JV") << pair << one << two << one << two;
+                        << QStringList{rent, two, rent, none};
+    QTest::newRow("JV") << pair << QStringList{one, two, one, two};
 }
 
 void tst_voucher_kinds::lineUnderEdit() {
     QFETCH(QString, cells);
-    QFETCH(QString, debit);
-    QFETCH(QString, credit);
-    QFETCH(QString, debitAfter);
-    QFETCH(QString, creditAfter);
+    QFETCH(QStringList, accounts);
     const auto shown = [](const QString &account) {
         return account.isEmpty() ? QString(" ") : account + ' ' + QString::number(accountId(account));
     };
@@ -324,8 +289,8 @@ void tst_voucher_kinds::lineUnderEdit() {
     compare(before.mid(1), table(cells));
     desk.doubleClick("MshEntry", 2, 1);
     QCOMPARE(desk.text("txtGrdRow"), "2");
-    QCOMPARE(desk.text("txtDrAc") + ' ' + desk.tag("txtDrAc"), shown(debit));
-    QCOMPARE(desk.text("txtCrAc") + ' ' + desk.tag("txtCrAc"), shown(credit));
+    QCOMPARE(desk.text("txtDrAc") + ' ' + desk.tag("txtDrAc"), shown(accounts[0]));
+    QCOMPARE(desk.text("txtCrAc") + ' ' + desk.tag("txtCrAc"), shown(accounts[1]));
     QCOMPARE(desk.text("txtDRCR"), "1234567890.50");
     QCOMPARE(desk.text("txtChecque"), "c");
     QCOMPARE(text(desk.screen(), "txtNaration"), "n");
@@ -333,8 +298,8 @@ void tst_voucher_kinds::lineUnderEdit() {
     QCOMPARE(desk.text("txtBill"), "6");
     QVERIFY(desk.push("cmdAdd").empty());
     compare(allCells(lines), before);
-    QCOMPARE(desk.text("txtDrAc") + ' ' + desk.tag("txtDrAc"), shown(debitAfter));
-    QCOMPARE(desk.text("txtCrAc") + ' ' + desk.tag("txtCrAc"), shown(creditAfter));
+    QCOMPARE(desk.text("txtDrAc") + ' ' + desk.tag("txtDrAc"), shown(accounts[2]));
+    QCOMPARE(desk.text("txtCrAc") + ' ' + desk.tag("txtCrAc"), shown(accounts[3]));
 }
 
 void tst_voucher_kinds::fixedDebitSide_data() {

@@ -6,6 +6,7 @@
 #include "platform/controls/text_box.h"
 #include "tests/support/driver.h"
 #include "tests/support/office.h"
+#include "tests/support/rows.h"
 #include "tests/support/test_program.h"
 #include "vouchers/voucher.h"
 

@@ -1,3 +1,4 @@
+#include "../../support/rows.h"
 #include "platform/base/error.h"
 #include "platform/controls/application.h"
 #include "platform/controls/data_combo.h"
@@ -24,7 +25,6 @@ private Q_SLOTS:
     void boundText();
     void dataComboRefusesUnknownColumns();
     void dateBoxKeys();
-    void calendarOpensByKey_data();
     void calendarOpensByKey();
 };
 
@@ -63,10 +63,9 @@ void tst_combo::searchDropDownTakesNoLetters() {
 }
 
 void tst_combo::openingKeys_data() {
-    QTest::addColumn<int>("key");
-    QTest::addColumn<int>("modifiers");
-    QTest::newRow("Alt+Down") << int(Qt::Key_Down) << int(Qt::AltModifier);
-    QTest::newRow("F4") << int(Qt::Key_F4) << 0;
+    test::columns<int, int>("key", "modifiers");
+    test::row("Alt+Down", int(Qt::Key_Down), int(Qt::AltModifier));
+    test::row("F4", int(Qt::Key_F4), 0);
 }
 
 void tst_combo::openingKeys() {
@@ -115,43 +114,16 @@ void tst_combo::dataCombo() {
 }
 
 void tst_combo::boundText_data() {
-    QTest::addColumn<QString>("bound");
-    QTest::addColumn<QString>("step");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("boundAfter");
-    QTest::addColumn<int>("changes"); // that the step told of
-    QTest::newRow("its row is there") << "3"
-                                      << ""
-                                      << "BANKING"
-                                      << "3" << 0;
-    QTest::newRow("its row is gone") << "99"
-                                     << ""
-                                     << ""
-                                     << "99" << 0;
-    QTest::newRow("gone, another picked") << "99"
-                                          << "pick"
-                                          << "COMMERCE"
-                                          << "12" << 1;
-    QTest::newRow("gone, emptied by key") << "99"
-                                          << "empty"
-                                          << ""
-                                          << "" << 0;
-    QTest::newRow("gone, filled anew") << "99"
-                                       << "fill"
-                                       << ""
-                                       << "" << 0;
-    QTest::newRow("filled anew, elsewhere in the list") << "7"
-                                                        << "fill"
-                                                        << "ACCOUNTS"
-                                                        << "7" << 0;
-    QTest::newRow("filled anew without it") << "3"
-                                            << "fill"
-                                            << ""
-                                            << "" << 1;
-    QTest::newRow("filled anew with it") << "5"
-                                         << "fill"
-                                         << "DRAFTING"
-                                         << "5" << 1;
+    test::columns<QString, QString, QString, QString, QString>("bound", "step", "text", "boundAfter",
+                                                               "changes");
+    test::row("its row is there", "3", "", "BANKING", "3", "0");
+    test::row("its row is gone", "99", "", "", "99", "0");
+    test::row("gone, another picked", "99", "pick", "COMMERCE", "12", "1");
+    test::row("gone, emptied by key", "99", "empty", "", "", "0");
+    test::row("gone, filled anew", "99", "fill", "", "", "0");
+    test::row("filled anew, elsewhere in the list", "7", "fill", "ACCOUNTS", "7", "0");
+    test::row("filled anew without it", "3", "fill", "", "", "1");
+    test::row("filled anew with it", "5", "fill", "DRAFTING", "5", "1");
 }
 
 void tst_combo::boundText() {
@@ -171,7 +143,7 @@ void tst_combo::boundText() {
         combo.ReFill(TableRows::make({"#CourseId", "CourseName"}, {{"5", "DRAFTING"}, {"7", "ACCOUNTS"}}));
     QTEST(combo.Text(), "text");
     QTEST(combo.BoundText(), "boundAfter");
-    QTEST(int(changed.size()), "changes");
+    QTEST(QString::number(changed.size()), "changes");
 }
 
 void tst_combo::dataComboRefusesUnknownColumns() {
@@ -220,23 +192,20 @@ void tst_combo::dateBoxKeys() {
     QVERIFY(next->hasFocus());
 }
 
-void tst_combo::calendarOpensByKey_data() {
-    openingKeys_data();
-}
-
 void tst_combo::calendarOpensByKey() {
-    QFETCH(int, key);
-    QFETCH(int, modifiers);
-    DateBox date;
-    date.show();
-    date.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&date));
-    QSignalSpy closed(&date, &DateBox::calendarClosed);
-    QTest::keyClick(&date, Qt::Key(key), Qt::KeyboardModifiers(modifiers));
-    QWidget *calendar = QApplication::activePopupWidget();
-    QVERIFY(calendar);
-    calendar->close();
-    QCOMPARE(closed.size(), 1);
+    for (const auto &[key, modifier] :
+         {std::pair(Qt::Key_Down, Qt::AltModifier), {Qt::Key_F4, Qt::NoModifier}}) {
+        DateBox date;
+        date.show();
+        date.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&date));
+        QSignalSpy closed(&date, &DateBox::calendarClosed);
+        QTest::keyClick(&date, key, modifier);
+        QWidget *calendar = QApplication::activePopupWidget();
+        QVERIFY(calendar);
+        calendar->close();
+        QCOMPARE(closed.size(), 1);
+    }
 }
 
 int main(int argc, char **argv) {

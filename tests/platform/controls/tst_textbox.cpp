@@ -1,3 +1,4 @@
+#include "../../support/rows.h"
 #include "platform/controls/application.h"
 #include "platform/controls/masked_box.h"
 #include "platform/controls/memo_box.h"
@@ -38,46 +39,19 @@ private Q_SLOTS:
 };
 
 void tst_textbox::keys_data() {
-    QTest::addColumn<Keys>("keys");
-    QTest::addColumn<QString>("present");
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("free") << Keys::Free << ""
-                          << "aB 'x'"
-                          << "aB 'x'";
-    QTest::newRow("upper") << Keys::Upper << ""
-                           << "ab 1c"
-                           << "AB 1C";
-    QTest::newRow("upper without blanks") << Keys::UpperTight << ""
-                                          << "a b"
-                                          << "AB";
-    QTest::newRow("amount") << Keys::Amount << ""
-                            << "-1 2a.5.5,"
-                            << "12.55";
-    QTest::newRow("amount: point already there") << Keys::Amount << "1.5"
-                                                 << ".2"
-                                                 << "1.52";
-    QTest::newRow("point alone") << Keys::Amount << ""
-                                 << "."
-                                 << ".";
-    QTest::newRow("number") << Keys::Number << ""
-                            << "1 2.a-3"
-                            << "123";
-    QTest::newRow("order") << Keys::Order << ""
-                           << " 7x8"
-                           << "78";
-    QTest::newRow("balance") << Keys::Balance << ""
-                             << "1-2-3.4.5 6,a"
-                             << "1-23.456";
-    QTest::newRow("phone") << Keys::Phone << ""
-                           << "021 34,5-a"
-                           << "02134,5";
-    QTest::newRow("fax") << Keys::Fax << ""
-                         << "021 34,5-a"
-                         << "021 34,5";
-    QTest::newRow("telephone") << Keys::Telephone << ""
-                               << "+92 (21)-3,4/a"
-                               << "+92 (21)-3,4";
+    zel::test::columns<Keys, QString, QString, QString>("keys", "present", "typed", "text");
+    zel::test::row("free", Keys::Free, "", "aB 'x'", "aB 'x'");
+    zel::test::row("upper", Keys::Upper, "", "ab 1c", "AB 1C");
+    zel::test::row("upper without blanks", Keys::UpperTight, "", "a b", "AB");
+    zel::test::row("amount", Keys::Amount, "", "-1 2a.5.5,", "12.55");
+    zel::test::row("amount: point already there", Keys::Amount, "1.5", ".2", "1.52");
+    zel::test::row("point alone", Keys::Amount, "", ".", ".");
+    zel::test::row("number", Keys::Number, "", "1 2.a-3", "123");
+    zel::test::row("order", Keys::Order, "", " 7x8", "78");
+    zel::test::row("balance", Keys::Balance, "", "1-2-3.4.5 6,a", "1-23.456");
+    zel::test::row("phone", Keys::Phone, "", "021 34,5-a", "02134,5");
+    zel::test::row("fax", Keys::Fax, "", "021 34,5-a", "021 34,5");
+    zel::test::row("telephone", Keys::Telephone, "", "+92 (21)-3,4/a", "+92 (21)-3,4");
 }
 
 void tst_textbox::keys() {
@@ -109,24 +83,12 @@ void tst_textbox::keys() {
 }
 
 void tst_textbox::sets_data() {
-    QTest::addColumn<QString>("set");
-    QTest::addColumn<QString>("inside");
-    QTest::addColumn<QString>("outside");
-    QTest::newRow("amount") << "[0-9 .]"
-                            << "059 ."
-                            << "-,/:a";
-    QTest::newRow("hyphen at the end") << "[0-9 . -]"
-                                       << "09 .-"
-                                       << ",/";
-    QTest::newRow("hyphen between blanks") << "[0-9 - ,]"
-                                           << "09 ,"
-                                           << "-.!";
-    QTest::newRow("blank to hyphen") << "[0-9 -- ,]"
-                                     << "09 !\"#'()+,-"
-                                     << "./:a";
-    QTest::newRow("hyphen first") << "[-a]"
-                                  << "-a"
-                                  << "b";
+    zel::test::columns<QString, QString, QString>("set", "inside", "outside");
+    zel::test::row("amount", "[0-9 .]", "059 .", "-,/:a");
+    zel::test::row("hyphen at the end", "[0-9 . -]", "09 .-", ",/");
+    zel::test::row("hyphen between blanks", "[0-9 - ,]", "09 ,", "-.!");
+    zel::test::row("blank to hyphen", "[0-9 -- ,]", "09 !\"#'()+,-", "./:a");
+    zel::test::row("hyphen first", "[-a]", "-a", "b");
 }
 
 void tst_textbox::sets() {
@@ -147,18 +109,11 @@ void tst_textbox::upperCaseKeepsTheLength() {
 }
 
 void tst_textbox::limitHoldsTypingOnly_data() {
-    QTest::addColumn<QString>("present");
-    QTest::addColumn<int>("selected");
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("typing stops") << "" << 0 << "123456"
-                                  << "1234";
-    QTest::newRow("full") << "1234" << 0 << "5"
-                          << "1234";
-    QTest::newRow("the selection makes room") << "1234" << 2 << "789"
-                                              << "7834";
-    QTest::newRow("longer by the program") << "123456" << 0 << "7"
-                                           << "123456";
+    zel::test::columns<QString, int, QString, QString>("present", "selected", "typed", "text");
+    zel::test::row("typing stops", "", 0, "123456", "1234");
+    zel::test::row("full", "1234", 0, "5", "1234");
+    zel::test::row("the selection makes room", "1234", 2, "789", "7834");
+    zel::test::row("longer by the program", "123456", 0, "7", "123456");
 }
 
 void tst_textbox::limitHoldsTypingOnly() {
@@ -341,17 +296,11 @@ void tst_textbox::propertiesByName() {
 }
 
 void tst_textbox::memo_data() {
-    QTest::addColumn<Keys>("keys");
-    QTest::addColumn<int>("limit");
-    QTest::addColumn<QString>("typed"); // "\n" is Enter
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<bool>("leaves");
-    QTest::newRow("upper, goes on") << Keys::Upper << 0 << "ab\n"
-                                    << "AB" << true;
-    QTest::newRow("stays") << Keys::FreeStays << 0 << "a\nb"
-                           << "a\nb" << false;
-    QTest::newRow("limit counts line ends") << Keys::FreeStays << 3 << "a\nbcd"
-                                            << "a\nb" << false;
+    // "\n" is Enter
+    zel::test::columns<Keys, int, QString, QString, bool>("keys", "limit", "typed", "text", "leaves");
+    zel::test::row("upper, goes on", Keys::Upper, 0, "ab\n", "AB", true);
+    zel::test::row("stays", Keys::FreeStays, 0, "a\nb", "a\nb", false);
+    zel::test::row("limit counts line ends", Keys::FreeStays, 3, "a\nbcd", "a\nb", false);
 }
 
 void tst_textbox::memo() {
