@@ -51,8 +51,8 @@ void TreeView::clearNodes() {
 }
 
 void TreeView::select(TreeNode *node) {
+    scrollToItem(node); // opens those that it lies in, which may highlight them
     highlight(node);
-    scrollToItem(node);
 }
 
 /// Scrolling to a node would open those that it lies in.
