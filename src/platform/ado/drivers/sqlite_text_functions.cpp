@@ -53,15 +53,11 @@ void rangeEnd(sqlite3_context *context, Arguments arguments) {
     giveText(context, std::string(part) + (part.size() == text.size() ? "!" : "\xF4\x8F\xBF\xBF"));
 }
 
-void otherCase(sqlite3_context *context, Arguments arguments) {
-    constexpr int Most = 3;
+void code(sqlite3_context *context, Arguments arguments) {
     const std::string_view text = textOf(arguments[0]);
-    if (asciiPart(text).size() == text.size())
-        return sqlite3_result_value(context, arguments[0]);
-    const auto other = tsql::otherCase(text, sqlite3_value_int(arguments[1]), Most);
-    if (!other)
+    if (asciiPart(text).size() != text.size() && tsql::hasOtherCase(text))
         throw Error(446, std::string("Cannot resolve collation conflict for equal to operation."));
-    giveText(context, *other);
+    sqlite3_result_value(context, arguments[0]);
 }
 
 /// The pattern is read once for a statement when it is the same for all rows.
@@ -188,7 +184,7 @@ void fittingText(sqlite3_context *context, Arguments arguments) {
 
 constexpr Function Functions[] = {
     {names::Fold, 1, guarded<fold>},           {names::RangeBegin, 1, guarded<rangeBegin>},
-    {names::RangeEnd, 1, guarded<rangeEnd>},   {names::OtherCase, 2, guarded<otherCase>},
+    {names::RangeEnd, 1, guarded<rangeEnd>},   {names::Code, 1, guarded<code>},
     {names::Like, 2, guarded<like>},           {names::Pad, 2, guarded<pad>},
     {names::NullIf, 2, nullIf<sameTexts>},     {names::NullIfConverted, 3, nullIf<sameConverted>},
     {names::Replace, 3, guarded<replace>},     {names::Upper, 1, guarded<upper>},

@@ -4,8 +4,6 @@
 #include "platform/tsql/text/names.h"
 
 #include <algorithm>
-#include <map>
-#include <vector>
 
 namespace zel::tsql {
 
@@ -42,19 +40,6 @@ std::string mapped(std::string_view text, const std::array<char, 128> &ascii, Ma
     return result;
 }
 
-/// By the folded character beyond ASCII, all that fold into it, where these are several.
-const std::map<char32_t, std::u32string> &caseClasses() {
-    static const auto classes = [] {
-        std::map<char32_t, std::u32string> made;
-        for (char32_t character = 0x80; character < StrayByte; ++character) {
-            if (const char32_t one = foldedCharacter(character); one != character)
-                made.try_emplace(one, 1, one).first->second += character;
-        }
-        return made;
-    }();
-    return classes;
-}
-
 } // namespace
 
 std::string folded(std::string_view text) {
@@ -73,28 +58,17 @@ std::string comparisonKey(std::string_view text) {
     return folded(withoutTrailingBlanks(text));
 }
 
-std::optional<std::string> otherCase(std::string_view text, int number, int most) {
-    std::vector<std::u32string> letters;
-    int texts = 1;
-    for (std::string_view rest = text; !rest.empty();) {
-        const char32_t character = nextCharacter(rest);
-        const auto found = caseClasses().find(foldedCharacter(character));
-        letters.push_back(found == caseClasses().end() ? std::u32string(1, character) : found->second);
-        texts *= int(letters.back().size());
-        if (texts - 1 > most)
-            return std::nullopt;
+bool hasOtherCase(std::string_view text) {
+    while (!text.empty()) {
+        const char32_t character = nextCharacter(text);
+        if (character < 0x80 || character >= StrayByte)
+            continue;
+        const QChar::Category category = QChar::category(character);
+        if (category == QChar::Letter_Lowercase || category == QChar::Letter_Uppercase ||
+            category == QChar::Letter_Titlecase || upperCharacter(character) != lowerCharacter(character))
+            return true;
     }
-    for (int place = 0; place < texts; ++place) {
-        std::string made;
-        int choice = place;
-        for (const std::u32string &letter : letters) {
-            appendCharacter(made, letter[std::size_t(choice) % letter.size()]);
-            choice /= int(letter.size());
-        }
-        if (made != text && --number == 0)
-            return made;
-    }
-    return std::string(text);
+    return false;
 }
 
 std::string_view rightCharacters(std::string_view text, std::int64_t count) {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,9 +17,8 @@ namespace zel::tsql {
 /// What `=`, `distinct`, `group by` and `order by` see of a text: folded, without the blanks at its end.
 [[nodiscard]] std::string comparisonKey(std::string_view text);
 
-/// Of the texts that differ from this one in the case of letters beyond ASCII, the `number`th from 1; the
-/// text itself where there are fewer. Nullopt where there are more than `most`.
-[[nodiscard]] std::optional<std::string> otherCase(std::string_view text, int number, int most);
+/// Whether a letter beyond ASCII stands in the text that has another case.
+[[nodiscard]] bool hasOtherCase(std::string_view text);
 
 /// The last `count` characters; all of a shorter text.
 [[nodiscard]] std::string_view rightCharacters(std::string_view text, std::int64_t count);

@@ -23,9 +23,9 @@ inline constexpr char Fold[] = "zel_fold";
 /// The range lets an index find them.
 inline constexpr char RangeBegin[] = "zel_rangebegin";
 inline constexpr char RangeEnd[] = "zel_rangeend";
-/// (text, number) -> of the texts that are the same to zel_fold and another to NOCASE the one of that number,
-/// 1 to 3; the text itself where there are fewer, 446 where there are more.
-inline constexpr char OtherCase[] = "zel_othercase";
+/// (text) -> the text, which a NOCASE column can be compared with as if both were folded; 446 for one that
+/// has a letter beyond ASCII in another case.
+inline constexpr char Code[] = "zel_code";
 /// (value text, pattern text) -> 1 or 0: '%', '_', [abc], [a-c], [^a-c]; case ignored as zel_fold does; a '['
 /// that is never closed matches nothing, a ']' alone is itself, '[]' matches nothing, "[x-]" matches nothing,
 /// "[-x]" is '-' or 'x'. Matches when the value as it is or the value without its trailing blanks does.

@@ -94,19 +94,9 @@ void writeRange(Writer &out, const Expr &column, const Expr &other) {
         << sqlite_names::RangeEnd << '(' << other << ") AND ";
 }
 
-/// A column of codes, over which joins need their indexes.
+/// A column of the two-letter codes over which joins need their indexes.
 bool isCode(const Expr &value) {
-    constexpr int Longest = 2;
-    return value.op == Op::ColumnValue && isTrimmed(value) && value.type.length <= Longest;
-}
-
-/// All that the other code may be under NOCASE, so that an index on the column finds it as it finds an equal
-/// one.
-void writeCodes(Writer &out, const Expr &column, const Expr &other) {
-    out << '(' << column << " IN (" << other;
-    for (const char number : {'1', '2', '3'})
-        out << ',' << sqlite_names::OtherCase << '(' << other << ',' << number << ')';
-    out << "))";
+    return value.op == Op::ColumnValue && isTrimmed(value) && value.type.length == 2;
 }
 
 bool onlyAsciiLiterals(const Expr *list) {
@@ -145,8 +135,12 @@ void writeTextComparison(Writer &out, const Expr &node) {
         return writeWithLiteral(out, left, node.n, right.text);
     if (leftLiteral && right.op != Op::TextLiteral)
         return writeWithLiteral(out, right, mirrored(node.n), left.text);
-    if (node.n == '=' && isCode(left) && isCode(right))
-        return canSearch(left, right) ? writeCodes(out, left, right) : writeCodes(out, right, left);
+    if (node.n == '=' && isCode(left) && isCode(right)) {
+        // Said both ways, so that either column can be searched for the other.
+        out << '(' << left << '=' << sqlite_names::Code << '(' << right << ") AND " << right << '='
+            << sqlite_names::Code << '(' << left << "))";
+        return;
+    }
     out << '(';
     if (node.n == '=' && canSearch(left, right))
         writeRange(out, left, right);
