@@ -14,7 +14,8 @@ namespace zel::tsql {
 enum class Op : std::uint8_t {
     // Leaves.
     NullLiteral,
-    NumberLiteral, ///< text: as written, a '-' before a negative one; n: digits of a whole one in the statement
+    NumberLiteral, ///< text: as written, a '-' before a negative one; n: digits of a whole one in the
+                   ///< statement
     TextLiteral,
     DateLiteral, ///< text: the stored form
     ColumnValue,

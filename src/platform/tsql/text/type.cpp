@@ -17,6 +17,7 @@ struct TypeWord {
 /// Lengths of unbounded texts are the longest that the server keeps in a row.
 constexpr int Unbounded = 8000;
 
+/// A type whose range or clock is not the one of these is no type here.
 constexpr TypeWord Words[] = {
     {"int", {TypeKind::Int, 0, 0}},
     {"varchar", {TypeKind::VarChar, 1, 0}},
@@ -37,9 +38,6 @@ constexpr TypeWord Words[] = {
     {"nchar", {TypeKind::Char, 1, 0}},
     {"text", {TypeKind::VarChar, Unbounded, 0}},
     {"ntext", {TypeKind::VarChar, Unbounded, 0}},
-    {"smalldatetime", {TypeKind::DateTime, 0, 0}},
-    {"datetime2", {TypeKind::DateTime, 0, 0}},
-    {"smallmoney", {TypeKind::Money, 19, 4}},
 };
 
 bool readInt(std::string_view &text, int &value) {
