@@ -234,7 +234,7 @@ void openNull(const QString &kind, const char *column) {
     Desk desk(
         headerOf(kind) +
         "insert into DetJV (VouNo, VouStatus, EntryNo, AcCode, CrAc, DrAmt, CrAmt, Naration) values (5, '" +
-        kind + "', 1, 4, 1, " + (receives ? "0, 5" : "5, 0") + ", 'n') update DetJV set " +
+        kind + "', 1, 4, 1, " + (receives ? "0, 5"_sql : "5, 0"_sql) + ", 'n') update DetJV set " +
         Sql::trusted(column) + " = null");
     desk.open(kind.toLatin1());
     desk.openFromSearch(1);
