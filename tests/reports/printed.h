@@ -69,7 +69,7 @@ inline report::DocumentPtr printedLedger(Ledger form, int account, const Period 
 inline report::DocumentPtr printedBalance(const char *which, const Period &period) {
     shell::gCon.Execute("exec TrialBalance"_sql + (which[0] == '3' ? Sql("3") : Sql("")) + " '" +
                         period.d1() + "','" + period.d2() + "'");
-    return printed(QString("rptTrialBalance%1.rpt").arg(which), "{Company.comActive} = 'Y'");
+    return printed(QString("rptTrialBalance%1.rpt").arg(which), "{Company.comActive} = 'Y'"_sql);
 }
 
 /// "-1,234.50"; nullopt for anything else.

@@ -162,7 +162,7 @@ void tst_screen::treeEvents() {
     QTest::keyClick(&tree, Qt::Key_Return);
     QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, QPoint(), QPoint());
     QCoreApplication::sendEvent(&tree, &menuKey);
-    QCOMPARE(told.join(' '), QStringLiteral("+10 -10 +10 L 11 R 11"));
+    QCOMPARE(told.join(' '), QStringLiteral("+10 -10 +10 L 11 L 11 R 11"));
 }
 
 void tst_screen::treeByMouse() {
