@@ -35,6 +35,7 @@ function(zel_tests)
         get_filename_component(name ${source} NAME_WE)
         add_executable(${name} ${source})
         target_link_libraries(${name} PRIVATE zel_flags Qt6::Test ${ARGN})
+        target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
         target_compile_definitions(${name} PRIVATE ZEL_SOURCE_DIR="${PROJECT_SOURCE_DIR}" ZEL_BINARY_DIR="${PROJECT_BINARY_DIR}")
         add_test(NAME ${name} COMMAND ${name})
         set_tests_properties(${name} PROPERTIES TIMEOUT 300 LABELS "${room}" ENVIRONMENT

@@ -1,5 +1,6 @@
 #include "platform/controls/focus.h"
 #include "tests/accounts/account_screen.h"
+#include "tests/support/rows.h"
 #include "tests/support/test_program.h"
 
 #include <QCheckBox>
@@ -89,14 +90,10 @@ private Q_SLOTS:
 
     /// Numbers that fell free at the end are given again, gaps are not filled.
     void numbers_data() {
-        QTest::addColumn<QString>("gone");
-        QTest::addColumn<QString>("code");
-        QTest::newRow("nothing gone") << ""
-                                      << "1.1.3";
-        QTest::newRow("the last one") << "1.1.2"
-                                      << "1.1.2";
-        QTest::newRow("one in the middle") << "1.1.1"
-                                           << "1.1.3";
+        columns<QString, QString>("gone", "code");
+        zel::test::row("nothing gone", "", "1.1.3");
+        zel::test::row("the last one", "1.1.2", "1.1.2");
+        zel::test::row("one in the middle", "1.1.1", "1.1.3");
     }
     void numbers() {
         QFETCH(QString, gone);
@@ -112,13 +109,11 @@ private Q_SLOTS:
     }
 
     void refused_data() {
-        QTest::addColumn<QString>("node");
-        QTest::addColumn<bool>("cancelFirst");
-        QTest::addColumn<QString>("message");
-        QTest::newRow("a control account without a title")
-            << "1" << false << "Account Titel is already exitis, please change Account Title";
-        QTest::newRow("nothing selected, no title") << "" << false << "please enter Account Title";
-        QTest::newRow("a subsidiary after Cancel") << "1.1.1" << true << "please enter Account Title";
+        columns<QString, bool, QString>("node", "cancelFirst", "message");
+        zel::test::row("a control account without a title", "1", false,
+                       "Account Titel is already exitis, please change Account Title");
+        zel::test::row("nothing selected, no title", "", false, "please enter Account Title");
+        zel::test::row("a subsidiary after Cancel", "1.1.1", true, "please enter Account Title");
     }
     void refused() {
         QFETCH(QString, node);
@@ -152,27 +147,15 @@ private Q_SLOTS:
     }
 
     void duplicates_data() {
-        QTest::addColumn<QString>("node");
-        QTest::addColumn<bool>("isNew");
-        QTest::addColumn<QString>("box");
-        QTest::addColumn<QString>("title");
-        QTest::addColumn<bool>("taken");
-        QTest::newRow("subsidiary, another level's title") << "1.1" << true << "txtSubsidiary"
-                                                           << "assets" << true;
-        QTest::newRow("subsidiary, other blanks") << "1.1" << true << "txtSubsidiary"
-                                                  << "ci ty b ank" << true;
-        QTest::newRow("subsidiary, free") << "1.1" << true << "txtSubsidiary"
-                                          << "city bank 2" << false;
-        QTest::newRow("control account") << "1" << true << "txtAcDes"
-                                         << " income" << true;
-        QTest::newRow("sub-control may repeat") << "1" << true << "txtSubControl"
-                                                << "income" << false;
-        QTest::newRow("edit, title as it was") << "1.1.1" << false << "txtSubsidiary"
-                                               << "city bank" << false;
-        QTest::newRow("edit, blanks of its own") << "1.1.1" << false << "txtSubsidiary"
-                                                 << "citybank" << true;
-        QTest::newRow("edit, another's title") << "1.1.1" << false << "txtSubsidiary"
-                                               << "hill bank" << true;
+        columns<QString, bool, QString, QString, bool>("node", "isNew", "box", "title", "taken");
+        zel::test::row("subsidiary, another level's title", "1.1", true, "txtSubsidiary", "assets", true);
+        zel::test::row("subsidiary, other blanks", "1.1", true, "txtSubsidiary", "ci ty b ank", true);
+        zel::test::row("subsidiary, free", "1.1", true, "txtSubsidiary", "city bank 2", false);
+        zel::test::row("control account", "1", true, "txtAcDes", " income", true);
+        zel::test::row("sub-control may repeat", "1", true, "txtSubControl", "income", false);
+        zel::test::row("edit, title as it was", "1.1.1", false, "txtSubsidiary", "city bank", false);
+        zel::test::row("edit, blanks of its own", "1.1.1", false, "txtSubsidiary", "citybank", true);
+        zel::test::row("edit, another's title", "1.1.1", false, "txtSubsidiary", "hill bank", true);
     }
     void duplicates() {
         QFETCH(QString, node);
@@ -199,62 +182,21 @@ private Q_SLOTS:
 
     /// What one keystroke sequence in one control leaves in one column of 1.1.1.
     void detail_data() {
-        QTest::addColumn<QString>("box");
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QString>("column");
-        QTest::addColumn<QString>("stored");
-        QTest::newRow("a lone point") << "txt_OpenBal"
-                                      << "."
-                                      << "OpenBal"
-                                      << "NULL";
-        QTest::newRow("nothing") << "txt_OpenBal"
-                                 << ""
-                                 << "OpenBal"
-                                 << "NULL";
-        QTest::newRow("negative") << "txt_OpenBal"
-                                  << "-12.5"
-                                  << "OpenBal"
-                                  << "-12.5";
-        QTest::newRow("second point and minus") << "txt_OpenBal"
-                                                << "1.2-.3-a 4"
-                                                << "OpenBal"
-                                                << "FAILS";
-        QTest::newRow("telephone") << "txt_telno"
-                                   << "04 2,-35x7"
-                                   << "Contact"
-                                   << "042,357";
-        QTest::newRow("location in capitals") << "txtLocation"
-                                              << "multan"
-                                              << "Location"
-                                              << "MULTAN";
-        QTest::newRow("address as typed") << "txt_address"
-                                          << "12 Canal Road"
-                                          << "Addr"
-                                          << "12 Canal Road";
-        QTest::newRow("emptied address") << "txtAdd2"
-                                         << ""
-                                         << "Addr2"
-                                         << "NULL";
-        QTest::newRow("an apostrophe where it is safe") << "txt_address"
-                                                        << "St. John's"
-                                                        << "Addr"
-                                                        << "St. John's";
-        QTest::newRow("full tax number") << "txt_Gstno"
-                                         << "99887766554433"
-                                         << "GST"
-                                         << "99-88-7766-554-43";
-        QTest::newRow("tax number with a digit missing") << "txt_Gstno"
-                                                         << "998877665544"
-                                                         << "GST"
-                                                         << "12-34-5678-901-23";
-        QTest::newRow("full national number") << "txt_Ntnno"
-                                              << "76543210"
-                                              << "NTN"
-                                              << "7654321-0";
-        QTest::newRow("half national number") << "txt_Ntnno"
-                                              << "7654"
-                                              << "NTN"
-                                              << "1234567-8";
+        columns<QString, QString, QString, QString>("box", "typed", "column", "stored");
+        zel::test::row("a lone point", "txt_OpenBal", ".", "OpenBal", "NULL");
+        zel::test::row("nothing", "txt_OpenBal", "", "OpenBal", "NULL");
+        zel::test::row("negative", "txt_OpenBal", "-12.5", "OpenBal", "-12.5");
+        zel::test::row("second point and minus", "txt_OpenBal", "1.2-.3-a 4", "OpenBal", "FAILS");
+        zel::test::row("telephone", "txt_telno", "04 2,-35x7", "Contact", "042,357");
+        zel::test::row("location in capitals", "txtLocation", "multan", "Location", "MULTAN");
+        zel::test::row("address as typed", "txt_address", "12 Canal Road", "Addr", "12 Canal Road");
+        zel::test::row("emptied address", "txtAdd2", "", "Addr2", "NULL");
+        zel::test::row("an apostrophe where it is safe", "txt_address", "St. John's", "Addr", "St. John's");
+        zel::test::row("full tax number", "txt_Gstno", "99887766554433", "GST", "99-88-7766-554-43");
+        zel::test::row("tax number with a digit missing", "txt_Gstno", "998877665544", "GST",
+                       "12-34-5678-901-23");
+        zel::test::row("full national number", "txt_Ntnno", "76543210", "NTN", "7654321-0");
+        zel::test::row("half national number", "txt_Ntnno", "7654", "NTN", "1234567-8");
     }
     void detail() {
         QFETCH(QString, box);
@@ -288,12 +230,11 @@ private Q_SLOTS:
     }
 
     void ticks_data() {
-        QTest::addColumn<QStringList>("clicked");
-        QTest::addColumn<QString>("stored");
-        QTest::newRow("bank as it was") << QStringList() << "B";
-        QTest::newRow("bank cleared") << QStringList("chkBank") << "NULL";
-        QTest::newRow("supplier takes over") << QStringList("chkSupplier") << "S";
-        QTest::newRow("and back") << QStringList({"chkSupplier", "chkBank"}) << "B";
+        columns<QStringList, QString>("clicked", "stored");
+        zel::test::row("bank as it was", QStringList(), "B");
+        zel::test::row("bank cleared", QStringList("chkBank"), "NULL");
+        zel::test::row("supplier takes over", QStringList("chkSupplier"), "S");
+        zel::test::row("and back", QStringList({"chkSupplier", "chkBank"}), "B");
     }
     void ticks() {
         QFETCH(QStringList, clicked);
@@ -345,21 +286,11 @@ private Q_SLOTS:
     }
 
     void edit_data() {
-        QTest::addColumn<QString>("node");
-        QTest::addColumn<QString>("order");
-        QTest::addColumn<QString>("row");
-        QTest::newRow("control account, order") << "1"
-                                                << "7"
-                                                << "FIXED ASSETS|7";
-        QTest::newRow("control account, order emptied") << "1"
-                                                        << ""
-                                                        << "FIXED ASSETS|NULL";
-        QTest::newRow("sub-control account") << "1.1"
-                                             << "-"
-                                             << "FIXED ASSETS|NULL";
-        QTest::newRow("a subsidiary has no menu") << "1.1.1"
-                                                  << "-"
-                                                  << "CITY BANK|NULL";
+        columns<QString, QString, QString>("node", "order", "row");
+        zel::test::row("control account, order", "1", "7", "FIXED ASSETS|7");
+        zel::test::row("control account, order emptied", "1", "", "FIXED ASSETS|NULL");
+        zel::test::row("sub-control account", "1.1", "-", "FIXED ASSETS|NULL");
+        zel::test::row("a subsidiary has no menu", "1.1.1", "-", "CITY BANK|NULL");
     }
     void edit() {
         QFETCH(QString, node);
@@ -384,12 +315,9 @@ private Q_SLOTS:
     }
 
     void keys_data() {
-        QTest::addColumn<QString>("box");
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QString>("left");
-        QTest::addColumn<QString>("next");
+        columns<QString, QString, QString, QString>("box", "typed", "left", "next");
         const auto row = [](const char *box, const char *typed, const char *left, const char *next) {
-            QTest::newRow(box) << box << typed << left << next;
+            zel::test::row(box, box, typed, left, next);
         };
         row("txtSubsidiary", "a b'c", "A B'C", "chkSupplier");
         row("txt_OpenBal", "1 2x", "12", "txtContactPerson");
@@ -422,9 +350,9 @@ private Q_SLOTS:
 
     void failures_data() {
         QTest::addColumn<QString>("scene");
-        QTest::newRow("in a new title") << "title";
-        QTest::newRow("in a changed title") << "change";
-        QTest::newRow("in the search") << "search";
+        zel::test::row("in a new title", "title");
+        zel::test::row("in a changed title", "change");
+        zel::test::row("in the search", "search");
     }
     void failures() {
         QFETCH(QString, scene);

@@ -1,5 +1,6 @@
 #include "shell/module1.h"
 #include "tests/accounts/account_screen.h"
+#include "tests/support/rows.h"
 #include "tests/support/test_program.h"
 
 #include <QStatusBar>
@@ -83,14 +84,13 @@ private Q_SLOTS:
 
     /// The keys that move the highlight choose the account, as a click does.
     void keysChoose_data() {
-        QTest::addColumn<Qt::Key>("key");
-        QTest::addColumn<QString>("code");
-        QTest::newRow("Down") << Qt::Key_Down << "1.1.2";
-        QTest::newRow("Up") << Qt::Key_Up << "1.1";
-        QTest::newRow("Left") << Qt::Key_Left << "1.1";
-        QTest::newRow("End") << Qt::Key_End << "2";
-        QTest::newRow("Home") << Qt::Key_Home << "1";
-        QTest::newRow("a letter") << Qt::Key_H << "1.1.2";
+        columns<Qt::Key, QString>("key", "code");
+        row("Down", Qt::Key_Down, "1.1.2");
+        row("Up", Qt::Key_Up, "1.1");
+        row("Left", Qt::Key_Left, "1.1");
+        row("End", Qt::Key_End, "2");
+        row("Home", Qt::Key_Home, "1");
+        row("a letter", Qt::Key_H, "1.1.2");
     }
     void keysChoose() {
         QFETCH(Qt::Key, key);
@@ -110,38 +110,26 @@ private Q_SLOTS:
     }
 
     void remove_data() {
-        QTest::addColumn<QString>("prepared");
-        QTest::addColumn<QString>("code");
-        QTest::addColumn<QString>("answer");
+        columns<QString, QString, QString>("prepared", "code", "answer");
         const QString ask = "are you sure delete this account";
-        QTest::newRow("nothing selected") << ""
-                                          << ""
-                                          << "please select any one account";
-        QTest::newRow("heading with children") << ""
-                                               << "1.1"
-                                               << "this head not remove ";
-        QTest::newRow("1 has children") << ""
-                                        << "1"
-                                        << "this head not remove ";
-        QTest::newRow("1 isn't held by 10") << "delete from Accounts where AcNodes like '1.%' insert into "
-                                               "Accounts (ParentID,Dcode,AcNodes,AcName,"
-                                               "AcStatus) values ('10',1,'10.1','TEN','HD') insert into "
-                                               "Accounts (ParentID,Dcode,AcNodes,AcName,"
-                                               "AcStatus) values ('10',0,'10','TEN','HH')"
-                                            << "1" << ask;
-        QTest::newRow("heading whose children are gone") << "delete from Accounts where AcNodes like '1.1.%'"
-                                                         << "1.1" << ask;
-        QTest::newRow("posted to") << "insert into DetJV (VouNo,VouStatus,AcCode,CrAc) values (1,'JV',3,4)"
-                                   << "1.1.1"
-                                   << "this Account use in vouceher detail ";
-        QTest::newRow("contra account only")
-            << "insert into DetJV (VouNo,VouStatus,AcCode,CrAc) values (1,'JV',3,4)"
-            << "1.1.2" << ask;
-        QTest::newRow("a student's") << "insert into tblMasApp (AppID,CusCode) values (1,4)"
-                                     << "1.1.2"
-                                     << "this Account use in Application detail ";
-        QTest::newRow("with an opening balance") << ""
-                                                 << "1.1.1" << ask;
+        row("nothing selected", "", "", "please select any one account");
+        row("heading with children", "", "1.1", "this head not remove ");
+        row("1 has children", "", "1", "this head not remove ");
+        row("1 isn't held by 10",
+            "delete from Accounts where AcNodes like '1.%' insert into "
+            "Accounts (ParentID,Dcode,AcNodes,AcName,"
+            "AcStatus) values ('10',1,'10.1','TEN','HD') insert into "
+            "Accounts (ParentID,Dcode,AcNodes,AcName,"
+            "AcStatus) values ('10',0,'10','TEN','HH')",
+            "1", ask);
+        row("heading whose children are gone", "delete from Accounts where AcNodes like '1.1.%'", "1.1", ask);
+        row("posted to", "insert into DetJV (VouNo,VouStatus,AcCode,CrAc) values (1,'JV',3,4)", "1.1.1",
+            "this Account use in vouceher detail ");
+        row("contra account only", "insert into DetJV (VouNo,VouStatus,AcCode,CrAc) values (1,'JV',3,4)",
+            "1.1.2", ask);
+        row("a student's", "insert into tblMasApp (AppID,CusCode) values (1,4)", "1.1.2",
+            "this Account use in Application detail ");
+        row("with an opening balance", "", "1.1.1", ask);
     }
     void remove() {
         QFETCH(QString, prepared);
@@ -171,13 +159,12 @@ private Q_SLOTS:
     }
 
     void search_data() {
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QStringList>("codes");
-        QTest::newRow("a part, any case") << "ity b" << QStringList("1.1.1");
-        QTest::newRow("all of a kind") << "BANK" << QStringList({"1.1.1", "1.1.2"});
-        QTest::newRow("headings are not searched") << "ASSETS" << QStringList("");
-        QTest::newRow("no hit") << "x" << QStringList("");
-        QTest::newRow("a pattern") << "c%k" << QStringList("1.1.1");
+        columns<QString, QStringList>("typed", "codes");
+        row("a part, any case", "ity b", QStringList("1.1.1"));
+        row("all of a kind", "BANK", QStringList({"1.1.1", "1.1.2"}));
+        row("headings are not searched", "ASSETS", QStringList(""));
+        row("no hit", "x", QStringList(""));
+        row("a pattern", "c%k", QStringList("1.1.1"));
     }
     void search() {
         QFETCH(QString, typed);
@@ -195,9 +182,9 @@ private Q_SLOTS:
     /// F2 in the list shows the account on the first tab, whatever stands open in the tree.
     void choice_data() {
         QTest::addColumn<QString>("opened");
-        QTest::newRow("closed tree") << "";
-        QTest::newRow("another branch open behind it") << "2";
-        QTest::newRow("its own branch open") << "1";
+        row("closed tree", "");
+        row("another branch open behind it", "2");
+        row("its own branch open", "1");
     }
     void choice() {
         QFETCH(QString, opened);
@@ -237,8 +224,8 @@ private Q_SLOTS:
 
     void exit_data() {
         QTest::addColumn<bool>("finderOpen");
-        QTest::newRow("from the menu") << false;
-        QTest::newRow("from the finder") << true;
+        row("from the menu", false);
+        row("from the finder", true);
     }
     void exit() {
         QFETCH(bool, finderOpen);

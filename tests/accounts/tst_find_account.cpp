@@ -2,6 +2,7 @@
 #include "platform/controls/button.h"
 #include "shell/module1.h"
 #include "tests/accounts/account_screen.h"
+#include "tests/support/rows.h"
 #include "tests/support/test_program.h"
 
 #include <QCheckBox>
@@ -47,40 +48,22 @@ private Q_SLOTS:
     void cleanup() { office.reset(); }
 
     void filters_data() {
-        QTest::addColumn<QString>("filter");
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QString>("found");
+        columns<QString, QString, QString>("filter", "typed", "found");
         QTest::addColumn<QString>("all"); // with "All Accounts" ticked
         QTest::newRow("banks") << "B"
                                << ""
                                << "CITY BANK"
                                << "*";
-        QTest::newRow("banks, narrowed") << "B"
-                                         << "x"
-                                         << ""
-                                         << "";
-        QTest::newRow("suppliers") << "S"
-                                   << "paper"
-                                   << "BOOK AND PAPER HOUSE"
-                                   << "BOOK AND PAPER HOUSE";
-        QTest::newRow("suppliers that are banks") << "S"
-                                                  << "city"
-                                                  << ""
-                                                  << "CITY BANK,ELECTRICITY";
-        QTest::newRow("sub-control") << "SUB"
-                                     << "s"
-                                     << "CAPITAL ACCOUNTS,CASH AND BANK,FEES,OFFICE EXPENSES,"
-                                        "STUDENTS,SUPPLIERS"
-                                     << "BOOK AND PAPER HOUSE,CAPITAL OF THE INSTITUTE,CASH IN HAND,"
-                                        "REGISTRATION FEE,SALARIES,STATIONERY";
-        QTest::newRow("all subsidiaries") << ""
-                                          << "fee"
-                                          << "REGISTRATION FEE,TUITION FEE"
-                                          << "REGISTRATION FEE,TUITION FEE";
-        QTest::newRow("an unknown filter lists all") << "Q"
-                                                     << "RENT"
-                                                     << "RENT"
-                                                     << "RENT";
+        row("banks, narrowed", "B", "x", "", "");
+        row("suppliers", "S", "paper", "BOOK AND PAPER HOUSE", "BOOK AND PAPER HOUSE");
+        row("suppliers that are banks", "S", "city", "", "CITY BANK,ELECTRICITY");
+        row("sub-control", "SUB", "s",
+            "CAPITAL ACCOUNTS,CASH AND BANK,FEES,OFFICE EXPENSES,"
+            "STUDENTS,SUPPLIERS",
+            "BOOK AND PAPER HOUSE,CAPITAL OF THE INSTITUTE,CASH IN HAND,"
+            "REGISTRATION FEE,SALARIES,STATIONERY");
+        row("all subsidiaries", "", "fee", "REGISTRATION FEE,TUITION FEE", "REGISTRATION FEE,TUITION FEE");
+        row("an unknown filter lists all", "Q", "RENT", "RENT", "RENT");
     }
     void filters() {
         QFETCH(QString, filter);
@@ -106,10 +89,9 @@ private Q_SLOTS:
     }
 
     void choice_data() {
-        QTest::addColumn<Qt::Key>("way");
-        QTest::addColumn<Qt::Key>("key");
-        QTest::newRow("Down, Enter") << Qt::Key_Down << Qt::Key_Return;
-        QTest::newRow("Up, F2") << Qt::Key_Up << Qt::Key_F2;
+        columns<Qt::Key, Qt::Key>("way", "key");
+        row("Down, Enter", Qt::Key_Down, Qt::Key_Return);
+        row("Up, F2", Qt::Key_Up, Qt::Key_F2);
     }
     void choice() {
         QFETCH(Qt::Key, way);
@@ -130,9 +112,9 @@ private Q_SLOTS:
 
     void nothingChosen_data() {
         QTest::addColumn<QString>("by");
-        QTest::newRow("Exit") << "cmdExit";
-        QTest::newRow("Alt+X") << "";
-        QTest::newRow("Enter on an empty list") << "mshSearch";
+        row("Exit", "cmdExit");
+        row("Alt+X", "");
+        row("Enter on an empty list", "mshSearch");
     }
     void nothingChosen() {
         QFETCH(QString, by);

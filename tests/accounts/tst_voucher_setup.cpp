@@ -1,6 +1,7 @@
 #include "platform/controls/text_box.h"
 #include "shell/module1.h"
 #include "tests/accounts/account_screen.h"
+#include "tests/support/rows.h"
 #include "tests/support/test_program.h"
 
 #include <QCheckBox>
@@ -55,14 +56,9 @@ private Q_SLOTS:
     void cleanup() { office.reset(); }
 
     void find_data() {
-        QTest::addColumn<QString>("button");
-        QTest::addColumn<QString>("box");
-        QTest::addColumn<QString>("filter");
-        QTest::addColumn<bool>("widens");
+        columns<QString, QString, QString, bool>("button", "box", "filter", "widens");
         const auto row = [](const char *button, const char *box, const char *filter = "",
-                            bool widens = true) {
-            QTest::newRow(button) << button << box << filter << widens;
-        };
+                            bool widens = true) { zel::test::row(button, button, box, filter, widens); };
         row("cmdCPFindAC", "txtCPAcc");
         row("cmdCRFindAC", "txtCRAcc");
         row("cmdBPFindAC", "txtBPAcc");
@@ -136,7 +132,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("frame");
         const auto voucher = [](const char *button, const char *number, const char *account,
                                 const char *frame) {
-            QTest::newRow(button) << button << QStringList({number, account}) << frame;
+            zel::test::row(button, button, QStringList({number, account}), frame);
         };
         voucher("cmdClearCP", "txtCP", "txtCPAcc", "CP");
         voucher("cmdClearCR", "txtCR", "txtCRAcc", "CR");
@@ -147,8 +143,8 @@ private Q_SLOTS:
         voucher("cmdClearGst", "txtGstInv", "txtGstACC", "");
         voucher("cmdClearInsRec", "txtInsRec", "txtInsRecACC", "");
         voucher("cmdClearAppSub", "txtAppSubACC", "txtAppSubACC", "");
-        QTest::newRow("cmdClearSTax")
-            << "cmdClearSTax" << QStringList({"txtTaxInv", "txtSTaxACC", "txtShortFLLAC"}) << "";
+        zel::test::row("cmdClearSTax", "cmdClearSTax",
+                       QStringList({"txtTaxInv", "txtSTaxACC", "txtShortFLLAC"}), "");
     }
     void clear() {
         QFETCH(QString, button);

@@ -1,6 +1,7 @@
 #include "platform/base/error.h"
 #include "tests/reports/books_desk.h"
 #include "tests/reports/voucher_clerk.h"
+#include "tests/support/rows.h"
 #include "tests/support/test_program.h"
 
 #include <QTest>
@@ -145,162 +146,157 @@ void check(const Held &held, BookCatalog &catalog, const Period &period,
 class tst_one_truth : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void booksArePostedAsByTheScreens();
-    void agree_data();
-    void agree();
-    void onTheScreen();
-    void hugeAmounts_data();
-    void hugeAmounts();
-    void moreThanCanBeKept();
-};
-
-/// What makes all other tests mean something: the rows written past the program are the screens' own rows.
-void tst_one_truth::booksArePostedAsByTheScreens() {
-    const Held held(planOf(30, false));
-    BooksOffice written(held);
-    BooksOffice typed(held);
-    typed.connect();
-    for (const BookVoucher &voucher : held.vouchers) {
-        if (voucher.kind > Kind::JV)
-            continue;
-        written.catalog.post(voucher);
-        saveOnScreen(voucher);
+    /// What makes all other tests mean something: the rows written past the program are the screens' own
+    /// rows.
+    void booksArePostedAsByTheScreens() {
+        const Held held(planOf(30, false));
+        BooksOffice written(held);
+        BooksOffice typed(held);
+        typed.connect();
+        for (const BookVoucher &voucher : held.vouchers) {
+            if (voucher.kind > Kind::JV)
+                continue;
+            written.catalog.post(voucher);
+            saveOnScreen(voucher);
+        }
+        for (const char *rows :
+             {"select VouStatus, VouNo, EntryNo, AcCode, CrAc, quote(DrAmt), quote(CrAmt), VouDate, "
+              "quote(ChecqNo), quote(Naration), quote(FileNo), quote(BillNo), quote(SessionID), quote(SubID) "
+              "from DetJV order by VouStatus, VouNo, rowid",
+              "select VouStatus, VouNo, VouDate, PaidReceive, quote(TotalAmount), Login from MasJV "
+              "order by VouStatus, VouNo"})
+            QCOMPARE(typed.catalog.ask(rows), written.catalog.ask(rows));
     }
-    for (const char *rows :
-         {"select VouStatus, VouNo, EntryNo, AcCode, CrAc, quote(DrAmt), quote(CrAmt), VouDate, "
-          "quote(ChecqNo), quote(Naration), quote(FileNo), quote(BillNo), quote(SessionID), quote(SubID) "
-          "from DetJV order by VouStatus, VouNo, rowid",
-          "select VouStatus, VouNo, VouDate, PaidReceive, quote(TotalAmount), Login from MasJV "
-          "order by VouStatus, VouNo"})
-        QCOMPARE(typed.catalog.ask(rows), written.catalog.ask(rows));
-}
 
-void tst_one_truth::agree_data() {
-    QTest::addColumn<int>("vouchers");
-    for (const int vouchers : {1, 2, 4, 9, 25, 60, 150, 400, 900, 2500})
-        QTest::addRow("%d vouchers", vouchers) << vouchers;
-}
-
-void tst_one_truth::agree() {
-    QFETCH(int, vouchers);
-    const Held paired(planOf(vouchers, false));
-    BooksOffice office(paired);
-    office.connect();
-    std::size_t typed = 0;
-    for (; typed < paired.vouchers.size() && typed < 5 && paired.vouchers[typed].kind <= Kind::JV; ++typed)
-        saveOnScreen(paired.vouchers[typed]);
-    post(office.catalog, std::span(paired.vouchers).subspan(typed));
-    check(paired, office.catalog, Year);
-    if (QTest::currentTestFailed())
-        return;
-
-    // The same books, and then rows that have no other side.
-    const Held all(planOf(vouchers, true));
-    post(office.catalog, std::span(all.vouchers).subspan(paired.vouchers.size()));
-    check(all, office.catalog, Year, paired.sums(Year));
-}
-
-/// The same through the menu, the screen and the viewer.
-void tst_one_truth::onTheScreen() {
-    const Held held(planOf(40, true));
-    const std::map<int, Sums> sums = held.sums(Year);
-    BooksDesk desk(held);
-    const auto sumsOf = [&](const std::string &name) {
-        const auto found = std::ranges::find(held.books.accounts(), name, &BookAccount::name);
-        return std::pair(QString::fromStdString(found->nodes), sums.at(found->id));
-    };
-    const auto &[cashCode, cash] = sumsOf("CASH 0");
-    const auto &[bankCode, bank] = sumsOf("BANK 1");
-    QVERIFY(cash.rows > 5 && bank.rows > 5);
-    QVERIFY(ledgerOf(*desk.cashBook(Year)).closing == cash.closing() + held.forwarded(Year));
-    QVERIFY(ledgerOf(*desk.bankBook(Year, "BANK 1")).closing == bank.closing() + bank.gap);
-    for (const Ledger form : {Ledger::Simple, Ledger::Detail}) {
-        QVERIFY(ledgerOf(*desk.ledger(form, Year, "CASH 0")).closing == cash.closing());
-        QVERIFY(ledgerOf(*desk.ledger(form, Year, "BANK 1")).closing == bank.closing());
+    void agree_data() {
+        QTest::addColumn<int>("vouchers");
+        for (const int vouchers : {1, 2, 4, 9, 25, 60, 150, 400, 900, 2500})
+            fill(QTest::addRow("%d vouchers", vouchers), vouchers);
     }
-    const Balance simple(*desk.balance("", Year));
-    const Balance control(*desk.balance("2", Year));
-    const Balance whole(*desk.balance("3", Year));
-    QCOMPARE(simple.rows.at(cashCode), (Columns{cash.debits, cash.credits}));
-    QCOMPARE(simple.rows.at(bankCode), (Columns{bank.debits, bank.credits}));
-    QCOMPARE(whole.rows.at(cashCode)[4] - whole.rows.at(cashCode)[5], cash.closing());
-    QCOMPARE(whole.rows.at(bankCode)[4] - whole.rows.at(bankCode)[5], bank.closing());
-    QCOMPARE(control.grand, simple.grand);
-    QCOMPARE((Columns{whole.grand[2], whole.grand[3]}), simple.grand);
-    QCOMPARE(simple.entries, (Columns{held.forwarded(Year), 0}));
-}
 
-void tst_one_truth::hugeAmounts_data() {
-    QTest::addColumn<Cents>("most");
-    QTest::newRow("ten digits before the point") << Cents(9'999'999'999'99);
-    QTest::newRow("thirteen digits") << Cents(9'999'999'999'999'99);
-}
+    void agree() {
+        QFETCH(int, vouchers);
+        const Held paired(planOf(vouchers, false));
+        BooksOffice office(paired);
+        office.connect();
+        std::size_t typed = 0;
+        for (; typed < paired.vouchers.size() && typed < 5 && paired.vouchers[typed].kind <= Kind::JV;
+             ++typed)
+            saveOnScreen(paired.vouchers[typed]);
+        post(office.catalog, std::span(paired.vouchers).subspan(typed));
+        check(paired, office.catalog, Year);
+        if (QTest::currentTestFailed())
+            return;
 
-/// Each account with an opening balance, and a debit and a credit before the period and in it, that differ
-/// little: what is left of them is exact.
-void tst_one_truth::hugeAmounts() {
-    QFETCH(Cents, most);
-    const Held held(planOf(0, false));
-    const int other = held.books.banks().front();
-    Dice dice(3);
-    const auto huge = [&] { return most - dice.below(100'000'000); };
-    BooksOffice office(held);
-    office.connect();
-    std::map<int, Sums> sums = held.sums(Year);
-    BookVoucher before{Kind::JV, 1, Year.from.addDays(-1), {}, {}};
-    BookVoucher voucher{Kind::JV, 2, Year.from, {}, {}};
-    for (auto &[id, sum] : sums) {
-        if (id == other)
-            continue;
-        sum.opening = dice.oneIn(2) ? huge() : -huge();
-        office.catalog.run("update Accounts set OpenBal = " + amountText(sum.opening).toStdString() +
-                           " where RowID = " + std::to_string(id));
-        before.entries.push_back({id, other, huge()});
-        before.entries.push_back({other, id, huge()});
-        const Cents change = before.entries[before.entries.size() - 2].amount - before.entries.back().amount;
-        sum.opening += change;
-        sums[other].opening -= change;
-        sum.debits = huge();
-        sum.credits = huge();
-        voucher.entries.push_back({id, other, sum.debits});
-        voucher.entries.push_back({other, id, sum.credits});
-        sums[other].credits += sum.debits;
-        sums[other].debits += sum.credits;
+        // The same books, and then rows that have no other side.
+        const Held all(planOf(vouchers, true));
+        post(office.catalog, std::span(all.vouchers).subspan(paired.vouchers.size()));
+        check(all, office.catalog, Year, paired.sums(Year));
     }
-    post(office.catalog, std::vector{before, voucher});
-    const Balance whole(*printedBalance("3", Year));
-    for (const BookAccount &account : held.books.accounts()) {
-        if (account.status != std::string("DD"))
-            continue;
-        const Sums &sum = sums.at(account.id);
-        const Columns begin = sides(sum.opening);
-        const Columns end = sides(sum.closing());
-        const auto row = whole.rows.find(QString::fromStdString(account.nodes));
-        QVERIFY(row != whole.rows.end());
-        QCOMPARE(row->second, (Columns{begin[0], begin[1], sum.debits, sum.credits, end[0], end[1]}));
-        for (const report::DocumentPtr &document :
-             {printedLedger(Ledger::Simple, account.id, Year), printedBook(account.id, Year)}) {
-            const PrintedLedger read = ledgerOf(*document);
-            QVERIFY(read.opening == sum.opening && read.closing == sum.closing());
+
+    /// The same through the menu, the screen and the viewer.
+    void onTheScreen() {
+        const Held held(planOf(40, true));
+        const std::map<int, Sums> sums = held.sums(Year);
+        BooksDesk desk(held);
+        const auto sumsOf = [&](const std::string &name) {
+            const auto found = std::ranges::find(held.books.accounts(), name, &BookAccount::name);
+            return std::pair(QString::fromStdString(found->nodes), sums.at(found->id));
+        };
+        const auto &[cashCode, cash] = sumsOf("CASH 0");
+        const auto &[bankCode, bank] = sumsOf("BANK 1");
+        QVERIFY(cash.rows > 5 && bank.rows > 5);
+        QVERIFY(ledgerOf(*desk.cashBook(Year)).closing == cash.closing() + held.forwarded(Year));
+        QVERIFY(ledgerOf(*desk.bankBook(Year, "BANK 1")).closing == bank.closing() + bank.gap);
+        for (const Ledger form : {Ledger::Simple, Ledger::Detail}) {
+            QVERIFY(ledgerOf(*desk.ledger(form, Year, "CASH 0")).closing == cash.closing());
+            QVERIFY(ledgerOf(*desk.ledger(form, Year, "BANK 1")).closing == bank.closing());
+        }
+        const Balance simple(*desk.balance("", Year));
+        const Balance control(*desk.balance("2", Year));
+        const Balance whole(*desk.balance("3", Year));
+        QCOMPARE(simple.rows.at(cashCode), (Columns{cash.debits, cash.credits}));
+        QCOMPARE(simple.rows.at(bankCode), (Columns{bank.debits, bank.credits}));
+        QCOMPARE(whole.rows.at(cashCode)[4] - whole.rows.at(cashCode)[5], cash.closing());
+        QCOMPARE(whole.rows.at(bankCode)[4] - whole.rows.at(bankCode)[5], bank.closing());
+        QCOMPARE(control.grand, simple.grand);
+        QCOMPARE((Columns{whole.grand[2], whole.grand[3]}), simple.grand);
+        QCOMPARE(simple.entries, (Columns{held.forwarded(Year), 0}));
+    }
+
+    void hugeAmounts_data() {
+        QTest::addColumn<Cents>("most");
+        zel::test::row("ten digits before the point", Cents(9'999'999'999'99));
+        zel::test::row("thirteen digits", Cents(9'999'999'999'999'99));
+    }
+
+    /// Each account with an opening balance, and a debit and a credit before the period and in it, that
+    /// differ little: what is left of them is exact.
+    void hugeAmounts() {
+        QFETCH(Cents, most);
+        const Held held(planOf(0, false));
+        const int other = held.books.banks().front();
+        Dice dice(3);
+        const auto huge = [&] { return most - dice.below(100'000'000); };
+        BooksOffice office(held);
+        office.connect();
+        std::map<int, Sums> sums = held.sums(Year);
+        BookVoucher before{Kind::JV, 1, Year.from.addDays(-1), {}, {}};
+        BookVoucher voucher{Kind::JV, 2, Year.from, {}, {}};
+        for (auto &[id, sum] : sums) {
+            if (id == other)
+                continue;
+            sum.opening = dice.oneIn(2) ? huge() : -huge();
+            office.catalog.run("update Accounts set OpenBal = " + amountText(sum.opening).toStdString() +
+                               " where RowID = " + std::to_string(id));
+            before.entries.push_back({id, other, huge()});
+            before.entries.push_back({other, id, huge()});
+            const Cents change =
+                before.entries[before.entries.size() - 2].amount - before.entries.back().amount;
+            sum.opening += change;
+            sums[other].opening -= change;
+            sum.debits = huge();
+            sum.credits = huge();
+            voucher.entries.push_back({id, other, sum.debits});
+            voucher.entries.push_back({other, id, sum.credits});
+            sums[other].credits += sum.debits;
+            sums[other].debits += sum.credits;
+        }
+        post(office.catalog, std::vector{before, voucher});
+        const Balance whole(*printedBalance("3", Year));
+        for (const BookAccount &account : held.books.accounts()) {
+            if (account.status != std::string("DD"))
+                continue;
+            const Sums &sum = sums.at(account.id);
+            const Columns begin = sides(sum.opening);
+            const Columns end = sides(sum.closing());
+            const auto row = whole.rows.find(QString::fromStdString(account.nodes));
+            QVERIFY(row != whole.rows.end());
+            QCOMPARE(row->second, (Columns{begin[0], begin[1], sum.debits, sum.credits, end[0], end[1]}));
+            for (const report::DocumentPtr &document :
+                 {printedLedger(Ledger::Simple, account.id, Year), printedBook(account.id, Year)}) {
+                const PrintedLedger read = ledgerOf(*document);
+                QVERIFY(read.opening == sum.opening && read.closing == sum.closing());
+            }
         }
     }
-}
 
-/// A file holds no hundredths above 70 million millions: what needs them is refused and leaves nothing
-/// behind.
-void tst_one_truth::moreThanCanBeKept() {
-    const Held held(planOf(0, false));
-    BooksOffice office(held);
-    office.connect();
-    const int cash = held.books.cashAccounts().front();
-    const int other = held.books.accounts().back().id;
-    BookVoucher voucher{Kind::CP, 1, Year.from, {}, {}};
-    for (const Cents amount : {99'999'999'999'999'00LL, 1LL})
-        voucher.entries.push_back({other, cash, amount});
-    QVERIFY_EXCEPTION_THROWN(saveOnScreen(voucher), zel::Error);
-    QCOMPARE(office.catalog.ask("select count(*) from DetJV union all select count(*) from MasJV"),
-             (std::vector<std::vector<std::string>>{{"0"}, {"0"}}));
-}
+    /// A file holds no hundredths above 70 million millions: what needs them is refused and leaves nothing
+    /// behind.
+    void moreThanCanBeKept() {
+        const Held held(planOf(0, false));
+        BooksOffice office(held);
+        office.connect();
+        const int cash = held.books.cashAccounts().front();
+        const int other = held.books.accounts().back().id;
+        BookVoucher voucher{Kind::CP, 1, Year.from, {}, {}};
+        for (const Cents amount : {99'999'999'999'999'00LL, 1LL})
+            voucher.entries.push_back({other, cash, amount});
+        QVERIFY_EXCEPTION_THROWN(saveOnScreen(voucher), zel::Error);
+        QCOMPARE(office.catalog.ask("select count(*) from DetJV union all select count(*) from MasJV"),
+                 (std::vector<std::vector<std::string>>{{"0"}, {"0"}}));
+    }
+};
 
 ZEL_TEST_MAIN(tst_one_truth)
 

@@ -1,11 +1,16 @@
 #include "platform/ado/connection.h"
 #include "platform/report/report.h"
 #include "tests/reports/posted_catalog.h"
+#include "tests/support/rows.h"
 
 #include <QRegularExpression>
 #include <QTest>
 
 #include <optional>
+
+using zel::test::columns;
+using zel::test::fill;
+using zel::test::row;
 
 using namespace zel;
 using namespace zel::report;
@@ -123,13 +128,10 @@ DocumentPtr tst_trial_balance_documents::print(const QString &number, const QStr
 }
 
 void tst_trial_balance_documents::balance_data() {
-    QTest::addColumn<QString>("books");
-    QTest::addColumn<QString>("report");
-    QTest::addColumn<QString>("period");
-    QTest::addColumn<QString>("rows");
+    columns<QString, QString, QString, QString>("books", "report", "period", "rows");
     const auto row = [](const char *name, const QString &books, const char *report, const char *period,
                         const char *rows) {
-        QTest::newRow(name) << books << QString(report) << QString(period) << QString(rows);
+        zel::test::row(name, books, QString(report), QString(period), QString(rows));
     };
     row("subsidiary: by the codes' numbers", Usual, "", January,
         "1 ASSETS\n"
@@ -371,7 +373,7 @@ void tst_trial_balance_documents::wholePage() {
 void tst_trial_balance_documents::manyAccounts_data() {
     QTest::addColumn<QString>("report");
     for (const char *report : {"", "2", "3"})
-        QTest::addRow("rptTrialBalance%s", report) << QString(report);
+        fill(QTest::addRow("rptTrialBalance%s", report), QString(report));
 }
 
 /// Over many pages: nothing leaves the paper, no number is too wide, each row stands once, and no page ends

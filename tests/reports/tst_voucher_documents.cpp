@@ -1,4 +1,5 @@
 #include "tests/reports/posted_catalog.h"
+#include "tests/support/rows.h"
 
 #include <QTest>
 
@@ -7,18 +8,6 @@ using namespace zel::report;
 using namespace zel::test;
 
 /// The five vouchers as they are printed, from the rows that their saves write.
-class tst_voucher_documents : public QObject {
-    Q_OBJECT
-private Q_SLOTS:
-    void lines_data();
-    void lines();
-    void words_data();
-    void words();
-    void carriedForward_data();
-    void carriedForward();
-    void bigAndLong_data();
-    void bigAndLong();
-};
 
 namespace {
 
@@ -60,167 +49,161 @@ QString rowsOf(const QString &kind, int entry, const QString &amount, const QStr
 
 } // namespace
 
-void tst_voucher_documents::lines_data() {
-    QTest::addColumn<QString>("rows"); // the first one's kind is the voucher's
-    QTest::addColumn<QString>("after");
-    QTest::addColumn<QStringList>("printed");
-    const QString two = "Two Hundred and 50/100 Only";
+class tst_voucher_documents : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void lines_data() {
+        QTest::addColumn<QString>("rows"); // the first one's kind is the voucher's
+        columns<QString, QStringList>("after", "printed");
+        const QString two = "Two Hundred and 50/100 Only";
 
-    QTest::newRow("BP, no narration, a deleted account, a deleted bank")
-        << QString("2024-03-14 | BP 5 | 1 | 5.1.1 | 1.1.2 | 150.50 | 0 | -\n"
-                   "2024-03-14 | BP 5 | 1 | 1.1.2 | 5.1.1 | 0 | 150.50 | -\n"
-                   "2024-03-14 | BP 5 | 2 | 5.1.2 | 2.1.1 | 50 | 0 | LIGHT\n"
-                   "2024-03-14 | BP 5 | 2 | 2.1.1 | 5.1.2 | 0 | 50 | LIGHT\n")
-        << QString("delete from Accounts where AcNodes in ('5.1.1', '2.1.1')")
-        << QStringList{"Deleted account no. 18 150.50",  "(1.1.2 CITY BANK)", "5.1.2 ELECTRICITY 50.00",
-                       "LIGHT  (Deleted account no. 8)", "Total Rs. 200.50",  "Amount in words " + two};
-    QTest::newRow("BR, taken back") << QString(
-                                           "2024-03-14 | BR 5 | 1 | 1.1.2 | 4.1.1 | -1250 | 0 | BOUNCED\n"
-                                           "2024-03-14 | BR 5 | 1 | 4.1.1 | 1.1.2 | 0 | -1250 | BOUNCED\n")
-                                    << QString()
-                                    << QStringList{
-                                           "4.1.1 TUITION FEE -1,250.00", "BOUNCED", "Total Rs. -1,250.00",
-                                           "Amount in words Minus One Thousand Two Hundred Fifty Only"};
-    QTest::newRow("CP, the summary is no line, a zero is")
-        << QString("2024-03-14 | CP 5 | 1 | 5.1.1 | 1.1.1 | 200.50 | 0 | RENT\n"
-                   "2024-03-14 | CP 5 | 2 | 5.1.2 | 1.1.1 | 0 | 0 | -\n"
-                   "2024-03-14 | CP 5 | 3 | 1.1.1 | - | 0 | 200.50 | RENT\n")
-        << QString()
-        << QStringList{"5.1.1 RENT 200.50", "RENT", "5.1.2 ELECTRICITY 0.00", "Total Rs. 200.50",
-                       "Amount in words " + two};
-    QTest::newRow("CR, the summary is no line, the account deleted")
-        << QString("2024-03-14 | CR 5 | 1 | 4.1.1 | 1.1.1 | 0 | 200 | FEES\n"
-                   "2024-03-14 | CR 5 | 2 | 4.1.2 | 1.1.1 | 0 | 0.50 | FEES\n"
-                   "2024-03-14 | CR 5 | 3 | 1.1.1 | - | 200.50 | 0 | FEES\n")
-        << QString("delete from Accounts where AcNodes = '4.1.2'")
-        << QStringList{
-               "4.1.1 TUITION FEE 200.00", "FEES", "Deleted account no. 15 0.50", "FEES", "Total Rs. 200.50",
-               "Amount in words " + two};
-    QTest::newRow("JV, the debit first whatever the sign")
-        << QString("2024-03-14 | JV 5 | 2 | 5.1.1 | 5.1.2 | -100 | 0 | BACK\n"
-                   "2024-03-14 | JV 5 | 2 | 5.1.2 | 5.1.1 | 0 | -100 | BACK\n"
-                   "2024-03-14 | JV 5 | 1 | 5.1.3 | 2.1.1 | 300.50 | 0 | -\n"
-                   "2024-03-14 | JV 5 | 1 | 2.1.1 | 5.1.3 | 0 | 300.50 | -\n")
-        << QString("delete from Accounts where AcNodes = '2.1.1'")
-        << QStringList{"5.1.3 SALARIES 300.50",
-                       "Deleted account no. 8 300.50",
-                       "5.1.1 RENT -100.00",
-                       "5.1.2 ELECTRICITY -100.00",
-                       "BACK",
-                       "Total Rs. 200.50 200.50",
-                       "Amount in words " + two};
-}
+        zel::test::row("BP, no narration, a deleted account, a deleted bank",
+                       QString("2024-03-14 | BP 5 | 1 | 5.1.1 | 1.1.2 | 150.50 | 0 | -\n"
+                               "2024-03-14 | BP 5 | 1 | 1.1.2 | 5.1.1 | 0 | 150.50 | -\n"
+                               "2024-03-14 | BP 5 | 2 | 5.1.2 | 2.1.1 | 50 | 0 | LIGHT\n"
+                               "2024-03-14 | BP 5 | 2 | 2.1.1 | 5.1.2 | 0 | 50 | LIGHT\n"),
+                       QString("delete from Accounts where AcNodes in ('5.1.1', '2.1.1')"),
+                       QStringList{"Deleted account no. 18 150.50", "(1.1.2 CITY BANK)",
+                                   "5.1.2 ELECTRICITY 50.00", "LIGHT  (Deleted account no. 8)",
+                                   "Total Rs. 200.50", "Amount in words " + two});
+        zel::test::row("BR, taken back",
+                       QString("2024-03-14 | BR 5 | 1 | 1.1.2 | 4.1.1 | -1250 | 0 | BOUNCED\n"
+                               "2024-03-14 | BR 5 | 1 | 4.1.1 | 1.1.2 | 0 | -1250 | BOUNCED\n"),
+                       QString(),
+                       QStringList{"4.1.1 TUITION FEE -1,250.00", "BOUNCED", "Total Rs. -1,250.00",
+                                   "Amount in words Minus One Thousand Two Hundred Fifty Only"});
+        zel::test::row("CP, the summary is no line, a zero is",
+                       QString("2024-03-14 | CP 5 | 1 | 5.1.1 | 1.1.1 | 200.50 | 0 | RENT\n"
+                               "2024-03-14 | CP 5 | 2 | 5.1.2 | 1.1.1 | 0 | 0 | -\n"
+                               "2024-03-14 | CP 5 | 3 | 1.1.1 | - | 0 | 200.50 | RENT\n"),
+                       QString(),
+                       QStringList{"5.1.1 RENT 200.50", "RENT", "5.1.2 ELECTRICITY 0.00", "Total Rs. 200.50",
+                                   "Amount in words " + two});
+        zel::test::row("CR, the summary is no line, the account deleted",
+                       QString("2024-03-14 | CR 5 | 1 | 4.1.1 | 1.1.1 | 0 | 200 | FEES\n"
+                               "2024-03-14 | CR 5 | 2 | 4.1.2 | 1.1.1 | 0 | 0.50 | FEES\n"
+                               "2024-03-14 | CR 5 | 3 | 1.1.1 | - | 200.50 | 0 | FEES\n"),
+                       QString("delete from Accounts where AcNodes = '4.1.2'"),
+                       QStringList{"4.1.1 TUITION FEE 200.00", "FEES", "Deleted account no. 15 0.50", "FEES",
+                                   "Total Rs. 200.50", "Amount in words " + two});
+        zel::test::row("JV, the debit first whatever the sign",
+                       QString("2024-03-14 | JV 5 | 2 | 5.1.1 | 5.1.2 | -100 | 0 | BACK\n"
+                               "2024-03-14 | JV 5 | 2 | 5.1.2 | 5.1.1 | 0 | -100 | BACK\n"
+                               "2024-03-14 | JV 5 | 1 | 5.1.3 | 2.1.1 | 300.50 | 0 | -\n"
+                               "2024-03-14 | JV 5 | 1 | 2.1.1 | 5.1.3 | 0 | 300.50 | -\n"),
+                       QString("delete from Accounts where AcNodes = '2.1.1'"),
+                       QStringList{"5.1.3 SALARIES 300.50", "Deleted account no. 8 300.50",
+                                   "5.1.1 RENT -100.00", "5.1.2 ELECTRICITY -100.00", "BACK",
+                                   "Total Rs. 200.50 200.50", "Amount in words " + two});
+    }
 
-void tst_voucher_documents::lines() {
-    QFETCH(QString, rows);
-    QFETCH(QString, after);
-    QFETCH(QStringList, printed);
-    PostedCatalog catalog;
-    catalog.post(rows);
-    catalog.execute(after);
-    QCOMPARE(body(voucher(catalog, rows.mid(13, 2))->document()), printed);
-}
-
-void tst_voucher_documents::words_data() {
-    QTest::addColumn<QString>("amount");
-    QTest::addColumn<QString>("words");
-    QTest::newRow("less than a lakh") << "99999.99"
-                                      << "Ninety Nine Thousand Nine Hundred Ninety Nine and 99/100 Only";
-    QTest::newRow("a lakh") << "100000"
-                            << "One Hundred Thousand Only (One Lakh Only)";
-    QTest::newRow("crores") << "20300004.05"
-                            << "Twenty Million Three Hundred Thousand Four and 05/100 Only "
-                               "(Two Crore Three Lakh Four and 05/100 Only)";
-    QTest::newRow("the greatest")
-        << "9999999999.99"
-        << "Nine Billion Nine Hundred Ninety Nine Million Nine Hundred Ninety Nine Thousand Nine "
-           "Hundred Ninety Nine and 99/100 Only "
-           "(Nine Hundred Ninety Nine Crore Ninety Nine Lakh Ninety Nine Thousand Nine Hundred Ninety Nine "
-           "and "
-           "99/100 Only)";
-    QTest::newRow("taken back")
-        << "-250000"
-        << "Minus Two Hundred Fifty Thousand Only (Minus Two Lakh Fifty Thousand Only)";
-}
-
-void tst_voucher_documents::words() {
-    QFETCH(QString, amount);
-    QFETCH(QString, words);
-    for (const char *kind : {"BP", "BR", "CP", "CR", "JV"}) {
+    void lines() {
+        QFETCH(QString, rows);
+        QFETCH(QString, after);
+        QFETCH(QStringList, printed);
         PostedCatalog catalog;
-        catalog.post(rowsOf(kind, 1, amount));
-        const QString text = body(voucher(catalog, kind)->document()).join(' ');
-        QCOMPARE(text.section("Amount in words ", 1), words);
+        catalog.post(rows);
+        catalog.execute(after);
+        QCOMPARE(body(voucher(catalog, rows.mid(13, 2))->document()), printed);
     }
-}
 
-void tst_voucher_documents::carriedForward_data() {
-    QTest::addColumn<QString>("kind");
-    for (const char *kind : {"BP", "BR", "CP", "CR", "JV"})
-        QTest::newRow(kind) << QString(kind);
-}
-
-/// Forty lines on several pages: each page repeats the headings, says what the one before came to, and adds
-/// its own lines to it.
-void tst_voucher_documents::carriedForward() {
-    QFETCH(QString, kind);
-    PostedCatalog catalog;
-    QString rows;
-    for (int entry = 1; entry <= 40; ++entry)
-        rows += rowsOf(kind, entry, "1000.01", entry % 3 == 0 ? QString(150, 'n') : QString("-"));
-    catalog.post(rows);
-    const bool journal = kind == "JV";
-    const auto document = voucher(catalog, kind)->document();
-    QVERIFY(document->pageCount() > 1);
-    qsizetype before = 0;
-    const auto sum = [&](qsizetype lines) {
-        const QString amount = QLocale(QLocale::English).toString(double(lines) * 1000.01, 'f', 2);
-        return journal ? amount + " " + amount : amount;
-    };
-    for (int page = 0; page < document->pageCount(); ++page) {
-        const QString text = document->page(page).plainText();
-        QVERIFY(text.contains("CITY PROPERTIES"));
-        QVERIFY(text.endsWith(QString(" Page %1 of %2").arg(page + 1).arg(document->pageCount())));
-        QCOMPARE(
-            text.contains(QRegularExpression("\nCode Account .*\nBrought forward " + sum(before) + "\n")),
-            page > 0);
-        const qsizetype amounts =
-            text.count(QRegularExpression("^.* 1,000\\.01$", QRegularExpression::MultilineOption));
-        before += journal ? amounts / 2 : amounts;
-        const bool last = page + 1 == document->pageCount();
-        QCOMPARE(text.contains("Carried forward " + sum(before) + "\n"), !last);
-        QCOMPARE(text.contains("Total Rs. " + sum(40)), last);
-        QCOMPARE(text.contains("Prepared by"), last);
+    void words_data() {
+        columns<QString, QString>("amount", "words");
+        zel::test::row("less than a lakh", "99999.99",
+                       "Ninety Nine Thousand Nine Hundred Ninety Nine and 99/100 Only");
+        zel::test::row("a lakh", "100000", "One Hundred Thousand Only (One Lakh Only)");
+        zel::test::row("crores", "20300004.05",
+                       "Twenty Million Three Hundred Thousand Four and 05/100 Only "
+                       "(Two Crore Three Lakh Four and 05/100 Only)");
+        zel::test::row(
+            "the greatest", "9999999999.99",
+            "Nine Billion Nine Hundred Ninety Nine Million Nine Hundred Ninety Nine Thousand Nine "
+            "Hundred Ninety Nine and 99/100 Only "
+            "(Nine Hundred Ninety Nine Crore Ninety Nine Lakh Ninety Nine Thousand Nine Hundred Ninety Nine "
+            "and "
+            "99/100 Only)");
+        zel::test::row("taken back", "-250000",
+                       "Minus Two Hundred Fifty Thousand Only (Minus Two Lakh Fifty Thousand Only)");
     }
-    QCOMPARE(before, 40);
-}
 
-void tst_voucher_documents::bigAndLong_data() {
-    carriedForward_data();
-}
+    void words() {
+        QFETCH(QString, amount);
+        QFETCH(QString, words);
+        for (const char *kind : {"BP", "BR", "CP", "CR", "JV"}) {
+            PostedCatalog catalog;
+            catalog.post(rowsOf(kind, 1, amount));
+            const QString text = body(voucher(catalog, kind)->document()).join(' ');
+            QCOMPARE(text.section("Amount in words ", 1), words);
+        }
+    }
 
-/// The longest texts that the columns hold and ten digits before the point stand whole, inside the page and
-/// over nothing else.
-void tst_voucher_documents::bigAndLong() {
-    QFETCH(QString, kind);
-    PostedCatalog catalog;
-    const QString name = QString("WESTMORELAND AND WARWICKSHIRE MASONRY WORKS ").repeated(3).left(100);
-    catalog.execute("update Accounts set AcName = '" + name +
-                    "' where AcNodes in ('1.1.1', '1.1.2', '5.1.1')");
-    catalog.execute("update Company set Company = '" + name + "', comAddr = '" + name + name.left(50) + "'");
-    QString rows;
-    for (int entry = 1; entry <= 12; ++entry)
-        rows += rowsOf(kind, entry, entry % 2 ? "9999999999.99" : "-9999999999.99", name + name.left(99));
-    rows += rowsOf(kind, 13, "9999999999.99");
-    catalog.post(rows);
-    catalog.execute(
-        QString("update DetJV set ChecqNo = 'CHQ-WWWWWWWW-1234567', FileNo = 'FILE-WWW-1', BillNo = "
-                "'BILL-WWW-1'"));
-    const auto document = voucher(catalog, kind, name)->document();
-    const QString text = wholeText(*document);
-    QVERIFY(text.contains("Total Rs. 9,999,999,999.99"));
-    QCOMPARE(text.count(" -9,999,999,999.99\n"), kind == "JV" ? 12 : 6);
-}
+    void carriedForward_data() {
+        QTest::addColumn<QString>("kind");
+        for (const char *kind : {"BP", "BR", "CP", "CR", "JV"})
+            zel::test::row(kind, QString(kind));
+    }
+
+    /// Forty lines on several pages: each page repeats the headings, says what the one before came to, and
+    /// adds its own lines to it.
+    void carriedForward() {
+        QFETCH(QString, kind);
+        PostedCatalog catalog;
+        QString rows;
+        for (int entry = 1; entry <= 40; ++entry)
+            rows += rowsOf(kind, entry, "1000.01", entry % 3 == 0 ? QString(150, 'n') : QString("-"));
+        catalog.post(rows);
+        const bool journal = kind == "JV";
+        const auto document = voucher(catalog, kind)->document();
+        QVERIFY(document->pageCount() > 1);
+        qsizetype before = 0;
+        const auto sum = [&](qsizetype lines) {
+            const QString amount = QLocale(QLocale::English).toString(double(lines) * 1000.01, 'f', 2);
+            return journal ? amount + " " + amount : amount;
+        };
+        for (int page = 0; page < document->pageCount(); ++page) {
+            const QString text = document->page(page).plainText();
+            QVERIFY(text.contains("CITY PROPERTIES"));
+            QVERIFY(text.endsWith(QString(" Page %1 of %2").arg(page + 1).arg(document->pageCount())));
+            QCOMPARE(
+                text.contains(QRegularExpression("\nCode Account .*\nBrought forward " + sum(before) + "\n")),
+                page > 0);
+            const qsizetype amounts =
+                text.count(QRegularExpression("^.* 1,000\\.01$", QRegularExpression::MultilineOption));
+            before += journal ? amounts / 2 : amounts;
+            const bool last = page + 1 == document->pageCount();
+            QCOMPARE(text.contains("Carried forward " + sum(before) + "\n"), !last);
+            QCOMPARE(text.contains("Total Rs. " + sum(40)), last);
+            QCOMPARE(text.contains("Prepared by"), last);
+        }
+        QCOMPARE(before, 40);
+    }
+
+    void bigAndLong_data() { carriedForward_data(); }
+
+    /// The longest texts that the columns hold and ten digits before the point stand whole, inside the page
+    /// and over nothing else.
+    void bigAndLong() {
+        QFETCH(QString, kind);
+        PostedCatalog catalog;
+        const QString name = QString("WESTMORELAND AND WARWICKSHIRE MASONRY WORKS ").repeated(3).left(100);
+        catalog.execute("update Accounts set AcName = '" + name +
+                        "' where AcNodes in ('1.1.1', '1.1.2', '5.1.1')");
+        catalog.execute("update Company set Company = '" + name + "', comAddr = '" + name + name.left(50) +
+                        "'");
+        QString rows;
+        for (int entry = 1; entry <= 12; ++entry)
+            rows += rowsOf(kind, entry, entry % 2 ? "9999999999.99" : "-9999999999.99", name + name.left(99));
+        rows += rowsOf(kind, 13, "9999999999.99");
+        catalog.post(rows);
+        catalog.execute(
+            QString("update DetJV set ChecqNo = 'CHQ-WWWWWWWW-1234567', FileNo = 'FILE-WWW-1', BillNo = "
+                    "'BILL-WWW-1'"));
+        const auto document = voucher(catalog, kind, name)->document();
+        const QString text = wholeText(*document);
+        QVERIFY(text.contains("Total Rs. 9,999,999,999.99"));
+        QCOMPARE(text.count(" -9,999,999,999.99\n"), kind == "JV" ? 12 : 6);
+    }
+};
 
 QTEST_MAIN(tst_voucher_documents)
 #include "tst_voucher_documents.moc"

@@ -6,8 +6,12 @@
 #include "platform/controls/text_box.h"
 #include "shell/line_grid.h"
 #include "tests/platform/controls/table_rows.h"
+#include "tests/support/rows.h"
 
 #include <QtTest>
+
+using zel::test::columns;
+using zel::test::fill;
 
 using namespace zel;
 using namespace zel::shell;
@@ -79,77 +83,72 @@ const QStringList Tax{"8", "TAX", "9", "3 paid", "AUTUMN", "2", "1"};
 class tst_line_grid : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void lines();
-    void missing_data();
-    void missing();
-};
+    void lines() {
+        Subjects screen;
+        int taken = 0;
+        LineGrid lines(screen, Lines, [&](int row) { taken = row; });
+        lines.reset();
+        QVERIFY(lines.isEmpty() && lines.grid().isColumnHidden(0) && !lines.grid().isColumnHidden(1));
+        for (const QStringList &line : {Law, Tax}) {
+            screen.fill(line);
+            QVERIFY(!lines.isRepeated());
+            lines.add();
+            QCOMPARE(screen.boxes(), "||||" + line[4] + '|' + line[5] + "|0");
+        }
+        const QStringList both{"7|LAW|1,250.50|1,250|SPRING|1|0", "8|TAX|9.00|3 paid|AUTUMN|2|1"};
+        QCOMPARE(cells(lines), both);
+        QCOMPARE(storedAmount(lines.total(2)), "1259.50");
+        QCOMPARE(storedAmount(lines.total(3)), "4.00"); // as plain texts are read
 
-void tst_line_grid::lines() {
-    Subjects screen;
-    int taken = 0;
-    LineGrid lines(screen, Lines, [&](int row) { taken = row; });
-    lines.reset();
-    QVERIFY(lines.isEmpty() && lines.grid().isColumnHidden(0) && !lines.grid().isColumnHidden(1));
-    for (const QStringList &line : {Law, Tax}) {
-        screen.fill(line);
+        // A code stands once, but a line under edit may take another's.
+        screen.fill({"8", "TAX AGAIN"});
+        QVERIFY(lines.isRepeated());
+        Q_EMIT lines.grid().rowClicked(1);
+        QCOMPARE(taken, 1);
+        QCOMPARE(screen.boxes(), "7|LAW|1250.50|1,250|SPRING|1|0");
+        screen.fill({"8"});
         QVERIFY(!lines.isRepeated());
+        Q_EMIT lines.grid().rowDoubleClicked(2);
+        screen.fill({"8", "TAX", "2", "", "AUTUMN", "2", "1"});
         lines.add();
-        QCOMPARE(screen.boxes(), "||||" + line[4] + '|' + line[5] + "|0");
+        QCOMPARE(cells(lines), QStringList({"8|TAX|2.00||AUTUMN|2|1", both[1]}));
+
+        // The session of a line that is gone from the list stays the line's.
+        lines.grid().setTextMatrix(2, 5, "99");
+        lines.takeBack(2);
+        QCOMPARE(screen.boxes(), "8|TAX|9.00|3 paid||99|1");
+        lines.grid().setRow(1);
+        lines.remove();
+        QCOMPARE(cells(lines), QStringList{"8|TAX|9.00|3 paid|AUTUMN|99|1"});
+        QCOMPARE(screen.boxes(), "|||||99|0");
+        lines.remove();
+        QVERIFY(lines.isEmpty());
+        lines.takeBack(0);
+        QCOMPARE(taken, 2);
     }
-    const QStringList both{"7|LAW|1,250.50|1,250|SPRING|1|0", "8|TAX|9.00|3 paid|AUTUMN|2|1"};
-    QCOMPARE(cells(lines), both);
-    QCOMPARE(storedAmount(lines.total(2)), "1259.50");
-    QCOMPARE(storedAmount(lines.total(3)), "4.00"); // as plain texts are read
 
-    // A code stands once, but a line under edit may take another's.
-    screen.fill({"8", "TAX AGAIN"});
-    QVERIFY(lines.isRepeated());
-    Q_EMIT lines.grid().rowClicked(1);
-    QCOMPARE(taken, 1);
-    QCOMPARE(screen.boxes(), "7|LAW|1250.50|1,250|SPRING|1|0");
-    screen.fill({"8"});
-    QVERIFY(!lines.isRepeated());
-    Q_EMIT lines.grid().rowDoubleClicked(2);
-    screen.fill({"8", "TAX", "2", "", "AUTUMN", "2", "1"});
-    lines.add();
-    QCOMPARE(cells(lines), QStringList({"8|TAX|2.00||AUTUMN|2|1", both[1]}));
-
-    // The session of a line that is gone from the list stays the line's.
-    lines.grid().setTextMatrix(2, 5, "99");
-    lines.takeBack(2);
-    QCOMPARE(screen.boxes(), "8|TAX|9.00|3 paid||99|1");
-    lines.grid().setRow(1);
-    lines.remove();
-    QCOMPARE(cells(lines), QStringList{"8|TAX|9.00|3 paid|AUTUMN|99|1"});
-    QCOMPARE(screen.boxes(), "|||||99|0");
-    lines.remove();
-    QVERIFY(lines.isEmpty());
-    lines.takeBack(0);
-    QCOMPARE(taken, 2);
-}
-
-void tst_line_grid::missing_data() {
-    QTest::addColumn<QString>("box");
-    QTest::addColumn<Part>("part");
-    QTest::newRow("no such control") << "txtNone" << Part::Text;
-    QTest::newRow("a box isn't bound") << "txtSubId" << Part::Bound;
-    QTest::newRow("a combo has no text of its own to tag") << "cboSession" << Part::Tag;
-    QTest::newRow("a grid has no text") << "MshSubject" << Part::Text;
-}
-
-void tst_line_grid::missing() {
-    QFETCH(QString, box);
-    QFETCH(Part, part);
-    Subjects screen;
-    const QByteArray name = box.toLatin1();
-    try {
-        ScreenBox(screen, {name.constData(), part});
-        QFAIL("found");
-    } catch (const Error &error) {
-        QCOMPARE(error.number(), errors::ControlNotFound);
-        QCOMPARE(error.description(), "Control '" + box + "' not found on frmZelApplication");
+    void missing_data() {
+        columns<QString, Part>("box", "part");
+        zel::test::row("no such control", "txtNone", Part::Text);
+        zel::test::row("a box isn't bound", "txtSubId", Part::Bound);
+        zel::test::row("a combo has no text of its own to tag", "cboSession", Part::Tag);
+        zel::test::row("a grid has no text", "MshSubject", Part::Text);
     }
-}
+
+    void missing() {
+        QFETCH(QString, box);
+        QFETCH(Part, part);
+        Subjects screen;
+        const QByteArray name = box.toLatin1();
+        try {
+            ScreenBox(screen, {name.constData(), part});
+            QFAIL("found");
+        } catch (const Error &error) {
+            QCOMPARE(error.number(), errors::ControlNotFound);
+            QCOMPARE(error.description(), "Control '" + box + "' not found on frmZelApplication");
+        }
+    }
+};
 
 int main(int argc, char *argv[]) {
     controls::Application application(argc, argv);

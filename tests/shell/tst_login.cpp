@@ -5,6 +5,7 @@
 #include "shell/server_file.h"
 #include "tests/support/driver.h"
 #include "tests/support/office.h"
+#include "tests/support/rows.h"
 #include "tests/support/test_program.h"
 
 #include "platform/base/error.h"
@@ -57,226 +58,6 @@ private:
 
 } // namespace
 
-class tst_login : public QObject {
-    Q_OBJECT
-private Q_SLOTS:
-    void readsServer_data();
-    void readsServer();
-    void endsProgram_data();
-    void endsProgram();
-    void refuses_data();
-    void refuses();
-    void userAsTyped_data();
-    void userAsTyped();
-    void keys();
-    void logsInAgainAsAnother();
-    void changesDisplay_data();
-    void changesDisplay();
-};
-
-void tst_login::readsServer_data() {
-    QTest::addColumn<QByteArray>("content");
-    QTest::addColumn<QString>("server");
-    QTest::newRow("a name") << QByteArray("OFFICE\n") << "OFFICE";
-    QTest::newRow("no line end") << QByteArray("OFFICE") << "OFFICE";
-    QTest::newRow("two line end characters") << QByteArray("OFFICE\r\nrest\r\n") << "OFFICE";
-    QTest::newRow("up to a comma") << QByteArray("OFFICE,1433\n") << "OFFICE";
-    QTest::newRow("quoted") << QByteArray("\"MY OFFICE\"\n") << "MY OFFICE";
-    QTest::newRow("comma in quotes") << QByteArray("\"OFFICE,1433\",x\n") << "OFFICE,1433";
-    QTest::newRow("blanks around") << QByteArray("  OFFICE \n") << "OFFICE";
-    QTest::newRow("byte order mark") << QByteArray("\xEF\xBB\xBF./data\n") << "./data";
-    QTest::newRow("empty first line") << QByteArray("\nOFFICE\n") << "";
-}
-
-void tst_login::readsServer() {
-    QFETCH(QByteArray, content);
-    QFETCH(QString, server);
-    Office office;
-    writeServer(office, content);
-    shell::Main();
-    QWidget *login = form("frmLogin");
-    QCOMPARE(text(login, "txtServer"), server);
-    QCOMPARE(text(login, "cboUsers"), "sa");
-    picture(login, "login");
-
-    typeInto(login, "txtServer", "other");
-    QCOMPARE(text(login, "txtServer"), server);
-}
-
-void tst_login::endsProgram_data() {
-    QTest::addColumn<QString>("scene");
-    QTest::addColumn<QString>("box");
-    QTest::addColumn<int>("status");
-    QTest::newRow("no Server.txt") << "no file"
-                                   << "Error 53:\n\nFile not found" << 1;
-    QTest::newRow("empty Server.txt") << "empty file"
-                                      << "Error 62:\n\nInput past end of file" << 1;
-    QTest::newRow("query before the login") << "early query"
-                                            << "Error 3704:" << 1;
-    QTest::newRow("cancel") << "cancel"
-                            << "" << 0;
-}
-
-void tst_login::endsProgram() {
-    QFETCH(QString, scene);
-    QFETCH(QString, box);
-    QFETCH(int, status);
-    const Ended ended = play(scene);
-    QVERIFY2(ended.status == status, qPrintable(ended.errorStream));
-    QVERIFY2(box.isEmpty() ? ended.box.isEmpty() : ended.box.startsWith(box), qPrintable(ended.box));
-    QVERIFY(!ended.errorStream.contains("after the end"));
-}
-
-void tst_login::refuses_data() {
-    QTest::addColumn<QString>("user");
-    QTest::addColumn<QString>("password");
-    QTest::addColumn<QString>("server"); // '' leaves the catalog's folder
-    QTest::newRow("wrong password") << "sa"
-                                    << "nonsense"
-                                    << "";
-    QTest::newRow("unknown user") << "nobody"
-                                  << ""
-                                  << "";
-    QTest::newRow("no catalog there") << "sa"
-                                      << ""
-                                      << "./nowhere";
-    QTest::newRow("apostrophe") << "sa' or '1'='1"
-                                << "x"
-                                << "";
-}
-
-void tst_login::refuses() {
-    QFETCH(QString, user);
-    QFETCH(QString, password);
-    QFETCH(QString, server);
-    Office office;
-    if (!server.isEmpty())
-        writeServer(office, server.toUtf8());
-    shell::gUserName = "BEFORE";
-    shell::gPassword = "KEPT";
-    shell::Main();
-    QWidget *login = form("frmLogin");
-    typeInto(login, "cboUsers", user);
-    press(Qt::Key_Return);
-    type(password);
-    const std::vector<Box> boxes = boxesOf([] { press(Qt::Key_Return); }, {QMessageBox::Ok});
-
-    QCOMPARE(boxes.size(), 1U);
-    QCOMPARE(boxes[0].title, "Login Error");
-    QCOMPARE(boxes[0].icon, QMessageBox::Critical);
-    QVERIFY(!boxes[0].text.isEmpty());
-    QVERIFY(!form("MDIForm1"));
-    QCOMPARE(shell::gCon.State(), ado::adStateClosed);
-    QCOMPARE(shell::gUserName, "BEFORE");
-    QCOMPARE(shell::gPassword, "KEPT");
-    QCOMPARE(text(login, "cboUsers"), user);
-    QCOMPARE(focused(), "txtPassword");
-    QCOMPARE(control<QLineEdit>(login, "txtPassword")->selectedText().size(), password.size());
-
-    // The whole password is selected: what is typed next replaces it.
-    type("new");
-    QCOMPARE(text(login, "txtPassword"), "new");
-}
-
-void tst_login::userAsTyped_data() {
-    QTest::addColumn<QString>("user");
-    for (const char *user : {"s", "S", "SA", "sam", "sa "})
-        QTest::newRow(user) << user;
-}
-
-/// The list's name completes and corrects no other.
-void tst_login::userAsTyped() {
-    QFETCH(QString, user);
-    Office office;
-    shell::Main();
-    QWidget *login = form("frmLogin");
-    typeInto(login, "cboUsers", user);
-    QCOMPARE(text(login, "cboUsers"), user);
-    press(Qt::Key_Return);
-    QCOMPARE(focused(), "txtPassword");
-    QCOMPARE(text(login, "cboUsers"), user);
-    QCOMPARE(control<QComboBox>(login, "cboUsers")->count(), 1);
-}
-
-void tst_login::keys() {
-    Office office;
-    shell::Main();
-    QWidget *login = form("frmLogin");
-    controls::FormLife *life = shell::frmLogin::reference.get();
-    controls::Form *before = shell::frmLogin::reference.get();
-    QVERIFY(life->isShown());
-    pressOn(login, "cboUsers", Qt::Key_Return);
-    QCOMPARE(focused(), "txtPassword");
-    QCOMPARE(control<QLineEdit>(login, "txtPassword")->echoMode(), QLineEdit::Password);
-    click(login, "cmdLogIn");
-    QVERIFY(form("MDIForm1"));
-    QVERIFY(!form("frmLogin"));
-    QVERIFY(shell::frmLogin::reference.get() != before);
-    QCOMPARE(shell::gUserName, "sa");
-    QCOMPARE(shell::gPassword, "");
-}
-
-void tst_login::logsInAgainAsAnother() {
-    Office office;
-    office.execute("sp_addlogin 'CLERK', 'SECRET', 'ZEL'");
-    office.execute("sp_adduser 'CLERK'");
-    office.logIn();
-    QCOMPARE(text(form("MDIForm1"), "lblTitle"), "Login :   sa");
-
-    press(Qt::Key_X, Qt::AltModifier);
-    settle();
-    QVERIFY(!form("MDIForm1"));
-    QVERIFY(form("frmLogin"));
-    QCOMPARE(text(form("frmLogin"), "cboUsers"), "sa");
-    QCOMPARE(text(form("frmLogin"), "txtPassword"), "");
-    QCOMPARE(shell::gCon.State(), ado::adStateOpen);
-    QCOMPARE(shell::gUserName, "sa");
-
-    office.logIn("CLERK", "SECRET");
-    QCOMPARE(text(form("MDIForm1"), "lblTitle"), "Login :   CLERK");
-    QCOMPARE(shell::gUserName, "CLERK");
-    QCOMPARE(shell::gPassword, "SECRET");
-    shell::OpenRs("select * from Menus");
-    shell::OpenRs("select * from Menus where 0 = 1");
-    QCOMPARE(shell::gRs.RecordCount(), 0);
-}
-
-void tst_login::changesDisplay_data() {
-    QTest::addColumn<int>("result");
-    QTest::addColumn<bool>("back");
-    QTest::addColumn<QMessageBox::StandardButton>("answer");
-    QTest::addColumn<QStringList>("calls");
-    const QString test = "change 1572864 1024x768 flags 4";
-    QTest::newRow("at once") << 0 << false << QMessageBox::NoButton
-                             << QStringList{"mode 0", test, "change 1572864 1024x768 flags 1",
-                                            "broadcast 65535 126 42 0"};
-    QTest::newRow("restart") << 1 << false << QMessageBox::Yes << QStringList{"mode 0", test, "exit 0 0"};
-    QTest::newRow("no restart") << 1 << false << QMessageBox::No << QStringList{"mode 0", test};
-    QTest::newRow("refused") << -2 << false << QMessageBox::NoButton << QStringList{"mode 0", test};
-    QTest::newRow("back to the default")
-        << -2 << true << QMessageBox::NoButton << QStringList{"mode 0", "change 1572864 0x0 flags 4"};
-}
-
-void tst_login::changesDisplay() {
-    QFETCH(int, result);
-    QFETCH(bool, back);
-    QFETCH(QMessageBox::StandardButton, answer);
-    QFETCH(QStringList, calls);
-    QStringList made;
-    shell::frmLogin login;
-    login.SetResulation(); // a platform without such calls: nothing happens
-    login.setDisplay(std::make_unique<FakeDisplay>(result, made));
-    const std::vector<Box> boxes =
-        boxesOf([&] { back ? login.setDefautResulation() : login.SetResulation(); }, {answer});
-    QCOMPARE(made, calls);
-    QCOMPARE(int(boxes.size()), answer == QMessageBox::NoButton ? 0 : 1);
-    if (!boxes.empty()) {
-        QCOMPARE(boxes[0].title, "Screen Resolution");
-        QCOMPARE(boxes[0].text, "You must restart your computer to apply these changes.\n\n"
-                                "Do you want to restart now?");
-    }
-}
-
 static const Scenes scenes = {
     {"no file",
      [] {
@@ -302,6 +83,195 @@ static const Scenes scenes = {
          click(form("frmLogin"), "cmdCancel");
          qWarning("after the end");
      }},
+};
+
+class tst_login : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void readsServer_data() {
+        columns<QByteArray, QString>("content", "server");
+        row("a name", QByteArray("OFFICE\n"), "OFFICE");
+        row("no line end", QByteArray("OFFICE"), "OFFICE");
+        row("two line end characters", QByteArray("OFFICE\r\nrest\r\n"), "OFFICE");
+        row("up to a comma", QByteArray("OFFICE,1433\n"), "OFFICE");
+        row("quoted", QByteArray("\"MY OFFICE\"\n"), "MY OFFICE");
+        row("comma in quotes", QByteArray("\"OFFICE,1433\",x\n"), "OFFICE,1433");
+        row("blanks around", QByteArray("  OFFICE \n"), "OFFICE");
+        row("byte order mark", QByteArray("\xEF\xBB\xBF./data\n"), "./data");
+        row("empty first line", QByteArray("\nOFFICE\n"), "");
+    }
+
+    void readsServer() {
+        QFETCH(QByteArray, content);
+        QFETCH(QString, server);
+        Office office;
+        writeServer(office, content);
+        shell::Main();
+        QWidget *login = form("frmLogin");
+        QCOMPARE(text(login, "txtServer"), server);
+        QCOMPARE(text(login, "cboUsers"), "sa");
+        picture(login, "login");
+
+        typeInto(login, "txtServer", "other");
+        QCOMPARE(text(login, "txtServer"), server);
+    }
+
+    void endsProgram_data() {
+        columns<QString, QString, int>("scene", "box", "status");
+        row("no Server.txt", "no file", "Error 53:\n\nFile not found", 1);
+        row("empty Server.txt", "empty file", "Error 62:\n\nInput past end of file", 1);
+        row("query before the login", "early query", "Error 3704:", 1);
+        row("cancel", "cancel", "", 0);
+    }
+
+    void endsProgram() {
+        QFETCH(QString, scene);
+        QFETCH(QString, box);
+        QFETCH(int, status);
+        const Ended ended = play(scene);
+        QVERIFY2(ended.status == status, qPrintable(ended.errorStream));
+        QVERIFY2(box.isEmpty() ? ended.box.isEmpty() : ended.box.startsWith(box), qPrintable(ended.box));
+        QVERIFY(!ended.errorStream.contains("after the end"));
+    }
+
+    void refuses_data() {
+        columns<QString, QString>("user", "password");
+        QTest::addColumn<QString>("server"); // '' leaves the catalog's folder
+        QTest::newRow("wrong password") << "sa"
+                                        << "nonsense"
+                                        << "";
+        row("unknown user", "nobody", "", "");
+        row("no catalog there", "sa", "", "./nowhere");
+        row("apostrophe", "sa' or '1'='1", "x", "");
+    }
+
+    void refuses() {
+        QFETCH(QString, user);
+        QFETCH(QString, password);
+        QFETCH(QString, server);
+        Office office;
+        if (!server.isEmpty())
+            writeServer(office, server.toUtf8());
+        shell::gUserName = "BEFORE";
+        shell::gPassword = "KEPT";
+        shell::Main();
+        QWidget *login = form("frmLogin");
+        typeInto(login, "cboUsers", user);
+        press(Qt::Key_Return);
+        type(password);
+        const std::vector<Box> boxes = boxesOf([] { press(Qt::Key_Return); }, {QMessageBox::Ok});
+
+        QCOMPARE(boxes.size(), 1U);
+        QCOMPARE(boxes[0].title, "Login Error");
+        QCOMPARE(boxes[0].icon, QMessageBox::Critical);
+        QVERIFY(!boxes[0].text.isEmpty());
+        QVERIFY(!form("MDIForm1"));
+        QCOMPARE(shell::gCon.State(), ado::adStateClosed);
+        QCOMPARE(shell::gUserName, "BEFORE");
+        QCOMPARE(shell::gPassword, "KEPT");
+        QCOMPARE(text(login, "cboUsers"), user);
+        QCOMPARE(focused(), "txtPassword");
+        QCOMPARE(control<QLineEdit>(login, "txtPassword")->selectedText().size(), password.size());
+
+        // The whole password is selected: what is typed next replaces it.
+        type("new");
+        QCOMPARE(text(login, "txtPassword"), "new");
+    }
+
+    void userAsTyped_data() {
+        QTest::addColumn<QString>("user");
+        for (const char *user : {"s", "S", "SA", "sam", "sa "})
+            row(user, user);
+    }
+
+    /// The list's name completes and corrects no other.
+    void userAsTyped() {
+        QFETCH(QString, user);
+        Office office;
+        shell::Main();
+        QWidget *login = form("frmLogin");
+        typeInto(login, "cboUsers", user);
+        QCOMPARE(text(login, "cboUsers"), user);
+        press(Qt::Key_Return);
+        QCOMPARE(focused(), "txtPassword");
+        QCOMPARE(text(login, "cboUsers"), user);
+        QCOMPARE(control<QComboBox>(login, "cboUsers")->count(), 1);
+    }
+
+    void keys() {
+        Office office;
+        shell::Main();
+        QWidget *login = form("frmLogin");
+        controls::FormLife *life = shell::frmLogin::reference.get();
+        controls::Form *before = shell::frmLogin::reference.get();
+        QVERIFY(life->isShown());
+        pressOn(login, "cboUsers", Qt::Key_Return);
+        QCOMPARE(focused(), "txtPassword");
+        QCOMPARE(control<QLineEdit>(login, "txtPassword")->echoMode(), QLineEdit::Password);
+        click(login, "cmdLogIn");
+        QVERIFY(form("MDIForm1"));
+        QVERIFY(!form("frmLogin"));
+        QVERIFY(shell::frmLogin::reference.get() != before);
+        QCOMPARE(shell::gUserName, "sa");
+        QCOMPARE(shell::gPassword, "");
+    }
+
+    void logsInAgainAsAnother() {
+        Office office;
+        office.execute("sp_addlogin 'CLERK', 'SECRET', 'ZEL'");
+        office.execute("sp_adduser 'CLERK'");
+        office.logIn();
+        QCOMPARE(text(form("MDIForm1"), "lblTitle"), "Login :   sa");
+
+        press(Qt::Key_X, Qt::AltModifier);
+        settle();
+        QVERIFY(!form("MDIForm1"));
+        QVERIFY(form("frmLogin"));
+        QCOMPARE(text(form("frmLogin"), "cboUsers"), "sa");
+        QCOMPARE(text(form("frmLogin"), "txtPassword"), "");
+        QCOMPARE(shell::gCon.State(), ado::adStateOpen);
+        QCOMPARE(shell::gUserName, "sa");
+
+        office.logIn("CLERK", "SECRET");
+        QCOMPARE(text(form("MDIForm1"), "lblTitle"), "Login :   CLERK");
+        QCOMPARE(shell::gUserName, "CLERK");
+        QCOMPARE(shell::gPassword, "SECRET");
+        shell::OpenRs("select * from Menus");
+        shell::OpenRs("select * from Menus where 0 = 1");
+        QCOMPARE(shell::gRs.RecordCount(), 0);
+    }
+
+    void changesDisplay_data() {
+        columns<int, bool, QMessageBox::StandardButton, QStringList>("result", "back", "answer", "calls");
+        const QString test = "change 1572864 1024x768 flags 4";
+        row("at once", 0, false, QMessageBox::NoButton,
+            QStringList{"mode 0", test, "change 1572864 1024x768 flags 1", "broadcast 65535 126 42 0"});
+        row("restart", 1, false, QMessageBox::Yes, QStringList{"mode 0", test, "exit 0 0"});
+        row("no restart", 1, false, QMessageBox::No, QStringList{"mode 0", test});
+        row("refused", -2, false, QMessageBox::NoButton, QStringList{"mode 0", test});
+        row("back to the default", -2, true, QMessageBox::NoButton,
+            QStringList{"mode 0", "change 1572864 0x0 flags 4"});
+    }
+
+    void changesDisplay() {
+        QFETCH(int, result);
+        QFETCH(bool, back);
+        QFETCH(QMessageBox::StandardButton, answer);
+        QFETCH(QStringList, calls);
+        QStringList made;
+        shell::frmLogin login;
+        login.SetResulation(); // a platform without such calls: nothing happens
+        login.setDisplay(std::make_unique<FakeDisplay>(result, made));
+        const std::vector<Box> boxes =
+            boxesOf([&] { back ? login.setDefautResulation() : login.SetResulation(); }, {answer});
+        QCOMPARE(made, calls);
+        QCOMPARE(int(boxes.size()), answer == QMessageBox::NoButton ? 0 : 1);
+        if (!boxes.empty()) {
+            QCOMPARE(boxes[0].title, "Screen Resolution");
+            QCOMPARE(boxes[0].text, "You must restart your computer to apply these changes.\n\n"
+                                    "Do you want to restart now?");
+        }
+    }
 };
 
 int main(int argc, char *argv[]) {

@@ -68,27 +68,26 @@ protected:
 class tst_master_screen : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void readsItsRecords();
+    void readsItsRecords() {
+        Office office;
+        office.execute("insert into tblSession (SessionId, SessionName) values (1, null) "
+                       "insert into tblSession (SessionId, SessionName) values (2, 'AUTUMN')");
+        office.logIn();
+        auto *screen = new Directory;
+        QCOMPARE(cells(screen, "Msh"), QStringList({"Row No", "2"})); // a Null is like nothing
+        QCOMPARE(control<controls::TextBox>(screen, "txtCName")->maxTyped(), 50);
+        screen->FillGrid("Course Wise");
+        QCOMPARE(cells(screen, "Msh"), QStringList({"Row No", "1", "2"}));
+        typeInto(screen, "txtSearch", "u");
+        control<controls::Grid>(screen, "Msh")->setRow(1);
+        pressOn(screen, "Msh", Qt::Key_F2);
+        QCOMPARE(text(screen, "txt_Row_No") + text(screen, "txtCName") + underWay(),
+                 "2AUTUMNcorrecting entry 2");
+        pressOn(screen, "Msh", Qt::Key_Return);
+        settle();
+        QVERIFY(!form("frmDirectory"));
+    }
 };
-
-void tst_master_screen::readsItsRecords() {
-    Office office;
-    office.execute("insert into tblSession (SessionId, SessionName) values (1, null) "
-                   "insert into tblSession (SessionId, SessionName) values (2, 'AUTUMN')");
-    office.logIn();
-    auto *screen = new Directory;
-    QCOMPARE(cells(screen, "Msh"), QStringList({"Row No", "2"})); // a Null is like nothing
-    QCOMPARE(control<controls::TextBox>(screen, "txtCName")->maxTyped(), 50);
-    screen->FillGrid("Course Wise");
-    QCOMPARE(cells(screen, "Msh"), QStringList({"Row No", "1", "2"}));
-    typeInto(screen, "txtSearch", "u");
-    control<controls::Grid>(screen, "Msh")->setRow(1);
-    pressOn(screen, "Msh", Qt::Key_F2);
-    QCOMPARE(text(screen, "txt_Row_No") + text(screen, "txtCName") + underWay(), "2AUTUMNcorrecting entry 2");
-    pressOn(screen, "Msh", Qt::Key_Return);
-    settle();
-    QVERIFY(!form("frmDirectory"));
-}
 
 int main(int argc, char *argv[]) {
     tst_master_screen tests;

@@ -6,6 +6,7 @@
 #include "shell/screens.h"
 #include "tests/support/driver.h"
 #include "tests/support/office.h"
+#include "tests/support/rows.h"
 #include "tests/support/test_program.h"
 
 #include <QAction>
@@ -64,315 +65,6 @@ struct OpenFrame {
 
 } // namespace
 
-class tst_menu : public QObject {
-    Q_OBJECT
-private Q_SLOTS:
-    void appliesRights_data();
-    void appliesRights();
-    void endsProgram_data();
-    void endsProgram();
-    void partsAreNamed();
-    void companyIsNamed_data();
-    void companyIsNamed();
-    void missingScreenLeavesAllAlone();
-    void lockLeadsTo_data();
-    void lockLeadsTo();
-    void lockKeepsItsSize();
-    void lockRefuses();
-    void lockCancels();
-    void editsRights();
-    void clock_data();
-    void clock();
-};
-
-void tst_menu::appliesRights_data() {
-    QTest::addColumn<QString>("statement");
-    QTest::addColumn<QStringList>("hidden");
-    QTest::newRow("all active") << "" << QStringList{};
-    QTest::newRow("some off") << "update Menus set Active = '0' where Menus in ('Course', 'CASH BOOK')"
-                              << QStringList{"mnuCashBook", "mnuCourse"};
-    QTest::newRow("caption of no item")
-        << "update Menus set Active = '0' where Menus = 'STOCK SUMMARY REPORT'" << QStringList{};
-    QTest::newRow("item without a row") << "delete from Menus where Menus = 'Course'" << QStringList{};
-    QTest::newRow("case counts") << "update Menus set Menus = 'COURSE', Active = '0' where Menus = 'Course'"
-                                 << QStringList{};
-    QTest::newRow("a whole menu") << "insert into Menus (Menus, Active) values ('TRANSACTION', '0')"
-                                  << QStringList{"mnuMainTrans"};
-    QTest::newRow("other than 1 is off")
-        << "update Menus set Active = '2' where Menus = 'Session'" << QStringList{"mnuSession"};
-}
-
-void tst_menu::appliesRights() {
-    QFETCH(QString, statement);
-    QFETCH(QStringList, hidden);
-    OpenFrame frame;
-    if (!statement.isEmpty())
-        frame.office.execute(Sql::trusted(statement.toStdString()));
-    QCOMPARE(frame.hiddenItems(), QStringList{});
-    QVERIFY(frame.panelShown());
-    QWidget *other = openByMenu("mnuCompany", "other");
-    QCOMPARE(frame.hiddenItems(), QStringList{});
-    QVERIFY(!frame.panelShown());
-    QCOMPARE(openByMenu("mnuCompany", "other"), other);
-    other->parentWidget()->close();
-    QVERIFY(frame.panelShown());
-    QCOMPARE(frame.hiddenItems(), hidden);
-}
-
-void tst_menu::endsProgram_data() {
-    QTest::addColumn<QString>("scene");
-    QTest::addColumn<QString>("box");
-    const QString withoutRights = "Error 91:\n\nObject variable or With block variable not set";
-    QTest::newRow("no row") << "no row" << withoutRights;
-    QTest::newRow("all off") << "all off" << withoutRights;
-    QTest::newRow("by the lock's Cancel") << "cancel" << withoutRights;
-    QTest::newRow("by Exit with a screen open") << "exit" << withoutRights;
-    QTest::newRow("a quote at the lock, told without what was typed")
-        << "quote"
-        << "Error 105:\n\nUnclosed quotation mark after the character string '***'.\nLine 1, column 39:\n"
-           "Select * From LctPswd Where Pswd= '***'\n                                      ^";
-}
-
-void tst_menu::endsProgram() {
-    QFETCH(QString, scene);
-    QFETCH(QString, box);
-    const Ended ended = play(scene);
-    QVERIFY2(ended.status == 1, qPrintable(ended.errorStream));
-    QCOMPARE(ended.box, box);
-    QVERIFY2(!ended.errorStream.contains("ECRET"), qPrintable(ended.errorStream));
-}
-
-void tst_menu::partsAreNamed() {
-    OpenFrame frame;
-    for (const char *menu : {"mnu_Reg_Form", "mnuMainTrans", "mnuMainVouc", "mnuMainRpt", "mnuAdmin"})
-        QVERIFY2(frame.frame->findChild<QMenu *>(menu), menu);
-    QCOMPARE(frame.frame->findChild<QTimer *>("Timer1")->interval(), 500);
-    QStringList names;
-    for (const QAction *action : frame.frame->findChildren<QAction *>())
-        if (action->isSeparator() && action->property("Caption").isValid())
-            names << action->objectName();
-    names.sort();
-    QCOMPARE(names.join(' '), "gp0 gp01 gp1 gp2 gp3 gp4 gp5 gpFD gpS gpS1 gpt mnuBVouc13 mnuBVouc2 mnuBVouc3 "
-                              "mnuRBlank mnuRBlank1 mnuRBlank2 mnuRBlank3 mnuRBlank4 mnuRBlank5");
-}
-
-void tst_menu::companyIsNamed_data() {
-    QTest::addColumn<QString>("statement");
-    QTest::addColumn<QString>("name");
-    QTest::newRow("active") << "update Company set Company = 'CITY <b>COLLEGE'"
-                            << "CITY <b>COLLEGE";
-    QTest::newRow("none active") << "update Company set comActive = 'N'"
-                                 << "";
-    QTest::newRow("without a name") << "update Company set Company = null"
-                                    << "";
-    QTest::newRow("no table") << "drop table Company"
-                              << "";
-}
-
-/// At the login, and anew when a screen closes.
-void tst_menu::companyIsNamed() {
-    QFETCH(QString, statement);
-    QFETCH(QString, name);
-    OpenFrame frame;
-    QCOMPARE(text(frame.frame, "lblCompany"), "ZEL INSTITUTE");
-    frame.office.execute(Sql::trusted(statement.toStdString()));
-    openByMenu("mnuCompany", "other")->parentWidget()->close();
-    QCOMPARE(text(frame.frame, "lblCompany"), name);
-    QCOMPARE(control(frame.frame, "lblCompany")->isVisible(), !name.isEmpty());
-}
-
-void tst_menu::missingScreenLeavesAllAlone() {
-    OpenFrame frame;
-    openByMenu("mnuCPVou", {});
-    QVERIFY(frame.panelShown());
-    QVERIFY(frame.frame->findChild<QStatusBar *>()->currentMessage().contains("Cash Payment Voucher"));
-    shell::setScreens({});
-    openByMenu("mnuRemoveData", {});
-    QVERIFY(frame.panelShown());
-    QVERIFY(!shell::gOpenRemoveData);
-    QVERIFY(!form("frmLocPass"));
-
-    // The lock leads elsewhere once "Set Menus" has been chosen.
-    shell::setScreens({{"frmSecMenus", shell::shows(shell::frmSecMenus::reference)}});
-    shell::gOpenSetMenus = true;
-    openByMenu("mnuRemoveData", "frmLocPass");
-    type("ZEL");
-    press(Qt::Key_Return);
-    settle();
-    QVERIFY(form("frmSecMenus"));
-    QVERIFY(shell::gOpenRemoveData);
-}
-
-void tst_menu::lockLeadsTo_data() {
-    QTest::addColumn<QStringList>("flags"); // set before the item is chosen
-    QTest::addColumn<QString>("item");
-    QTest::addColumn<QString>("destination");
-    QTest::newRow("remove data") << QStringList{} << "mnuRemoveData"
-                                 << "frmRemoveData";
-    QTest::newRow("set menus") << QStringList{} << "mnuSetMenu"
-                               << "frmSecMenus";
-    QTest::newRow("remove data after set menus") << QStringList{"menus"} << "mnuRemoveData"
-                                                 << "frmSecMenus";
-    QTest::newRow("set menus after remove data") << QStringList{"remove"} << "mnuSetMenu"
-                                                 << "frmSecMenus";
-    QTest::newRow("account before set menus") << QStringList{"account"} << "mnuSetMenu"
-                                              << "frmAccount";
-    QTest::newRow("account before all") << QStringList{"account", "menus"} << "mnuRemoveData"
-                                        << "frmAccount";
-    QTest::newRow("the spare has no screen") << QStringList{"spare"} << "mnuRemoveData"
-                                             << "";
-}
-
-void tst_menu::lockLeadsTo() {
-    QFETCH(QStringList, flags);
-    QFETCH(QString, item);
-    QFETCH(QString, destination);
-    OpenFrame frame;
-    shell::gAddAccount = flags.contains("account");
-    shell::gLockSpare = flags.contains("spare");
-    shell::gOpenSetMenus = flags.contains("menus");
-    shell::gOpenRemoveData = flags.contains("remove");
-
-    QWidget *lock = openByMenu(item, "frmLocPass");
-    QVERIFY(!frame.panelShown());
-    QCOMPARE(focused(), "txtPassword");
-    picture(lock, "lock");
-    type("ZEL");
-    press(Qt::Key_Return);
-    settle();
-    QVERIFY(!form("frmLocPass"));
-    QVERIFY(!shell::frmLocPass::reference);
-    QCOMPARE(frame.opened + QStringList(form("frmSecMenus") ? 1 : 0, "frmSecMenus"),
-             QStringList(destination.isEmpty() ? 0 : 1, destination));
-    QCOMPARE(shell::gOpenRemoveData, flags.contains("remove") || item == "mnuRemoveData");
-    QCOMPARE(shell::gOpenSetMenus, flags.contains("menus") || item == "mnuSetMenu");
-}
-
-void tst_menu::lockKeepsItsSize() {
-    OpenFrame frame;
-    QWidget *other = openByMenu("mnuCompany", "other")->parentWidget();
-    other->showMaximized();
-    QWidget *lock = openByMenu("mnuSetMenu", "frmLocPass");
-    QVERIFY(!lock->parentWidget()->isMaximized());
-    QCOMPARE(lock->size(), lock->sizeHint());
-    const QPoint middle = frame.frame->findChild<QMdiArea *>()->viewport()->rect().center();
-    QVERIFY((lock->parentWidget()->geometry().center() - middle).manhattanLength() <= 2);
-    QVERIFY(other->isMaximized());
-    picture(frame.frame, "lock-over-maximized");
-    click(lock, "cmdCancel");
-    QCOMPARE(frame.frame->findChild<QMdiArea *>()->activeSubWindow(), other);
-    QVERIFY(other->isMaximized());
-}
-
-void tst_menu::lockRefuses() {
-    OpenFrame frame;
-    QWidget *lock = openByMenu("mnuSetMenu", "frmLocPass");
-    std::vector<Box> boxes = boxesOf([] { press(Qt::Key_Return); });
-    QCOMPARE(boxes.size(), 1U);
-    QCOMPARE(boxes[0].text, "please enter your password");
-    QCOMPARE(boxes[0].icon, QMessageBox::Information);
-    QCOMPARE(focused(), "txtPassword");
-
-    type("wrong");
-    boxes = boxesOf([&] { click(lock, "cmdOK"); });
-    QCOMPARE(boxes.size(), 1U);
-    QCOMPARE(boxes[0].text, "please check your password");
-    QCOMPARE(boxes[0].icon, QMessageBox::Information);
-    QCOMPARE(text(lock, "txtPassword"), "");
-    QCOMPARE(focused(), "txtPassword");
-    QVERIFY(!form("frmSecMenus"));
-
-    // Typed text is kept over a refusal only; the next activation empties the box.
-    type("half");
-    QWidget *other = openByMenu("mnuCompany", "other");
-    QVERIFY(other);
-    QCOMPARE(openByMenu("mnuRemoveData", "frmLocPass"), lock);
-    QCOMPARE(text(lock, "txtPassword"), "");
-}
-
-void tst_menu::lockCancels() {
-    OpenFrame frame;
-    frame.office.execute("update Menus set Active = '0' where Menus = 'Course'");
-    QWidget *lock = openByMenu("mnuSetMenu", "frmLocPass");
-    shell::gFinderOpen = true;
-    click(lock, "cmdCancel");
-    QVERIFY(form("frmLocPass"));
-    QVERIFY(!shell::frmLocPass::reference->isShown());
-    QVERIFY(!frame.panelShown());
-
-    shell::gFinderOpen = false;
-    QCOMPARE(openByMenu("mnuSetMenu", "frmLocPass"), lock);
-    click(lock, "cmdCancel");
-    QVERIFY(!form("frmLocPass"));
-    QVERIFY(frame.panelShown());
-    QCOMPARE(frame.hiddenItems(), QStringList{"mnuCourse"});
-    QVERIFY(shell::gOpenSetMenus);
-}
-
-void tst_menu::editsRights() {
-    OpenFrame frame;
-    frame.office.execute("update Menus set Active = '0' where Menus = 'CASH BOOK'");
-    frame.office.execute("delete from Menus where Menus = 'STUDENT FEE DETAIL'");
-    openByMenu("mnuSetMenu", "frmLocPass");
-    type("ZEL");
-    press(Qt::Key_Return);
-    settle();
-    QWidget *rights = form("frmSecMenus");
-    for (int i = 1; i <= 19; ++i) {
-        const auto *box = control<QCheckBox>(rights, "Check" + QString::number(i));
-        QCOMPARE(box->isChecked(), i != 10 && i != 19);
-        QVERIFY2(box->font().bold() == box->isChecked(), qPrintable(box->text()));
-        QVERIFY2(box->width() >= box->sizeHint().width(), qPrintable(box->text()));
-    }
-    picture(rights, "menus");
-
-    click(rights, "Check10");
-    click(rights, "Check8");
-    QVERIFY(control(rights, "Check10")->font().bold());
-    QVERIFY(!control(rights, "Check8")->font().bold());
-    press(Qt::Key_F9);
-    const QStringList stored = frame.office.rows("select Menus, Active from Menus");
-    QCOMPARE(stored.size(), 19);
-    QCOMPARE(stored.first(), "Application Form|1");
-    QCOMPARE(stored.at(7), "Course|0");
-    QCOMPARE(stored.at(9), "CASH BOOK|1");
-    QCOMPARE(stored.last(), "STUDENT FEE DETAIL|0");
-    QCOMPARE(frame.hiddenItems(), QStringList{});
-    QVERIFY(form("frmSecMenus"));
-
-    click(rights, "Command1");
-    QVERIFY(!form("frmSecMenus"));
-    QCOMPARE(frame.hiddenItems(), QStringList{"mnuCourse"});
-    QVERIFY(frame.panelShown());
-
-    // A hidden item's key opens nothing.
-    openByMenu("mnuCourse", {});
-    QVERIFY(frame.panelShown());
-}
-
-void tst_menu::clock_data() {
-    QTest::addColumn<QDateTime>("moment");
-    QTest::addColumn<QString>("shown");
-    QTest::newRow("morning") << QDateTime({2024, 3, 5}, {9, 4, 7}) << "Tuesday, 05-March-2024  09:04:07 AM";
-    QTest::newRow("noon") << QDateTime({2024, 12, 31}, {12, 0, 0})
-                          << "Tuesday, 31-December-2024  12:00:00 PM";
-    QTest::newRow("midnight") << QDateTime({2025, 2, 1}, {0, 30, 0})
-                              << "Saturday, 01-February-2025  12:30:00 AM";
-    QTest::newRow("evening") << QDateTime({2025, 2, 1}, {23, 59, 59})
-                             << "Saturday, 01-February-2025  11:59:59 PM";
-}
-
-void tst_menu::clock() {
-    QFETCH(QDateTime, moment);
-    QFETCH(QString, shown);
-    QCOMPARE(shell::clockText(moment), shown);
-    if (QTest::currentDataTag() != QByteArray("morning"))
-        return;
-    OpenFrame frame;
-    QTRY_VERIFY(text(frame.frame, "lblDate").endsWith("M"));
-    picture(frame.frame, "main");
-}
-
 static const Scenes scenes = {
     {"no row",
      [] {
@@ -406,6 +98,279 @@ static const Scenes scenes = {
          frame.office.execute("update Menus set Active = '0'");
          openByMenu("mnuExit", {});
      }},
+};
+
+class tst_menu : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void appliesRights_data() {
+        columns<QString, QStringList>("statement", "hidden");
+        row("all active", "", QStringList{});
+        row("some off", "update Menus set Active = '0' where Menus in ('Course', 'CASH BOOK')",
+            QStringList{"mnuCashBook", "mnuCourse"});
+        row("caption of no item", "update Menus set Active = '0' where Menus = 'STOCK SUMMARY REPORT'",
+            QStringList{});
+        row("item without a row", "delete from Menus where Menus = 'Course'", QStringList{});
+        row("case counts", "update Menus set Menus = 'COURSE', Active = '0' where Menus = 'Course'",
+            QStringList{});
+        row("a whole menu", "insert into Menus (Menus, Active) values ('TRANSACTION', '0')",
+            QStringList{"mnuMainTrans"});
+        row("other than 1 is off", "update Menus set Active = '2' where Menus = 'Session'",
+            QStringList{"mnuSession"});
+    }
+
+    void appliesRights() {
+        QFETCH(QString, statement);
+        QFETCH(QStringList, hidden);
+        OpenFrame frame;
+        if (!statement.isEmpty())
+            frame.office.execute(Sql::trusted(statement.toStdString()));
+        QCOMPARE(frame.hiddenItems(), QStringList{});
+        QVERIFY(frame.panelShown());
+        QWidget *other = openByMenu("mnuCompany", "other");
+        QCOMPARE(frame.hiddenItems(), QStringList{});
+        QVERIFY(!frame.panelShown());
+        QCOMPARE(openByMenu("mnuCompany", "other"), other);
+        other->parentWidget()->close();
+        QVERIFY(frame.panelShown());
+        QCOMPARE(frame.hiddenItems(), hidden);
+    }
+
+    void endsProgram_data() {
+        columns<QString, QString>("scene", "box");
+        const QString withoutRights = "Error 91:\n\nObject variable or With block variable not set";
+        row("no row", "no row", withoutRights);
+        row("all off", "all off", withoutRights);
+        row("by the lock's Cancel", "cancel", withoutRights);
+        row("by Exit with a screen open", "exit", withoutRights);
+        row("a quote at the lock, told without what was typed", "quote",
+            "Error 105:\n\nUnclosed quotation mark after the character string '***'.\nLine 1, column 39:\n"
+            "Select * From LctPswd Where Pswd= '***'\n                                      ^");
+    }
+
+    void endsProgram() {
+        QFETCH(QString, scene);
+        QFETCH(QString, box);
+        const Ended ended = play(scene);
+        QVERIFY2(ended.status == 1, qPrintable(ended.errorStream));
+        QCOMPARE(ended.box, box);
+        QVERIFY2(!ended.errorStream.contains("ECRET"), qPrintable(ended.errorStream));
+    }
+
+    void partsAreNamed() {
+        OpenFrame frame;
+        for (const char *menu : {"mnu_Reg_Form", "mnuMainTrans", "mnuMainVouc", "mnuMainRpt", "mnuAdmin"})
+            QVERIFY2(frame.frame->findChild<QMenu *>(menu), menu);
+        QCOMPARE(frame.frame->findChild<QTimer *>("Timer1")->interval(), 500);
+        QStringList names;
+        for (const QAction *action : frame.frame->findChildren<QAction *>())
+            if (action->isSeparator() && action->property("Caption").isValid())
+                names << action->objectName();
+        names.sort();
+        QCOMPARE(names.join(' '),
+                 "gp0 gp01 gp1 gp2 gp3 gp4 gp5 gpFD gpS gpS1 gpt mnuBVouc13 mnuBVouc2 mnuBVouc3 "
+                 "mnuRBlank mnuRBlank1 mnuRBlank2 mnuRBlank3 mnuRBlank4 mnuRBlank5");
+    }
+
+    void companyIsNamed_data() {
+        columns<QString, QString>("statement", "name");
+        row("active", "update Company set Company = 'CITY <b>COLLEGE'", "CITY <b>COLLEGE");
+        row("none active", "update Company set comActive = 'N'", "");
+        row("without a name", "update Company set Company = null", "");
+        row("no table", "drop table Company", "");
+    }
+
+    /// At the login, and anew when a screen closes.
+    void companyIsNamed() {
+        QFETCH(QString, statement);
+        QFETCH(QString, name);
+        OpenFrame frame;
+        QCOMPARE(text(frame.frame, "lblCompany"), "ZEL INSTITUTE");
+        frame.office.execute(Sql::trusted(statement.toStdString()));
+        openByMenu("mnuCompany", "other")->parentWidget()->close();
+        QCOMPARE(text(frame.frame, "lblCompany"), name);
+        QCOMPARE(control(frame.frame, "lblCompany")->isVisible(), !name.isEmpty());
+    }
+
+    void missingScreenLeavesAllAlone() {
+        OpenFrame frame;
+        openByMenu("mnuCPVou", {});
+        QVERIFY(frame.panelShown());
+        QVERIFY(frame.frame->findChild<QStatusBar *>()->currentMessage().contains("Cash Payment Voucher"));
+        shell::setScreens({});
+        openByMenu("mnuRemoveData", {});
+        QVERIFY(frame.panelShown());
+        QVERIFY(!shell::gOpenRemoveData);
+        QVERIFY(!form("frmLocPass"));
+
+        // The lock leads elsewhere once "Set Menus" has been chosen.
+        shell::setScreens({{"frmSecMenus", shell::shows(shell::frmSecMenus::reference)}});
+        shell::gOpenSetMenus = true;
+        openByMenu("mnuRemoveData", "frmLocPass");
+        type("ZEL");
+        press(Qt::Key_Return);
+        settle();
+        QVERIFY(form("frmSecMenus"));
+        QVERIFY(shell::gOpenRemoveData);
+    }
+
+    void lockLeadsTo_data() {
+        QTest::addColumn<QStringList>("flags"); // set before the item is chosen
+        columns<QString, QString>("item", "destination");
+        row("remove data", QStringList{}, "mnuRemoveData", "frmRemoveData");
+        row("set menus", QStringList{}, "mnuSetMenu", "frmSecMenus");
+        row("remove data after set menus", QStringList{"menus"}, "mnuRemoveData", "frmSecMenus");
+        row("set menus after remove data", QStringList{"remove"}, "mnuSetMenu", "frmSecMenus");
+        row("account before set menus", QStringList{"account"}, "mnuSetMenu", "frmAccount");
+        row("account before all", QStringList{"account", "menus"}, "mnuRemoveData", "frmAccount");
+        row("the spare has no screen", QStringList{"spare"}, "mnuRemoveData", "");
+    }
+
+    void lockLeadsTo() {
+        QFETCH(QStringList, flags);
+        QFETCH(QString, item);
+        QFETCH(QString, destination);
+        OpenFrame frame;
+        shell::gAddAccount = flags.contains("account");
+        shell::gLockSpare = flags.contains("spare");
+        shell::gOpenSetMenus = flags.contains("menus");
+        shell::gOpenRemoveData = flags.contains("remove");
+
+        QWidget *lock = openByMenu(item, "frmLocPass");
+        QVERIFY(!frame.panelShown());
+        QCOMPARE(focused(), "txtPassword");
+        picture(lock, "lock");
+        type("ZEL");
+        press(Qt::Key_Return);
+        settle();
+        QVERIFY(!form("frmLocPass"));
+        QVERIFY(!shell::frmLocPass::reference);
+        QCOMPARE(frame.opened + QStringList(form("frmSecMenus") ? 1 : 0, "frmSecMenus"),
+                 QStringList(destination.isEmpty() ? 0 : 1, destination));
+        QCOMPARE(shell::gOpenRemoveData, flags.contains("remove") || item == "mnuRemoveData");
+        QCOMPARE(shell::gOpenSetMenus, flags.contains("menus") || item == "mnuSetMenu");
+    }
+
+    void lockKeepsItsSize() {
+        OpenFrame frame;
+        QWidget *other = openByMenu("mnuCompany", "other")->parentWidget();
+        other->showMaximized();
+        QWidget *lock = openByMenu("mnuSetMenu", "frmLocPass");
+        QVERIFY(!lock->parentWidget()->isMaximized());
+        QCOMPARE(lock->size(), lock->sizeHint());
+        const QPoint middle = frame.frame->findChild<QMdiArea *>()->viewport()->rect().center();
+        QVERIFY((lock->parentWidget()->geometry().center() - middle).manhattanLength() <= 2);
+        QVERIFY(other->isMaximized());
+        picture(frame.frame, "lock-over-maximized");
+        click(lock, "cmdCancel");
+        QCOMPARE(frame.frame->findChild<QMdiArea *>()->activeSubWindow(), other);
+        QVERIFY(other->isMaximized());
+    }
+
+    void lockRefuses() {
+        OpenFrame frame;
+        QWidget *lock = openByMenu("mnuSetMenu", "frmLocPass");
+        std::vector<Box> boxes = boxesOf([] { press(Qt::Key_Return); });
+        QCOMPARE(boxes.size(), 1U);
+        QCOMPARE(boxes[0].text, "please enter your password");
+        QCOMPARE(boxes[0].icon, QMessageBox::Information);
+        QCOMPARE(focused(), "txtPassword");
+
+        type("wrong");
+        boxes = boxesOf([&] { click(lock, "cmdOK"); });
+        QCOMPARE(boxes.size(), 1U);
+        QCOMPARE(boxes[0].text, "please check your password");
+        QCOMPARE(boxes[0].icon, QMessageBox::Information);
+        QCOMPARE(text(lock, "txtPassword"), "");
+        QCOMPARE(focused(), "txtPassword");
+        QVERIFY(!form("frmSecMenus"));
+
+        // Typed text is kept over a refusal only; the next activation empties the box.
+        type("half");
+        QWidget *other = openByMenu("mnuCompany", "other");
+        QVERIFY(other);
+        QCOMPARE(openByMenu("mnuRemoveData", "frmLocPass"), lock);
+        QCOMPARE(text(lock, "txtPassword"), "");
+    }
+
+    void lockCancels() {
+        OpenFrame frame;
+        frame.office.execute("update Menus set Active = '0' where Menus = 'Course'");
+        QWidget *lock = openByMenu("mnuSetMenu", "frmLocPass");
+        shell::gFinderOpen = true;
+        click(lock, "cmdCancel");
+        QVERIFY(form("frmLocPass"));
+        QVERIFY(!shell::frmLocPass::reference->isShown());
+        QVERIFY(!frame.panelShown());
+
+        shell::gFinderOpen = false;
+        QCOMPARE(openByMenu("mnuSetMenu", "frmLocPass"), lock);
+        click(lock, "cmdCancel");
+        QVERIFY(!form("frmLocPass"));
+        QVERIFY(frame.panelShown());
+        QCOMPARE(frame.hiddenItems(), QStringList{"mnuCourse"});
+        QVERIFY(shell::gOpenSetMenus);
+    }
+
+    void editsRights() {
+        OpenFrame frame;
+        frame.office.execute("update Menus set Active = '0' where Menus = 'CASH BOOK'");
+        frame.office.execute("delete from Menus where Menus = 'STUDENT FEE DETAIL'");
+        openByMenu("mnuSetMenu", "frmLocPass");
+        type("ZEL");
+        press(Qt::Key_Return);
+        settle();
+        QWidget *rights = form("frmSecMenus");
+        for (int i = 1; i <= 19; ++i) {
+            const auto *box = control<QCheckBox>(rights, "Check" + QString::number(i));
+            QCOMPARE(box->isChecked(), i != 10 && i != 19);
+            QVERIFY2(box->font().bold() == box->isChecked(), qPrintable(box->text()));
+            QVERIFY2(box->width() >= box->sizeHint().width(), qPrintable(box->text()));
+        }
+        picture(rights, "menus");
+
+        click(rights, "Check10");
+        click(rights, "Check8");
+        QVERIFY(control(rights, "Check10")->font().bold());
+        QVERIFY(!control(rights, "Check8")->font().bold());
+        press(Qt::Key_F9);
+        const QStringList stored = frame.office.rows("select Menus, Active from Menus");
+        QCOMPARE(stored.size(), 19);
+        QCOMPARE(stored.first(), "Application Form|1");
+        QCOMPARE(stored.at(7), "Course|0");
+        QCOMPARE(stored.at(9), "CASH BOOK|1");
+        QCOMPARE(stored.last(), "STUDENT FEE DETAIL|0");
+        QCOMPARE(frame.hiddenItems(), QStringList{});
+        QVERIFY(form("frmSecMenus"));
+
+        click(rights, "Command1");
+        QVERIFY(!form("frmSecMenus"));
+        QCOMPARE(frame.hiddenItems(), QStringList{"mnuCourse"});
+        QVERIFY(frame.panelShown());
+
+        // A hidden item's key opens nothing.
+        openByMenu("mnuCourse", {});
+        QVERIFY(frame.panelShown());
+    }
+
+    void clock_data() {
+        columns<QDateTime, QString>("moment", "shown");
+        row("morning", QDateTime({2024, 3, 5}, {9, 4, 7}), "Tuesday, 05-March-2024  09:04:07 AM");
+        row("noon", QDateTime({2024, 12, 31}, {12, 0, 0}), "Tuesday, 31-December-2024  12:00:00 PM");
+        row("midnight", QDateTime({2025, 2, 1}, {0, 30, 0}), "Saturday, 01-February-2025  12:30:00 AM");
+        row("evening", QDateTime({2025, 2, 1}, {23, 59, 59}), "Saturday, 01-February-2025  11:59:59 PM");
+    }
+
+    void clock() {
+        QFETCH(QDateTime, moment);
+        QFETCH(QString, shown);
+        QCOMPARE(shell::clockText(moment), shown);
+        if (QTest::currentDataTag() != QByteArray("morning"))
+            return;
+        OpenFrame frame;
+        QTRY_VERIFY(text(frame.frame, "lblDate").endsWith("M"));
+        picture(frame.frame, "main");
+    }
 };
 
 int main(int argc, char *argv[]) {

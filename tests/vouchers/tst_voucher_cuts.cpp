@@ -1,11 +1,15 @@
 #include "schema/new_catalog.h"
 
+#include "tests/support/rows.h"
 #include <QProcess>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <sqlite3.h>
+
+using zel::test::columns;
+using zel::test::fill;
 
 /// Saves that do not come to their end, each in a process of its own, and what is left in the catalog.
 class tst_voucher_cuts : public QObject {
@@ -88,14 +92,11 @@ void tst_voucher_cuts::checkCatalog() {
 }
 
 void tst_voucher_cuts::aSaveCutAtEachStatement_data() {
-    QTest::addColumn<QString>("kind");
-    QTest::addColumn<QString>("state");
-    QTest::addColumn<QString>("how");
-    QTest::addColumn<int>("cutStatus");
+    columns<QString, QString, QString, int>("kind", "state", "how", "cutStatus");
     for (const char *kind : {"BP", "CR"}) {
         for (const char *state : {"new", "changed"}) {
-            QTest::addRow("%s %s, a statement fails", kind, state) << kind << state << "fail" << 1;
-            QTest::addRow("%s %s, the process goes", kind, state) << kind << state << "stop" << 2;
+            fill(QTest::addRow("%s %s, a statement fails", kind, state), kind, state, "fail", 1);
+            fill(QTest::addRow("%s %s, the process goes", kind, state), kind, state, "stop", 2);
         }
     }
 }

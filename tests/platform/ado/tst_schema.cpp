@@ -1,4 +1,5 @@
 #include "catalog_fixture.h"
+#include "tests/support/rows.h"
 
 using namespace zel;
 using namespace zel::ado;
@@ -47,126 +48,108 @@ class tst_schema : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void procedures_data();
-    void procedures();
-    void proceduresAreKeptByName();
-    void caseBeyondAscii_data();
-    void caseBeyondAscii();
-    void orderIgnoresCase();
+    void procedures_data() {
+        columns<QString, QString, QString>("statement", "query", "rows");
+        const auto row = [](const char *name, const char *statement, const char *query, const char *rows) {
+            zel::test::row(name, QString::fromLatin1(statement), QString::fromLatin1(query),
+                           QString::fromLatin1(rows));
+        };
+        row("movements of a period", "exec TrialBalance '2024-02-01','2024-02-29'", Balance,
+            "1.1.1|CASH|CASH AND BANK|ASSETS|0|0|700.7|50|650.7|0;"
+            "1.1.3|RENT|CASH AND BANK|ASSETS|0|0|50|0|50|0;"
+            "1.1.4|ALI|CASH AND BANK|ASSETS|0|0|0|700.7|0|700.7");
+        row("movements of a period, with opening", "exec TrialBalance3 '2024-02-01','2024-02-29'", Balance,
+            "1.1.1|CASH|CASH AND BANK|ASSETS|900.05|0|700.7|50|1550.75|0;"
+            "1.1.2|LOAN|CASH AND BANK|ASSETS|0|300.25|0|0|0|300.25;"
+            "1.1.3|RENT|CASH AND BANK|ASSETS|100.05|0|50|0|150.05|0;"
+            "1.1.4|ALI|CASH AND BANK|ASSETS|0|0|0|700.7|0|700.7");
+        row("to before from: openings alone", "exec TrialBalance3 '2024-02-29','2024-01-01'", Balance,
+            "1.1.1|CASH|CASH AND BANK|ASSETS|850.05|0|0|0|850.05|0;"
+            "1.1.2|LOAN|CASH AND BANK|ASSETS|0|300.25|0|0|0|300.25;"
+            "1.1.3|RENT|CASH AND BANK|ASSETS|150.05|0|0|0|150.05|0");
+        row("ledger", "exec AcLedger 3,'2024-02-01','2024-02-29'", Ledger,
+            "01/02/2024|~|~|~|~|OPENING BALANCE|900.05|0;"
+            "01/02/2024|CP|2|~|~|RENT FEB|0|50;29/02/2024|FR|1|~|~|~|700.7|0");
+        row("ledger of a credit opening, nothing moved", "exec AcLedger 4,'2024-02-01','2024-02-29'", Ledger,
+            "01/02/2024|~|~|~|~|OPENING BALANCE|0|300.25");
+        row("detail ledger", "exec DetailAcLedger 5,1,2,2024,29,2,2024", Ledger,
+            "01/02/2024|~|~||~|OPENING BALANCE|100.05|0;01/02/2024|CP|2|CASH|C-1|RENT FEB|50|0");
+        row("students of a session", "exec CreatStuWiseDet 1,0,0 ", Students,
+            "ALI|SPRING|ACCA|AUDIT|4500|1700.7|2799.3|~;ALI|SPRING|ACCA|TAX|60|40|20|1");
+        row("of a subject", "exec CreatStuWiseDet 1, 1, 2", Students, "ALI|SPRING|ACCA|TAX|60|40|20|1");
+        row("of another course", "exec CreatStuWiseDet 1, 9, 0", Students, "");
+    }
+
+    void procedures() {
+        QFETCH(QString, statement);
+        QFETCH(QString, query);
+        const CatalogFolder folder;
+        Connection con;
+        open(con, folder.path());
+        con.Execute(Institute);
+        for (int time = 0; time < 2; ++time) {
+            con.Execute(Sql::trusted(statement.toStdString()));
+            QTEST(shown(con, Sql::trusted(query.toStdString())), "rows");
+        }
+    }
+
+    void proceduresAreKeptByName() {
+        const CatalogFolder folder;
+        Connection con;
+        Connection other;
+        open(con, folder.path());
+        open(other, folder.path());
+        QCOMPARE(failure([&] { con.Execute("create procedure TRIALBALANCE as select 1 as x"); }), 2714);
+        QCOMPARE(failure([&] { con.Execute("exec createstockdetail '2024-01-01','2024-01-31', 1"); }), 2812);
+        con.Execute(
+            "create procedure Passwords @word varchar(20) as select Pswd from LctPswd where Pswd = @word");
+        QCOMPARE(shown(other, "exec passwords 'zel'"), QStringLiteral("ZEL"));
+        con.Execute("drop procedure Passwords");
+        QCOMPARE(failure([&] { other.Execute("exec passwords 'zel'"); }), 2812);
+    }
+
+    void caseBeyondAscii_data() {
+        columns<QString, QString>("condition", "found");
+        zel::test::row("equal", "SessionName = 'MUÑOZ'", "1;2");
+        zel::test::row("equal, trailing blanks", "SessionName = 'münchen  '", "3;4");
+        zel::test::row("accents stay distinct", "SessionName = 'MUNOZ'", "");
+        zel::test::row("like", "SessionName like '%ñO%'", "1;2");
+        zel::test::row("like, umlaut", "SessionName like 'MÜ%'", "3;4");
+        zel::test::row("blanks taken out", "replace(SessionName,' ','') = 'mUñoz'", "1;2");
+        zel::test::row("urdu", "SessionName like '%بہار%'", "5");
+        zel::test::row("urdu, equal", "SessionName = 'بہار ۲۰۲۴'", "5");
+    }
+
+    void caseBeyondAscii() {
+        QFETCH(QString, condition);
+        const CatalogFolder folder;
+        Connection con;
+        open(con, folder.path());
+        int number = 0;
+        for (const char *name : {"Muñoz", "MUÑOZ", "München", "mÜNCHEN ", "بہار ۲۰۲۴"}) {
+            Recordset rs;
+            rs.Open("select * from tblSession where 0=1", con);
+            rs.AddNew();
+            rs.Fields("SessionId") = ++number;
+            rs.Fields("SessionName") = name;
+            rs.Update();
+        }
+        const QString statement =
+            QStringLiteral("select SessionId from tblSession where %1 order by SessionId").arg(condition);
+        QTEST(shown(con, Sql::trusted(statement.toStdString())), "found");
+    }
+
+    void orderIgnoresCase() {
+        const CatalogFolder folder;
+        Connection con;
+        open(con, folder.path());
+        con.Execute("insert into tblSession values (1, 'ñb')\ninsert into tblSession values (2, 'ÑA')\n"
+                    "insert into tblSession values (3, 'b')\ninsert into tblSession values (4, 'A')\n"
+                    "insert into tblSession values (5, 'ÜA')\ninsert into tblSession values (6, 'üb')");
+        QCOMPARE(shown(con, "select SessionName from tblSession order by SessionName"),
+                 QStringLiteral("A;b;ÑA;ñb;ÜA;üb"));
+    }
 };
-
-void tst_schema::procedures_data() {
-    QTest::addColumn<QString>("statement");
-    QTest::addColumn<QString>("query");
-    QTest::addColumn<QString>("rows");
-    const auto row = [](const char *name, const char *statement, const char *query, const char *rows) {
-        QTest::newRow(name) << QString::fromLatin1(statement) << QString::fromLatin1(query)
-                            << QString::fromLatin1(rows);
-    };
-    row("movements of a period", "exec TrialBalance '2024-02-01','2024-02-29'", Balance,
-        "1.1.1|CASH|CASH AND BANK|ASSETS|0|0|700.7|50|650.7|0;"
-        "1.1.3|RENT|CASH AND BANK|ASSETS|0|0|50|0|50|0;"
-        "1.1.4|ALI|CASH AND BANK|ASSETS|0|0|0|700.7|0|700.7");
-    row("movements of a period, with opening", "exec TrialBalance3 '2024-02-01','2024-02-29'", Balance,
-        "1.1.1|CASH|CASH AND BANK|ASSETS|900.05|0|700.7|50|1550.75|0;"
-        "1.1.2|LOAN|CASH AND BANK|ASSETS|0|300.25|0|0|0|300.25;"
-        "1.1.3|RENT|CASH AND BANK|ASSETS|100.05|0|50|0|150.05|0;"
-        "1.1.4|ALI|CASH AND BANK|ASSETS|0|0|0|700.7|0|700.7");
-    row("to before from: openings alone", "exec TrialBalance3 '2024-02-29','2024-01-01'", Balance,
-        "1.1.1|CASH|CASH AND BANK|ASSETS|850.05|0|0|0|850.05|0;"
-        "1.1.2|LOAN|CASH AND BANK|ASSETS|0|300.25|0|0|0|300.25;"
-        "1.1.3|RENT|CASH AND BANK|ASSETS|150.05|0|0|0|150.05|0");
-    row("ledger", "exec AcLedger 3,'2024-02-01','2024-02-29'", Ledger,
-        "01/02/2024|~|~|~|~|OPENING BALANCE|900.05|0;"
-        "01/02/2024|CP|2|~|~|RENT FEB|0|50;29/02/2024|FR|1|~|~|~|700.7|0");
-    row("ledger of a credit opening, nothing moved", "exec AcLedger 4,'2024-02-01','2024-02-29'", Ledger,
-        "01/02/2024|~|~|~|~|OPENING BALANCE|0|300.25");
-    row("detail ledger", "exec DetailAcLedger 5,1,2,2024,29,2,2024", Ledger,
-        "01/02/2024|~|~||~|OPENING BALANCE|100.05|0;01/02/2024|CP|2|CASH|C-1|RENT FEB|50|0");
-    row("students of a session", "exec CreatStuWiseDet 1,0,0 ", Students,
-        "ALI|SPRING|ACCA|AUDIT|4500|1700.7|2799.3|~;ALI|SPRING|ACCA|TAX|60|40|20|1");
-    row("of a subject", "exec CreatStuWiseDet 1, 1, 2", Students, "ALI|SPRING|ACCA|TAX|60|40|20|1");
-    row("of another course", "exec CreatStuWiseDet 1, 9, 0", Students, "");
-}
-
-void tst_schema::procedures() {
-    QFETCH(QString, statement);
-    QFETCH(QString, query);
-    const CatalogFolder folder;
-    Connection con;
-    open(con, folder.path());
-    con.Execute(Institute);
-    for (int time = 0; time < 2; ++time) {
-        con.Execute(Sql::trusted(statement.toStdString()));
-        QTEST(shown(con, Sql::trusted(query.toStdString())), "rows");
-    }
-}
-
-void tst_schema::proceduresAreKeptByName() {
-    const CatalogFolder folder;
-    Connection con;
-    Connection other;
-    open(con, folder.path());
-    open(other, folder.path());
-    QCOMPARE(failure([&] { con.Execute("create procedure TRIALBALANCE as select 1 as x"); }), 2714);
-    QCOMPARE(failure([&] { con.Execute("exec createstockdetail '2024-01-01','2024-01-31', 1"); }), 2812);
-    con.Execute(
-        "create procedure Passwords @word varchar(20) as select Pswd from LctPswd where Pswd = @word");
-    QCOMPARE(shown(other, "exec passwords 'zel'"), QStringLiteral("ZEL"));
-    con.Execute("drop procedure Passwords");
-    QCOMPARE(failure([&] { other.Execute("exec passwords 'zel'"); }), 2812);
-}
-
-void tst_schema::caseBeyondAscii_data() {
-    QTest::addColumn<QString>("condition");
-    QTest::addColumn<QString>("found");
-    QTest::newRow("equal") << "SessionName = 'MUÑOZ'"
-                           << "1;2";
-    QTest::newRow("equal, trailing blanks") << "SessionName = 'münchen  '"
-                                            << "3;4";
-    QTest::newRow("accents stay distinct") << "SessionName = 'MUNOZ'"
-                                           << "";
-    QTest::newRow("like") << "SessionName like '%ñO%'"
-                          << "1;2";
-    QTest::newRow("like, umlaut") << "SessionName like 'MÜ%'"
-                                  << "3;4";
-    QTest::newRow("blanks taken out") << "replace(SessionName,' ','') = 'mUñoz'"
-                                      << "1;2";
-    QTest::newRow("urdu") << "SessionName like '%بہار%'"
-                          << "5";
-    QTest::newRow("urdu, equal") << "SessionName = 'بہار ۲۰۲۴'"
-                                 << "5";
-}
-
-void tst_schema::caseBeyondAscii() {
-    QFETCH(QString, condition);
-    const CatalogFolder folder;
-    Connection con;
-    open(con, folder.path());
-    int number = 0;
-    for (const char *name : {"Muñoz", "MUÑOZ", "München", "mÜNCHEN ", "بہار ۲۰۲۴"}) {
-        Recordset rs;
-        rs.Open("select * from tblSession where 0=1", con);
-        rs.AddNew();
-        rs.Fields("SessionId") = ++number;
-        rs.Fields("SessionName") = name;
-        rs.Update();
-    }
-    const QString statement =
-        QStringLiteral("select SessionId from tblSession where %1 order by SessionId").arg(condition);
-    QTEST(shown(con, Sql::trusted(statement.toStdString())), "found");
-}
-
-void tst_schema::orderIgnoresCase() {
-    const CatalogFolder folder;
-    Connection con;
-    open(con, folder.path());
-    con.Execute("insert into tblSession values (1, 'ñb')\ninsert into tblSession values (2, 'ÑA')\n"
-                "insert into tblSession values (3, 'b')\ninsert into tblSession values (4, 'A')\n"
-                "insert into tblSession values (5, 'ÜA')\ninsert into tblSession values (6, 'üb')");
-    QCOMPARE(shown(con, "select SessionName from tblSession order by SessionName"),
-             QStringLiteral("A;b;ÑA;ñb;ÜA;üb"));
-}
 
 QTEST_GUILESS_MAIN(tst_schema)
 #include "tst_schema.moc"

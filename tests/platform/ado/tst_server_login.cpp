@@ -1,4 +1,5 @@
 #include "catalog_fixture.h"
+#include "tests/support/rows.h"
 
 #include "platform/ado/drivers/sqlite_logins.h"
 
@@ -56,187 +57,178 @@ class tst_server_login : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void wrongAndUnknownAlike();
-    void placesRefused();
-    void readOnlyRefused();
-    void onlyTheOwnerMayRead();
-    void serverProcedures();
-    void rights();
-    void passwords();
-    void hashesVerified();
-    void ownTablesAreOutOfReach_data();
-    void ownTablesAreOutOfReach();
-};
-
-void tst_server_login::wrongAndUnknownAlike() {
-    const CatalogFolder folder;
-    QCOMPARE(told(folder.path()), QString());
-    QCOMPARE(told(folder.path(), QStringLiteral("SA")), QString());
-    QCOMPARE(told(folder.path(), QStringLiteral("sa"), QStringLiteral("x")),
-             QStringLiteral("18456 Login failed for user 'sa'."));
-    QCOMPARE(told(folder.path(), QStringLiteral("nobody")),
-             QStringLiteral("18456 Login failed for user 'nobody'."));
-}
-
-void tst_server_login::placesRefused() {
-    const QTemporaryDir folder;
-    QCOMPARE(told(folder.path()),
-             QStringLiteral("4060 The folder \"%1\" holds no catalog ZEL.db.").arg(folder.path()));
-    QCOMPARE(told(folder.filePath(QStringLiteral("none"))),
-             QStringLiteral("4060 There is no folder \"%1\".").arg(folder.filePath(QStringLiteral("none"))));
-    const QString path = folder.filePath(QStringLiteral("ZEL.db"));
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(QByteArray(5000, 'x'));
-    file.close();
-    QCOMPARE(told(folder.path()),
-             QStringLiteral("4060 The file \"%1\" is no catalog: it holds no database.").arg(path));
-    QVERIFY(file.resize(0));
-    QCOMPARE(told(folder.path()),
-             QStringLiteral("4060 The file \"%1\" is no catalog: it is empty.").arg(path));
-    QCOMPARE(file.size(), 0);
-    QCOMPARE(plain(path, "create table T (a)"), QString());
-    QCOMPARE(told(folder.path()),
-             QStringLiteral("4060 The database \"%1\" is no catalog of this program.").arg(path));
-    QVERIFY(told(QStringLiteral("postgresql://localhost")).contains(QStringLiteral("PostgreSQL")));
-    QVERIFY(told(QStringLiteral("SERVER1")).contains(QStringLiteral("SQL Server")));
-}
-
-void tst_server_login::readOnlyRefused() {
-    const CatalogFolder folder;
-    giveToClerk(folder.file());
-    giveToClerk(folder.path());
-    QCOMPARE(toldToClerk(folder.path()), QString());
-    QVERIFY(QFile::setPermissions(folder.file(), QFile::ReadOwner));
-    QCOMPARE(toldToClerk(folder.path()),
-             QStringLiteral("3906 The catalog \"%1\" may only be read, not written.").arg(folder.file()));
-    QVERIFY(QFile::setPermissions(folder.file(), QFile::Permissions()));
-    QCOMPARE(toldToClerk(folder.path()),
-             QStringLiteral("4060 The catalog \"%1\" belongs to \"%2\", who alone may use it.")
-                 .arg(folder.file(), QFileInfo(folder.file()).owner()));
-    QVERIFY(QFile::setPermissions(folder.file(), QFile::ReadOwner | QFile::WriteOwner));
-    QVERIFY(QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::ExeOwner));
-    const QString refused = toldToClerk(folder.path());
-    QVERIFY(QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
-    QCOMPARE(
-        refused,
-        QStringLiteral("3906 The folder \"%1\" may only be read, not written, so its catalog can't be used.")
-            .arg(folder.path()));
-}
-
-void tst_server_login::onlyTheOwnerMayRead() {
-    const QTemporaryDir folder;
-    schema::createCatalog(folder.path());
-    Connection con;
-    open(con, folder.path());
-    con.Execute("update LctPswd set Pswd = 'X'");
-    for (const char *name : {"ZEL.db", "ZEL.db-wal", "ZEL.db-shm"}) {
-        const auto mode = QFile::permissions(folder.filePath(QLatin1String(name)));
-        QVERIFY2(!(mode & (QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther)),
-                 name);
-        QVERIFY2(mode & QFile::WriteOwner, name);
+    void wrongAndUnknownAlike() {
+        const CatalogFolder folder;
+        QCOMPARE(told(folder.path()), QString());
+        QCOMPARE(told(folder.path(), QStringLiteral("SA")), QString());
+        QCOMPARE(told(folder.path(), QStringLiteral("sa"), QStringLiteral("x")),
+                 QStringLiteral("18456 Login failed for user 'sa'."));
+        QCOMPARE(told(folder.path(), QStringLiteral("nobody")),
+                 QStringLiteral("18456 Login failed for user 'nobody'."));
     }
-}
 
-void tst_server_login::serverProcedures() {
-    const CatalogFolder folder;
-    Connection con;
-    open(con, folder.path());
-    con.Execute("sp_addlogin 'ÑUSRA','PASS1','Ward_System'");
-    QCOMPARE(told(folder.path(), QStringLiteral("ñusra"), QStringLiteral("PASS1")).left(4),
-             QStringLiteral("4060"));
-    con.Execute("sp_adduser 'ÑUSRA'");
-    QCOMPARE(told(folder.path(), QStringLiteral("ñusra"), QStringLiteral("PASS1")), QString());
-    QCOMPARE(told(folder.path(), QStringLiteral("ÑUSRA"), QStringLiteral("pass1")).left(5),
-             QStringLiteral("18456"));
-    con.Execute("Sp_AddSrvroleMember 'ÑUSRA','sysadmin'");
-
-    QCOMPARE(failure([&con] { con.Execute("sp_addlogin 'ñusra','OTHER','Ward_System'"); }), 15025);
-    QCOMPARE(failure([&con] { con.Execute("sp_adduser 'ñusra'"); }), 15023);
-    QCOMPARE(failure([&con] { con.Execute("sp_adduser 'NOBODY'"); }), 15007);
-    QCOMPARE(failure([&con] { con.Execute("Sp_AddSrvroleMember 'NOBODY','sysadmin'"); }), 15007);
-    QCOMPARE(failure([&con] { con.Execute("Sp_AddSrvroleMember 'ÑUSRA','king'"); }), 15402);
-    try { // a value that only the engine meets
-        con.Execute("select 1 from LctPswd where cast(Pswd + '"_sql + secret("PASS9") + "' as int) = 1");
-        QFAIL("converted");
-    } catch (const Error &error) {
+    void placesRefused() {
+        const QTemporaryDir folder;
+        QCOMPARE(told(folder.path()),
+                 QStringLiteral("4060 The folder \"%1\" holds no catalog ZEL.db.").arg(folder.path()));
         QCOMPARE(
-            error.description(),
-            QStringLiteral("Conversion failed when converting the varchar value '***' to data type int."));
+            told(folder.filePath(QStringLiteral("none"))),
+            QStringLiteral("4060 There is no folder \"%1\".").arg(folder.filePath(QStringLiteral("none"))));
+        const QString path = folder.filePath(QStringLiteral("ZEL.db"));
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(QByteArray(5000, 'x'));
+        file.close();
+        QCOMPARE(told(folder.path()),
+                 QStringLiteral("4060 The file \"%1\" is no catalog: it holds no database.").arg(path));
+        QVERIFY(file.resize(0));
+        QCOMPARE(told(folder.path()),
+                 QStringLiteral("4060 The file \"%1\" is no catalog: it is empty.").arg(path));
+        QCOMPARE(file.size(), 0);
+        QCOMPARE(plain(path, "create table T (a)"), QString());
+        QCOMPARE(told(folder.path()),
+                 QStringLiteral("4060 The database \"%1\" is no catalog of this program.").arg(path));
+        QVERIFY(told(QStringLiteral("postgresql://localhost")).contains(QStringLiteral("PostgreSQL")));
+        QVERIFY(told(QStringLiteral("SERVER1")).contains(QStringLiteral("SQL Server")));
     }
-    QVERIFY(!plain(folder.file(), "select Hash from sys_logins").contains(QStringLiteral("PASS1")));
-    QCOMPARE(plain(folder.file(), "select count(*) from sys_logins where Hash like '$argon2id$%'"),
-             QStringLiteral("2"));
-}
 
-void tst_server_login::rights() {
-    const CatalogFolder folder;
-    Connection con;
-    open(con, folder.path());
-    con.Execute("sp_addlogin 'CLERK','PASS1','ZEL'");
-    con.Execute("sp_adduser 'CLERK'");
-    Connection clerk;
-    open(clerk, folder.path(), QStringLiteral("clerk"), QStringLiteral("PASS1"));
-    QCOMPARE(failure([&clerk] { clerk.Execute("sp_addlogin 'OTHER','P','ZEL'"); }), 15247);
-    QCOMPARE(failure([&clerk] { clerk.Execute("Sp_AddSrvroleMember 'CLERK','sysadmin'"); }), 15247);
-    QCOMPARE(failure([&clerk] { clerk.Execute("sp_password '','P','sa'"); }), 15247);
-    clerk.Execute("sp_password 'PASS1','PASS2','CLERK'");
-    QCOMPARE(told(folder.path(), QStringLiteral("CLERK"), QStringLiteral("PASS2")), QString());
-}
-
-void tst_server_login::passwords() {
-    const CatalogFolder folder;
-    Connection con;
-    open(con, folder.path());
-    con.Execute("sp_addlogin 'CLERK','PASS1','ZEL'");
-    con.Execute("sp_adduser 'CLERK'");
-    QCOMPARE(failure([&con] { con.Execute("sp_password 'WRONG','PASS2','CLERK'"); }), 15211);
-    QCOMPARE(told(folder.path(), QStringLiteral("CLERK"), QStringLiteral("PASS1")), QString());
-    QCOMPARE(failure([&con] { con.Execute("sp_password 'PASS1','PASS2','NOBODY'"); }), 15007);
-    con.Execute("sp_password 'PASS1','PASS2','CLERK'");
-    QCOMPARE(told(folder.path(), QStringLiteral("CLERK"), QStringLiteral("PASS1")).left(5),
-             QStringLiteral("18456"));
-    QCOMPARE(told(folder.path(), QStringLiteral("CLERK"), QStringLiteral("PASS2")), QString());
-}
-
-/// A wrong password and an unknown login take the same time; a pair that is known takes none.
-void tst_server_login::hashesVerified() {
-    const CatalogFolder folder;
-    Connection con;
-    open(con, folder.path());
-    con.Execute("sp_addlogin 'CLERK','PASS1','ZEL'");
-    con.Execute("sp_adduser 'CLERK'");
-    const struct {
-        const char *user;
-        const char *password;
-        bool taken;
-        int hashes;
-    } logins[] = {{"CLERK", "PASS1", true, 1},   {"CLERK", "PASS1", true, 0}, {"CLERK", "PASS2", false, 1},
-                  {"NOBODY", "PASS1", false, 1}, {"NOBODY", "", false, 1},    {"CLERK", "PASS1", true, 0}};
-    for (const auto &login : logins) {
-        const std::int64_t before = SqliteLogins::verified();
-        QCOMPARE(told(folder.path(), login.user, login.password).isEmpty(), login.taken);
-        QCOMPARE(SqliteLogins::verified() - before, login.hashes);
+    void readOnlyRefused() {
+        const CatalogFolder folder;
+        giveToClerk(folder.file());
+        giveToClerk(folder.path());
+        QCOMPARE(toldToClerk(folder.path()), QString());
+        QVERIFY(QFile::setPermissions(folder.file(), QFile::ReadOwner));
+        QCOMPARE(toldToClerk(folder.path()),
+                 QStringLiteral("3906 The catalog \"%1\" may only be read, not written.").arg(folder.file()));
+        QVERIFY(QFile::setPermissions(folder.file(), QFile::Permissions()));
+        QCOMPARE(toldToClerk(folder.path()),
+                 QStringLiteral("4060 The catalog \"%1\" belongs to \"%2\", who alone may use it.")
+                     .arg(folder.file(), QFileInfo(folder.file()).owner()));
+        QVERIFY(QFile::setPermissions(folder.file(), QFile::ReadOwner | QFile::WriteOwner));
+        QVERIFY(QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::ExeOwner));
+        const QString refused = toldToClerk(folder.path());
+        QVERIFY(QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+        QCOMPARE(refused,
+                 QStringLiteral(
+                     "3906 The folder \"%1\" may only be read, not written, so its catalog can't be used.")
+                     .arg(folder.path()));
     }
-}
 
-void tst_server_login::ownTablesAreOutOfReach_data() {
-    QTest::addColumn<QString>("statement");
-    for (const char *statement :
-         {"select * from sys_logins", "select Hash from SYS_LOGINS", "delete from sys_users",
-          "update sys_logins set Hash = ''", "insert into sys_rolemembers values ('clerk','sysadmin')",
-          "drop table sys_procedures", "select * from sqlite_master", "delete from sqlite_sequence"})
-        QTest::newRow(statement) << QString::fromLatin1(statement);
-}
+    void onlyTheOwnerMayRead() {
+        const QTemporaryDir folder;
+        schema::createCatalog(folder.path());
+        Connection con;
+        open(con, folder.path());
+        con.Execute("update LctPswd set Pswd = 'X'");
+        for (const char *name : {"ZEL.db", "ZEL.db-wal", "ZEL.db-shm"}) {
+            const auto mode = QFile::permissions(folder.filePath(QLatin1String(name)));
+            QVERIFY2(!(mode & (QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther)),
+                     name);
+            QVERIFY2(mode & QFile::WriteOwner, name);
+        }
+    }
 
-void tst_server_login::ownTablesAreOutOfReach() {
-    QFETCH(QString, statement);
-    const CatalogFolder folder;
-    Connection con;
-    open(con, folder.path());
-    QVERIFY(failure([&] { con.Execute(Sql::trusted(statement.toStdString())); }) != 0);
-    QCOMPARE(told(folder.path()), QString());
-}
+    void serverProcedures() {
+        const CatalogFolder folder;
+        Connection con;
+        open(con, folder.path());
+        con.Execute("sp_addlogin 'ÑUSRA','PASS1','Ward_System'");
+        QCOMPARE(told(folder.path(), QStringLiteral("ñusra"), QStringLiteral("PASS1")).left(4),
+                 QStringLiteral("4060"));
+        con.Execute("sp_adduser 'ÑUSRA'");
+        QCOMPARE(told(folder.path(), QStringLiteral("ñusra"), QStringLiteral("PASS1")), QString());
+        QCOMPARE(told(folder.path(), QStringLiteral("ÑUSRA"), QStringLiteral("pass1")).left(5),
+                 QStringLiteral("18456"));
+        con.Execute("Sp_AddSrvroleMember 'ÑUSRA','sysadmin'");
+
+        QCOMPARE(failure([&con] { con.Execute("sp_addlogin 'ñusra','OTHER','Ward_System'"); }), 15025);
+        QCOMPARE(failure([&con] { con.Execute("sp_adduser 'ñusra'"); }), 15023);
+        QCOMPARE(failure([&con] { con.Execute("sp_adduser 'NOBODY'"); }), 15007);
+        QCOMPARE(failure([&con] { con.Execute("Sp_AddSrvroleMember 'NOBODY','sysadmin'"); }), 15007);
+        QCOMPARE(failure([&con] { con.Execute("Sp_AddSrvroleMember 'ÑUSRA','king'"); }), 15402);
+        try { // a value that only the engine meets
+            con.Execute("select 1 from LctPswd where cast(Pswd + '"_sql + secret("PASS9") + "' as int) = 1");
+            QFAIL("converted");
+        } catch (const Error &error) {
+            QCOMPARE(error.description(),
+                     QStringLiteral(
+                         "Conversion failed when converting the varchar value '***' to data type int."));
+        }
+        QVERIFY(!plain(folder.file(), "select Hash from sys_logins").contains(QStringLiteral("PASS1")));
+        QCOMPARE(plain(folder.file(), "select count(*) from sys_logins where Hash like '$argon2id$%'"),
+                 QStringLiteral("2"));
+    }
+
+    void rights() {
+        const CatalogFolder folder;
+        Connection con;
+        open(con, folder.path());
+        con.Execute("sp_addlogin 'CLERK','PASS1','ZEL'");
+        con.Execute("sp_adduser 'CLERK'");
+        Connection clerk;
+        open(clerk, folder.path(), QStringLiteral("clerk"), QStringLiteral("PASS1"));
+        QCOMPARE(failure([&clerk] { clerk.Execute("sp_addlogin 'OTHER','P','ZEL'"); }), 15247);
+        QCOMPARE(failure([&clerk] { clerk.Execute("Sp_AddSrvroleMember 'CLERK','sysadmin'"); }), 15247);
+        QCOMPARE(failure([&clerk] { clerk.Execute("sp_password '','P','sa'"); }), 15247);
+        clerk.Execute("sp_password 'PASS1','PASS2','CLERK'");
+        QCOMPARE(told(folder.path(), QStringLiteral("CLERK"), QStringLiteral("PASS2")), QString());
+    }
+
+    void passwords() {
+        const CatalogFolder folder;
+        Connection con;
+        open(con, folder.path());
+        con.Execute("sp_addlogin 'CLERK','PASS1','ZEL'");
+        con.Execute("sp_adduser 'CLERK'");
+        QCOMPARE(failure([&con] { con.Execute("sp_password 'WRONG','PASS2','CLERK'"); }), 15211);
+        QCOMPARE(told(folder.path(), QStringLiteral("CLERK"), QStringLiteral("PASS1")), QString());
+        QCOMPARE(failure([&con] { con.Execute("sp_password 'PASS1','PASS2','NOBODY'"); }), 15007);
+        con.Execute("sp_password 'PASS1','PASS2','CLERK'");
+        QCOMPARE(told(folder.path(), QStringLiteral("CLERK"), QStringLiteral("PASS1")).left(5),
+                 QStringLiteral("18456"));
+        QCOMPARE(told(folder.path(), QStringLiteral("CLERK"), QStringLiteral("PASS2")), QString());
+    }
+
+    /// A wrong password and an unknown login take the same time; a pair that is known takes none.
+    void hashesVerified() {
+        const CatalogFolder folder;
+        Connection con;
+        open(con, folder.path());
+        con.Execute("sp_addlogin 'CLERK','PASS1','ZEL'");
+        con.Execute("sp_adduser 'CLERK'");
+        const struct {
+            const char *user;
+            const char *password;
+            bool taken;
+            int hashes;
+        } logins[] = {{"CLERK", "PASS1", true, 1},  {"CLERK", "PASS1", true, 0},
+                      {"CLERK", "PASS2", false, 1}, {"NOBODY", "PASS1", false, 1},
+                      {"NOBODY", "", false, 1},     {"CLERK", "PASS1", true, 0}};
+        for (const auto &login : logins) {
+            const std::int64_t before = SqliteLogins::verified();
+            QCOMPARE(told(folder.path(), login.user, login.password).isEmpty(), login.taken);
+            QCOMPARE(SqliteLogins::verified() - before, login.hashes);
+        }
+    }
+
+    void ownTablesAreOutOfReach_data() {
+        QTest::addColumn<QString>("statement");
+        for (const char *statement :
+             {"select * from sys_logins", "select Hash from SYS_LOGINS", "delete from sys_users",
+              "update sys_logins set Hash = ''", "insert into sys_rolemembers values ('clerk','sysadmin')",
+              "drop table sys_procedures", "select * from sqlite_master", "delete from sqlite_sequence"})
+            row(statement, QString::fromLatin1(statement));
+    }
+
+    void ownTablesAreOutOfReach() {
+        QFETCH(QString, statement);
+        const CatalogFolder folder;
+        Connection con;
+        open(con, folder.path());
+        QVERIFY(failure([&] { con.Execute(Sql::trusted(statement.toStdString())); }) != 0);
+        QCOMPARE(told(folder.path()), QString());
+    }
+};
 
 QTEST_GUILESS_MAIN(tst_server_login)
 #include "tst_server_login.moc"

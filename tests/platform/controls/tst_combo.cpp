@@ -6,6 +6,7 @@
 #include "platform/controls/text_box.h"
 #include "table_rows.h"
 
+#include "tests/support/rows.h"
 #include <QAbstractItemView>
 #include <QSignalSpy>
 #include <QTest>
@@ -13,20 +14,6 @@
 
 using namespace zel;
 using namespace zel::controls;
-
-class tst_combo : public QObject {
-    Q_OBJECT
-private Q_SLOTS:
-    void searchDropDownTakesNoLetters();
-    void openingKeys_data();
-    void openingKeys();
-    void dataCombo();
-    void boundText_data();
-    void boundText();
-    void dataComboRefusesUnknownColumns();
-    void dateBoxKeys();
-    void calendarOpensByKey();
-};
 
 namespace {
 
@@ -37,176 +24,181 @@ RowsPtr courses() {
 
 } // namespace
 
-void tst_combo::searchDropDownTakesNoLetters() {
-    ComboBox combo;
-    combo.addItems({"Session Name", "Session No", "Both"});
-    combo.setCurrentIndex(0);
-    combo.show();
-    combo.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&combo));
-    QSignalSpy changed(&combo, &ComboBox::changed);
-    QTest::keyClicks(&combo, "both B");
-    QTest::keyClick(&combo, Qt::Key_Space);
-    QCOMPARE(combo.currentIndex(), 0);
-    QVERIFY(!combo.view()->isVisible());
-    QTest::keyClick(&combo, Qt::Key_Down);
-    QCOMPARE(combo.Text(), QStringLiteral("Session No"));
-    QTest::keyClick(&combo, Qt::Key_Up);
-    QCOMPARE(changed.size(), 2);
-    combo.showPopup();
-    QTest::keyClicks(combo.view(), "b");
-    QTest::keyClick(combo.view(), Qt::Key_Escape);
-    QCOMPARE(combo.currentIndex(), 0);
-    combo.setText("Both");
-    QCOMPARE(combo.currentIndex(), 2);
-    QCOMPARE(changed.size(), 3);
-}
-
-void tst_combo::openingKeys_data() {
-    test::columns<int, int>("key", "modifiers");
-    test::row("Alt+Down", int(Qt::Key_Down), int(Qt::AltModifier));
-    test::row("F4", int(Qt::Key_F4), 0);
-}
-
-void tst_combo::openingKeys() {
-    QFETCH(int, key);
-    QFETCH(int, modifiers);
-    ComboBox combo;
-    combo.addItems({"Voucher #", "Date", "Paid To"});
-    combo.show();
-    combo.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&combo));
-    QSignalSpy clicked(&combo, &ComboBox::clicked);
-    QTest::keyClick(&combo, Qt::Key(key), Qt::KeyboardModifiers(modifiers));
-    QVERIFY(combo.view()->isVisible());
-    QTest::keyClick(combo.view(), Qt::Key_Down);
-    QTest::keyClick(combo.view(), Qt::Key_Return);
-    QTRY_VERIFY(!combo.view()->isVisible());
-    QCOMPARE(combo.Text(), QStringLiteral("Date"));
-    QCOMPARE(clicked.size(), 1);
-}
-
-void tst_combo::dataCombo() {
-    DataCombo combo;
-    combo.setListField("CourseName");
-    combo.setBoundColumn("CourseId");
-    QSignalSpy changed(&combo, &DataCombo::changed);
-    combo.setRowSource(courses());
-    QCOMPARE(combo.count(), 3);
-    QCOMPARE(combo.Text(), QString());
-    QCOMPARE(combo.BoundText(), QString());
-    QCOMPARE(changed.size(), 0);
-
-    combo.setBoundText("3");
-    QCOMPARE(combo.Text(), QStringLiteral("BANKING"));
-    QCOMPARE(changed.size(), 1);
-    QTest::keyClick(&combo, 'c');
-    QCOMPARE(combo.BoundText(), QStringLiteral("12"));
-    QTest::keyClick(&combo, Qt::Key_Delete);
-    QCOMPARE(combo.Text(), QString());
-
-    combo.setBoundText("7");
-    changed.clear();
-    combo.setRowSource(nullptr);
-    QCOMPARE(combo.count(), 0);
-    QCOMPARE(combo.Text(), QString());
-    QCOMPARE(changed.size(), 1);
-}
-
-void tst_combo::boundText_data() {
-    test::columns<QString, QString, QString, QString, QString>("bound", "step", "text", "boundAfter",
-                                                               "changes");
-    test::row("its row is there", "3", "", "BANKING", "3", "0");
-    test::row("its row is gone", "99", "", "", "99", "0");
-    test::row("gone, another picked", "99", "pick", "COMMERCE", "12", "1");
-    test::row("gone, emptied by key", "99", "empty", "", "", "0");
-    test::row("gone, filled anew", "99", "fill", "", "", "0");
-    test::row("filled anew, elsewhere in the list", "7", "fill", "ACCOUNTS", "7", "0");
-    test::row("filled anew without it", "3", "fill", "", "", "1");
-    test::row("filled anew with it", "5", "fill", "DRAFTING", "5", "1");
-}
-
-void tst_combo::boundText() {
-    QFETCH(QString, bound);
-    QFETCH(QString, step);
-    DataCombo combo;
-    combo.setListField("CourseName");
-    combo.setBoundColumn("CourseId");
-    combo.setRowSource(courses());
-    combo.setBoundText(bound);
-    QSignalSpy changed(&combo, &DataCombo::changed);
-    if (step == "pick")
-        QTest::keyClick(&combo, 'c');
-    else if (step == "empty")
-        QTest::keyClick(&combo, Qt::Key_Delete);
-    else if (step == "fill")
-        combo.ReFill(TableRows::make({"#CourseId", "CourseName"}, {{"5", "DRAFTING"}, {"7", "ACCOUNTS"}}));
-    QTEST(combo.Text(), "text");
-    QTEST(combo.BoundText(), "boundAfter");
-    QTEST(QString::number(changed.size()), "changes");
-}
-
-void tst_combo::dataComboRefusesUnknownColumns() {
-    DataCombo combo;
-    combo.setRowSource(courses());
-    QVERIFY_EXCEPTION_THROWN(combo.setBoundColumn("SubId"), Error);
-    QVERIFY_EXCEPTION_THROWN(combo.setListField("SubName"), Error);
-}
-
-void tst_combo::dateBoxKeys() {
-    QWidget screen;
-    auto *layout = new QVBoxLayout(&screen);
-    auto *date = new DateBox;
-    auto *next = new TextBox;
-    layout->addWidget(date);
-    layout->addWidget(next);
-    screen.show();
-    screen.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&screen));
-    date->setFocus();
-    QSignalSpy changed(date, &DateBox::changed);
-    date->setValue(QDate(2024, 2, 29));
-    QCOMPARE(changed.size(), 1);
-    QCOMPARE(date->text(), QStringLiteral("29/02/2024"));
-    date->setSelectedSection(QDateTimeEdit::DaySection);
-    QTest::keyClicks(date, "05112023");
-    QCOMPARE(date->Value(), QDate(2023, 11, 5));
-    QVERIFY(changed.size() > 1);
-    // Over a selection of all, and in place of what was erased.
-    auto *line = date->findChild<QLineEdit *>();
-    line->selectAll();
-    QTest::keyClicks(date, "01022021");
-    QCOMPARE(date->Value(), QDate(2021, 2, 1));
-    line->selectAll();
-    QTest::keyClick(date, Qt::Key_Delete);
-    QCOMPARE(date->Value(), QDate(2021, 2, 1));
-    QTest::keyClicks(date, "3.4.2020");
-    QCOMPARE(date->Value(), QDate(2020, 4, 3));
-    line->clear();
-    QTest::keyClicks(date, "29/02/2024");
-    QCOMPARE(date->Value(), QDate(2024, 2, 29));
-    QTest::keyClick(date, Qt::Key_Return);
-    QVERIFY(next->hasFocus());
-    date->setFocus();
-    QTest::keyClick(date, Qt::Key_Tab);
-    QVERIFY(next->hasFocus());
-}
-
-void tst_combo::calendarOpensByKey() {
-    for (const auto &[key, modifier] :
-         {std::pair(Qt::Key_Down, Qt::AltModifier), {Qt::Key_F4, Qt::NoModifier}}) {
-        DateBox date;
-        date.show();
-        date.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&date));
-        QSignalSpy closed(&date, &DateBox::calendarClosed);
-        QTest::keyClick(&date, key, modifier);
-        QWidget *calendar = QApplication::activePopupWidget();
-        QVERIFY(calendar);
-        calendar->close();
-        QCOMPARE(closed.size(), 1);
+class tst_combo : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void searchDropDownTakesNoLetters() {
+        ComboBox combo;
+        combo.addItems({"Session Name", "Session No", "Both"});
+        combo.setCurrentIndex(0);
+        combo.show();
+        combo.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&combo));
+        QSignalSpy changed(&combo, &ComboBox::changed);
+        QTest::keyClicks(&combo, "both B");
+        QTest::keyClick(&combo, Qt::Key_Space);
+        QCOMPARE(combo.currentIndex(), 0);
+        QVERIFY(!combo.view()->isVisible());
+        QTest::keyClick(&combo, Qt::Key_Down);
+        QCOMPARE(combo.Text(), QStringLiteral("Session No"));
+        QTest::keyClick(&combo, Qt::Key_Up);
+        QCOMPARE(changed.size(), 2);
+        combo.showPopup();
+        QTest::keyClicks(combo.view(), "b");
+        QTest::keyClick(combo.view(), Qt::Key_Escape);
+        QCOMPARE(combo.currentIndex(), 0);
+        combo.setText("Both");
+        QCOMPARE(combo.currentIndex(), 2);
+        QCOMPARE(changed.size(), 3);
     }
-}
+
+    void openingKeys_data() {
+        test::columns<int, int>("key", "modifiers");
+        test::row("Alt+Down", int(Qt::Key_Down), int(Qt::AltModifier));
+        test::row("F4", int(Qt::Key_F4), 0);
+    }
+
+    void openingKeys() {
+        QFETCH(int, key);
+        QFETCH(int, modifiers);
+        ComboBox combo;
+        combo.addItems({"Voucher #", "Date", "Paid To"});
+        combo.show();
+        combo.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&combo));
+        QSignalSpy clicked(&combo, &ComboBox::clicked);
+        QTest::keyClick(&combo, Qt::Key(key), Qt::KeyboardModifiers(modifiers));
+        QVERIFY(combo.view()->isVisible());
+        QTest::keyClick(combo.view(), Qt::Key_Down);
+        QTest::keyClick(combo.view(), Qt::Key_Return);
+        QTRY_VERIFY(!combo.view()->isVisible());
+        QCOMPARE(combo.Text(), QStringLiteral("Date"));
+        QCOMPARE(clicked.size(), 1);
+    }
+
+    void dataCombo() {
+        DataCombo combo;
+        combo.setListField("CourseName");
+        combo.setBoundColumn("CourseId");
+        QSignalSpy changed(&combo, &DataCombo::changed);
+        combo.setRowSource(courses());
+        QCOMPARE(combo.count(), 3);
+        QCOMPARE(combo.Text(), QString());
+        QCOMPARE(combo.BoundText(), QString());
+        QCOMPARE(changed.size(), 0);
+
+        combo.setBoundText("3");
+        QCOMPARE(combo.Text(), QStringLiteral("BANKING"));
+        QCOMPARE(changed.size(), 1);
+        QTest::keyClick(&combo, 'c');
+        QCOMPARE(combo.BoundText(), QStringLiteral("12"));
+        QTest::keyClick(&combo, Qt::Key_Delete);
+        QCOMPARE(combo.Text(), QString());
+
+        combo.setBoundText("7");
+        changed.clear();
+        combo.setRowSource(nullptr);
+        QCOMPARE(combo.count(), 0);
+        QCOMPARE(combo.Text(), QString());
+        QCOMPARE(changed.size(), 1);
+    }
+
+    void boundText_data() {
+        test::columns<QString, QString, QString, QString, QString>("bound", "step", "text", "boundAfter",
+                                                                   "changes");
+        test::row("its row is there", "3", "", "BANKING", "3", "0");
+        test::row("its row is gone", "99", "", "", "99", "0");
+        test::row("gone, another picked", "99", "pick", "COMMERCE", "12", "1");
+        test::row("gone, emptied by key", "99", "empty", "", "", "0");
+        test::row("gone, filled anew", "99", "fill", "", "", "0");
+        test::row("filled anew, elsewhere in the list", "7", "fill", "ACCOUNTS", "7", "0");
+        test::row("filled anew without it", "3", "fill", "", "", "1");
+        test::row("filled anew with it", "5", "fill", "DRAFTING", "5", "1");
+    }
+
+    void boundText() {
+        QFETCH(QString, bound);
+        QFETCH(QString, step);
+        DataCombo combo;
+        combo.setListField("CourseName");
+        combo.setBoundColumn("CourseId");
+        combo.setRowSource(courses());
+        combo.setBoundText(bound);
+        QSignalSpy changed(&combo, &DataCombo::changed);
+        if (step == "pick")
+            QTest::keyClick(&combo, 'c');
+        else if (step == "empty")
+            QTest::keyClick(&combo, Qt::Key_Delete);
+        else if (step == "fill")
+            combo.ReFill(
+                TableRows::make({"#CourseId", "CourseName"}, {{"5", "DRAFTING"}, {"7", "ACCOUNTS"}}));
+        QTEST(combo.Text(), "text");
+        QTEST(combo.BoundText(), "boundAfter");
+        QTEST(QString::number(changed.size()), "changes");
+    }
+
+    void dataComboRefusesUnknownColumns() {
+        DataCombo combo;
+        combo.setRowSource(courses());
+        QVERIFY_EXCEPTION_THROWN(combo.setBoundColumn("SubId"), Error);
+        QVERIFY_EXCEPTION_THROWN(combo.setListField("SubName"), Error);
+    }
+
+    void dateBoxKeys() {
+        QWidget screen;
+        auto *layout = new QVBoxLayout(&screen);
+        auto *date = new DateBox;
+        auto *next = new TextBox;
+        layout->addWidget(date);
+        layout->addWidget(next);
+        screen.show();
+        screen.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&screen));
+        date->setFocus();
+        QSignalSpy changed(date, &DateBox::changed);
+        date->setValue(QDate(2024, 2, 29));
+        QCOMPARE(changed.size(), 1);
+        QCOMPARE(date->text(), QStringLiteral("29/02/2024"));
+        date->setSelectedSection(QDateTimeEdit::DaySection);
+        QTest::keyClicks(date, "05112023");
+        QCOMPARE(date->Value(), QDate(2023, 11, 5));
+        QVERIFY(changed.size() > 1);
+        // Over a selection of all, and in place of what was erased.
+        auto *line = date->findChild<QLineEdit *>();
+        line->selectAll();
+        QTest::keyClicks(date, "01022021");
+        QCOMPARE(date->Value(), QDate(2021, 2, 1));
+        line->selectAll();
+        QTest::keyClick(date, Qt::Key_Delete);
+        QCOMPARE(date->Value(), QDate(2021, 2, 1));
+        QTest::keyClicks(date, "3.4.2020");
+        QCOMPARE(date->Value(), QDate(2020, 4, 3));
+        line->clear();
+        QTest::keyClicks(date, "29/02/2024");
+        QCOMPARE(date->Value(), QDate(2024, 2, 29));
+        QTest::keyClick(date, Qt::Key_Return);
+        QVERIFY(next->hasFocus());
+        date->setFocus();
+        QTest::keyClick(date, Qt::Key_Tab);
+        QVERIFY(next->hasFocus());
+    }
+
+    void calendarOpensByKey() {
+        for (const auto &[key, modifier] :
+             {std::pair(Qt::Key_Down, Qt::AltModifier), {Qt::Key_F4, Qt::NoModifier}}) {
+            DateBox date;
+            date.show();
+            date.activateWindow();
+            QVERIFY(QTest::qWaitForWindowActive(&date));
+            QSignalSpy closed(&date, &DateBox::calendarClosed);
+            QTest::keyClick(&date, key, modifier);
+            QWidget *calendar = QApplication::activePopupWidget();
+            QVERIFY(calendar);
+            calendar->close();
+            QCOMPARE(closed.size(), 1);
+        }
+    }
+};
 
 int main(int argc, char **argv) {
     Application application(argc, argv);

@@ -1,39 +1,39 @@
+#include "tests/support/rows.h"
 #include <QProcess>
 #include <QTest>
 
+using zel::test::columns;
+using zel::test::row;
+
 /// What the user sees, and what the process gives back, when nobody catches a failure.
+
 class tst_failures : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void endsTheProgram_data();
-    void endsTheProgram();
+    void endsTheProgram_data() {
+        columns<QString, QString>("number", "description");
+        for (const char *way : {"click", "key", "enter", "timer", "queued call", "load", "activation",
+                                "unload", "main window closes", "nested box", "after a box", "open menu",
+                                "nested loop", "before the first screen", "through a noexcept call"})
+            row(way, "105", "Unclosed quotation mark after the character string 'x'.");
+        row("standard exception", "51", "out of paper");
+    }
+
+    void endsTheProgram() {
+        QFETCH(QString, number);
+        QFETCH(QString, description);
+        QProcess program;
+        program.start(QCoreApplication::applicationDirPath() + "/failing_program", {QTest::currentDataTag()});
+        QVERIFY2(program.waitForFinished(20000), "the program goes on");
+        const QString said = QString::fromUtf8(program.readAllStandardOutput());
+        const QString errors = QString::fromUtf8(program.readAllStandardError());
+        QCOMPARE(said, QString("box: ZEL: Error %1://%2\n").arg(number, description));
+        QVERIFY2(errors.contains(QString("ZEL: error %1: %2\n").arg(number, description)),
+                 qPrintable(errors));
+        QCOMPARE(program.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(program.exitCode(), 1);
+    }
 };
-
-void tst_failures::endsTheProgram_data() {
-    QTest::addColumn<QString>("number");
-    QTest::addColumn<QString>("description");
-    for (const char *way : {"click", "key", "enter", "timer", "queued call", "load", "activation", "unload",
-                            "main window closes", "nested box", "after a box", "open menu", "nested loop",
-                            "before the first screen", "through a noexcept call"})
-        QTest::newRow(way) << "105"
-                           << "Unclosed quotation mark after the character string 'x'.";
-    QTest::newRow("standard exception") << "51"
-                                        << "out of paper";
-}
-
-void tst_failures::endsTheProgram() {
-    QFETCH(QString, number);
-    QFETCH(QString, description);
-    QProcess program;
-    program.start(QCoreApplication::applicationDirPath() + "/failing_program", {QTest::currentDataTag()});
-    QVERIFY2(program.waitForFinished(20000), "the program goes on");
-    const QString said = QString::fromUtf8(program.readAllStandardOutput());
-    const QString errors = QString::fromUtf8(program.readAllStandardError());
-    QCOMPARE(said, QString("box: ZEL: Error %1://%2\n").arg(number, description));
-    QVERIFY2(errors.contains(QString("ZEL: error %1: %2\n").arg(number, description)), qPrintable(errors));
-    QCOMPARE(program.exitStatus(), QProcess::NormalExit);
-    QCOMPARE(program.exitCode(), 1);
-}
 
 QTEST_GUILESS_MAIN(tst_failures)
 #include "tst_failures.moc"

@@ -6,6 +6,7 @@
 #include "platform/controls/msg_box.h"
 #include "platform/controls/text_box.h"
 
+#include "tests/support/rows.h"
 #include <QMdiArea>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -16,6 +17,9 @@
 #include <QTimer>
 #include <QVBoxLayout>
 #include <QWindow>
+
+using zel::test::columns;
+using zel::test::fill;
 
 using namespace zel;
 using namespace zel::controls;
@@ -147,357 +151,315 @@ bool openMain() {
 class tst_form : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void init();
-    void cleanup();
-    void life_data();
-    void life();
-    void unloadedFormsAreDeleted();
-    void firstControlHasTheFocus();
-    void tabBarIsNotWhereAScreenOpens();
-    void formWithoutControlsLosesItsFocus();
-    void menuKeepsItsKeys();
-    void mnemonicOfAPageBehindLeavesTheMenuAlone();
-    void mnemonicsOfTheScreenWin();
-    void focusRefused_data();
-    void focusRefused();
-    void room_data();
-    void room();
-    void messages_data();
-    void messages();
-    void endsWithTheLastForm();
-};
+    void init() {
+        s_made = 0;
+        QVERIFY(openMain());
+        s_log.clear();
+    }
 
-void tst_form::init() {
-    s_made = 0;
-    QVERIFY(openMain());
-    s_log.clear();
-}
+    void cleanup() {
+        if (s_main)
+            s_main->Unload();
+        s_a.clear();
+        s_b.clear();
+        s_tabbed.clear();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCOMPARE(FormLife::loaded().size(), 0);
+    }
 
-void tst_form::cleanup() {
-    if (s_main)
-        s_main->Unload();
-    s_a.clear();
-    s_b.clear();
-    s_tabbed.clear();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QCOMPARE(FormLife::loaded().size(), 0);
-}
+    /// Steps, and what the screens were told: + load, ! activate, - unload; the number tells instances apart.
+    void life_data() {
+        columns<QString, QString>("steps", "told");
+        zel::test::row("shown", "show a", "a1+ a1!");
+        zel::test::row("shown twice", "show a, show a", "a1+ a1!");
+        zel::test::row("loaded, then shown", "load a, show a", "a1+ a1!");
+        zel::test::row("brought forward", "show a, show b, show a", "a1+ a1! b2+ b2! a1!");
+        zel::test::row("the user changes", "show a, show b, activate a, activate b",
+                       "a1+ a1! b2+ b2! a1! b2!");
+        zel::test::row("hidden is not unloaded", "show a, hide a, show a", "a1+ a1! a1!");
+        zel::test::row("hidden behind another", "show a, show b, hide b, show b", "a1+ a1! b2+ b2! a1! b2!");
+        zel::test::row("unloaded, then shown", "show a, unload a, show a", "a1+ a1! a1- a2+ a2!");
+        zel::test::row("closed by the user", "show a, close a, show a", "a1+ a1! a1- a2+ a2!");
+        zel::test::row("unloaded twice", "show a, show b, unload a, unload b", "a1+ a1! b2+ b2! a1- b2-");
+        zel::test::row("the next one becomes active", "show a, show b, unload b", "a1+ a1! b2+ b2! b2- a1!");
+        zel::test::row("closes itself", "show a, show b, exit b, show b",
+                       "a1+ a1! b2+ b2! b2- a1! b2… b3+ b3!");
+        zel::test::row("clearing does not unload", "show a, clear a, show a", "a1+ a1! a2+ a2!");
+        zel::test::row("a box is no change", "show a, box, show a", "a1+ a1!");
+        zel::test::row("main window closes", "show a, show b, main", "a1+ a1! b2+ b2! a1- b2- main-");
+        zel::test::row("hidden ones, too", "load a, show b, hide b, main", "a1+ b2+ b2! a1- b2- main-");
+        zel::test::row("unreferenced ones, too", "show a, hide a, clear a, main", "a1+ a1! a1- main-");
+        zel::test::row("main window again", "show a, main, main, show a", "a1+ a1! a1- main- a2+ a2!");
+    }
 
-/// Steps, and what the screens were told: + load, ! activate, - unload; the number tells instances apart.
-void tst_form::life_data() {
-    QTest::addColumn<QString>("steps");
-    QTest::addColumn<QString>("told");
-    QTest::newRow("shown") << "show a"
-                           << "a1+ a1!";
-    QTest::newRow("shown twice") << "show a, show a"
-                                 << "a1+ a1!";
-    QTest::newRow("loaded, then shown") << "load a, show a"
-                                        << "a1+ a1!";
-    QTest::newRow("brought forward") << "show a, show b, show a"
-                                     << "a1+ a1! b2+ b2! a1!";
-    QTest::newRow("the user changes") << "show a, show b, activate a, activate b"
-                                      << "a1+ a1! b2+ b2! a1! b2!";
-    QTest::newRow("hidden is not unloaded") << "show a, hide a, show a"
-                                            << "a1+ a1! a1!";
-    QTest::newRow("hidden behind another") << "show a, show b, hide b, show b"
-                                           << "a1+ a1! b2+ b2! a1! b2!";
-    QTest::newRow("unloaded, then shown") << "show a, unload a, show a"
-                                          << "a1+ a1! a1- a2+ a2!";
-    QTest::newRow("closed by the user") << "show a, close a, show a"
-                                        << "a1+ a1! a1- a2+ a2!";
-    QTest::newRow("unloaded twice") << "show a, show b, unload a, unload b"
-                                    << "a1+ a1! b2+ b2! a1- b2-";
-    QTest::newRow("the next one becomes active") << "show a, show b, unload b"
-                                                 << "a1+ a1! b2+ b2! b2- a1!";
-    QTest::newRow("closes itself") << "show a, show b, exit b, show b"
-                                   << "a1+ a1! b2+ b2! b2- a1! b2… b3+ b3!";
-    QTest::newRow("clearing does not unload") << "show a, clear a, show a"
-                                              << "a1+ a1! a2+ a2!";
-    QTest::newRow("a box is no change") << "show a, box, show a"
-                                        << "a1+ a1!";
-    QTest::newRow("main window closes") << "show a, show b, main"
-                                        << "a1+ a1! b2+ b2! a1- b2- main-";
-    QTest::newRow("hidden ones, too") << "load a, show b, hide b, main"
-                                      << "a1+ b2+ b2! a1- b2- main-";
-    QTest::newRow("unreferenced ones, too") << "show a, hide a, clear a, main"
-                                            << "a1+ a1! a1- main-";
-    QTest::newRow("main window again") << "show a, main, main, show a"
-                                       << "a1+ a1! a1- main- a2+ a2!";
-}
-
-void tst_form::life() {
-    QFETCH(QString, steps);
-    QFETCH(QString, told);
-    for (const QString &step : steps.split(", ")) {
-        const QString verb = step.section(' ', 0, 0);
-        if (verb == "main" && s_main) {
-            s_main->close();
-        } else if (verb == "main") {
-            QVERIFY(openMain());
-        } else if (verb == "box") {
-            QTimer::singleShot(0, [] { QTest::keyClick(qApp->activeModalWidget(), Qt::Key_Return); });
-            MsgBox("please enter Amount", vbInformation);
-        } else if (step.endsWith('a')) {
-            act(s_a, verb);
-        } else {
-            act(s_b, verb);
+    void life() {
+        QFETCH(QString, steps);
+        QFETCH(QString, told);
+        for (const QString &step : steps.split(", ")) {
+            const QString verb = step.section(' ', 0, 0);
+            if (verb == "main" && s_main) {
+                s_main->close();
+            } else if (verb == "main") {
+                QVERIFY(openMain());
+            } else if (verb == "box") {
+                QTimer::singleShot(0, [] { QTest::keyClick(qApp->activeModalWidget(), Qt::Key_Return); });
+                MsgBox("please enter Amount", vbInformation);
+            } else if (step.endsWith('a')) {
+                act(s_a, verb);
+            } else {
+                act(s_b, verb);
+            }
+            QTest::qWait(5);
         }
-        QTest::qWait(5);
+        QCOMPARE(s_log.join(' '), told);
     }
-    QCOMPARE(s_log.join(' '), told);
-}
 
-void tst_form::unloadedFormsAreDeleted() {
-    s_a->Show();
-    const QPointer<Form> form = s_a.get();
-    const QPointer<QMdiSubWindow> window = s_a->subWindow();
-    s_a->Unload();
-    QVERIFY(!s_a);
-    QVERIFY(form);
-    QTest::qWait(5);
-    QVERIFY(!form);
-    QVERIFY(!window);
-    QCOMPARE(s_main->area->subWindowList().size(), 0);
-}
+    void unloadedFormsAreDeleted() {
+        s_a->Show();
+        const QPointer<Form> form = s_a.get();
+        const QPointer<QMdiSubWindow> window = s_a->subWindow();
+        s_a->Unload();
+        QVERIFY(!s_a);
+        QVERIFY(form);
+        QTest::qWait(5);
+        QVERIFY(!form);
+        QVERIFY(!window);
+        QCOMPARE(s_main->area->subWindowList().size(), 0);
+    }
 
-void tst_form::firstControlHasTheFocus() {
-    s_a->Show();
-    s_b->Show();
-    QVERIFY(s_b->box->hasFocus());
-    s_b->button->setFocus();
-    s_a->Show();
-    QVERIFY(s_a->box->hasFocus());
-    s_b->Show();
-    QVERIFY(s_b->button->hasFocus());
-    QTest::keyClick(s_b->button, Qt::Key_Tab);
-    QVERIFY(s_b->box->hasFocus());
-}
+    void firstControlHasTheFocus() {
+        s_a->Show();
+        s_b->Show();
+        QVERIFY(s_b->box->hasFocus());
+        s_b->button->setFocus();
+        s_a->Show();
+        QVERIFY(s_a->box->hasFocus());
+        s_b->Show();
+        QVERIFY(s_b->button->hasFocus());
+        QTest::keyClick(s_b->button, Qt::Key_Tab);
+        QVERIFY(s_b->box->hasFocus());
+    }
 
-void tst_form::tabBarIsNotWhereAScreenOpens() {
-    s_b->Show();
-    s_tabbed->Show();
-    QVERIFY(s_tabbed->box->hasFocus());
-    s_tabbed->tabs->tabBar()->setFocus();
-    s_b->Show();
-    s_tabbed->Show();
-    QVERIFY(s_tabbed->tabs->tabBar()->hasFocus());
-}
+    void tabBarIsNotWhereAScreenOpens() {
+        s_b->Show();
+        s_tabbed->Show();
+        QVERIFY(s_tabbed->box->hasFocus());
+        s_tabbed->tabs->tabBar()->setFocus();
+        s_b->Show();
+        s_tabbed->Show();
+        QVERIFY(s_tabbed->tabs->tabBar()->hasFocus());
+    }
 
-void tst_form::formWithoutControlsLosesItsFocus() {
-    s_a->box->setEnabled(false);
-    s_a->button->setEnabled(false);
-    s_a->Show();
-    s_b->Show();
-    s_a->Show();
-    s_b->Show();
-    QCOMPARE(s_log.join(' '), QStringLiteral("a1+ a1! b2+ a1~ b2! a1! a1~ b2!"));
-}
+    void formWithoutControlsLosesItsFocus() {
+        s_a->box->setEnabled(false);
+        s_a->button->setEnabled(false);
+        s_a->Show();
+        s_b->Show();
+        s_a->Show();
+        s_b->Show();
+        QCOMPARE(s_log.join(' '), QStringLiteral("a1+ a1! b2+ a1~ b2! a1! a1~ b2!"));
+    }
 
-void tst_form::menuKeepsItsKeys() {
-    s_a->Show();
-    QSignalSpy triggered(s_main->item, &QAction::triggered);
-    QTest::keyClick(s_main->windowHandle(), Qt::Key_F4, Qt::ControlModifier);
-    QCOMPARE(triggered.size(), 1);
-    QVERIFY(s_a->isLoaded());
-    QTest::keyClick(s_main->windowHandle(), Qt::Key_W, Qt::ControlModifier);
-    QVERIFY(s_a->isLoaded());
-}
+    void menuKeepsItsKeys() {
+        s_a->Show();
+        QSignalSpy triggered(s_main->item, &QAction::triggered);
+        QTest::keyClick(s_main->windowHandle(), Qt::Key_F4, Qt::ControlModifier);
+        QCOMPARE(triggered.size(), 1);
+        QVERIFY(s_a->isLoaded());
+        QTest::keyClick(s_main->windowHandle(), Qt::Key_W, Qt::ControlModifier);
+        QVERIFY(s_a->isLoaded());
+    }
 
-/// Alt+X is on the menu bar, on both screens, and on one of them twice.
-void tst_form::mnemonicOfAPageBehindLeavesTheMenuAlone() {
-    auto *exit = new Button;
-    exit->setText("E&xit");
-    s_tabbed->box->parentWidget()->layout()->addWidget(exit);
-    s_tabbed->tabs->addTab(new TextBox, "Search");
-    s_a->Show();
-    s_tabbed->Show();
-    s_tabbed->tabs->setCurrentIndex(1);
-    auto *search = s_tabbed->tabs->currentWidget();
-    search->setFocus();
-    QSignalSpy clicked(exit, &Button::clicked);
-    QTest::keyClick(s_main->windowHandle(), Qt::Key_X, Qt::AltModifier);
-    QCOMPARE(clicked.size(), 1);
-    QVERIFY(!QApplication::activePopupWidget());
-    QTest::keyClick(s_main->windowHandle(), Qt::Key_Q, Qt::AltModifier);
-    QTest::keyClick(s_main->windowHandle(), Qt::Key_Q);
-    QCOMPARE(static_cast<TextBox *>(search)->text(), QString("q"));
-}
+    /// Alt+X is on the menu bar, on both screens, and on one of them twice.
+    void mnemonicOfAPageBehindLeavesTheMenuAlone() {
+        auto *exit = new Button;
+        exit->setText("E&xit");
+        s_tabbed->box->parentWidget()->layout()->addWidget(exit);
+        s_tabbed->tabs->addTab(new TextBox, "Search");
+        s_a->Show();
+        s_tabbed->Show();
+        s_tabbed->tabs->setCurrentIndex(1);
+        auto *search = s_tabbed->tabs->currentWidget();
+        search->setFocus();
+        QSignalSpy clicked(exit, &Button::clicked);
+        QTest::keyClick(s_main->windowHandle(), Qt::Key_X, Qt::AltModifier);
+        QCOMPARE(clicked.size(), 1);
+        QVERIFY(!QApplication::activePopupWidget());
+        QTest::keyClick(s_main->windowHandle(), Qt::Key_Q, Qt::AltModifier);
+        QTest::keyClick(s_main->windowHandle(), Qt::Key_Q);
+        QCOMPARE(static_cast<TextBox *>(search)->text(), QString("q"));
+    }
 
-void tst_form::mnemonicsOfTheScreenWin() {
-    s_a->Show();
-    s_b->Show();
-    QTest::keyClick(s_main->windowHandle(), Qt::Key_X, Qt::AltModifier);
-    QCOMPARE(s_log.join(' '), QStringLiteral("a1+ a1! b2+ b2! b2- a1! b2…"));
-    QTest::qWait(5);
+    void mnemonicsOfTheScreenWin() {
+        s_a->Show();
+        s_b->Show();
+        QTest::keyClick(s_main->windowHandle(), Qt::Key_X, Qt::AltModifier);
+        QCOMPARE(s_log.join(' '), QStringLiteral("a1+ a1! b2+ b2! b2- a1! b2…"));
+        QTest::qWait(5);
 
-    auto *twin = new Button(s_a.get());
-    twin->setText("Ta&x");
-    s_a->layout()->addWidget(twin);
-    QTest::qWait(5);
-    s_a->box->setFocus();
-    QSignalSpy clicked(twin, &Button::clicked);
-    QTest::keyClick(s_main->windowHandle(), Qt::Key_X, Qt::AltModifier);
-    QVERIFY(s_a->button->hasFocus());
-    QTest::keyClick(s_main->windowHandle(), Qt::Key_X, Qt::AltModifier);
-    QVERIFY(twin->hasFocus());
-    QCOMPARE(clicked.size(), 0);
-    QTest::keyClick(twin, Qt::Key_Return);
-    QCOMPARE(clicked.size(), 1);
-}
+        auto *twin = new Button(s_a.get());
+        twin->setText("Ta&x");
+        s_a->layout()->addWidget(twin);
+        QTest::qWait(5);
+        s_a->box->setFocus();
+        QSignalSpy clicked(twin, &Button::clicked);
+        QTest::keyClick(s_main->windowHandle(), Qt::Key_X, Qt::AltModifier);
+        QVERIFY(s_a->button->hasFocus());
+        QTest::keyClick(s_main->windowHandle(), Qt::Key_X, Qt::AltModifier);
+        QVERIFY(twin->hasFocus());
+        QCOMPARE(clicked.size(), 0);
+        QTest::keyClick(twin, Qt::Key_Return);
+        QCOMPARE(clicked.size(), 1);
+    }
 
-void tst_form::focusRefused_data() {
-    QTest::addColumn<QString>("state");
-    QTest::addColumn<bool>("refused");
-    QTest::newRow("plain") << "" << false;
-    QTest::newRow("disabled") << "disabled" << true;
-    QTest::newRow("hidden") << "hidden" << true;
-    QTest::newRow("in a disabled frame") << "frame disabled" << true;
-    QTest::newRow("in a hidden frame") << "frame hidden" << true;
-    QTest::newRow("on the other tab page") << "other page" << false;
-}
+    void focusRefused_data() {
+        columns<QString, bool>("state", "refused");
+        zel::test::row("plain", "", false);
+        zel::test::row("disabled", "disabled", true);
+        zel::test::row("hidden", "hidden", true);
+        zel::test::row("in a disabled frame", "frame disabled", true);
+        zel::test::row("in a hidden frame", "frame hidden", true);
+        zel::test::row("on the other tab page", "other page", false);
+    }
 
-void tst_form::focusRefused() {
-    QFETCH(QString, state);
-    QFETCH(bool, refused);
-    auto *tabs = new QTabWidget(s_a.get());
-    auto *frame = new QFrame;
-    auto *box = new TextBox;
-    auto *layout = new QVBoxLayout(frame);
-    layout->addWidget(box);
-    tabs->addTab(frame, "Entry");
-    tabs->addTab(new QWidget, "Search");
-    s_a->layout()->addWidget(tabs);
-    auto *inner = new QFrame(frame);
-    (new QVBoxLayout(inner))->addWidget(box);
-    layout->addWidget(inner);
-    if (state == "disabled")
-        box->setEnabled(false);
-    else if (state == "hidden")
-        box->hide();
-    else if (state == "frame disabled")
-        inner->setEnabled(false);
-    else if (state == "frame hidden")
-        inner->hide();
-    else if (state == "other page")
-        tabs->setCurrentIndex(1);
-    for (const bool shown : {false, true}) {
-        if (shown)
-            s_a->Show();
-        int number = 0;
-        try {
-            SetFocus(box);
-        } catch (const Error &error) {
-            number = error.number();
+    void focusRefused() {
+        QFETCH(QString, state);
+        QFETCH(bool, refused);
+        auto *tabs = new QTabWidget(s_a.get());
+        auto *frame = new QFrame;
+        auto *box = new TextBox;
+        auto *layout = new QVBoxLayout(frame);
+        layout->addWidget(box);
+        tabs->addTab(frame, "Entry");
+        tabs->addTab(new QWidget, "Search");
+        s_a->layout()->addWidget(tabs);
+        auto *inner = new QFrame(frame);
+        (new QVBoxLayout(inner))->addWidget(box);
+        layout->addWidget(inner);
+        if (state == "disabled")
+            box->setEnabled(false);
+        else if (state == "hidden")
+            box->hide();
+        else if (state == "frame disabled")
+            inner->setEnabled(false);
+        else if (state == "frame hidden")
+            inner->hide();
+        else if (state == "other page")
+            tabs->setCurrentIndex(1);
+        for (const bool shown : {false, true}) {
+            if (shown)
+                s_a->Show();
+            int number = 0;
+            try {
+                SetFocus(box);
+            } catch (const Error &error) {
+                number = error.number();
+            }
+            QCOMPARE(number, refused ? 5 : 0);
         }
-        QCOMPARE(number, refused ? 5 : 0);
+        tabs->setCurrentIndex(0);
+        QCOMPARE(box->hasFocus(), !refused);
     }
-    tabs->setCurrentIndex(0);
-    QCOMPARE(box->hasFocus(), !refused);
-}
 
-void tst_form::room_data() {
-    QTest::addColumn<bool>("takesAll");
-    QTest::addColumn<QSize>("size");
-    for (const bool takesAll : {true, false}) {
-        QTest::addRow("%s, much", takesAll ? "all" : "its own") << takesAll << QSize(900, 700);
-        QTest::addRow("%s, little", takesAll ? "all" : "its own") << takesAll << QSize(320, 260);
+    void room_data() {
+        columns<bool, QSize>("takesAll", "size");
+        for (const bool takesAll : {true, false}) {
+            fill(QTest::addRow("%s, much", takesAll ? "all" : "its own"), takesAll, QSize(900, 700));
+            fill(QTest::addRow("%s, little", takesAll ? "all" : "its own"), takesAll, QSize(320, 260));
+        }
     }
-}
 
-/// Where the area is as large as it may be, small, and large again.
-void tst_form::room() {
-    QFETCH(bool, takesAll);
-    QFETCH(QSize, size);
-    auto *form = new Listed(takesAll ? Form::Kind::Child : Form::Kind::OwnSize);
-    form->Show();
-    for (const QSize &now : {size, QSize(640, 500), size}) {
-        s_main->resize(now);
+    /// Where the area is as large as it may be, small, and large again.
+    void room() {
+        QFETCH(bool, takesAll);
+        QFETCH(QSize, size);
+        auto *form = new Listed(takesAll ? Form::Kind::Child : Form::Kind::OwnSize);
+        form->Show();
+        for (const QSize &now : {size, QSize(640, 500), size}) {
+            s_main->resize(now);
+            QTest::qWait(5);
+            const QRect area = s_main->area->viewport()->rect();
+            const QRect window = form->subWindow()->geometry();
+            QVERIFY(area.contains(window));
+            QCOMPARE(window == area, takesAll || now.width() < 400);
+            QVERIFY((window.center() - area.center()).manhattanLength() <= 2);
+            QVERIFY(form->list->width() >= 400 && form->list->height() >= 300);
+            const QRect button(form->button->mapTo(s_main->area->viewport(), QPoint()), form->button->size());
+            QVERIFY(area.contains(button) && !form->button->visibleRegion().isEmpty());
+        }
+        form->subWindow()->resize(300, 200); // from now on it is the user's
+        s_main->resize(640, 500);
         QTest::qWait(5);
-        const QRect area = s_main->area->viewport()->rect();
-        const QRect window = form->subWindow()->geometry();
-        QVERIFY(area.contains(window));
-        QCOMPARE(window == area, takesAll || now.width() < 400);
-        QVERIFY((window.center() - area.center()).manhattanLength() <= 2);
-        QVERIFY(form->list->width() >= 400 && form->list->height() >= 300);
-        const QRect button(form->button->mapTo(s_main->area->viewport(), QPoint()), form->button->size());
-        QVERIFY(area.contains(button) && !form->button->visibleRegion().isEmpty());
+        QCOMPARE(form->subWindow()->size(), QSize(300, 200));
+        form->Unload();
     }
-    form->subWindow()->resize(300, 200); // from now on it is the user's
-    s_main->resize(640, 500);
-    QTest::qWait(5);
-    QCOMPARE(form->subWindow()->size(), QSize(300, 200));
-    form->Unload();
-}
 
-void tst_form::messages_data() {
-    QTest::addColumn<int>("style");
-    QTest::addColumn<QString>("title");
-    QTest::addColumn<int>("key");
-    QTest::addColumn<int>("icon");
-    QTest::addColumn<int>("result");
-    const int information = QMessageBox::Information;
-    QTest::newRow("information") << 64 << "" << int(Qt::Key_Return) << information << int(vbOK);
-    QTest::newRow("critical") << 16 << "Login Error" << int(Qt::Key_Escape) << int(QMessageBox::Critical)
-                              << int(vbOK);
-    QTest::newRow("confirmed") << 68 << "Confirm" << int(Qt::Key_Return) << information << int(vbYes);
-    QTest::newRow("not confirmed") << 68 << "Confirm" << int(Qt::Key_N) << information << int(vbNo);
-    QTest::newRow("escaped") << 4 << "" << int(Qt::Key_Escape) << int(QMessageBox::NoIcon) << int(vbNo);
-    QTest::newRow("yes by letter") << 4 << "" << int(Qt::Key_Y) << int(QMessageBox::NoIcon) << int(vbYes);
-}
+    void messages_data() {
+        columns<int, QString, int, int, int>("style", "title", "key", "icon", "result");
+        const int information = QMessageBox::Information;
+        zel::test::row("information", 64, "", int(Qt::Key_Return), information, int(vbOK));
+        zel::test::row("critical", 16, "Login Error", int(Qt::Key_Escape), int(QMessageBox::Critical),
+                       int(vbOK));
+        zel::test::row("confirmed", 68, "Confirm", int(Qt::Key_Return), information, int(vbYes));
+        zel::test::row("not confirmed", 68, "Confirm", int(Qt::Key_N), information, int(vbNo));
+        zel::test::row("escaped", 4, "", int(Qt::Key_Escape), int(QMessageBox::NoIcon), int(vbNo));
+        zel::test::row("yes by letter", 4, "", int(Qt::Key_Y), int(QMessageBox::NoIcon), int(vbYes));
+    }
 
-void tst_form::messages() {
-    QFETCH(int, style);
-    QFETCH(QString, title);
-    QFETCH(int, key);
-    QFETCH(int, icon);
-    QFETCH(int, result);
-    const QString text = "this head not remove <b>& more</b> ";
-    QString seen;
-    QTimer::singleShot(0, [&] {
-        auto *box = qobject_cast<QMessageBox *>(qApp->activeModalWidget());
-        seen = box->objectName() + '|' + box->windowTitle() + '|' + box->text() + '|' +
-               QString::number(box->icon());
-        (void)QTest::qWaitFor([box] { return QApplication::activeWindow() == box; });
-        const bool letter = key < 0x80;
-        QTest::keyClick(box, Qt::Key(key), letter ? Qt::AltModifier : Qt::NoModifier);
-        QTimer::singleShot(2000, box, [&, box] {
-            seen = "never answered";
-            box->done(0);
-        });
-    });
-    QCOMPARE(int(MsgBox(text, style, title)), result);
-    QCOMPARE(seen, QString("MsgBox|%1|%2|%3").arg(title.isEmpty() ? "ZEL" : title, text).arg(icon));
-}
-
-void tst_form::endsWithTheLastForm() {
-    s_main->Unload();
-    FormReference<Login> login;
-    QStringList steps;
-    auto *application = static_cast<Application *>(qApp);
-    const int status = application->run([&] {
-        login->Show();
+    void messages() {
+        QFETCH(int, style);
+        QFETCH(QString, title);
+        QFETCH(int, key);
+        QFETCH(int, icon);
+        QFETCH(int, result);
+        const QString text = "this head not remove <b>& more</b> ";
+        QString seen;
         QTimer::singleShot(0, [&] {
-            s_main->Show();
-            login->Unload();
-            s_a->Show();
-            QTimer::singleShot(30, [&] {
-                steps << "main";
-                s_main->Unload();
-                login->Show();
-            });
-            QTimer::singleShot(60, [&] {
-                steps << "login";
-                login->close();
+            auto *box = qobject_cast<QMessageBox *>(qApp->activeModalWidget());
+            seen = box->objectName() + '|' + box->windowTitle() + '|' + box->text() + '|' +
+                   QString::number(box->icon());
+            (void)QTest::qWaitFor([box] { return QApplication::activeWindow() == box; });
+            const bool letter = key < 0x80;
+            QTest::keyClick(box, Qt::Key(key), letter ? Qt::AltModifier : Qt::NoModifier);
+            QTimer::singleShot(2000, box, [&, box] {
+                seen = "never answered";
+                box->done(0);
             });
         });
-        QTimer::singleShot(5000, application, [&] {
-            steps << "never ended";
-            QCoreApplication::exit(9);
+        QCOMPARE(int(MsgBox(text, style, title)), result);
+        QCOMPARE(seen, QString("MsgBox|%1|%2|%3").arg(title.isEmpty() ? "ZEL" : title, text).arg(icon));
+    }
+
+    void endsWithTheLastForm() {
+        s_main->Unload();
+        FormReference<Login> login;
+        QStringList steps;
+        auto *application = static_cast<Application *>(qApp);
+        const int status = application->run([&] {
+            login->Show();
+            QTimer::singleShot(0, [&] {
+                s_main->Show();
+                login->Unload();
+                s_a->Show();
+                QTimer::singleShot(30, [&] {
+                    steps << "main";
+                    s_main->Unload();
+                    login->Show();
+                });
+                QTimer::singleShot(60, [&] {
+                    steps << "login";
+                    login->close();
+                });
+            });
+            QTimer::singleShot(5000, application, [&] {
+                steps << "never ended";
+                QCoreApplication::exit(9);
+            });
         });
-    });
-    QCOMPARE(steps.join(' '), QStringLiteral("main login"));
-    QCOMPARE(status, 0);
-}
+        QCOMPARE(steps.join(' '), QStringLiteral("main login"));
+        QCOMPARE(status, 0);
+    }
+};
 
 int main(int argc, char **argv) {
     Application application(argc, argv);

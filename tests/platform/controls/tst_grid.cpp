@@ -6,6 +6,7 @@
 #include "platform/controls/look.h"
 #include "table_rows.h"
 
+#include "tests/support/rows.h"
 #include <QAbstractItemModelTester>
 #include <QElapsedTimer>
 #include <QHeaderView>
@@ -15,28 +16,11 @@
 #include <QTest>
 #include <QToolTip>
 
+using zel::test::columns;
+using zel::test::fill;
+
 using namespace zel;
 using namespace zel::controls;
-
-class tst_grid : public QObject {
-    Q_OBJECT
-private Q_SLOTS:
-    void modelStandsTheTester();
-    void bound();
-    void emptySearch();
-    void holdsRowsUntilLetGo();
-    void entryGrid();
-    void removal_data();
-    void removal();
-    void outsideIsAnError();
-    void widths();
-    void amountsArePainted_data();
-    void amountsArePainted();
-    void cutCellTellsAll();
-    void keys();
-    void mouse();
-    void bindingIsLazy();
-};
 
 namespace {
 
@@ -59,285 +43,6 @@ QString all(const Grid &grid) {
 
 } // namespace
 
-void tst_grid::modelStandsTheTester() {
-    GridModel model;
-    QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
-    model.setRows(1);
-    model.setCols(4);
-    model.setRows(6);
-    model.setText(3, 2, "x");
-    model.removeRow(2);
-    model.setCols(3);
-    model.bind(threeRows());
-    model.setCols(2);
-    model.setCols(5);
-    model.setText(0, 0, "Session No");
-    model.removeRow(1);
-    model.bind(threeRows());
-    model.bind(nullptr);
-    model.clear();
-    model.setRows(2);
-    model.bind(TableRows::make(Names, {}));
-    model.setRows(1);
-}
-
-void tst_grid::bound() {
-    Grid grid;
-    grid.setDataSource(threeRows());
-    QCOMPARE(all(grid), QStringLiteral("SessionId,SessionName,Amount|3,AUTUMN,12.5|2,SPRING,|1,FIRST,7"));
-    QCOMPARE(grid.Row(), 1);
-    grid.setColumns({{"SESSION NO", 1200}, {"SESSION NAME", 3000}});
-    grid.setTextMatrix(0, 0, "Session No");
-    QCOMPARE(all(grid), QStringLiteral("Session No,SESSION NAME|3,AUTUMN|2,SPRING|1,FIRST"));
-    const auto alignment = [&](int col) {
-        return grid.model()->index(0, col).data(Qt::TextAlignmentRole).value<Qt::Alignment>();
-    };
-    QVERIFY(alignment(0).testFlag(Qt::AlignRight));
-    QVERIFY(alignment(1).testFlag(Qt::AlignLeft));
-    grid.setTextMatrix(2, 1, "SUMMER");
-    QCOMPARE(all(grid), QStringLiteral("Session No,SESSION NAME|3,AUTUMN|2,SUMMER|1,FIRST"));
-    grid.setDataSource(threeRows());
-    QCOMPARE(all(grid), QStringLiteral("SessionId,SessionName,Amount|3,AUTUMN,12.5|2,SPRING,|1,FIRST,7"));
-}
-
-void tst_grid::emptySearch() {
-    Grid grid;
-    grid.setEmptyText("No session found");
-    const auto *label = grid.findChild<QLabel *>();
-    grid.setDataSource(threeRows());
-    QVERIFY(label->isHidden() && grid.selectionModel()->hasSelection());
-    grid.setColumns({{"SESSION NO", 1200}, {"SESSION NAME", 3000}});
-    grid.setDataSource(nullptr);
-    QCOMPARE(grid.Rows(), 4);
-    grid.Clear();
-    grid.setRows(2);
-    QCOMPARE(all(grid), QStringLiteral(",|,"));
-    QCOMPARE(grid.Row(), 1);
-    QCOMPARE(grid.TextMatrix(grid.Row(), 0), QString());
-    QVERIFY(!label->isHidden() && !grid.selectionModel()->hasSelection() && !grid.showGrid());
-    QTest::keyClick(&grid, Qt::Key_Down);
-    QVERIFY(!grid.selectionModel()->hasSelection());
-    grid.setTextMatrix(1, 0, "4");
-    QVERIFY(label->isHidden() && grid.selectionModel()->hasSelection() && grid.showGrid());
-}
-
-void tst_grid::holdsRowsUntilLetGo() {
-    const auto released = [](auto letGo) {
-        std::weak_ptr<const Rows> watch;
-        auto grid = std::make_unique<Grid>();
-        {
-            const RowsPtr rows = threeRows();
-            watch = rows;
-            grid->setDataSource(rows);
-        }
-        if (watch.expired())
-            return false;
-        letGo(grid);
-        return watch.expired();
-    };
-    QVERIFY(released([](auto &grid) { grid->setDataSource(threeRows()); }));
-    QVERIFY(released([](auto &grid) { grid->setDataSource(nullptr); }));
-    QVERIFY(released([](auto &grid) { grid->Clear(); }));
-    QVERIFY(released([](auto &grid) { grid.reset(); }));
-}
-
-/// The working copy of a voucher: lines are added, overwritten and taken out.
-void tst_grid::entryGrid() {
-    Grid grid;
-    grid.setRows(1);
-    grid.setColumns({{"", 0}, {"Account Debit:", 4000}, {"Amount:", 1900, Qt::AlignRight}});
-    QCOMPARE(grid.Rows(), 1);
-    QCOMPARE(grid.Row(), 0);
-    grid.setRows(grid.Rows() + 1);
-    grid.setTextMatrix(1, 0, "15");
-    grid.setTextMatrix(1, 1, "RENT");
-    grid.setTextMatrix(1, 2, "1,234.50");
-    QCOMPARE(grid.Row(), 1);
-    grid.setRows(grid.Rows() + 1);
-    grid.setTextMatrix(2, 0, "16");
-    QCOMPARE(grid.Row(), 1);
-    QCOMPARE(all(grid), QStringLiteral(",Account Debit:,Amount:|15,RENT,1,234.50|16,,"));
-    QVERIFY(grid.model()
-                ->index(0, 2)
-                .data(Qt::TextAlignmentRole)
-                .value<Qt::Alignment>()
-                .testFlag(Qt::AlignRight));
-    grid.setRows(1);
-    QCOMPARE(grid.Row(), 0);
-    grid.setRows(2);
-    QCOMPARE(grid.TextMatrix(1, 0), QString());
-}
-
-void tst_grid::removal_data() {
-    QTest::addColumn<bool>("boundRows");
-    QTest::addColumn<int>("current");
-    QTest::addColumn<int>("removed");
-    QTest::addColumn<QString>("left");
-    QTest::addColumn<int>("currentAfter");
-    for (const bool boundRows : {true, false}) {
-        const char *kind = boundRows ? "bound" : "own";
-        QTest::addRow("%s, first", kind) << boundRows << 1 << 1 << "2,1" << 1;
-        QTest::addRow("%s, middle", kind) << boundRows << 2 << 2 << "3,1" << 2;
-        QTest::addRow("%s, last", kind) << boundRows << 3 << 3 << "3,2" << 2;
-        QTest::addRow("%s, another than the current", kind) << boundRows << 3 << 1 << "2,1" << 2;
-    }
-}
-
-void tst_grid::removal() {
-    QFETCH(bool, boundRows);
-    QFETCH(int, current);
-    QFETCH(int, removed);
-    QFETCH(QString, left);
-    QFETCH(int, currentAfter);
-    Grid grid;
-    if (boundRows) {
-        grid.setDataSource(threeRows());
-    } else {
-        grid.setRows(4);
-        for (int row = 1; row <= 3; ++row)
-            grid.setTextMatrix(row, 0, QString::number(4 - row));
-    }
-    grid.setRow(current);
-    grid.RemoveItem(removed);
-    QStringList firsts;
-    for (int row = 1; row < grid.Rows(); ++row)
-        firsts << grid.TextMatrix(row, 0);
-    QCOMPARE(firsts.join(','), left);
-    QCOMPARE(grid.Row(), currentAfter);
-}
-
-void tst_grid::outsideIsAnError() {
-    Grid grid;
-    grid.setDataSource(threeRows());
-    QVERIFY_EXCEPTION_THROWN((void)grid.TextMatrix(4, 0), Error);
-    QVERIFY_EXCEPTION_THROWN((void)grid.TextMatrix(0, 3), Error);
-    QVERIFY_EXCEPTION_THROWN(grid.setTextMatrix(-1, 0, "x"), Error);
-    QVERIFY_EXCEPTION_THROWN(grid.RemoveItem(0), Error);
-    QVERIFY_EXCEPTION_THROWN(grid.RemoveItem(4), Error);
-    QVERIFY_EXCEPTION_THROWN(grid.setRows(0), Error);
-}
-
-void tst_grid::widths() {
-    Grid grid;
-    grid.setDataSource(threeRows());
-    grid.setColumns({{"", 0}, {"NAME", 2880}, {"A heading wider than its column", 100}});
-    QVERIFY(grid.isColumnHidden(0));
-    QCOMPARE(grid.TextMatrix(1, 0), QStringLiteral("3"));
-    grid.resize(2000, 300);
-    grid.show();
-    QVERIFY(grid.columnWidth(1) > pixels(2880)); // what the others leave is the widest one's
-    QCOMPARE(grid.horizontalHeader()->length(), grid.viewport()->width());
-    grid.resize(200, 300);
-    QCOMPARE(grid.columnWidth(1), pixels(2880));
-    const QFontMetrics bold(grid.horizontalHeader()->font());
-    QVERIFY(grid.horizontalHeader()->font().bold());
-    QVERIFY(grid.columnWidth(2) > bold.horizontalAdvance("A heading wider than its column"));
-    grid.setDataSource(threeRows());
-    QVERIFY(grid.isColumnHidden(0));
-    grid.setColWidth(0, 1440);
-    QVERIFY(!grid.isColumnHidden(0));
-}
-
-void tst_grid::amountsArePainted_data() {
-    QTest::addColumn<QString>("cell");
-    QTest::addColumn<QString>("painted");
-    for (const auto &[cell, painted] :
-         {std::pair("7", "7.00"), std::pair("9876543210.55", "9,876,543,210.55"),
-          std::pair("-9876543210.55", "-9,876,543,210.55"), std::pair("", ""), std::pair("none", "none"),
-          std::pair("99999999999999999999", "99999999999999999999")})
-        QTest::addRow("'%s'", cell) << cell << painted;
-}
-
-void tst_grid::amountsArePainted() {
-    QFETCH(QString, cell);
-    QFETCH(QString, painted);
-    struct Painter : CellDelegate {
-        using CellDelegate::initStyleOption;
-    };
-    Grid grid;
-    grid.setDataSource(TableRows::make({"$Amount", "Name"}, {{cell, "A"}}));
-    grid.setColWidth(0, 100);
-    const QModelIndex index = grid.model()->index(0, 0);
-    QStyleOptionViewItem option;
-    Painter().initStyleOption(&option, index);
-    QCOMPARE(option.text, painted);
-    QVERIFY(option.displayAlignment.testFlag(Qt::AlignRight));
-    QCOMPARE(index.data().toString(), cell);
-    QVERIFY(grid.columnWidth(0) > grid.fontMetrics().horizontalAdvance("-9,876,543,210.55"));
-}
-
-void tst_grid::cutCellTellsAll() {
-    Grid grid;
-    const QString whole = QString("A LONG NAME & MORE ").repeated(20);
-    grid.setDataSource(TableRows::make({"Name", "#No"}, {{"SHORT", "1"}, {whole, "2"}}));
-    grid.resize(300, 200);
-    grid.show();
-    for (int row = 0; row < 2; ++row) {
-        const QPoint place = grid.visualRect(grid.model()->index(row, 0)).center();
-        QHelpEvent help(QEvent::ToolTip, place, grid.viewport()->mapToGlobal(place));
-        QCoreApplication::sendEvent(grid.viewport(), &help);
-        QCOMPARE(QToolTip::text(), row == 1 ? "<p>" + whole.toHtmlEscaped() + "</p>" : QString());
-    }
-}
-
-void tst_grid::keys() {
-    Grid grid;
-    grid.setDataSource(threeRows());
-    grid.setColumns({{"", 0}, {"NAME", 3000}});
-    grid.show();
-    QSignalSpy clicked(&grid, &Grid::rowClicked);
-    QSignalSpy doubled(&grid, &Grid::rowDoubleClicked);
-    QSignalSpy entered(&grid, &Grid::enterPressed);
-    QSignalSpy menu(&grid, &Grid::contextMenuAsked);
-    QTest::keyClick(&grid, Qt::Key_Down);
-    QCOMPARE(grid.Row(), 2);
-    QTest::keyClick(&grid, 'F'); // picks nothing
-    QCOMPARE(grid.Row(), 2);
-    QTest::keyClick(&grid, Qt::Key_F2);
-    QCOMPARE(doubled.size(), 1);
-    QCOMPARE(doubled.at(0).at(0).toInt(), 2);
-    QCOMPARE(clicked.size(), 1);
-    QTest::keyClick(&grid, Qt::Key_Return);
-    QCOMPARE(entered.size(), 1);
-    QCOMPARE(entered.at(0).at(0).toInt(), 2);
-    QCOMPARE(doubled.size(), 1);
-    QContextMenuEvent byKey(QContextMenuEvent::Keyboard, QPoint(), QPoint());
-    QCoreApplication::sendEvent(&grid, &byKey);
-    QCOMPARE(menu.size(), 1);
-
-    grid.setRows(1);
-    QTest::keyClick(&grid, Qt::Key_F2);
-    QCOMPARE(doubled.size(), 1);
-    QTest::keyClick(&grid, Qt::Key_Return);
-    QCOMPARE(entered.at(1).at(0).toInt(), 0);
-}
-
-void tst_grid::mouse() {
-    Grid grid;
-    grid.resize(500, 300);
-    grid.setDataSource(threeRows());
-    grid.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&grid));
-    QSignalSpy clicked(&grid, &Grid::rowClicked);
-    QSignalSpy doubled(&grid, &Grid::rowDoubleClicked);
-    const QPoint third = grid.visualRect(grid.model()->index(2, 1)).center();
-    QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, third);
-    QCOMPARE(clicked.value(0).value(0).toInt(), 3);
-    QTest::mouseDClick(grid.viewport(), Qt::LeftButton, {}, third);
-    QCOMPARE(doubled.value(0).value(0).toInt(), 3);
-    QTest::mouseDClick(grid.horizontalHeader()->viewport(), Qt::LeftButton, {}, QPoint(20, 5));
-    QCOMPARE(doubled.size(), 1);
-    // The hand may move between the two clicks: it is the row that counts.
-    QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, third);
-    QTest::mouseDClick(grid.viewport(), Qt::LeftButton, {},
-                       grid.visualRect(grid.model()->index(2, 0)).center());
-    QCOMPARE(doubled.size(), 2);
-    QCOMPARE(doubled.at(1).at(0).toInt(), 3);
-    QTest::mouseDClick(grid.viewport(), Qt::LeftButton, {},
-                       QPoint(20, grid.visualRect(grid.model()->index(2, 0)).bottom() + 40));
-    QCOMPARE(doubled.size(), 2);
-}
-
 namespace {
 
 /// Very many rows that count how often a cell is read.
@@ -354,27 +59,306 @@ public:
 
 } // namespace
 
-/// Binding reads no cell but those on view, whatever the number of rows.
-void tst_grid::bindingIsLazy() {
-    Grid grid;
-    grid.resize(600, 400);
-    grid.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&grid));
-    const auto rows = std::make_shared<CountingRows>();
-    QElapsedTimer timer;
-    timer.start();
-    grid.setDataSource(rows);
-    grid.setColumns({{"No", 1000}, {"Name", 3000}});
-    const auto bindingNs = timer.nsecsElapsed();
-    QTest::qWait(50);
-    qInfo("300,000 rows bound in %.2f ms, %d cells read until shown", double(bindingNs) / 1e6, rows->reads);
-    QVERIFY(rows->reads < 1000);
-    QTest::keyClick(&grid, Qt::Key_End, Qt::ControlModifier);
-    QCOMPARE(grid.Row(), 300000);
-    QTest::keyClick(&grid, '7');
-    QTest::qWait(50);
-    QVERIFY(rows->reads < 2000);
-}
+class tst_grid : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void modelStandsTheTester() {
+        GridModel model;
+        QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        model.setRows(1);
+        model.setCols(4);
+        model.setRows(6);
+        model.setText(3, 2, "x");
+        model.removeRow(2);
+        model.setCols(3);
+        model.bind(threeRows());
+        model.setCols(2);
+        model.setCols(5);
+        model.setText(0, 0, "Session No");
+        model.removeRow(1);
+        model.bind(threeRows());
+        model.bind(nullptr);
+        model.clear();
+        model.setRows(2);
+        model.bind(TableRows::make(Names, {}));
+        model.setRows(1);
+    }
+
+    void bound() {
+        Grid grid;
+        grid.setDataSource(threeRows());
+        QCOMPARE(all(grid), QStringLiteral("SessionId,SessionName,Amount|3,AUTUMN,12.5|2,SPRING,|1,FIRST,7"));
+        QCOMPARE(grid.Row(), 1);
+        grid.setColumns({{"SESSION NO", 1200}, {"SESSION NAME", 3000}});
+        grid.setTextMatrix(0, 0, "Session No");
+        QCOMPARE(all(grid), QStringLiteral("Session No,SESSION NAME|3,AUTUMN|2,SPRING|1,FIRST"));
+        const auto alignment = [&](int col) {
+            return grid.model()->index(0, col).data(Qt::TextAlignmentRole).value<Qt::Alignment>();
+        };
+        QVERIFY(alignment(0).testFlag(Qt::AlignRight));
+        QVERIFY(alignment(1).testFlag(Qt::AlignLeft));
+        grid.setTextMatrix(2, 1, "SUMMER");
+        QCOMPARE(all(grid), QStringLiteral("Session No,SESSION NAME|3,AUTUMN|2,SUMMER|1,FIRST"));
+        grid.setDataSource(threeRows());
+        QCOMPARE(all(grid), QStringLiteral("SessionId,SessionName,Amount|3,AUTUMN,12.5|2,SPRING,|1,FIRST,7"));
+    }
+
+    void emptySearch() {
+        Grid grid;
+        grid.setEmptyText("No session found");
+        const auto *label = grid.findChild<QLabel *>();
+        grid.setDataSource(threeRows());
+        QVERIFY(label->isHidden() && grid.selectionModel()->hasSelection());
+        grid.setColumns({{"SESSION NO", 1200}, {"SESSION NAME", 3000}});
+        grid.setDataSource(nullptr);
+        QCOMPARE(grid.Rows(), 4);
+        grid.Clear();
+        grid.setRows(2);
+        QCOMPARE(all(grid), QStringLiteral(",|,"));
+        QCOMPARE(grid.Row(), 1);
+        QCOMPARE(grid.TextMatrix(grid.Row(), 0), QString());
+        QVERIFY(!label->isHidden() && !grid.selectionModel()->hasSelection() && !grid.showGrid());
+        QTest::keyClick(&grid, Qt::Key_Down);
+        QVERIFY(!grid.selectionModel()->hasSelection());
+        grid.setTextMatrix(1, 0, "4");
+        QVERIFY(label->isHidden() && grid.selectionModel()->hasSelection() && grid.showGrid());
+    }
+
+    void holdsRowsUntilLetGo() {
+        const auto released = [](auto letGo) {
+            std::weak_ptr<const Rows> watch;
+            auto grid = std::make_unique<Grid>();
+            {
+                const RowsPtr rows = threeRows();
+                watch = rows;
+                grid->setDataSource(rows);
+            }
+            if (watch.expired())
+                return false;
+            letGo(grid);
+            return watch.expired();
+        };
+        QVERIFY(released([](auto &grid) { grid->setDataSource(threeRows()); }));
+        QVERIFY(released([](auto &grid) { grid->setDataSource(nullptr); }));
+        QVERIFY(released([](auto &grid) { grid->Clear(); }));
+        QVERIFY(released([](auto &grid) { grid.reset(); }));
+    }
+
+    /// The working copy of a voucher: lines are added, overwritten and taken out.
+    void entryGrid() {
+        Grid grid;
+        grid.setRows(1);
+        grid.setColumns({{"", 0}, {"Account Debit:", 4000}, {"Amount:", 1900, Qt::AlignRight}});
+        QCOMPARE(grid.Rows(), 1);
+        QCOMPARE(grid.Row(), 0);
+        grid.setRows(grid.Rows() + 1);
+        grid.setTextMatrix(1, 0, "15");
+        grid.setTextMatrix(1, 1, "RENT");
+        grid.setTextMatrix(1, 2, "1,234.50");
+        QCOMPARE(grid.Row(), 1);
+        grid.setRows(grid.Rows() + 1);
+        grid.setTextMatrix(2, 0, "16");
+        QCOMPARE(grid.Row(), 1);
+        QCOMPARE(all(grid), QStringLiteral(",Account Debit:,Amount:|15,RENT,1,234.50|16,,"));
+        QVERIFY(grid.model()
+                    ->index(0, 2)
+                    .data(Qt::TextAlignmentRole)
+                    .value<Qt::Alignment>()
+                    .testFlag(Qt::AlignRight));
+        grid.setRows(1);
+        QCOMPARE(grid.Row(), 0);
+        grid.setRows(2);
+        QCOMPARE(grid.TextMatrix(1, 0), QString());
+    }
+
+    void removal_data() {
+        columns<bool, int, int, QString, int>("boundRows", "current", "removed", "left", "currentAfter");
+        for (const bool boundRows : {true, false}) {
+            const char *kind = boundRows ? "bound" : "own";
+            fill(QTest::addRow("%s, first", kind), boundRows, 1, 1, "2,1", 1);
+            fill(QTest::addRow("%s, middle", kind), boundRows, 2, 2, "3,1", 2);
+            fill(QTest::addRow("%s, last", kind), boundRows, 3, 3, "3,2", 2);
+            fill(QTest::addRow("%s, another than the current", kind), boundRows, 3, 1, "2,1", 2);
+        }
+    }
+
+    void removal() {
+        QFETCH(bool, boundRows);
+        QFETCH(int, current);
+        QFETCH(int, removed);
+        QFETCH(QString, left);
+        QFETCH(int, currentAfter);
+        Grid grid;
+        if (boundRows) {
+            grid.setDataSource(threeRows());
+        } else {
+            grid.setRows(4);
+            for (int row = 1; row <= 3; ++row)
+                grid.setTextMatrix(row, 0, QString::number(4 - row));
+        }
+        grid.setRow(current);
+        grid.RemoveItem(removed);
+        QStringList firsts;
+        for (int row = 1; row < grid.Rows(); ++row)
+            firsts << grid.TextMatrix(row, 0);
+        QCOMPARE(firsts.join(','), left);
+        QCOMPARE(grid.Row(), currentAfter);
+    }
+
+    void outsideIsAnError() {
+        Grid grid;
+        grid.setDataSource(threeRows());
+        QVERIFY_EXCEPTION_THROWN((void)grid.TextMatrix(4, 0), Error);
+        QVERIFY_EXCEPTION_THROWN((void)grid.TextMatrix(0, 3), Error);
+        QVERIFY_EXCEPTION_THROWN(grid.setTextMatrix(-1, 0, "x"), Error);
+        QVERIFY_EXCEPTION_THROWN(grid.RemoveItem(0), Error);
+        QVERIFY_EXCEPTION_THROWN(grid.RemoveItem(4), Error);
+        QVERIFY_EXCEPTION_THROWN(grid.setRows(0), Error);
+    }
+
+    void widths() {
+        Grid grid;
+        grid.setDataSource(threeRows());
+        grid.setColumns({{"", 0}, {"NAME", 2880}, {"A heading wider than its column", 100}});
+        QVERIFY(grid.isColumnHidden(0));
+        QCOMPARE(grid.TextMatrix(1, 0), QStringLiteral("3"));
+        grid.resize(2000, 300);
+        grid.show();
+        QVERIFY(grid.columnWidth(1) > pixels(2880)); // what the others leave is the widest one's
+        QCOMPARE(grid.horizontalHeader()->length(), grid.viewport()->width());
+        grid.resize(200, 300);
+        QCOMPARE(grid.columnWidth(1), pixels(2880));
+        const QFontMetrics bold(grid.horizontalHeader()->font());
+        QVERIFY(grid.horizontalHeader()->font().bold());
+        QVERIFY(grid.columnWidth(2) > bold.horizontalAdvance("A heading wider than its column"));
+        grid.setDataSource(threeRows());
+        QVERIFY(grid.isColumnHidden(0));
+        grid.setColWidth(0, 1440);
+        QVERIFY(!grid.isColumnHidden(0));
+    }
+
+    void amountsArePainted_data() {
+        columns<QString, QString>("cell", "painted");
+        for (const auto &[cell, painted] :
+             {std::pair("7", "7.00"), std::pair("9876543210.55", "9,876,543,210.55"),
+              std::pair("-9876543210.55", "-9,876,543,210.55"), std::pair("", ""), std::pair("none", "none"),
+              std::pair("99999999999999999999", "99999999999999999999")})
+            fill(QTest::addRow("'%s'", cell), cell, painted);
+    }
+
+    void amountsArePainted() {
+        QFETCH(QString, cell);
+        QFETCH(QString, painted);
+        struct Painter : CellDelegate {
+            using CellDelegate::initStyleOption;
+        };
+        Grid grid;
+        grid.setDataSource(TableRows::make({"$Amount", "Name"}, {{cell, "A"}}));
+        grid.setColWidth(0, 100);
+        const QModelIndex index = grid.model()->index(0, 0);
+        QStyleOptionViewItem option;
+        Painter().initStyleOption(&option, index);
+        QCOMPARE(option.text, painted);
+        QVERIFY(option.displayAlignment.testFlag(Qt::AlignRight));
+        QCOMPARE(index.data().toString(), cell);
+        QVERIFY(grid.columnWidth(0) > grid.fontMetrics().horizontalAdvance("-9,876,543,210.55"));
+    }
+
+    void cutCellTellsAll() {
+        Grid grid;
+        const QString whole = QString("A LONG NAME & MORE ").repeated(20);
+        grid.setDataSource(TableRows::make({"Name", "#No"}, {{"SHORT", "1"}, {whole, "2"}}));
+        grid.resize(300, 200);
+        grid.show();
+        for (int row = 0; row < 2; ++row) {
+            const QPoint place = grid.visualRect(grid.model()->index(row, 0)).center();
+            QHelpEvent help(QEvent::ToolTip, place, grid.viewport()->mapToGlobal(place));
+            QCoreApplication::sendEvent(grid.viewport(), &help);
+            QCOMPARE(QToolTip::text(), row == 1 ? "<p>" + whole.toHtmlEscaped() + "</p>" : QString());
+        }
+    }
+
+    void keys() {
+        Grid grid;
+        grid.setDataSource(threeRows());
+        grid.setColumns({{"", 0}, {"NAME", 3000}});
+        grid.show();
+        QSignalSpy clicked(&grid, &Grid::rowClicked);
+        QSignalSpy doubled(&grid, &Grid::rowDoubleClicked);
+        QSignalSpy entered(&grid, &Grid::enterPressed);
+        QSignalSpy menu(&grid, &Grid::contextMenuAsked);
+        QTest::keyClick(&grid, Qt::Key_Down);
+        QCOMPARE(grid.Row(), 2);
+        QTest::keyClick(&grid, 'F'); // picks nothing
+        QCOMPARE(grid.Row(), 2);
+        QTest::keyClick(&grid, Qt::Key_F2);
+        QCOMPARE(doubled.size(), 1);
+        QCOMPARE(doubled.at(0).at(0).toInt(), 2);
+        QCOMPARE(clicked.size(), 1);
+        QTest::keyClick(&grid, Qt::Key_Return);
+        QCOMPARE(entered.size(), 1);
+        QCOMPARE(entered.at(0).at(0).toInt(), 2);
+        QCOMPARE(doubled.size(), 1);
+        QContextMenuEvent byKey(QContextMenuEvent::Keyboard, QPoint(), QPoint());
+        QCoreApplication::sendEvent(&grid, &byKey);
+        QCOMPARE(menu.size(), 1);
+
+        grid.setRows(1);
+        QTest::keyClick(&grid, Qt::Key_F2);
+        QCOMPARE(doubled.size(), 1);
+        QTest::keyClick(&grid, Qt::Key_Return);
+        QCOMPARE(entered.at(1).at(0).toInt(), 0);
+    }
+
+    void mouse() {
+        Grid grid;
+        grid.resize(500, 300);
+        grid.setDataSource(threeRows());
+        grid.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&grid));
+        QSignalSpy clicked(&grid, &Grid::rowClicked);
+        QSignalSpy doubled(&grid, &Grid::rowDoubleClicked);
+        const QPoint third = grid.visualRect(grid.model()->index(2, 1)).center();
+        QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, third);
+        QCOMPARE(clicked.value(0).value(0).toInt(), 3);
+        QTest::mouseDClick(grid.viewport(), Qt::LeftButton, {}, third);
+        QCOMPARE(doubled.value(0).value(0).toInt(), 3);
+        QTest::mouseDClick(grid.horizontalHeader()->viewport(), Qt::LeftButton, {}, QPoint(20, 5));
+        QCOMPARE(doubled.size(), 1);
+        // The hand may move between the two clicks: it is the row that counts.
+        QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, third);
+        QTest::mouseDClick(grid.viewport(), Qt::LeftButton, {},
+                           grid.visualRect(grid.model()->index(2, 0)).center());
+        QCOMPARE(doubled.size(), 2);
+        QCOMPARE(doubled.at(1).at(0).toInt(), 3);
+        QTest::mouseDClick(grid.viewport(), Qt::LeftButton, {},
+                           QPoint(20, grid.visualRect(grid.model()->index(2, 0)).bottom() + 40));
+        QCOMPARE(doubled.size(), 2);
+    }
+
+    /// Binding reads no cell but those on view, whatever the number of rows.
+    void bindingIsLazy() {
+        Grid grid;
+        grid.resize(600, 400);
+        grid.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&grid));
+        const auto rows = std::make_shared<CountingRows>();
+        QElapsedTimer timer;
+        timer.start();
+        grid.setDataSource(rows);
+        grid.setColumns({{"No", 1000}, {"Name", 3000}});
+        const auto bindingNs = timer.nsecsElapsed();
+        QTest::qWait(50);
+        qInfo("300,000 rows bound in %.2f ms, %d cells read until shown", double(bindingNs) / 1e6,
+              rows->reads);
+        QVERIFY(rows->reads < 1000);
+        QTest::keyClick(&grid, Qt::Key_End, Qt::ControlModifier);
+        QCOMPARE(grid.Row(), 300000);
+        QTest::keyClick(&grid, '7');
+        QTest::qWait(50);
+        QVERIFY(rows->reads < 2000);
+    }
+};
 
 int main(int argc, char **argv) {
     Application application(argc, argv);

@@ -3,6 +3,7 @@
 #include "platform/report/output/paint.h"
 #include "platform/report/report.h"
 #include "tests/support/chart_catalog.h"
+#include "tests/support/rows.h"
 
 #include <QProcess>
 #include <QRegularExpression>
@@ -10,6 +11,9 @@
 #include <QTest>
 
 #include <optional>
+
+using zel::test::columns;
+using zel::test::row;
 
 using namespace zel;
 using namespace zel::report;
@@ -92,51 +96,49 @@ void tst_documents::addVoucher(int number, const QString &kind) {
 void tst_documents::voucher_data() {
     QTest::addColumn<bool>("receives"); // the bank or cash, whose account is the debit one then
     QTest::addColumn<bool>("summary");  // one row for the cash account instead of a second one of each pair
-    QTest::addColumn<QString>("heading");
-    QTest::addColumn<QString>("lines");
-    QTest::addColumn<QString>("signatures");
+    columns<QString, QString, QString>("heading", "lines", "signatures");
     const QString lines = "Code Account Cheque no. Bill no. File no. Amount\n"
                           "5.1.1 RENT 00451872 77 F-9 125,000.00\n"
                           "Rent for March\n"
                           "5.1.2 ELECTRICITY 00451872 77 F-9 18,450.75\n"
                           "Total Rs. 143,450.75\n";
     const QString four = "Prepared by Checked by Approved by Received by";
-    QTest::newRow("BP") << false << false
-                        << "BANK PAYMENT VOUCHER\n"
-                           "Voucher No. BP - 5 Date 14/03/2024\n"
-                           "Paid to CITY PROPERTIES\n"
-                           "Paid from 1.1.2 CITY BANK\n"
-                        << lines << four;
-    QTest::newRow("BR") << true << false
-                        << "BANK RECEIPT VOUCHER\n"
-                           "Voucher No. BR - 5 Date 14/03/2024\n"
-                           "Received from CITY PROPERTIES\n"
-                           "Received in 1.1.2 CITY BANK\n"
-                        << lines << four;
-    QTest::newRow("CP") << false << true
-                        << "CASH PAYMENT VOUCHER\n"
-                           "Voucher No. CP - 5 Date 14/03/2024\n"
-                           "Paid to CITY PROPERTIES\n"
-                           "Paid from 1.1.2 CITY BANK\n"
-                        << lines << four;
-    QTest::newRow("CR") << true << true
-                        << "CASH RECEIPT VOUCHER\n"
-                           "Voucher No. CR - 5 Date 14/03/2024\n"
-                           "Received from CITY PROPERTIES\n"
-                           "Received in 1.1.2 CITY BANK\n"
-                        << lines << four;
-    QTest::newRow("JV") << false << false
-                        << "JOURNAL VOUCHER\n"
-                           "Voucher No. JV - 5 Date 14/03/2024\n"
-                           "Particulars CITY PROPERTIES\n"
-                        << "Code Account Cheque no. Bill no. File no. Debit Credit\n"
-                           "5.1.1 RENT 00451872 77 F-9 125,000.00\n"
-                           "1.1.2 CITY BANK 125,000.00\n"
-                           "Rent for March\n"
-                           "5.1.2 ELECTRICITY 00451872 77 F-9 18,450.75\n"
-                           "1.1.2 CITY BANK 18,450.75\n"
-                           "Total Rs. 143,450.75 143,450.75\n"
-                        << "Prepared by Checked by Approved by";
+    zel::test::row("BP", false, false,
+                   "BANK PAYMENT VOUCHER\n"
+                   "Voucher No. BP - 5 Date 14/03/2024\n"
+                   "Paid to CITY PROPERTIES\n"
+                   "Paid from 1.1.2 CITY BANK\n",
+                   lines, four);
+    zel::test::row("BR", true, false,
+                   "BANK RECEIPT VOUCHER\n"
+                   "Voucher No. BR - 5 Date 14/03/2024\n"
+                   "Received from CITY PROPERTIES\n"
+                   "Received in 1.1.2 CITY BANK\n",
+                   lines, four);
+    zel::test::row("CP", false, true,
+                   "CASH PAYMENT VOUCHER\n"
+                   "Voucher No. CP - 5 Date 14/03/2024\n"
+                   "Paid to CITY PROPERTIES\n"
+                   "Paid from 1.1.2 CITY BANK\n",
+                   lines, four);
+    zel::test::row("CR", true, true,
+                   "CASH RECEIPT VOUCHER\n"
+                   "Voucher No. CR - 5 Date 14/03/2024\n"
+                   "Received from CITY PROPERTIES\n"
+                   "Received in 1.1.2 CITY BANK\n",
+                   lines, four);
+    zel::test::row("JV", false, false,
+                   "JOURNAL VOUCHER\n"
+                   "Voucher No. JV - 5 Date 14/03/2024\n"
+                   "Particulars CITY PROPERTIES\n",
+                   "Code Account Cheque no. Bill no. File no. Debit Credit\n"
+                   "5.1.1 RENT 00451872 77 F-9 125,000.00\n"
+                   "1.1.2 CITY BANK 125,000.00\n"
+                   "Rent for March\n"
+                   "5.1.2 ELECTRICITY 00451872 77 F-9 18,450.75\n"
+                   "1.1.2 CITY BANK 18,450.75\n"
+                   "Total Rs. 143,450.75 143,450.75\n",
+                   "Prepared by Checked by Approved by");
 }
 
 void tst_documents::voucher() {
@@ -183,17 +185,15 @@ void tst_documents::voucher() {
 }
 
 void tst_documents::voucherPages_data() {
-    QTest::addColumn<QString>("change");
-    QTest::addColumn<int>("number");
+    columns<QString, int>("change", "number");
     QTest::addColumn<QStringList>("firstLines"); // of each page
     const QString name = "NORTHFIELD INSTITUTE OF ACCOUNTANCY";
-    QTest::newRow("there") << QString() << 5 << QStringList{name};
-    QTest::newRow("no such voucher") << QString() << 6 << QStringList{""};
-    QTest::newRow("no active company")
-        << QString("update Company set comActive = null") << 5 << QStringList{""};
-    QTest::newRow("two active companies")
-        << QString("insert into Company (Company, comActive) values ('SOUTHFIELD', 'Y')") << 5
-        << QStringList{name, "SOUTHFIELD"};
+    zel::test::row("there", QString(), 5, QStringList{name});
+    zel::test::row("no such voucher", QString(), 6, QStringList{""});
+    zel::test::row("no active company", QString("update Company set comActive = null"), 5, QStringList{""});
+    zel::test::row("two active companies",
+                   QString("insert into Company (Company, comActive) values ('SOUTHFIELD', 'Y')"), 5,
+                   QStringList{name, "SOUTHFIELD"});
 }
 
 void tst_documents::voucherPages() {
@@ -215,12 +215,11 @@ void tst_documents::voucherPages() {
 }
 
 void tst_documents::voucherRefused_data() {
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<int>("number");
-    QTest::newRow("nothing typed") << "" << 102;
-    QTest::newRow("a word") << "abc" << 207;
-    QTest::newRow("more than a number") << "5 or 1 = 1" << 102;
-    QTest::newRow("a quote") << "5'" << 105;
+    columns<QString, int>("typed", "number");
+    zel::test::row("nothing typed", "", 102);
+    zel::test::row("a word", "abc", 207);
+    zel::test::row("more than a number", "5 or 1 = 1", 102);
+    zel::test::row("a quote", "5'", 105);
 }
 
 void tst_documents::voucherRefused() {

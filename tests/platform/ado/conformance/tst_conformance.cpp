@@ -1,9 +1,12 @@
 #include "sample_catalog.h"
 
+#include "tests/support/rows.h"
 #include <QJsonObject>
 #include <QTest>
 
 #include <map>
+
+using zel::test::row;
 
 using zel::Sql;
 
@@ -68,7 +71,7 @@ void tst_conformance::cases(const char *file) {
     }
     for (const QJsonValue &fact : facts(file)) {
         if (!m_reasons.contains(fact[u"name"].toString()))
-            QTest::newRow(fact[u"name"].toString().toUtf8()) << fact.toObject();
+            zel::test::row(fact[u"name"].toString().toUtf8(), fact.toObject());
     }
 }
 
@@ -84,7 +87,7 @@ void tst_conformance::bounds_data() {
             fact.insert("error", error);
             fact.insert("caret", error == 191);
         }
-        QTest::newRow(name) << fact;
+        zel::test::row(name, fact);
     };
     const auto times = [](int count, const char *part) { return QString::fromLatin1(part).repeated(count); };
     const QString chosen = "select RowID as x from Accounts where RowID=3";

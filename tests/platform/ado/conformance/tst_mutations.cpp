@@ -1,20 +1,17 @@
 #include "sample_catalog.h"
 
+#include "tests/support/rows.h"
 #include <QRegularExpression>
 #include <QTest>
 
 #include <random>
 
+using zel::test::row;
+
 using zel::Sql;
 
 /// Statements with one thing wrong: whatever is not refused by a number of the server's runs on the engine;
 /// nothing that the front end has not understood ever reaches it.
-class tst_mutations : public QObject {
-    Q_OBJECT
-private Q_SLOTS:
-    void refusedOrRun_data();
-    void refusedOrRun();
-};
 
 namespace {
 
@@ -61,32 +58,36 @@ QString mutated(const QString &statement, std::mt19937 &random) {
 
 } // namespace
 
-void tst_mutations::refusedOrRun_data() {
-    QTest::addColumn<QString>("statement");
-    for (const char *file : {"statements.json", "conversions.json", "further.json"}) {
-        for (const QJsonValue &fact : facts(file)) {
-            if (const QString statement = fact[u"statement"].toString();
-                !statement.isEmpty() && !statement.contains("sp_"))
-                QTest::newRow(fact[u"name"].toString().toUtf8()) << statement;
+class tst_mutations : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void refusedOrRun_data() {
+        QTest::addColumn<QString>("statement");
+        for (const char *file : {"statements.json", "conversions.json", "further.json"}) {
+            for (const QJsonValue &fact : facts(file)) {
+                if (const QString statement = fact[u"statement"].toString();
+                    !statement.isEmpty() && !statement.contains("sp_"))
+                    row(fact[u"name"].toString().toUtf8(), statement);
+            }
         }
     }
-}
 
-void tst_mutations::refusedOrRun() {
-    static SampleCatalog catalog;
-    constexpr int Times = 40;
-    constexpr int EngineRefused = 50000;
-    QFETCH(QString, statement);
-    std::mt19937 random(20240305);
-    for (int i = 0; i < Times; ++i) {
-        const QString text = mutated(statement, random);
-        catalog.begin();
-        const Answer answer = catalog.run(Sql::trusted(text.toStdString()));
-        catalog.undo();
-        if (answer.error == EngineRefused || answer.error == 0)
-            QFAIL(qPrintable(text + '\n' + answer.description));
+    void refusedOrRun() {
+        static SampleCatalog catalog;
+        constexpr int Times = 40;
+        constexpr int EngineRefused = 50000;
+        QFETCH(QString, statement);
+        std::mt19937 random(20240305);
+        for (int i = 0; i < Times; ++i) {
+            const QString text = mutated(statement, random);
+            catalog.begin();
+            const Answer answer = catalog.run(Sql::trusted(text.toStdString()));
+            catalog.undo();
+            if (answer.error == EngineRefused || answer.error == 0)
+                QFAIL(qPrintable(text + '\n' + answer.description));
+        }
     }
-}
+};
 
 QTEST_GUILESS_MAIN(tst_mutations)
 #include "tst_mutations.moc"

@@ -3,11 +3,15 @@
 #include "platform/base/error.h"
 #include "platform/tsql/front_end.h"
 
+#include "tests/support/rows.h"
 #include <QRegularExpression>
 #include <QTest>
 
 #include <random>
 #include <set>
+
+using zel::test::columns;
+using zel::test::fill;
 
 using zel::Sql;
 
@@ -360,13 +364,12 @@ int tst_text_guard::refusal(const Sql &text) {
 }
 
 void tst_text_guard::searches_data() {
-    QTest::addColumn<int>("place");
-    QTest::addColumn<int>("text");
+    columns<int, int>("place", "text");
     int placeNumber = 0;
     for (const TextPlace &place : TextPlaces) {
         int textNumber = 0;
         for (const Hostile &text : hostile())
-            QTest::addRow("%s: %s", place.name, text.name) << placeNumber << textNumber++;
+            fill(QTest::addRow("%s: %s", place.name, text.name), placeNumber, textNumber++);
         ++placeNumber;
     }
 }
@@ -412,13 +415,12 @@ void tst_text_guard::searches() {
 }
 
 void tst_text_guard::numbers_data() {
-    QTest::addColumn<int>("place");
-    QTest::addColumn<int>("text");
+    columns<int, int>("place", "text");
     int placeNumber = 0;
     for (const NumberPlace &place : NumberPlaces) {
         int textNumber = 0;
         for (const Hostile &text : hostile())
-            QTest::addRow("%s: %s", place.name, text.name) << placeNumber << textNumber++;
+            fill(QTest::addRow("%s: %s", place.name, text.name), placeNumber, textNumber++);
         ++placeNumber;
     }
 }
@@ -433,13 +435,12 @@ void tst_text_guard::numbers() {
 }
 
 void tst_text_guard::dates_data() {
-    QTest::addColumn<int>("place");
-    QTest::addColumn<int>("text");
+    columns<int, int>("place", "text");
     int placeNumber = 0;
     for (const NumberPlace &place : DatePlaces) {
         int textNumber = 0;
         for (const Hostile &text : hostile())
-            QTest::addRow("%s: %s", place.name, text.name) << placeNumber << textNumber++;
+            fill(QTest::addRow("%s: %s", place.name, text.name), placeNumber, textNumber++);
         ++placeNumber;
     }
 }
@@ -464,13 +465,12 @@ void tst_text_guard::dates() {
 }
 
 void tst_text_guard::counts_data() {
-    QTest::addColumn<int>("place");
-    QTest::addColumn<int>("text");
+    columns<int, int>("place", "text");
     int placeNumber = 0;
     for (const CountPlace &place : CountPlaces) {
         int textNumber = 0;
         for (const Hostile &text : hostile())
-            QTest::addRow("%s: %s", place.name, text.name) << placeNumber << textNumber++;
+            fill(QTest::addRow("%s: %s", place.name, text.name), placeNumber, textNumber++);
         ++placeNumber;
     }
 }
@@ -529,7 +529,7 @@ void tst_text_guard::titles_data() {
     QTest::addColumn<int>("text");
     int textNumber = 0;
     for (const Hostile &text : hostile())
-        QTest::newRow(text.name) << textNumber++;
+        zel::test::row(text.name, textNumber++);
 }
 
 /// A title that is written reaches its own row and no other.

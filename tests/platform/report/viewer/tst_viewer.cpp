@@ -3,6 +3,7 @@
 #include "platform/report/viewer/cr_viewer.h"
 #include "platform/report/viewer/page_view.h"
 
+#include "tests/support/rows.h"
 #include <QAction>
 #include <QApplication>
 #include <QFile>
@@ -25,6 +26,10 @@
 
 #include <algorithm>
 #include <functional>
+
+using zel::test::columns;
+using zel::test::fill;
+using zel::test::row;
 
 using namespace zel;
 using namespace zel::report;
@@ -117,12 +122,11 @@ void tst_viewer::cleanup() {
 
 void tst_viewer::keys_data() {
     QTest::addColumn<double>("zoom"); // 0: the page as a whole
-    QTest::addColumn<Qt::Key>("key");
-    QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
+    columns<Qt::Key, Qt::KeyboardModifiers>("key", "modifiers");
     QTest::addColumn<int>("page"); // from page 20
     for (const double zoom : {0.1, 0.3, 0.0, 1.0, 6.0}) {
         const auto row = [zoom](const char *name, Qt::Key key, Qt::KeyboardModifiers modifiers, int page) {
-            QTest::addRow("%s at %g", name, zoom) << zoom << key << modifiers << page;
+            fill(QTest::addRow("%s at %g", name, zoom), zoom, key, modifiers, page);
         };
         row("End", Qt::Key_End, Qt::NoModifier, 40);
         row("Home", Qt::Key_Home, Qt::NoModifier, 1);
@@ -160,12 +164,12 @@ void tst_viewer::pageBox_data() {
     QTest::addColumn<QString>("typed");
     QTest::addColumn<int>("page"); // from page 3
     QTest::newRow("a page") << "17" << 17;
-    QTest::newRow("beyond the last") << "999" << 40;
-    QTest::newRow("before the first") << "0" << 1;
-    QTest::newRow("negative") << "-2" << 1;
-    QTest::newRow("letters") << "abc" << 3;
-    QTest::newRow("letters behind a number") << "17x" << 3;
-    QTest::newRow("nothing") << "" << 3;
+    zel::test::row("beyond the last", "999", 40);
+    zel::test::row("before the first", "0", 1);
+    zel::test::row("negative", "-2", 1);
+    zel::test::row("letters", "abc", 3);
+    zel::test::row("letters behind a number", "17x", 3);
+    zel::test::row("nothing", "", 3);
 }
 
 /// Whatever was typed, the box then says where the reader is.
@@ -215,7 +219,7 @@ void tst_viewer::output_data() {
     QTest::addColumn<QString>("file");    // in the test's folder
     QTest::addColumn<QString>("written"); // '': nothing, and a message
     const auto row = [](const char *name, const char *action, const char *file, const char *written) {
-        QTest::newRow(name) << QString(action) << QString(file) << QString(written);
+        zel::test::row(name, QString(action), QString(file), QString(written));
     };
     row("export", "actExport", "out.pdf", "out.pdf");
     row("export, no ending typed", "actExport", "out", "out.pdf");
@@ -250,15 +254,15 @@ void tst_viewer::paper_data() {
     QTest::addColumn<QPageSize::PageSizeId>("id");
     QTest::addColumn<QSizeF>("size"); // of the sheet, its orientation counted
     QTest::newRow("A4") << QByteArray("size='A4'") << QPageSize::A4 << QSizeF(210, 297);
-    QTest::newRow("A4 on its side") << QByteArray("size='A4' orientation='landscape'") << QPageSize::A4
-                                    << QSizeF(297, 210);
-    QTest::newRow("A5") << QByteArray("size='A5'") << QPageSize::A5 << QSizeF(148, 210);
-    QTest::newRow("letter") << QByteArray("size='Letter'") << QPageSize::Letter << QSizeF(215.9, 279.4);
-    QTest::newRow("legal on its side")
-        << QByteArray("size='Legal' orientation='landscape'") << QPageSize::Legal << QSizeF(355.6, 215.9);
-    QTest::newRow("free") << QByteArray("width='100' height='180'") << QPageSize::Custom << QSizeF(100, 180);
-    QTest::newRow("free and wide") << QByteArray("width='180' height='100'") << QPageSize::Custom
-                                   << QSizeF(180, 100);
+    zel::test::row("A4 on its side", QByteArray("size='A4' orientation='landscape'"), QPageSize::A4,
+                   QSizeF(297, 210));
+    zel::test::row("A5", QByteArray("size='A5'"), QPageSize::A5, QSizeF(148, 210));
+    zel::test::row("letter", QByteArray("size='Letter'"), QPageSize::Letter, QSizeF(215.9, 279.4));
+    zel::test::row("legal on its side", QByteArray("size='Legal' orientation='landscape'"), QPageSize::Legal,
+                   QSizeF(355.6, 215.9));
+    zel::test::row("free", QByteArray("width='100' height='180'"), QPageSize::Custom, QSizeF(100, 180));
+    zel::test::row("free and wide", QByteArray("width='180' height='100'"), QPageSize::Custom,
+                   QSizeF(180, 100));
 }
 
 static QSizeF firstPageOf(const QString &path) {
@@ -356,12 +360,12 @@ void tst_viewer::opensAt_data() {
     QTest::addColumn<double>("chosen"); // 0: nothing, -1: as wide as the view, -2: the page as a whole
     QTest::addColumn<double>("zoom");   // 0: as wide as the view, -2: the page as a whole
     QTest::newRow("as wide as the view") << 800 << 2 << 0.0 << 0.0;
-    QTest::newRow("but not too large") << 1800 << 2 << 0.0 << 1.25;
-    QTest::newRow("one page as a whole") << 1800 << 1 << 0.0 << -2.0;
-    QTest::newRow("one page as chosen") << 1800 << 1 << 0.5 << 0.5;
-    QTest::newRow("pages as chosen") << 800 << 2 << 0.5 << 0.5;
-    QTest::newRow("as wide as the view, chosen") << 1800 << 2 << -1.0 << 0.0;
-    QTest::newRow("each as a whole, chosen") << 800 << 2 << -2.0 << -2.0;
+    zel::test::row("but not too large", 1800, 2, 0.0, 1.25);
+    zel::test::row("one page as a whole", 1800, 1, 0.0, -2.0);
+    zel::test::row("one page as chosen", 1800, 1, 0.5, 0.5);
+    zel::test::row("pages as chosen", 800, 2, 0.5, 0.5);
+    zel::test::row("as wide as the view, chosen", 1800, 2, -1.0, 0.0);
+    zel::test::row("each as a whole, chosen", 800, 2, -2.0, -2.0);
 }
 
 /// The zoom that a document opens with; what the reader chose stays for the next, in another viewer too.
@@ -391,11 +395,10 @@ void tst_viewer::opensAt() {
 }
 
 void tst_viewer::zoomKeepsPage_data() {
-    QTest::addColumn<int>("page");
-    QTest::addColumn<QString>("back");
+    columns<int, QString>("page", "back");
     for (const int page : {1, 20, 39, 40})
         for (const char *back : {"actFitWidth", "actFitPage", "actZoomIn"})
-            QTest::addRow("%d, %s", page, back) << page << back;
+            fill(QTest::addRow("%d, %s", page, back), page, back);
 }
 
 /// From a page to the smallest pages and back: it is that page that stands in the view.
@@ -441,11 +444,10 @@ void tst_viewer::hitsAreCounted_data() {
     QTest::addColumn<QStringList>("said"); // when typed, then after Return, F3, Shift+F3 twice
     QTest::newRow("several") << "item 3"
                              << QStringList{"22 found", "1 of 22", "2 of 22", "1 of 22", "22 of 22"};
-    QTest::newRow("one page") << "ITEM 7 of"
-                              << QStringList{"2 found", "1 of 2", "2 of 2", "1 of 2", "2 of 2"};
-    QTest::newRow("none") << "item 40"
-                          << QStringList{"Not found", "Not found", "Not found", "Not found", "Not found"};
-    QTest::newRow("nothing") << "" << QStringList{"", "", "", "", ""};
+    zel::test::row("one page", "ITEM 7 of", QStringList{"2 found", "1 of 2", "2 of 2", "1 of 2", "2 of 2"});
+    zel::test::row("none", "item 40",
+                   QStringList{"Not found", "Not found", "Not found", "Not found", "Not found"});
+    zel::test::row("nothing", "", QStringList{"", "", "", "", ""});
 }
 
 void tst_viewer::hitsAreCounted() {
