@@ -2,17 +2,21 @@
 """Do the tests catch faults? Puts a seeded set of small faults into src/, one at a time, and runs the tests.
 
     mutations.py choose [--count N] [--seed S] LIST    writes N faults, a JSON line each
-    mutations.py run LIST RESULT                       builds and tests each; goes on where it stopped
+    mutations.py build LIST FOLDER                     builds the room of each fault as a library in a folder of its own
+    mutations.py run FOLDER RESULT [--earlier RESULT]  runs the tests with each; goes on where it stopped
 
-A fault is an operator or a bound turned, or a call dropped. It is known by its file and the whole text of its
-line, so that one list serves while the sources around it change; a line that is gone is reported as such.
-Run it in a checkout of its own: it edits src/ and puts it back.
+A fault is an operator or a bound turned, or a call dropped. Since a room is a shared library here, a fault is one other
+library, and the tests themselves are built once; so the tests of one state can be held against those of another: what
+--earlier names tells which test caught the fault then, and it is asked first. `build` edits src/ and puts it back: run
+it in a checkout of its own.
 """
 import argparse
 import json
+import os
 import pathlib
 import random
 import re
+import shutil
 import subprocess
 import sys
 import time
@@ -64,44 +68,68 @@ def passes(command, seconds):
         return False
 
 
-def build():
-    return passes(["cmake", "--build", str(BUILD)], 1800)
+def rooms():
+    """The library that each source goes into, as its target's name."""
+    with open(BUILD / "compile_commands.json") as commands:
+        return {unit["file"]: re.search(r"CMakeFiles/(\w+)\.dir", unit["command"])[1] for unit in json.load(commands)}
 
 
-def tests(near):
-    """The tests of the fault's own room first: most faults are caught there."""
-    run = ["ctest", "--test-dir", str(BUILD), "-j", "2", "--stop-on-failure", "--timeout", "100"]
-    return passes(run + ["-L", f"^{near}$"], 900) and passes(run + ["-LE", f"^{near}$", "-E", "^tidy$"], 1800)
+def build(arguments):
+    subprocess.run(["cmake", "--preset", "mutations"], cwd=ROOT, check=True, stdout=subprocess.DEVNULL)
+    room = rooms()
+    for number, line in enumerate(open(arguments.list)):
+        fault = json.loads(line)
+        folder = pathlib.Path(arguments.folder) / f"{number:03}"
+        if folder.exists():
+            continue
+        path = ROOT / fault["file"]
+        text = path.read_text()
+        target = room[str(path)]
+        try:
+            path.write_text(text.replace(fault["line"] + "\n", fault["instead"] + "\n"))
+            built = passes(["cmake", "--build", str(BUILD), "--target", target], 1800)
+        finally:
+            path.write_text(text)
+        folder.mkdir(parents=True)
+        if built:
+            shutil.copy(next(BUILD.rglob(f"lib{target}.so")), folder)
+        (folder / "fault.json").write_text(json.dumps(fault))
 
 
-def outcome(fault):
-    path = ROOT / fault["file"]
-    text = path.read_text() if path.exists() else ""
-    if text.split("\n").count(fault["line"]) != 1:
-        return "gone"
+def failing(folder, selection):
+    """The first test of the selection that fails with the folder's library, or None."""
+    run = ["ctest", "--test-dir", str(BUILD), "-j", "2", "--stop-on-failure", "--timeout", "100", *selection]
+    told = subprocess.run(run, cwd=ROOT, env=dict(os.environ, LD_LIBRARY_PATH=str(folder)), stdout=subprocess.PIPE,
+                          stderr=subprocess.DEVNULL, text=True, check=False).stdout
+    found = re.search(r"^\s*\d+ - (\S+) \(", told, re.M)
+    return found[1] if found else None
+
+
+def outcome(folder, earlier):
+    fault = json.loads((folder / "fault.json").read_text())
+    if not list(folder.glob("*.so")):
+        return dict(fault, outcome="does not compile")
     near = "/".join(fault["file"].split("/")[1:3 if fault["file"].startswith("src/platform") else 2])
-    try:
-        path.write_text(text.replace(fault["line"] + "\n", fault["instead"] + "\n"))
-        if not build():
-            return "does not compile"
-        return "missed" if tests(near) else "caught"
-    finally:
-        path.write_text(text)
+    begun = [["-R", f"^{earlier}$"]] if earlier else []
+    for selection in begun + [["-L", f"^{near}$", "-E", "^tidy$"], ["-LE", f"^{near}$", "-E", "^tidy$"]]:
+        test = failing(folder, selection)
+        if test:
+            return dict(fault, outcome="caught", by=test)
+    return dict(fault, outcome="missed")
 
 
 def run(arguments):
-    subprocess.run(["cmake", "--preset", "mutations"], cwd=ROOT, check=True, stdout=subprocess.DEVNULL)
-    if not build() or not tests("none"):
-        sys.exit("without a fault the tests must pass")
-    faults = [json.loads(line) for line in open(arguments.list)]
+    folders = sorted(path.parent for path in pathlib.Path(arguments.folder).glob("*/fault.json"))
+    earlier = [json.loads(line) for line in open(arguments.earlier)] if arguments.earlier else []
     result = pathlib.Path(arguments.result)
     done = len(result.read_text().splitlines()) if result.exists() else 0
+    if not done and failing(result.parent, ["-E", "^tidy$"]):
+        sys.exit("without a fault the tests must pass")
     with open(result, "a") as out:
-        for fault in faults[done:]:
+        for number in range(done, len(folders)):
             began = time.monotonic()
-            fault["outcome"] = outcome(fault)
-            fault["seconds"] = round(time.monotonic() - began)
-            out.write(json.dumps(fault) + "\n")
+            told = outcome(folders[number], earlier[number].get("by") if number < len(earlier) else None)
+            out.write(json.dumps(dict(told, seconds=round(time.monotonic() - began))) + "\n")
             out.flush()
     found = [json.loads(line)["outcome"] for line in open(result)]
     print(", ".join(f"{found.count(kind)} {kind}" for kind in sorted(set(found))))
@@ -114,9 +142,14 @@ one.add_argument("--count", type=int, default=100)
 one.add_argument("--seed", type=int, default=1)
 one.add_argument("list")
 one.set_defaults(do=choose)
-two = commands.add_parser("run")
+two = commands.add_parser("build")
 two.add_argument("list")
-two.add_argument("result")
-two.set_defaults(do=run)
+two.add_argument("folder")
+two.set_defaults(do=build)
+three = commands.add_parser("run")
+three.add_argument("folder")
+three.add_argument("result")
+three.add_argument("--earlier")
+three.set_defaults(do=run)
 given = parser.parse_args()
 given.do(given)
