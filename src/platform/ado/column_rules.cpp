@@ -141,28 +141,14 @@ Value fitted(const Value &value, const tsql::Type &type) {
 
 int definedSize(const tsql::Type &type) {
     switch (type.kind) {
-    case TypeKind::Bit:
-        return 1;
-    case TypeKind::TinyInt:
-        return 3;
-    case TypeKind::SmallInt:
-        return 6;
-    case TypeKind::Int:
-        return 11;
-    case TypeKind::BigInt:
-        return 20;
     case TypeKind::Numeric:
         return type.length + 2;
-    case TypeKind::Money:
-        return 21;
     case TypeKind::Float:
         return 22;
-    case TypeKind::Date:
-        return 10;
     case TypeKind::DateTime:
         return 23;
     default:
-        return type.length;
+        return tsql::textWidth(type);
     }
 }
 
