@@ -3,6 +3,7 @@
 #include "platform/base/date_text.h"
 #include "platform/base/error.h"
 #include "platform/base/scaled_number.h"
+#include "platform/tsql/meaning/types.h"
 #include "platform/tsql/text/conversions.h"
 #include "platform/tsql/text/dates.h"
 
