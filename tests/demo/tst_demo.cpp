@@ -1,0 +1,197 @@
+#include "menu_screens.h"
+#include "schema/demo/institute.h"
+#include "schema/demo/writer.h"
+#include "tests/reports/voucher_clerk.h"
+#include "tests/support/book_catalog.h"
+#include "tests/support/office.h"
+#include "tests/support/rows.h"
+#include "tests/support/test_program.h"
+
+#include <QProcess>
+
+using namespace zel;
+using namespace zel::test;
+
+namespace {
+
+using Rows = std::vector<std::vector<std::string>>;
+constexpr std::size_t Sample = 30; // of each kind, in the order of entry
+
+/// The demonstration as `zeldb demo` makes it, in a folder of its own.
+class Made {
+public:
+    Made() {
+        if (QProcess::execute(ZEL_BINARY_DIR "/bin/zeldb", {"demo", m_folder.path()}) != 0)
+            qFatal("no demonstration");
+        m_catalog = std::make_unique<BookCatalog>(m_folder.filePath("ZEL.db").toStdString());
+    }
+    [[nodiscard]] QString folder() const { return m_folder.path(); }
+    BookCatalog *operator->() const { return m_catalog.get(); }
+    BookCatalog &operator*() const { return *m_catalog; }
+
+private:
+    QTemporaryDir m_folder;
+    std::unique_ptr<BookCatalog> m_catalog;
+};
+
+Made &made() {
+    static Made all;
+    return all;
+}
+
+/// Every column of a table's rows, so that '1' is not 1 and '' not NULL.
+Rows rows(BookCatalog &catalog, const std::string &table, const std::string &where = "1") {
+    const std::string columns = catalog.ask(
+        "select group_concat('quote([' || name || '])') from pragma_table_info('" + table + "')")[0][0];
+    return catalog.ask("select " + columns + " from " + table + " where " + where + " order by rowid");
+}
+
+/// An office with what the clerks found when they came to a step.
+struct Begun {
+    explicit Begun(const demo::Institute &institute) {
+        ado::Connection owner;
+        owner.setProperty("Data Source", office.folder());
+        owner.setProperty("User ID", "sa");
+        owner.Open();
+        ado::Transaction whole(owner);
+        demo::write(owner.driver(), institute);
+        whole.commit();
+        shell::setScreens(menuScreens());
+        office.logIn();
+        catalog = std::make_unique<BookCatalog>((office.folder() + "/ZEL.db").toStdString());
+    }
+    Office office;
+    std::unique_ptr<BookCatalog> catalog;
+};
+
+void saveVoucher(const demo::Voucher &voucher, const Rows &accounts) {
+    BookVoucher typed;
+    typed.kind = Kind(int(voucher.kind));
+    typed.number = voucher.number;
+    typed.date = voucher.date;
+    typed.paidTo = voucher.paidTo.toStdString();
+    const auto id = [&](demo::AccountAt account) { return std::stoi(accounts[std::size_t(account)][0]); };
+    for (const demo::Line &line : voucher.lines)
+        typed.entries.push_back({id(line.debit), id(line.credit), line.amount, line.cheque.toStdString(),
+                                 line.narration.toStdString(), line.file.toStdString(),
+                                 line.bill.toStdString()});
+    saveOnScreen(typed);
+}
+
+} // namespace
+
+class tst_demo : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void isTheSameEachTime() {
+        const Made again;
+        const Rows tables =
+            made()->ask("select name from sqlite_master where type = 'table' and name not like 'sys%'");
+        for (const auto &table : tables)
+            QVERIFY2(rows(*made(), table[0]) == rows(*again, table[0]), table[0].c_str());
+        QCOMPARE(QProcess::execute(ZEL_BINARY_DIR "/bin/zeldb", {"check", again.folder()}), 0);
+    }
+
+    /// What an accountant and a registrar would look for first.
+    void holds_data() {
+        columns<QString, QString>("question", "answer");
+        row("sessions, courses, subjects, students, vouchers, kinds",
+            "select (select count(*) from tblSession), (select count(*) from tblCourse), (select count(*) "
+            "from "
+            "tblSubject), (select count(*) from tblMasApp), count(*), count(distinct VouStatus) from MasJV",
+            "3|5|24|200|2000|6");
+        row("two years", "select min(VouDate), max(VouDate) from DetJV", "2024-07-01|2026-06-30");
+        row("the opening balances balance", "select round(sum(OpenBal), 2) <> 0 from Accounts", "0");
+        row("every voucher balances",
+            "select count(*) from (select 1 from DetJV where VouStatus <> 'CF' group by VouStatus, VouNo "
+            "having "
+            "sum(round(DrAmt * 100)) <> sum(round(CrAmt * 100)))",
+            "0");
+        row("every total is its lines'",
+            "select count(*) from MasJV m where round(TotalAmount * 100) <> (select sum(round(DrAmt * 100)) "
+            "from "
+            "DetJV d where d.VouNo = m.VouNo and d.VouStatus = m.VouStatus)",
+            "0");
+        row("cash and banks are at no day's end below nothing",
+            "select count(distinct RowID), sum(Balance < 0) from (select RowID, OpenBal + sum(sum(DrAmt - "
+            "CrAmt)) over "
+            "(partition by RowID order by VouDate) as Balance from DetJV join Accounts on RowID = AcCode "
+            "where AcNodes "
+            "like '1.1.%' group by RowID, VouDate)",
+            "3|0");
+        row("no subject is paid for twice",
+            "select count(*) from tblDetApp d join tblMasApp m using (AppID) where NetAmount < "
+            "ifnull(RecAmount, 0) + "
+            "(select ifnull(sum(CrAmt), 0) from DetJV j where AcCode = CusCode and j.SubID = d.SubID)",
+            "0");
+        row("fees come with the admissions",
+            "select sum(case when strftime('%m', VouDate) in ('07', '08', '09') then CrAmt end) > sum(CrAmt) "
+            "/ 2 from "
+            "DetJV where VouStatus in ('AR', 'FR')",
+            "1");
+        row("only what is inactive is carried",
+            "select count(*), sum(InActive = '1') = count(*) from tblDetCarryForw c join tblDetApp d on "
+            "d.AppID = "
+            "c.AppID and d.SubID = c.SubjectID",
+            "21|1");
+        row("an application's save takes no voucher away",
+            "select count(*) from DetJV join Accounts on VouNo = RowID where VouStatus <> 'AR'", "0");
+        row("names in three scripts",
+            "select sum(StuName glob '*[A-Z]*') > 50, sum(StuName glob '*[\u0600-\u06ff]*') > 30, "
+            "sum(StuName glob '*[\u0900-\u097f]*') > 10 from tblMasApp",
+            "1|1|1");
+    }
+    void holds() {
+        QFETCH(QString, question);
+        QStringList answer;
+        for (const std::string &cell : made()->ask(question.toStdString())[0])
+            answer << QString::fromStdString(cell);
+        QTEST(answer.join('|'), "answer");
+    }
+
+    /// A carried credit has no other side; all else balances.
+    void trialBalance() {
+        ado::Connection program;
+        program.setProperty("Data Source", made().folder());
+        program.setProperty("User ID", "sa");
+        program.Open();
+        program.Execute("exec TrialBalance3 '2025-07-01','2026-06-30'");
+        ado::Recordset sums;
+        sums.Open("select sum(OpenDr) - sum(OpenCr) as Opening, sum(CloseDr) - sum(CloseCr) as Closing from "
+                  "rptTrialBalance",
+                  program);
+        ado::Recordset carried;
+        carried.Open(
+            "select 0 - sum(CrAmt) as Before from DetJV where VouStatus = 'CF' and VouDate < '2025-07-01' "
+            "union all select 0 - sum(CrAmt) from DetJV where VouStatus = 'CF'",
+            program);
+        QCOMPARE(sums.Fields("Opening").value().decimal(), carried.Fields("Before").value().decimal());
+        carried.MoveNext();
+        QCOMPARE(sums.Fields("Closing").value().decimal(), carried.Fields("Before").value().decimal());
+    }
+
+    /// The first vouchers of each kind, entered on their screen in an office that has the students: row for
+    /// row and column for column what the demonstration has.
+    void screensWriteTheSame() {
+        const demo::Institute all = demo::makeInstitute();
+        demo::Institute students = all;
+        students.vouchers.clear();
+        students.carried.clear();
+        const Begun begun(students);
+        const Rows accounts = begun.catalog->ask("select RowID from Accounts order by RowID");
+        std::map<demo::Kind, std::size_t> entered;
+        for (const demo::Voucher &voucher : all.vouchers) {
+            if (voucher.kind == demo::Kind::FR || entered[voucher.kind]++ >= Sample)
+                continue;
+            saveVoucher(voucher, accounts);
+            const std::string which = std::string("VouStatus = '") + demo::Codes[std::size_t(voucher.kind)] +
+                                      "' and VouNo = " + std::to_string(voucher.number);
+            for (const char *table : {"MasJV", "DetJV"})
+                QCOMPARE(rows(*begun.catalog, table, which), rows(*made(), table, which));
+        }
+        QCOMPARE(entered.size(), 5U);
+    }
+};
+
+ZEL_TEST_MAIN(tst_demo)
+#include "tst_demo.moc"
