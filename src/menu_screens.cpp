@@ -2,6 +2,7 @@
 
 #include "accounts/frmAcSetting.h"
 #include "accounts/frmAccount.h"
+#include "institute/frmCarryForward.h"
 #include "institute/frmCourse.h"
 #include "institute/frmSession.h"
 #include "institute/frmSubject.h"
@@ -14,6 +15,7 @@ namespace zel {
 shell::Screens menuScreens() {
     using shell::shows;
     shell::Screens screens{
+        {"mnuCarryFor", shows(institute::frmCarryForward::reference)},
         {"mnuChartOfAC", shows(accounts::frmAccount::reference)},
         {"frmAccount", shell::showsMaximized(accounts::frmAccount::reference)},
         {"mnuVocSetting", shows(accounts::frmAcSetting::reference)},
