@@ -5,6 +5,7 @@
 #include "institute/frmCourse.h"
 #include "institute/frmSession.h"
 #include "institute/frmSubject.h"
+#include "institute/frmZelApplication.h"
 #include "reports/frmRPTAccounts.h"
 #include "shell/frmSecMenus.h"
 #include "vouchers/voucher.h"
@@ -14,6 +15,7 @@ namespace zel {
 shell::Screens menuScreens() {
     using shell::shows;
     shell::Screens screens{
+        {"mnuApp", shows(institute::frmZelApplication::reference)},
         {"mnuChartOfAC", shows(accounts::frmAccount::reference)},
         {"frmAccount", shell::showsMaximized(accounts::frmAccount::reference)},
         {"mnuVocSetting", shows(accounts::frmAcSetting::reference)},
