@@ -6,6 +6,7 @@
 #include "institute/frmCourse.h"
 #include "institute/frmSession.h"
 #include "institute/frmSubject.h"
+#include "institute/frmZelApplication.h"
 #include "reports/frmRPTAccounts.h"
 #include "shell/frmSecMenus.h"
 #include "vouchers/voucher.h"
@@ -15,6 +16,7 @@ namespace zel {
 shell::Screens menuScreens() {
     using shell::shows;
     shell::Screens screens{
+        {"mnuApp", shows(institute::frmZelApplication::reference)},
         {"mnuCarryFor", shows(institute::frmCarryForward::reference)},
         {"mnuChartOfAC", shows(accounts::frmAccount::reference)},
         {"frmAccount", shell::showsMaximized(accounts::frmAccount::reference)},
