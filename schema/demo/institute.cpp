@@ -14,7 +14,7 @@ namespace zel::demo {
 namespace {
 
 constexpr int SmallPayments = 260;
-constexpr int SmallReceipts = 150;
+constexpr int SmallReceipts = 225;
 
 void readChart(Institute &institute) {
     for (const Row &row : tableOf(chart))
