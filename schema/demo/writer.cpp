@@ -6,53 +6,17 @@
 #include "schema/demo/calendar.h"
 #include "schema/demo/demo_texts.h"
 
-#include <array>
+#include <algorithm>
+#include <initializer_list>
 
 namespace zel::demo {
 
 namespace {
 
-const QString Login = QStringLiteral("sa");
-
-/// Rows of one table, of the columns that a screen sets.
-template <std::size_t N>
-class Rows {
-public:
-    Rows(ado::Driver &driver, const char *table, const std::array<const char *, N> &columns)
-        : m_driver(driver), m_table(table), m_columns(columns) {
-        const tsql::Table *known = driver.table(table);
-        for (std::size_t at = 0; at < N; ++at)
-            for (const tsql::Column &column : known->columns)
-                if (column.name == columns[at])
-                    m_types[at] = column.type;
-    }
-
-    /// The row's identity.
-    std::int64_t add(const std::array<Value, N> &values) {
-        std::array<Value, N> held;
-        std::vector<ado::Assignment> row;
-        for (std::size_t at = 0; at < N; ++at) {
-            held[at] = ado::fitted(values[at], m_types[at]);
-            row.push_back({m_columns[at], held[at]});
-        }
-        return m_driver.insertRow(m_table, row);
-    }
-
-private:
-    ado::Driver &m_driver;
-    const char *m_table;
-    std::array<const char *, N> m_columns;
-    std::array<tsql::Type, N> m_types;
+struct Cell {
+    const char *column;
+    Value value;
 };
-
-template <class... Names>
-auto rowsOf(ado::Driver &driver, const char *table, Names... columns) {
-    return Rows<sizeof...(Names)>(driver, table, {columns...});
-}
-
-void run(ado::Driver &driver, const Sql &statements) {
-    ado::runStatements(driver, statements, [](const ado::Outcome &) {});
-}
 
 Value money(Cents amount) {
     return Decimal::fromTenThousandths(amount * 100);
@@ -66,7 +30,7 @@ Value orNull(std::optional<Cents> amount) {
     return amount ? money(*amount) : Value(Null());
 }
 
-/// NULL where nothing was typed.
+/// An amount's box that was left empty is NULL.
 Value typed(Cents amount) {
     return amount == 0 ? Value(Null()) : money(amount);
 }
@@ -75,208 +39,258 @@ class Writer {
 public:
     Writer(ado::Driver &driver, const Institute &institute) : m_driver(driver), m_institute(institute) {}
 
-    /// A save of an application takes away every line whose voucher number is the number of the student's
-    /// account. So that correcting one costs no voucher, the accounts' numbers begin beyond all vouchers'.
-    void skipNumbers() {
-        run(m_driver, "insert into Accounts (AcName) select a.Menus from Menus a cross join Menus b cross "
-                      "join Menus c");
-        run(m_driver, "delete from Accounts");
-    }
-
-    void writeChart() {
-        auto headings =
-            rowsOf(m_driver, "Accounts", "ParentID", "Dcode", "AcNodes", "AcName", "AcStatus", "OrderStatus");
-        auto subsidiaries =
-            rowsOf(m_driver, "Accounts", "ParentID", "Dcode", "AcNodes", "AcName", "AcStatus", "openDate",
-                   "OpenBal", "BStatus", "ContactPer", "Addr", "Contact", "Email");
-        for (const Account &account : m_institute.chart) {
-            const auto point = account.nodes.lastIndexOf(u'.');
-            const QString parent = point < 0 ? account.nodes : account.nodes.left(point);
-            const QString code = point < 0 ? QStringLiteral("0") : account.nodes.mid(point + 1);
-            const auto level = account.nodes.count(u'.');
-            m_rowIds.push_back(
-                level < 2 ? headings.add({parent, code, account.nodes, account.name, level == 0 ? "HH" : "HD",
-                                          level == 0 ? Value(account.nodes) : Value(Null())})
-                          : subsidiaries.add({parent, code, account.nodes, account.name, "DD", FirstDay,
-                                              orNull(account.opening), orNull(account.mark),
-                                              orNull(account.contactPerson), orNull(account.address),
-                                              orNull(account.contact), orNull(account.email)}));
-        }
+    void writeAll() {
+        skipNumbers();
+        for (const Account &account : m_institute.chart)
+            m_rowIds.push_back(writeAccount(account));
         for (const std::string_view batch : tsql::batches(setup))
-            run(m_driver, Sql::trusted(batch));
-    }
-
-    void writeCourses() {
-        auto sessions = rowsOf(m_driver, "tblSession", "SessionId", "SessionName");
-        auto courses =
-            rowsOf(m_driver, "tblCourse", "CourseId", "CourseName", "Coursedurration", "MonthYear");
-        auto subjects = rowsOf(m_driver, "tblSubject", "SubId", "CourseId", "SubName", "TotAmt");
+            run(Sql::trusted(batch));
+        m_cash = rowId(m_institute.account(QStringLiteral("CASH IN HAND")));
+        writeCourses();
         int number = 0;
-        for (const Session &session : m_institute.sessions)
-            sessions.add({++number, session.name});
+        for (const Application &application : m_institute.applications)
+            writeApplication(application, ++number);
+        for (const Voucher &voucher : m_institute.vouchers)
+            writeVoucher(voucher);
         number = 0;
-        for (const Course &course : m_institute.courses)
-            courses.add({++number, course.name, course.length, course.unit});
-        number = 0;
-        for (const Subject &subject : m_institute.subjects)
-            subjects.add({++number, subject.course, subject.name, money(subject.fee)});
-    }
-
-    void writeApplications() {
-        const Account &head = m_institute.chart[std::size_t(m_institute.account(QStringLiteral("STUDENTS")))];
-        const Value cash = rowId(m_institute.account(QStringLiteral("CASH IN HAND")));
-        auto headers = rowsOf(m_driver, "tblMasApp", "AppID", "CusCode", "SessionID", "RegNo", "StuName",
-                              "FatherName", "NIC", "CellNo", "Contact", "Email", "MailAdd", "LastQulS",
-                              "AudCompany", "ExamAtt", "ModPart", "SectionAtoZ", "AppDate", "FixDate",
-                              "RegFee", "TotAmt", "CashReceive", "User_Name");
-        auto lines = rowsOf(m_driver, "tblDetApp", "AppID", "SubID", "SubAmt", "Discount", "NetAmount",
-                            "RecAmount", "Nerration", "InActive");
-        auto accounts = rowsOf(m_driver, "Accounts", "ParentID", "Dcode", "AcNodes", "AcStatus", "OpenBal",
-                               "AcName", "Addr", "Contact");
-        auto journal = rowsOf(m_driver, "DetJV", "VouNo", "VouStatus", "VouDate", "EntryNo", "AcCode",
-                              "DrAmt", "CrAmt", "Naration", "CrAc");
-        int number = 0;
-        for (const Application &a : m_institute.applications) {
-            ++number;
-            const std::int64_t student =
-                accounts.add({head.nodes, number, head.nodes + u'.' + QString::number(number), "DD",
-                              money(a.total()), a.name, a.address, a.residence});
-            m_rowIds.push_back(student);
-            headers.add({number,
-                         student,
-                         a.session,
-                         a.regNo,
-                         a.name,
-                         orNull(a.father),
-                         a.nic,
-                         a.cell,
-                         orNull(a.residence),
-                         orNull(a.email),
-                         orNull(a.address),
-                         orNull(a.education),
-                         orNull(a.firm),
-                         orNull(a.attempt),
-                         orNull(a.part),
-                         QString(a.section),
-                         a.date,
-                         a.date,
-                         money(a.registrationFee),
-                         money(a.total()),
-                         money(a.received()),
-                         Login});
-            for (const SubjectLine &line : a.lines)
-                lines.add({number, line.subject, money(line.amount), money(line.discount), money(line.net()),
-                           typed(line.received), orNull(line.narration),
-                           line.inactive ? Value("1") : Value(Null())});
-            if (a.received() == 0)
-                continue;
-            journal.add({student, "AR", a.date, 1, cash, money(a.received()), 0,
-                         QStringLiteral("App. Rec Amount (%1)").arg(a.name), student});
-            journal.add(
-                {student, "AR", a.date, 2, student, 0, money(a.received()), "App. Rec Amount ", cash});
-        }
-    }
-
-    void writeVouchers() {
-        auto headers =
-            rowsOf(m_driver, "MasJV", "VouNo", "VouDate", "PaidReceive", "VouStatus", "TotalAmount", "Login");
-        auto feeHeaders = rowsOf(m_driver, "MasJV", "VouNo", "VouDate", "PaidReceive", "SlipNo", "VouStatus",
-                                 "TotalAmount", "Login", "IRStatus");
-        auto summaries = rowsOf(m_driver, "DetJV", "VouNo", "EntryNo", "AcCode", "DrAmt", "CrAmt", "Naration",
-                                "VouStatus", "VouDate");
-        for (const Voucher &v : m_institute.vouchers) {
-            const char *code = Codes[std::size_t(v.kind)];
-            if (v.kind == Kind::FR)
-                feeHeaders.add({v.number, v.date, v.paidTo, orNull(v.slip), code, money(v.total()), Login,
-                                v.byBank ? "BANK" : "CASH"});
-            else
-                headers.add({v.number, v.date, v.paidTo, code, money(v.total()), Login});
-            int row = 0;
-            for (const Line &line : v.lines) {
-                ++row;
-                if (v.kind != Kind::CR)
-                    writeLine(v, line, row, true);
-                if (v.kind != Kind::CP)
-                    writeLine(v, line, row, false);
-            }
-            const Line &first = v.lines.front();
-            if (v.kind == Kind::CP)
-                summaries.add({v.number, row + 1, rowId(first.credit), 0, money(v.total()), first.narration,
-                               code, v.date});
-            if (v.kind == Kind::CR)
-                summaries.add({v.number, row + 1, rowId(first.debit), money(v.total()), 0, first.narration,
-                               code, v.date});
-        }
-    }
-
-    void writeCarried() {
-        auto headers = rowsOf(m_driver, "tblMasCarryForw", "FormID", "FormDate", "AppID");
-        auto lines = rowsOf(m_driver, "tblDetCarryForw", "FormID", "FormDate", "AppID", "SubjectID",
-                            "SessionID", "PreSessionID", "ForAmt", "Naration");
-        auto journal = rowsOf(m_driver, "DetJV", "VouNo", "VouStatus", "VouDate", "SubID", "SessionID",
-                              "AcCode", "CrAc", "EntryNo", "DrAmt", "CrAmt", "Naration");
-        const Value cash = rowId(m_institute.account(QStringLiteral("CASH IN HAND")));
-        int number = 0;
-        for (const CarryForward &form : m_institute.carried) {
-            ++number;
-            headers.add({number, form.date, form.application});
-            const Application &from = m_institute.applications[std::size_t(form.application - 1)];
-            int row = 0;
-            for (const CarriedLine &line : form.lines) {
-                ++row;
-                lines.add({number, form.date, form.application, line.subject, line.session, from.session,
-                           typed(line.amount), orNull(line.narration)});
-                if (line.amount > 0) // the journal has of the narration the number that it begins with
-                    journal.add({number, "CF", form.date, line.subject, line.session,
-                                 rowId(m_institute.student(form.application)), cash, row, 0,
-                                 money(line.amount), leadingNumber(line.narration)});
-            }
-        }
+        for (const CarryForward &form : m_institute.carried)
+            writeCarried(form, ++number);
     }
 
 private:
-    [[nodiscard]] Value rowId(AccountAt account) const { return m_rowIds.at(std::size_t(account)); }
+    void run(const Sql &statements) {
+        ado::runStatements(m_driver, statements, [](const ado::Outcome &) {});
+    }
+
+    /// The row's identity.
+    std::int64_t add(const char *table, std::initializer_list<Cell> cells) {
+        const std::vector<tsql::Column> &columns = m_driver.table(table)->columns;
+        std::vector<Value> values;
+        std::vector<ado::Assignment> row;
+        values.reserve(cells.size()); // so that none moves
+        for (const Cell &cell : cells) {
+            const auto column = std::ranges::find(columns, cell.column, &tsql::Column::name);
+            values.push_back(ado::fitted(cell.value, column->type));
+            row.push_back({cell.column, values.back()});
+        }
+        return m_driver.insertRow(table, row);
+    }
+
+    /// A save of an application takes away every line whose voucher number is the number of the student's
+    /// account. So that correcting one costs no voucher, the accounts' numbers begin beyond all vouchers'.
+    void skipNumbers() {
+        run("insert into Accounts (AcName) select a.Menus from Menus a cross join Menus b cross join Menus "
+            "c\n"
+            "delete from Accounts");
+    }
+
+    std::int64_t writeAccount(const Account &account) {
+        const auto point = account.nodes.lastIndexOf(u'.');
+        const QString parent = account.nodes.left(point); // all of it where there is no point
+        switch (account.nodes.count(u'.')) {
+        case 0:
+            return add("Accounts", {{"ParentID", account.nodes},
+                                    {"Dcode", 0},
+                                    {"AcNodes", account.nodes},
+                                    {"AcName", account.name},
+                                    {"AcStatus", "HH"},
+                                    {"OrderStatus", account.nodes}});
+        case 1:
+            return add("Accounts", {{"ParentID", parent},
+                                    {"Dcode", account.nodes.mid(point + 1)},
+                                    {"AcNodes", account.nodes},
+                                    {"AcStatus", "HD"},
+                                    {"AcName", account.name}});
+        default:
+            return add("Accounts", {{"ParentID", parent},
+                                    {"Dcode", account.nodes.mid(point + 1)},
+                                    {"AcNodes", account.nodes},
+                                    {"AcStatus", "DD"},
+                                    {"openDate", FirstDay},
+                                    {"AcName", account.name},
+                                    {"OpenBal", orNull(account.opening)},
+                                    {"BStatus", orNull(account.mark)},
+                                    {"ContactPer", orNull(account.contactPerson)},
+                                    {"Addr", orNull(account.address)},
+                                    {"Contact", orNull(account.contact)},
+                                    {"Email", orNull(account.email)}});
+        }
+    }
+
+    void writeCourses() {
+        int number = 0;
+        for (const Session &session : m_institute.sessions)
+            add("tblSession", {{"SessionId", ++number}, {"SessionName", session.name}});
+        number = 0;
+        for (const Course &course : m_institute.courses)
+            add("tblCourse", {{"CourseId", ++number},
+                              {"CourseName", course.name},
+                              {"Coursedurration", course.length},
+                              {"MonthYear", course.unit}});
+        number = 0;
+        for (const Subject &subject : m_institute.subjects)
+            add("tblSubject", {{"SubId", ++number},
+                               {"CourseId", subject.course},
+                               {"SubName", subject.name},
+                               {"TotAmt", money(subject.fee)}});
+    }
+
+    void writeApplication(const Application &application, int number) {
+        const Account &head = m_institute.chart[std::size_t(m_institute.account(QStringLiteral("STUDENTS")))];
+        const std::int64_t student =
+            add("Accounts", {{"ParentID", head.nodes},
+                             {"Dcode", number},
+                             {"AcNodes", head.nodes + u'.' + QString::number(number)},
+                             {"AcStatus", "DD"},
+                             {"AcName", application.name},
+                             {"Addr", application.address},
+                             {"Contact", application.residence},
+                             {"OpenBal", money(application.total())}});
+        m_rowIds.push_back(student);
+        add("tblMasApp", {{"AppID", number},
+                          {"CusCode", student},
+                          {"SessionID", application.session},
+                          {"RegNo", orNull(application.regNo)},
+                          {"StuName", application.name},
+                          {"FatherName", orNull(application.father)},
+                          {"NIC", application.nic},
+                          {"CellNo", application.cell},
+                          {"Contact", orNull(application.residence)},
+                          {"Email", orNull(application.email)},
+                          {"MailAdd", orNull(application.address)},
+                          {"LastQulS", orNull(application.education)},
+                          {"AudCompany", orNull(application.firm)},
+                          {"ExamAtt", orNull(application.attempt)},
+                          {"ModPart", orNull(application.part)},
+                          {"SectionAtoZ", QString(application.section)},
+                          {"AppDate", application.date},
+                          {"FixDate", application.date},
+                          {"RegFee", money(application.registrationFee)},
+                          {"TotAmt", money(application.total())},
+                          {"CashReceive", money(application.received())},
+                          {"User_Name", m_login}});
+        for (const SubjectLine &line : application.lines)
+            add("tblDetApp", {{"AppID", number},
+                              {"SubID", line.subject},
+                              {"SubAmt", money(line.amount)},
+                              {"Discount", money(line.discount)},
+                              {"NetAmount", money(line.net())},
+                              {"RecAmount", typed(line.received)},
+                              {"Nerration", orNull(line.narration)},
+                              {"InActive", line.inactive ? Value("1") : Value(Null())}});
+        if (application.received() > 0)
+            writeReceipt(application, student);
+    }
+
+    void writeReceipt(const Application &application, std::int64_t student) {
+        for (const bool debit : {true, false})
+            add("DetJV", {{"VouNo", student},
+                          {"VouStatus", "AR"},
+                          {"VouDate", application.date},
+                          {"EntryNo", debit ? 1 : 2},
+                          {"AcCode", debit ? m_cash : student},
+                          {"DrAmt", money(debit ? application.received() : 0)},
+                          {"CrAmt", money(debit ? 0 : application.received())},
+                          {"Naration", debit ? QStringLiteral("App. Rec Amount (%1)").arg(application.name)
+                                             : QStringLiteral("App. Rec Amount ")},
+                          {"CrAc", debit ? student : m_cash}});
+    }
+
+    void writeVoucher(const Voucher &voucher) {
+        const char *code = Codes[std::size_t(voucher.kind)];
+        const bool fees = voucher.kind == Kind::FR;
+        add("MasJV", {{"VouNo", voucher.number},
+                      {"VouDate", voucher.date},
+                      {"PaidReceive", voucher.paidTo},
+                      {"SlipNo", orNull(voucher.slip)},
+                      {"VouStatus", code},
+                      {"TotalAmount", money(voucher.total())},
+                      {"Login", m_login},
+                      {"IRStatus", !fees            ? Value(Null())
+                                   : voucher.byBank ? Value("BANK")
+                                                    : Value("CASH")}});
+        int row = 0;
+        for (const Line &line : voucher.lines) {
+            ++row;
+            if (voucher.kind != Kind::CR)
+                writeLine(voucher, line, row, true);
+            if (voucher.kind != Kind::CP)
+                writeLine(voucher, line, row, false);
+        }
+        // Of cash there is one row more, the sum, in place of one for each line.
+        const bool paid = voucher.kind == Kind::CP;
+        const Line &first = voucher.lines.front();
+        if (paid || voucher.kind == Kind::CR)
+            add("DetJV", {{"VouNo", voucher.number},
+                          {"EntryNo", row + 1},
+                          {"AcCode", rowId(paid ? first.credit : first.debit)},
+                          {"DrAmt", money(paid ? 0 : voucher.total())},
+                          {"CrAmt", money(paid ? voucher.total() : 0)},
+                          {"Naration", first.narration},
+                          {"VouStatus", code},
+                          {"VouDate", voucher.date}});
+    }
 
     /// One of a line's two rows.
-    void writeLine(const Voucher &v, const Line &line, int row, bool debit) {
-        const Value account = rowId(debit ? line.debit : line.credit);
-        const Value other = rowId(debit ? line.credit : line.debit);
-        const char *code = Codes[std::size_t(v.kind)];
-        const Value dr = money(debit ? line.amount : 0);
-        const Value cr = money(debit ? 0 : line.amount);
-        if (v.kind == Kind::FR)
-            m_feeLines.add({v.number, row, account, dr, cr, line.cheque, line.narration, other, line.session,
-                            line.subject, code, v.date});
-        else
-            m_lines.add({v.number, row, account, dr, cr, line.cheque, line.narration, other,
-                         orNull(line.file), orNull(line.bill), code, v.date});
+    void writeLine(const Voucher &voucher, const Line &line, int row, bool debit) {
+        add("DetJV", {{"VouNo", voucher.number},
+                      {"EntryNo", row},
+                      {"AcCode", rowId(debit ? line.debit : line.credit)},
+                      {"DrAmt", money(debit ? line.amount : 0)},
+                      {"CrAmt", money(debit ? 0 : line.amount)},
+                      {"ChecqNo", line.cheque},
+                      {"Naration", line.narration},
+                      {"CrAc", rowId(debit ? line.credit : line.debit)},
+                      {"FileNo", orNull(line.file)},
+                      {"BillNo", orNull(line.bill)},
+                      {"SessionID", line.session ? Value(line.session) : Value(Null())},
+                      {"SubID", line.subject ? Value(line.subject) : Value(Null())},
+                      {"VouStatus", Codes[std::size_t(voucher.kind)]},
+                      {"VouDate", voucher.date}});
     }
+
+    void writeCarried(const CarryForward &form, int number) {
+        add("tblMasCarryForw", {{"FormID", number}, {"FormDate", form.date}, {"AppID", form.application}});
+        const Application &from = m_institute.applications[std::size_t(form.application - 1)];
+        int row = 0;
+        for (const CarriedLine &line : form.lines) {
+            ++row;
+            add("tblDetCarryForw", {{"FormID", number},
+                                    {"FormDate", form.date},
+                                    {"AppID", form.application},
+                                    {"SubjectID", line.subject},
+                                    {"SessionID", line.session},
+                                    {"PreSessionID", from.session},
+                                    {"ForAmt", typed(line.amount)},
+                                    {"Naration", orNull(line.narration)}});
+            if (line.amount > 0) // of the narration the journal has the number that it begins with
+                add("DetJV", {{"VouNo", number},
+                              {"VouStatus", "CF"},
+                              {"VouDate", form.date},
+                              {"SubID", line.subject},
+                              {"SessionID", line.session},
+                              {"AcCode", rowId(m_institute.student(form.application))},
+                              {"CrAc", m_cash},
+                              {"EntryNo", row},
+                              {"DrAmt", 0},
+                              {"CrAmt", money(line.amount)},
+                              {"Naration", leadingNumber(line.narration)}});
+        }
+    }
+
+    [[nodiscard]] std::int64_t rowId(AccountAt account) const { return m_rowIds.at(std::size_t(account)); }
 
     ado::Driver &m_driver;
     const Institute &m_institute;
+    const QString m_login = QStringLiteral("sa");
     std::vector<std::int64_t> m_rowIds; ///< of the accounts
-    Rows<12> m_lines = rowsOf(m_driver, "DetJV", "VouNo", "EntryNo", "AcCode", "DrAmt", "CrAmt", "ChecqNo",
-                              "Naration", "CrAc", "FileNo", "BillNo", "VouStatus", "VouDate");
-    Rows<12> m_feeLines = rowsOf(m_driver, "DetJV", "VouNo", "EntryNo", "AcCode", "DrAmt", "CrAmt", "ChecqNo",
-                                 "Naration", "CrAc", "SessionID", "SubID", "VouStatus", "VouDate");
+    std::int64_t m_cash = 0;
 };
 
 } // namespace
 
-void writeChart(ado::Driver &driver, const Institute &institute) {
-    Writer writer(driver, institute);
-    writer.skipNumbers();
-    writer.writeChart();
-}
-
 void write(ado::Driver &driver, const Institute &institute) {
-    Writer writer(driver, institute);
-    writer.skipNumbers();
-    writer.writeChart();
-    writer.writeCourses();
-    writer.writeApplications();
-    writer.writeVouchers();
-    writer.writeCarried();
+    Writer(driver, institute).writeAll();
 }
 
 } // namespace zel::demo

@@ -8,9 +8,8 @@ class Driver;
 
 namespace zel::demo {
 
-/// Writes the rows that the screens would have written, into a catalog with its first rows and no others. The
-/// chart with the setup alone, or all.
-void writeChart(ado::Driver &driver, const Institute &institute);
+/// Writes the rows that the screens write for these records, column for column, into a catalog with its first
+/// rows and no others. In no transaction of its own.
 void write(ado::Driver &driver, const Institute &institute);
 
 } // namespace zel::demo
