@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 
 namespace zel::demo {
 
@@ -16,10 +17,22 @@ public:
     /// least to most.
     [[nodiscard]] int between(int least, int most) { return least + below(most - least + 1); }
     [[nodiscard]] bool oneIn(int times) { return below(times) == 0; }
-    /// Of anything with a size and places.
+    /// One of a list.
     template <class Choices>
     [[nodiscard]] const auto &of(const Choices &choices) {
         return choices[decltype(choices.size())(below(int(choices.size())))];
+    }
+    /// One of a list, the more often the greater the number that `weight` gives of it.
+    template <class Choices, class Weight>
+    [[nodiscard]] const auto &of(const Choices &choices, Weight weight) {
+        int weights = 0;
+        for (const auto &choice : choices)
+            weights += std::invoke(weight, choice);
+        int drawn = below(weights);
+        auto choice = choices.begin();
+        for (; drawn >= std::invoke(weight, *choice); ++choice)
+            drawn -= std::invoke(weight, *choice);
+        return *choice;
     }
 
 private:

@@ -16,10 +16,6 @@ namespace {
 constexpr Cents RegistrationFee = 2'000'00;
 constexpr Cents Note = 500'00; ///< what instalments are rounded to
 
-Cents roundedUp(Cents amount, Cents to) {
-    return (amount + to - 1) / to * to;
-}
-
 class Enrolment {
 public:
     Enrolment(Institute &institute, std::uint64_t seed) : m_institute(institute), m_dice(seed) {
@@ -90,27 +86,16 @@ private:
         m_institute.applications.push_back(std::move(application));
     }
 
-    [[nodiscard]] int chooseCourse() {
-        int weights = 0;
-        for (const Course &course : m_institute.courses)
-            weights += course.weight;
-        int drawn = m_dice.below(weights);
-        int course = 0;
-        for (; drawn >= m_institute.courses[std::size_t(course)].weight; ++course)
-            drawn -= m_institute.courses[std::size_t(course)].weight;
-        return course + 1;
-    }
-
     /// All subjects of a course but now and then one or two, with a concession for one in five, and the first
     /// payment, an equal part of each.
     void chooseSubjects(Application &application) {
-        const int course = chooseCourse();
+        const Course &course = m_dice.of(m_institute.courses, &Course::weight);
         const int concession = m_dice.oneIn(5) ? m_dice.oneIn(3) ? 25 : 10 : 0;
         constexpr int FirstParts[] = {0, 30, 30, 40, 40, 50, 50, 100};
         const int first = FirstParts[m_dice.below(int(std::size(FirstParts)))];
         for (int subject = 1; subject <= int(m_institute.subjects.size()); ++subject) {
             const Subject &offered = m_institute.subjects[std::size_t(subject - 1)];
-            if (offered.course != course || m_dice.oneIn(7))
+            if (&m_institute.course(offered) != &course || m_dice.oneIn(7))
                 continue;
             SubjectLine line{subject, offered.fee, offered.fee * concession / 100, {}, 0};
             if (concession > 0)
@@ -125,7 +110,6 @@ private:
 
     /// One cash receipt for each day with admissions, a line a student.
     void takeRegistrationFees() {
-        const AccountAt cash = m_institute.account(QStringLiteral("CASH IN HAND"));
         const AccountAt fees = m_institute.account(QStringLiteral("REGISTRATION FEES"));
         std::map<QDate, Voucher> days;
         for (const Application &application : m_institute.applications) {
@@ -133,7 +117,7 @@ private:
             voucher.kind = Kind::CR;
             voucher.date = application.date;
             voucher.paidTo = QStringLiteral("NEW STUDENTS");
-            voucher.lines.push_back({cash, fees, application.registrationFee,
+            voucher.lines.push_back({m_institute.cash, fees, application.registrationFee,
                                      QStringLiteral("Registration fee, ") + application.name});
         }
         for (auto &[day, voucher] : days)
@@ -168,8 +152,6 @@ private:
         const Application &application = m_institute.applications[std::size_t(number - 1)];
         Voucher voucher{
             .kind = Kind::FR, .date = day, .paidTo = {}, .lines = {}, .slip = {}, .byBank = byBank};
-        const AccountAt money =
-            m_institute.account(QLatin1String(byBank ? "UNITED CITY BANK" : "CASH IN HAND"));
         const QString cheque = byBank ? digits(8) : QString();
         if (!m_dice.oneIn(3))
             voucher.slip = QStringLiteral("%1/%2").arg(day.year() - 2000).arg(digits(4));
@@ -179,7 +161,7 @@ private:
                 continue;
             open[line] -= now;
             amount -= now;
-            voucher.lines.push_back({.debit = money,
+            voucher.lines.push_back({.debit = byBank ? m_institute.bank : m_institute.cash,
                                      .credit = m_institute.student(number),
                                      .amount = now,
                                      .narration = QStringLiteral("INSTALMENT %1").arg(instalment),
@@ -226,8 +208,8 @@ private:
     void chargeFees() {
         for (const Application &application : m_institute.applications)
             for (const SubjectLine &line : application.lines) {
-                const Subject &subject = m_institute.subjects[std::size_t(line.subject - 1)];
-                const Course &course = m_institute.courses[std::size_t(subject.course - 1)];
+                const Course &course =
+                    m_institute.course(m_institute.subjects[std::size_t(line.subject - 1)]);
                 std::optional<Cents> &opening = m_institute.chart[std::size_t(course.income)].opening;
                 opening = opening.value_or(0) - line.net();
             }

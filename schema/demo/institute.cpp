@@ -21,6 +21,9 @@ void readChart(Institute &institute) {
         institute.chart.push_back({row[0], row[1], row[2],
                                    row[3].isEmpty() ? std::optional<Cents>() : row.cents(3), row[4], row[5],
                                    row[6], row[7]});
+    institute.cash = institute.account(QStringLiteral("CASH IN HAND"));
+    institute.bank = institute.account(QStringLiteral("UNITED CITY BANK"));
+    institute.savings = institute.account(QStringLiteral("CRESCENT SAVINGS BANK"));
 }
 
 QDate dayOf(const QString &text) {
@@ -63,7 +66,7 @@ AccountAt Institute::account(const QString &name) const {
 }
 
 Institute makeInstitute(std::uint64_t seed) {
-    Institute institute;
+    Institute institute{};
     readChart(institute);
     readCourses(institute);
     enrol(institute, seed);

@@ -18,14 +18,10 @@ constexpr Cents LeastBank = 60'000'00;   ///< in the current account after the d
 constexpr Cents MostBank = 1'700'000'00; ///< in the current account at the end of a day
 constexpr Cents Saved = 500'000'00;
 
-Cents roundedUp(Cents amount, Cents to) {
-    return (amount + to - 1) / to * to;
-}
-
 class Cashier {
 public:
     explicit Cashier(Institute &institute) : m_institute(institute) {
-        for (const AccountAt account : {m_cash, m_bank, m_savings})
+        for (const AccountAt account : {institute.cash, institute.bank, institute.savings})
             m_balances[account] = institute.chart[std::size_t(account)].opening.value_or(0);
     }
 
@@ -40,7 +36,7 @@ public:
             const auto end =
                 std::find_if(voucher, all.end(), [day](const Voucher &v) { return v.date > day; });
             for (; application != applications.cend() && application->date <= day; ++application)
-                m_balances[m_cash] += application->received();
+                m_cash += application->received();
             const auto payments =
                 std::stable_partition(voucher, end, [this](const Voucher &v) { return !takesMoney(v); });
             for (; voucher != payments; ++voucher)
@@ -82,33 +78,33 @@ private:
         for (const Voucher &voucher : payments)
             for (const Line &line : voucher.lines)
                 needed[line.credit] += line.amount;
-        const Cents drawn = m_balances[m_cash] < needed[m_cash] + LeastCash
-                                ? roundedUp(needed[m_cash] + CashDrawn - m_balances[m_cash], 5'000'00)
+        const Cents drawn = m_cash < needed[m_institute.cash] + LeastCash
+                                ? roundedUp(needed[m_institute.cash] + CashDrawn - m_cash, 5'000'00)
                                 : 0;
-        const Cents fromBank = needed[m_bank] + drawn;
-        if (m_balances[m_bank] < fromBank + LeastBank && m_balances[m_savings] > 0)
-            move(day, Kind::BP, "UNITED CITY BANK", m_bank, m_savings,
-                 std::min(roundedUp(fromBank + LeastBank - m_balances[m_bank], 100'000'00),
-                          m_balances[m_savings]),
-                 "From savings");
+        const Cents fromBank = needed[m_institute.bank] + drawn;
+        if (m_bank < fromBank + LeastBank && m_savings > 0)
+            move(day, Kind::BP, "UNITED CITY BANK", m_institute.bank, m_institute.savings,
+                 std::min(roundedUp(fromBank + LeastBank - m_bank, 100'000'00), m_savings), "From savings");
         if (drawn > 0)
-            move(day, Kind::BP, "SELF", m_cash, m_bank, drawn, "Cash drawn for the office");
+            move(day, Kind::BP, "SELF", m_institute.cash, m_institute.bank, drawn,
+                 "Cash drawn for the office");
     }
 
     /// At the end of the day.
     void putAway(QDate day) {
-        if (m_balances[m_cash] > MostCash)
-            move(day, Kind::BR, "MR. NABEEL SOOMRO", m_bank, m_cash,
-                 (m_balances[m_cash] - CashFloat) / 1'000'00 * 1'000'00, "Cash brought to the bank");
-        if (m_balances[m_bank] > MostBank)
-            move(day, Kind::BP, "CRESCENT SAVINGS BANK", m_savings, m_bank, Saved, "To savings");
+        if (m_cash > MostCash)
+            move(day, Kind::BR, "MR. NABEEL SOOMRO", m_institute.bank, m_institute.cash,
+                 (m_cash - CashFloat) / 1'000'00 * 1'000'00, "Cash brought to the bank");
+        if (m_bank > MostBank)
+            move(day, Kind::BP, "CRESCENT SAVINGS BANK", m_institute.savings, m_institute.bank, Saved,
+                 "To savings");
     }
 
     Institute &m_institute;
-    AccountAt m_cash = m_institute.account(QStringLiteral("CASH IN HAND"));
-    AccountAt m_bank = m_institute.account(QStringLiteral("UNITED CITY BANK"));
-    AccountAt m_savings = m_institute.account(QStringLiteral("CRESCENT SAVINGS BANK"));
     std::map<AccountAt, Cents> m_balances;
+    Cents &m_cash = m_balances[m_institute.cash];
+    Cents &m_bank = m_balances[m_institute.bank];
+    Cents &m_savings = m_balances[m_institute.savings];
 };
 
 } // namespace

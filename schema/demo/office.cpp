@@ -40,9 +40,9 @@ Kind kindOf(const QString &code) {
     return Kind(found - std::begin(Codes));
 }
 
-class Calendar {
+class Schedule {
 public:
-    Calendar(Institute &institute, std::uint64_t seed) : m_institute(institute), m_dice(seed) {}
+    Schedule(Institute &institute, std::uint64_t seed) : m_institute(institute), m_dice(seed) {}
 
     void run() {
         const QList<Row> rows = tableOf(schedule);
@@ -96,7 +96,7 @@ private:
              .date = day,
              .paidTo = bought.paidTo,
              .lines = {{.debit = line.credit,
-                        .credit = m_institute.account(QStringLiteral("UNITED CITY BANK")),
+                        .credit = m_institute.bank,
                         .amount = bought.total(),
                         .narration = QStringLiteral("Bill %1 of %2").arg(line.bill, monthOf(bought.date)),
                         .file = line.file,
@@ -123,10 +123,7 @@ private:
 class Sundries {
 public:
     Sundries(Institute &institute, std::uint64_t seed, const char *kind)
-        : m_institute(institute), m_dice(seed), m_rows(tableOf(sundries, QLatin1String(kind))) {
-        for (const Row &row : std::as_const(m_rows))
-            m_weights += row.number(Weight);
-    }
+        : m_institute(institute), m_dice(seed), m_rows(tableOf(sundries, QLatin1String(kind))) {}
 
     void enter() {
         const int days = int(FirstDay.daysTo(LastDay)) + 1;
@@ -141,32 +138,26 @@ public:
 
 private:
     [[nodiscard]] const Row &draw() {
-        int drawn = m_dice.below(m_weights);
-        auto row = m_rows.cbegin();
-        for (; drawn >= row->number(Weight); ++row)
-            drawn -= row->number(Weight);
-        return *row;
+        return m_dice.of(m_rows, [](const Row &row) { return row.number(Weight); });
     }
 
     [[nodiscard]] Line line(const Row &row) {
-        const AccountAt cash = m_institute.account(QStringLiteral("CASH IN HAND"));
         const AccountAt other = m_institute.account(row[SundryAccount]);
         const Cents amount =
             m_dice.between(row.number(SundryLeast) / 5, row.number(SundryMost) / 5) * Cents(5'00);
         const bool paid = row[SundryKind] == QLatin1String("CP");
-        return {paid ? other : cash, paid ? cash : other, amount, row[What]};
+        return {paid ? other : m_institute.cash, paid ? m_institute.cash : other, amount, row[What]};
     }
 
     Institute &m_institute;
     Dice m_dice;
     QList<Row> m_rows;
-    int m_weights = 0;
 };
 
 } // namespace
 
 void keepOffice(Institute &institute, std::uint64_t seed) {
-    Calendar(institute, seed).run();
+    Schedule(institute, seed).run();
 }
 
 void addSundries(Institute &institute, std::uint64_t seed, const char *kind, int count) {

@@ -30,7 +30,6 @@ private:
     };
 
     QList<Script> m_scripts;
-    int m_shares = 0;
     QSet<QString> m_given; ///< already
 };
 

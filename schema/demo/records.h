@@ -13,6 +13,9 @@ namespace zel::demo {
 
 /// Hundredths of a rupee.
 using Cents = std::int64_t;
+[[nodiscard]] constexpr Cents roundedUp(Cents amount, Cents to) {
+    return (amount + to - 1) / to * to;
+}
 
 /// A subsidiary account: its place in Institute::chart, the students' behind its end in the order of their
 /// applications.
@@ -138,6 +141,9 @@ struct CarryForward {
 
 struct Institute {
     std::vector<Account> chart;
+    AccountAt cash;    ///< in hand
+    AccountAt bank;    ///< the current account
+    AccountAt savings; ///< the other
     std::vector<Session> sessions;
     std::vector<Course> courses;
     std::vector<Subject> subjects;
@@ -147,6 +153,9 @@ struct Institute {
 
     /// The account of that title, which must be in the chart.
     [[nodiscard]] AccountAt account(const QString &name) const;
+    [[nodiscard]] const Course &course(const Subject &subject) const {
+        return courses[std::size_t(subject.course - 1)];
+    }
     /// Of the application with that number.
     [[nodiscard]] AccountAt student(int application) const { return int(chart.size()) + application - 1; }
 };

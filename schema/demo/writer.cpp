@@ -45,7 +45,7 @@ public:
             m_rowIds.push_back(writeAccount(account));
         for (const std::string_view batch : tsql::batches(setup))
             run(Sql::trusted(batch));
-        m_cash = rowId(m_institute.account(QStringLiteral("CASH IN HAND")));
+        m_cash = rowId(m_institute.cash);
         writeCourses();
         int number = 0;
         for (const Application &application : m_institute.applications)
