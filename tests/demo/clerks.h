@@ -19,10 +19,7 @@ using RowIds = std::vector<int>;
 /// A clerk at a screen. The process ends when the screen says anything but what it should.
 class Clerk {
 public:
-    Clerk(const QString &menu, const QString &name) : m_screen(form(name)) {
-        if (!m_screen)
-            m_screen = openByMenu(menu, name);
-    }
+    Clerk(const QString &menu, const QString &name) : m_screen(openByMenu(menu, name)) {}
     template <class T>
     [[nodiscard]] T &the(const char *name) const {
         return *control<T>(m_screen, name);
