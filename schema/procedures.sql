@@ -17,19 +17,19 @@ begin
             0, 0, 0, p.Dr, p.Cr, case when p.Dr > p.Cr then p.Dr - p.Cr else 0 end,
             case when p.Cr > p.Dr then p.Cr - p.Dr else 0 end
         from (
-            select m.AcCode, m.Dr, m.Cr, a.AcStatus, rtrim(a.AcNodes) as AcNodes, isnull(a.Dcode, 0) as AcOrder,
-                case when a.RowID is null then 'Account no. ' + isnull(rtrim(m.AcCode), '') + ' (deleted)'
-                    else a.AcName end as AcName,
-                rtrim(case when a.AcStatus = 'HD' then a.AcNodes else a.ParentID end) as SubNodes,
+            select n.AcCode, n.Dr, n.Cr, n.AcStatus, n.AcNodes, n.AcOrder, n.AcName, rtrim(n.SubNodes) as SubNodes,
                 s.AcName as SubName, isnull(s.Dcode, 0) as SubOrder,
-                isnull(rtrim(s.ParentID), left(a.ParentID, charindex('.', a.ParentID + '.') - 1)) as HeadNodes
-            from (
-                select AcCode, isnull(sum(DrAmt), 0) as Dr, isnull(sum(CrAmt), 0) as Cr
-                from DetJV where VouDate >= @from and VouDate <= @end group by AcCode
-            ) m left join Accounts a on a.RowID = m.AcCode
-                left join Accounts s on s.RowID = (select min(RowID) from Accounts where AcStatus = 'HD'
-                    and AcNodes = case when a.AcStatus = 'HD' then a.AcNodes else a.ParentID end)
-            where m.Dr <> 0 or m.Cr <> 0
+                isnull(rtrim(s.ParentID), left(n.ParentID, charindex('.', n.ParentID + '.') - 1)) as HeadNodes
+            from (select m.AcCode, m.Dr, m.Cr, a.AcStatus, rtrim(a.AcNodes) as AcNodes, isnull(a.Dcode, 0) as AcOrder, a.ParentID,
+                    case when a.RowID is null then 'Account no. ' + isnull(rtrim(m.AcCode), '') + ' (deleted)'
+                        else a.AcName end as AcName,
+                    case when a.AcStatus = 'HD' then a.AcNodes else a.ParentID end as SubNodes
+                from (
+                    select AcCode, isnull(sum(DrAmt), 0) as Dr, isnull(sum(CrAmt), 0) as Cr
+                    from DetJV where VouDate >= @from and VouDate <= @end group by AcCode
+                ) m left join Accounts a on a.RowID = m.AcCode
+                where m.Dr <> 0 or m.Cr <> 0
+            ) n left join Accounts s on s.RowID = (select min(RowID) from Accounts where AcStatus = 'HD' and AcNodes = n.SubNodes)
         ) p
 end
 GO
@@ -48,27 +48,27 @@ begin
             case when p.Opening < 0 then 0 - p.Opening else 0 end, p.Dr, p.Cr,
             case when p.Closing > 0 then p.Closing else 0 end, case when p.Closing < 0 then 0 - p.Closing else 0 end
         from (
-            select m.AcCode, m.Opening, m.Dr, m.Cr, m.Closing, a.AcStatus, rtrim(a.AcNodes) as AcNodes, isnull(a.Dcode, 0) as AcOrder,
-                case when a.RowID is null then 'Account no. ' + isnull(rtrim(m.AcCode), '') + ' (deleted)'
-                    else a.AcName end as AcName,
-                rtrim(case when a.AcStatus = 'HD' then a.AcNodes else a.ParentID end) as SubNodes,
+            select n.AcCode, n.Opening, n.Dr, n.Cr, n.Closing, n.AcStatus, n.AcNodes, n.AcOrder, n.AcName, rtrim(n.SubNodes) as SubNodes,
                 s.AcName as SubName, isnull(s.Dcode, 0) as SubOrder,
-                isnull(rtrim(s.ParentID), left(a.ParentID, charindex('.', a.ParentID + '.') - 1)) as HeadNodes
-            from (
-                select u.AcCode, sum(case when g.Sign > 0 then u.OpenDr else 0 - u.OpenCr end) as Opening,
-                    sum(case when g.Sign > 0 then u.Dr end) as Dr, sum(case when g.Sign > 0 then u.Cr end) as Cr,
-                    sum(case when g.Sign > 0 then u.OpenDr + u.Dr else 0 - u.OpenCr - u.Cr end) as Closing
+                isnull(rtrim(s.ParentID), left(n.ParentID, charindex('.', n.ParentID + '.') - 1)) as HeadNodes
+            from (select m.AcCode, m.Opening, m.Dr, m.Cr, m.Closing, a.AcStatus, rtrim(a.AcNodes) as AcNodes, isnull(a.Dcode, 0) as AcOrder, a.ParentID,
+                    case when a.RowID is null then 'Account no. ' + isnull(rtrim(m.AcCode), '') + ' (deleted)'
+                        else a.AcName end as AcName,
+                    case when a.AcStatus = 'HD' then a.AcNodes else a.ParentID end as SubNodes
                 from (
-                    select AcCode, isnull(sum(DrAmt), 0) as OpenDr, isnull(sum(CrAmt), 0) as OpenCr, 0 as Dr, 0 as Cr
-                    from DetJV where VouDate < @from group by AcCode
-                    union all select AcCode, 0, 0, isnull(sum(DrAmt), 0), isnull(sum(CrAmt), 0)
-                    from DetJV where VouDate >= @from and VouDate <= @end group by AcCode
-                    union all select RowID, OpenBal, 0, 0, 0 from Accounts where OpenBal <> 0
-                ) u cross join (select 1 as Sign union all select 0 - 1) g group by u.AcCode
-            ) m left join Accounts a on a.RowID = m.AcCode
-                left join Accounts s on s.RowID = (select min(RowID) from Accounts where AcStatus = 'HD'
-                    and AcNodes = case when a.AcStatus = 'HD' then a.AcNodes else a.ParentID end)
-            where m.Opening <> 0 or m.Dr <> 0 or m.Cr <> 0
+                    select u.AcCode, sum(case when g.Sign > 0 then u.OpenDr else 0 - u.OpenCr end) as Opening,
+                        sum(case when g.Sign > 0 then u.Dr end) as Dr, sum(case when g.Sign > 0 then u.Cr end) as Cr,
+                        sum(case when g.Sign > 0 then u.OpenDr + u.Dr else 0 - u.OpenCr - u.Cr end) as Closing
+                    from (
+                        select AcCode, isnull(sum(DrAmt), 0) as OpenDr, isnull(sum(CrAmt), 0) as OpenCr, 0 as Dr, 0 as Cr
+                        from DetJV where VouDate < @from group by AcCode
+                        union all select AcCode, 0, 0, isnull(sum(DrAmt), 0), isnull(sum(CrAmt), 0)
+                        from DetJV where VouDate >= @from and VouDate <= @end group by AcCode
+                        union all select RowID, OpenBal, 0, 0, 0 from Accounts where OpenBal <> 0
+                    ) u cross join (select 1 as Sign union all select 0 - 1) g group by u.AcCode
+                ) m left join Accounts a on a.RowID = m.AcCode
+                where m.Opening <> 0 or m.Dr <> 0 or m.Cr <> 0
+            ) n left join Accounts s on s.RowID = (select min(RowID) from Accounts where AcStatus = 'HD' and AcNodes = n.SubNodes)
         ) p
 end
 GO
