@@ -2,10 +2,10 @@
 
 #include "platform/base/date_text.h"
 #include "platform/base/error.h"
+#include "tests/support/facts.h"
 
 #include <QCryptographicHash>
 #include <QFile>
-#include <QJsonDocument>
 
 using namespace zel;
 using tsql::TypeKind;
@@ -72,11 +72,7 @@ QByteArray factFile(const char *name) {
 }
 
 QJsonArray facts(const char *name) {
-    QJsonParseError failure;
-    const QJsonDocument document = QJsonDocument::fromJson(factFile(name), &failure);
-    if (!document.isArray())
-        qFatal("%s, byte %d: %s", name, failure.offset, qPrintable(failure.errorString()));
-    return document.array();
+    return test::facts("platform/ado/conformance/" + QString(name)).array();
 }
 
 SampleCatalog::SampleCatalog() {
