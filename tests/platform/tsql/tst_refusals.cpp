@@ -13,21 +13,6 @@ namespace {
 
 constexpr const char *Facts = "platform/tsql/refusals.json";
 
-constexpr const char *Schema = R"(
-CREATE TABLE Accounts (RowID int IDENTITY(1,1) NOT NULL PRIMARY KEY, ParentID varchar(50) NULL, AcName varchar(10) NULL,
-    AcStatus char(2) NOT NULL, OpenBal numeric(5,2) NULL, openDate datetime NULL, Dcode smallint NULL)
-GO
-CREATE TABLE tblSession (SessionId int NOT NULL, SessionName varchar(50) NULL)
-GO
-CREATE PROCEDURE Two @a int, @b varchar(5) = 'x' AS SELECT a=@a,b=@b
-GO
-CREATE PROCEDURE Wrong AS
-SELECT 1
-SELECT nowhere FROM Accounts
-GO
-CREATE PROCEDURE Endless AS exec Endless
-)";
-
 } // namespace
 
 /// What is refused before any engine sees it: the server's number, and the place.
@@ -114,7 +99,7 @@ private Q_SLOTS:
     }
 
 private:
-    WrittenCatalog m_catalog{Schema};
+    WrittenCatalog m_catalog{"platform/tsql/refusals.sql"};
 };
 
 QTEST_APPLESS_MAIN(tst_refusals)

@@ -12,26 +12,6 @@ namespace {
 
 constexpr const char *Facts = "platform/tsql/written_values.json";
 
-constexpr const char *Schema = R"(
-CREATE TABLE T (Id int IDENTITY(1,1) NOT NULL PRIMARY KEY, V varchar(20) NULL, C char(3) NULL, N numeric(18,2) NULL,
-    D datetime NULL, I int NULL)
-CREATE TABLE U (K int NOT NULL, V varchar(20) NULL, N numeric(18,2) NULL)
-GO
-CREATE PROCEDURE Both @a varchar(3), @n numeric(6,2) = 1.005, @d datetime = '2024-1-2' AS
-BEGIN
-    DECLARE @sum int, @text varchar(10)
-    SET @sum = @n
-    SET @text = rtrim(@sum) + '!'
-    SELECT a = @a, n = @n, d = @d, s = @sum, t = @text
-END
-GO
-CREATE PROCEDURE Outer1 @x int AS exec Both @x, @n = @x
-GO
-INSERT INTO T (V,C,N,D,I) VALUES ('Ñandú','ab',0.1,'2024-3-5',1),('ñANDÚ  ','AB ',0.2,'20240305 10:20',2),
-    ('Nandu','abc',-1.005,'5 Mar 2024',3),('','',NULL,NULL,NULL),(NULL,NULL,3,'1/2/24',4)
-INSERT INTO U (K,V,N) SELECT I,V,N FROM T WHERE I IS NOT NULL
-)";
-
 } // namespace
 
 /// What written statements give on the real engine, where the dialect and the engine differ.
@@ -44,7 +24,7 @@ private Q_SLOTS:
     void values() {
         QFETCH(QString, statement);
         QFETCH(QStringList, rows);
-        WrittenCatalog catalog(Schema);
+        WrittenCatalog catalog("platform/tsql/written_values.sql");
         QCOMPARE(catalog.run(Sql::trusted(statement.toStdString())), rows);
     }
 
@@ -54,7 +34,7 @@ private Q_SLOTS:
         QFETCH(QString, statement);
         QFETCH(QString, question);
         QFETCH(QStringList, rows);
-        WrittenCatalog catalog(Schema);
+        WrittenCatalog catalog("platform/tsql/written_values.sql");
         const QStringList failure = catalog.run(Sql::trusted(statement.toStdString()));
         if (failure == rows)
             return;
@@ -63,7 +43,7 @@ private Q_SLOTS:
 
     /// Declared types stay as they were written, and nothing of ours stands in the schema.
     void schema() {
-        const WrittenCatalog catalog(Schema);
+        const WrittenCatalog catalog("platform/tsql/written_values.sql");
         QCOMPARE(
             catalog.written(
                 "create table W (Id int identity(1,1) not null primary key, a varchar( 50 ) not null, "
@@ -80,7 +60,7 @@ private Q_SLOTS:
     }
 
     void columns() {
-        const WrittenCatalog catalog(Schema);
+        const WrittenCatalog catalog("platform/tsql/written_values.sql");
         const auto translated = [&](const Sql &text) {
             return zel::tsql::translate(text, catalog, zel::tsql::sqlite()).front();
         };
@@ -114,7 +94,7 @@ private Q_SLOTS:
 
     /// What is kept of a batch is in proportion to its text, however many statements it has.
     void memoryOfABatch() {
-        const WrittenCatalog catalog(Schema);
+        const WrittenCatalog catalog("platform/tsql/written_values.sql");
         std::string text;
         for (int i = 0; i < 4000; ++i)
             text += "insert into U (K,V) values (" + std::to_string(i) + ",'x') ";
