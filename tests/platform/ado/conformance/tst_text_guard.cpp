@@ -209,7 +209,8 @@ private Q_SLOTS:
             QCOMPARE(argument(statement, 0), typed.text);
         } else {
             const int number = refusal(statement);
-            QVERIFY2(std::set({102, 105, 113, 137, 156}).contains(number), qPrintable(QString::number(number)));
+            QVERIFY2(std::set({102, 105, 113, 137, 156}).contains(number),
+                     qPrintable(QString::number(number)));
         }
     }
 
@@ -271,7 +272,7 @@ private:
         }();
         zel::test::columns<QJsonObject, Hostile>("at", "typed");
         const QJsonArray places = all[QLatin1String(QTest::currentTestFunction())].toArray();
-        QVERIFY(!places.isEmpty());
+        QVERIFY(!places.isEmpty() || !QTest::currentTestFunction());
         for (const QJsonValue &place : places) {
             for (const Hostile &text : texts) {
                 const QByteArray name = place[u"name"].toString().toUtf8() + ": " + text.name;
