@@ -59,7 +59,7 @@ private Q_SLOTS:
             const int expected = kind == Text ? inText : kind == Number ? asNumber : asPassword;
             const int refused = refusal(text);
             QVERIFY2(expected < 0 ? refused != 0 : refused == expected,
-                     qPrintable(QString("%1 by %2").arg(refused).arg(text.text().data())));
+                     qPrintable(QString("%1 by %2").arg(refused).arg(QString::fromUtf8(before.text()))));
         }
     }
 
