@@ -24,6 +24,11 @@ struct Ended {
 /// Plays a scene of this program and waits for its end.
 [[nodiscard]] Ended play(const QString &scene);
 
+/// Holds that a scene ends by a failure: with status 1, its box beginning so ("Error 53:"), its number on the
+/// error stream, too.
+void expectEnd(const QString &scene, const QString &box, const char *file = __builtin_FILE(),
+               int line = __builtin_LINE());
+
 } // namespace zel::test
 
 #define ZEL_TEST_MAIN(TestClass)                                                                             \
