@@ -48,28 +48,21 @@ private Q_SLOTS:
     void cleanup() { office.reset(); }
 
     void filters_data() {
-        columns<QString, QString, QString>("filter", "typed", "found");
-        QTest::addColumn<QString>("all"); // with "All Accounts" ticked
-        QTest::newRow("banks") << "B"
-                               << ""
-                               << "CITY BANK"
-                               << "*";
+        columns<QString, QString, QString, QString>("filter", "typed", "found",
+                                                    "all"); // "All Accounts" ticked
+        row("banks", "B", "", "CITY BANK", "*");
         row("banks, narrowed", "B", "x", "", "");
         row("suppliers", "S", "paper", "BOOK AND PAPER HOUSE", "BOOK AND PAPER HOUSE");
         row("suppliers that are banks", "S", "city", "", "CITY BANK,ELECTRICITY");
         row("sub-control", "SUB", "s",
-            "CAPITAL ACCOUNTS,CASH AND BANK,FEES,OFFICE EXPENSES,"
-            "STUDENTS,SUPPLIERS",
-            "BOOK AND PAPER HOUSE,CAPITAL OF THE INSTITUTE,CASH IN HAND,"
-            "REGISTRATION FEE,SALARIES,STATIONERY");
+            "CAPITAL ACCOUNTS,CASH AND BANK,FEES,OFFICE EXPENSES,STUDENTS,SUPPLIERS",
+            "BOOK AND PAPER HOUSE,CAPITAL OF THE INSTITUTE,CASH IN HAND,REGISTRATION "
+            "FEE,SALARIES,STATIONERY");
         row("all subsidiaries", "", "fee", "REGISTRATION FEE,TUITION FEE", "REGISTRATION FEE,TUITION FEE");
         row("an unknown filter lists all", "Q", "RENT", "RENT", "RENT");
     }
     void filters() {
-        QFETCH(QString, filter);
-        QFETCH(QString, typed);
-        QFETCH(QString, found);
-        QFETCH(QString, all);
+        auto [filter, typed, found, all] = fetched<QString, QString, QString, QString>();
         QWidget *finder = openFinder(filter);
         typeInto(finder, "txtFindAC", typed);
         if (all == "*")
@@ -94,8 +87,7 @@ private Q_SLOTS:
         row("Up, F2", Qt::Key_Up, Qt::Key_F2);
     }
     void choice() {
-        QFETCH(Qt::Key, way);
-        QFETCH(Qt::Key, key);
+        const auto [way, key] = fetched<Qt::Key, Qt::Key>();
         QWidget *finder = openFinder({});
         typeInto(finder, "txtFindAC", "city");
         press(way);
@@ -110,29 +102,24 @@ private Q_SLOTS:
                  QStringList({"CITY BANK", "0300-1", "042-7", "1 MALL", "LAHORE"}));
     }
 
-    void nothingChosen_data() {
-        QTest::addColumn<QString>("by");
-        row("Exit", "cmdExit");
-        row("Alt+X", "");
-        row("Enter on an empty list", "mshSearch");
-    }
     void nothingChosen() {
-        QFETCH(QString, by);
-        QWidget *finder = openFinder("B");
-        shell::gAddAccount = shell::gFinderOpen = true;
-        typeInto(finder, "txtFindAC", "none such");
-        if (by.isEmpty())
-            press(Qt::Key_X, Qt::AltModifier);
-        else
-            pressOn(finder, by, Qt::Key_Return);
-        settle();
-        QVERIFY(form("MDIForm1"));
-        QCOMPARE(shell::gFoundRowID, 0);
-        QCOMPARE(shell::gFindFilter, "B");
-        const bool open = by == "mshSearch";
-        QCOMPARE(form("frmFindAC") != nullptr, open);
-        QCOMPARE(shell::gAddAccount, open);
-        QCOMPARE(shell::gFinderOpen, open);
+        for (const QString by : {"Enter on an empty list", "Exit", "Alt+X"}) {
+            QWidget *finder = openFinder("B");
+            shell::gAddAccount = shell::gFinderOpen = true;
+            typeInto(finder, "txtFindAC", "none such");
+            const bool open = by.startsWith("Enter");
+            if (by == "Alt+X")
+                press(Qt::Key_X, Qt::AltModifier);
+            else
+                pressOn(finder, open ? "mshSearch" : "cmdExit", Qt::Key_Return);
+            settle();
+            QVERIFY(form("MDIForm1"));
+            QCOMPARE(shell::gFoundRowID, 0);
+            QCOMPARE(shell::gFindFilter, "B");
+            QCOMPARE(form("frmFindAC") != nullptr, open);
+            QCOMPARE(shell::gAddAccount, open);
+            QCOMPARE(shell::gFinderOpen, open);
+        }
     }
 
     /// Add Accounts leads through the lock to the chart of accounts, whose exit only hides it; what was added
@@ -158,11 +145,7 @@ private Q_SLOTS:
         QCOMPARE(list(finder), "WATER");
     }
 
-    void apostrophe() {
-        const Ended ended = play("apostrophe");
-        QCOMPARE(ended.status, 1);
-        QVERIFY2(ended.errorStream.contains("ZEL: error 105:"), qPrintable(ended.errorStream));
-    }
+    void apostrophe() { expectEnd("apostrophe", "Error 105:"); }
 };
 
 namespace {
@@ -175,9 +158,6 @@ void apostropheInSearch() {
 
 } // namespace
 
-int main(int argc, char *argv[]) {
-    TestFindAccount tests;
-    return run(argc, argv, tests, {{"apostrophe", apostropheInSearch}});
-}
+ZEL_TEST_MAIN(TestFindAccount, {{"apostrophe", apostropheInSearch}})
 
 #include "tst_find_account.moc"
