@@ -237,9 +237,7 @@ private Q_SLOTS:
                "txt_telno=042-1; txt_faxno=042-2; txt_email=a@b.pk; txt_website=b.pk; txtLocation=LAHORE; "
                "txt_Gstno.displayText=12-34-5678-901-23; txt_Ntnno.displayText=1234567-8; cmdCreateAc=&Save; "
                "chkBank.checked=true");
-        picture(screen, "frmAccount");
         turnTo(screen, "SSTab", 1);
-        picture(screen, "frmAccount_search");
         turnTo(screen, "SSTab", 0);
         clickNode(screen, "1.1.2");
         expect(screen, "txt_OpenBal=; txt_Gstno.displayText=__-__-____-___-__; chkBank.checked=false");

@@ -53,18 +53,14 @@ private Q_SLOTS:
 
     void find_data() {
         columns<QString, QString, bool>("box", "filter", "widens");
-        for (const auto &[button, box] : {std::pair("cmdCPFindAC", "txtCPAcc"),
-                                          {"cmdCRFindAC", "txtCRAcc"},
-                                          {"cmdBPFindAC", "txtBPAcc"},
-                                          {"cmdBRFindAC", "txtBRAcc"},
-                                          {"cmdJVFindAC", "txtJVAcc"},
-                                          {"cmdSalInvFindAC", "txtSalInvACC"},
-                                          {"cmdFindSTaxAC", "txtSTaxACC"},
-                                          {"cmdShrtFLLAc", "txtShortFLLAC"},
-                                          {"cmdIncTaxAC", "txtIncTaxACRpt"},
-                                          {"cmdSTaxACRpt", "txtSalTaxAcRpt"},
-                                          {"cmdFindGst", "txtGstACC"}})
-            row(button, box, "", true);
+        for (const char *pair :
+             {"cmdCPFindAC txtCPAcc", "cmdCRFindAC txtCRAcc", "cmdBPFindAC txtBPAcc", "cmdBRFindAC txtBRAcc",
+              "cmdJVFindAC txtJVAcc", "cmdSalInvFindAC txtSalInvACC", "cmdFindSTaxAC txtSTaxACC",
+              "cmdShrtFLLAc txtShortFLLAC", "cmdFindGst txtGstACC", "cmdIncTaxAC txtIncTaxACRpt",
+              "cmdSTaxACRpt txtSalTaxAcRpt"}) {
+            const QStringList names = QString(pair).split(' ');
+            row(qPrintable(names[0]), names[1], "", true);
+        }
         row("cmdInsRecFindAC", "txtInsRecACC", "", false);
         row("cmdAppSub", "txtAppSubACC", "SUB", false);
     }
@@ -94,7 +90,6 @@ private Q_SLOTS:
         open();
         expect(screen, "txtCP=7; txtCR=7; txtBP=7; txtBR=7; txtJV=7; txtSalInv=7; txtAppSubACC=BANKS; "
                        "txtInsRecACC=CITY BANK");
-        picture(screen, "frmAcSetting");
         typeInto(screen, "txtCP", "12");
         click(screen, "optJVCr");
         click(screen, "chkSalInvYN");

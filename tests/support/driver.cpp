@@ -238,6 +238,13 @@ QStringList cells(QWidget *form, const QString &grid) {
     return rows;
 }
 
+QStringList columnOf(QWidget *form, const QString &grid, int column) {
+    QStringList texts = cells(form, grid).mid(1);
+    for (QString &text : texts)
+        text = text.section('|', column, column);
+    return texts;
+}
+
 void picture(QWidget *widget, const QString &name) {
     const QString folder = qEnvironmentVariable("ZEL_PICTURES");
     if (!folder.isEmpty() && !widget->grab().save(folder + "/" + name + ".png"))

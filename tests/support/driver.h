@@ -85,6 +85,9 @@ void settle();
 /// The visible and hidden cells of a grid, one text a row with "|" between cells; the first is the heading.
 [[nodiscard]] QStringList cells(QWidget *form, const QString &grid);
 
+/// One column of a grid below the heading.
+[[nodiscard]] QStringList columnOf(QWidget *form, const QString &grid, int column);
+
 /// A picture of a widget into the folder that ZEL_PICTURES names; nothing without it.
 void picture(QWidget *widget, const QString &name);
 
