@@ -32,19 +32,35 @@ struct Line {
     QString bill{};
 };
 
+/// A line that a kind is usually of.
+inline Line lineOf(const QByteArray &kind, const QString &amount = "1") {
+    const QString own = kind[0] == 'C' ? "CASH BOX" : kind == "JV" ? "FEES" : "BANK ONE";
+    return kind[1] == 'R' ? Line{own, "RENT", amount} : Line{"RENT", own, amount};
+}
+
+/// A row of a test for each kind.
+inline void kindRows() {
+    columns<QByteArray>("kind");
+    for (const char *kind : Kinds)
+        row(kind, QByteArray(kind));
+}
+
 class Desk {
 public:
-    /// A fresh catalog with the accounts above and a user logged in.
-    explicit Desk(const Sql &rows = {}) {
+    /// A fresh catalog with the accounts above and what the statements add, a user logged in, and the screen
+    /// of a kind open, if one is told.
+    explicit Desk(const char *kind = nullptr, const Sql &statements = {}) {
         for (int i = 1; i < int(std::size(Accounts)); ++i) {
             office.execute(
                 "insert into Accounts (ParentID, Dcode, AcName, AcStatus, BStatus) values ('1.1', "_sql + i +
                 ", '" + QString(Accounts[i]) + "', 'DD', " + (i <= 2 ? Sql("'B'") : Sql("null")) + ")");
         }
-        if (!rows.text().empty())
-            office.execute(rows);
+        if (!statements.text().empty())
+            office.execute(statements);
         shell::setScreens(vouchers::voucherScreens());
         office.logIn();
+        if (kind)
+            open(kind);
     }
 
     void open(const char *kind) {
@@ -72,6 +88,8 @@ public:
                 int line = __builtin_LINE()) const {
         test::expect(m_form, facts, file, line);
     }
+    void execute(const Sql &statements) { office.execute(statements); }
+    [[nodiscard]] QStringList rows(const Sql &statement) { return office.rows(statement); }
     /// The cells of a grid below the heading, the columns that can be seen.
     [[nodiscard]] QStringList seen(const char *name) const {
         QStringList rows;
