@@ -11,7 +11,7 @@ namespace {
 /// Rows of the two tables as text: what an accountant compares. The number, the kind and the date follow
 /// where they are not those of the first voucher on 5 March 2026, the columns of fees where they are used.
 QStringList posted(Desk &desk, const QString &kind) {
-    QStringList rows = desk.office.rows(
+    QStringList rows = desk.rows(
         "select EntryNo, Ac=(select AcName from Accounts where RowID=AcCode), Contra=(select AcName from "
         "Accounts "
         "where RowID=CrAc), DrAmt, CrAmt, ChecqNo, Naration, FileNo, BillNo, VouNo, VouStatus, VouDate, "
@@ -21,10 +21,9 @@ QStringList posted(Desk &desk, const QString &kind) {
 }
 
 QStringList headers(Desk &desk, const QString &kind) {
-    return desk.office.rows(
-        "select VouNo, VouStatus, VouDate, PaidReceive, TotalAmount, Login, SlipNo, IRStatus, "
-        "ChecqNo from MasJV where VouStatus='"_sql +
-        kind + "'");
+    return desk.rows("select VouNo, VouStatus, VouDate, PaidReceive, TotalAmount, Login, SlipNo, IRStatus, "
+                     "ChecqNo from MasJV where VouStatus='"_sql +
+                     kind + "'");
 }
 
 } // namespace
@@ -82,8 +81,7 @@ private Q_SLOTS:
     void posts() {
         const auto [lines, total, rows] = fetched<std::vector<Line>, QString, QString>();
         const QByteArray kind = QByteArray(QTest::currentDataTag()).left(2);
-        Desk desk;
-        desk.open(kind);
+        Desk desk(kind);
         desk.date(2026, 3, 5);
         desk.replace("txtPaidTo", "Landlord");
         for (const Line &line : lines)
@@ -95,8 +93,7 @@ private Q_SLOTS:
     }
 
     void rowUnderEditIsWrittenInPlace() {
-        Desk desk;
-        desk.open("BP");
+        Desk desk("BP");
         desk.add({"RENT", "BANK ONE", "1234.5", "1", "n", "2", "3"});
         desk.add({"LIGHT", "", "50"});
         desk.grid("MshEntry")->setRow(1);
@@ -115,21 +112,13 @@ private Q_SLOTS:
         compare(desk.seen("MshEntry"), table(light + "RENT | BANK ONE | 7.00 | '' | '' | '' | ''"));
     }
 
-    void changedVoucherKeepsItsNumberAndLosesItsOldLines_data() {
-        columns<Line, Line, int>("first", "second", "rowsAfter");
-        row("BP", Line{"RENT", "BANK ONE", "10"}, Line{"LIGHT", "BANK ONE", "20"}, 4);
-        row("BR", Line{"BANK ONE", "FEES", "10"}, Line{"BANK ONE", "RENT", "20"}, 4);
-        row("CP", Line{"RENT", "CASH BOX", "10"}, Line{"LIGHT", "CASH BOX", "20"}, 3);
-        row("CR", Line{"CASH BOX", "FEES", "10"}, Line{"CASH BOX", "RENT", "20"}, 3);
-        row("JV", Line{"RENT", "FEES", "10"}, Line{"LIGHT", "FEES", "20"}, 4);
-    }
+    void changedVoucherKeepsItsNumberAndLosesItsOldLines_data() { kindRows(); }
 
     void changedVoucherKeepsItsNumberAndLosesItsOldLines() {
-        const auto [first, second, rowsAfter] = fetched<Line, Line, int>();
-        const QString kind = QTest::currentDataTag();
-        Desk desk("update VouSetting set VouNo = '7'");
-        desk.open(QTest::currentDataTag());
-        desk.save(first);
+        QFETCH(QByteArray, kind);
+        const Line second = lineOf(kind, "20");
+        Desk desk(kind, "update VouSetting set VouNo = '7'");
+        desk.save(lineOf(kind, "10"));
         desk.save(second);
         desk.openFromSearch(2);
         desk.expect("txtVoucher=7; cmdDelete.enabled=true");
@@ -140,55 +129,39 @@ private Q_SLOTS:
         const QStringList all = headers(desk, kind);
         QCOMPARE(all.size(), 2);
         QCOMPARE(all[0], QString("7|%1|31/12/2025|Changed|30|sa|NULL|NULL|NULL").arg(kind));
-        compare(desk.office.rows("select count(*), sum(DrAmt), sum(CrAmt) from DetJV where VouNo = 7 and "
-                                 "VouStatus = '"_sql +
-                                 kind + "' and VouDate = '2025-12-31'"),
-                {QString("%1|30|30").arg(rowsAfter)});
-    }
-
-    void manyLines_data() {
-        columns<Line, bool>("line", "cash");
-        row("JV", Line{"RENT", "FEES", ""}, false);
-        row("CP", Line{"RENT", "CASH BOX", ""}, true);
+        compare(desk.rows("select count(*), sum(DrAmt), sum(CrAmt) from DetJV where VouNo = 7 and "
+                          "VouStatus = '"_sql +
+                          QString(kind) + "' and VouDate = '2025-12-31'"),
+                {kind[0] == 'C' ? "3|30|30" : "4|30|30"});
     }
 
     void manyLines() {
-        auto [line, cash] = fetched<Line, bool>();
-        constexpr int Lines = 200;
-        Desk desk;
-        desk.open(QTest::currentDataTag());
+        constexpr int Lines = 120;
+        Desk desk("CP");
         QStringList expected;
         for (int i = 1; i <= Lines; ++i) {
-            line.amount = QString::number(i) + ".05";
-            QVERIFY(desk.add(line).empty());
-            line.debit = cash ? "RENT" : "";
-            line.credit.clear();
-            expected << QString("%1|%2").arg(i).arg(line.amount);
-            if (!cash)
-                expected << QString("%1|0").arg(i);
+            const QString amount = QString::number(i) + ".05";
+            QVERIFY(desk.add({"RENT", i == 1 ? "CASH BOX" : "", amount}).empty());
+            expected << QString("%1|%2").arg(i).arg(amount);
         }
-        if (cash)
-            expected << "201|0";
-        desk.expect("lblTotalAmount=Total Amount : 20,110.00");
+        desk.expect("lblTotalAmount=Total Amount : 7,266.00");
         QVERIFY(desk.push("cmdSave").empty());
-        compare(desk.office.rows("select EntryNo, DrAmt from DetJV"), expected);
-        compare(desk.office.rows("select sum(DrAmt), sum(CrAmt) from DetJV"), {"20110|20110"});
+        compare(desk.rows("select EntryNo, DrAmt from DetJV"), expected + QStringList("121|0"));
+        compare(desk.rows("select sum(DrAmt), sum(CrAmt) from DetJV"), {"7266|7266"});
 
         desk.openFromSearch(1);
         QCOMPARE(desk.seen("MshEntry").size(), Lines);
-        QVERIFY(desk.seen("MshEntry").last().contains("|200.05|"));
-        settle();
-        picture(desk.screen(), QString(desk.screen()->objectName()) + "-200-lines");
+        QVERIFY(desk.seen("MshEntry").last().contains("|120.05|"));
         desk.grid("MshEntry")->setRow(Lines);
         desk.push("acmRemove");
         desk.push("cmdSave");
-        compare(desk.office.rows("select max(EntryNo), count(*), sum(DrAmt), sum(CrAmt) from DetJV"),
-                {cash ? "200|200|19909.95|19909.95" : "199|398|19909.95|19909.95"});
+        compare(desk.rows("select max(EntryNo), count(*), sum(DrAmt), sum(CrAmt) from DetJV"),
+                {"120|120|7145.95|7145.95"});
     }
 
     void numbers() {
-        Desk desk("update VouSetting set VouNo = '40' where VouStatus = 'BP' "
-                  "delete from VouSetting where VouStatus = 'JV'");
+        Desk desk(nullptr, "update VouSetting set VouNo = '40' where VouStatus = 'BP' "
+                           "delete from VouSetting where VouStatus = 'JV'");
         const auto save = [&] {
             desk.save({"RENT", "BANK ONE", "1"});
             return desk.text("txtVoucher");
@@ -208,13 +181,13 @@ private Q_SLOTS:
         QCOMPARE(save(), "42");
         desk.push("cmdCancel");
         remove(1);
-        desk.office.execute("update VouSetting set VouNo = '70'");
+        desk.execute("update VouSetting set VouNo = '70'");
         QCOMPARE(remove(1), "40"); // none left: the start number again, that of the opening
-        desk.office.execute("insert into MasJV (VouNo, VouStatus) values (49, 'BP')");
+        desk.execute("insert into MasJV (VouNo, VouStatus) values (49, 'BP')");
         QCOMPARE(save(), "51"); // the number is taken afresh at the save
-        compare(desk.office.rows("select VouNo, count(*) from DetJV group by VouNo"), {"50|2"});
-        compare(desk.office.rows("select VouNo from MasJV where TotalAmount = 1"), {"50"});
-        desk.office.execute("delete from MasJV");
+        compare(desk.rows("select VouNo, count(*) from DetJV group by VouNo"), {"50|2"});
+        compare(desk.rows("select VouNo from MasJV where TotalAmount = 1"), {"50"});
+        desk.execute("delete from MasJV");
         click(desk.screen(), "cmdExit");
         desk.open("BP");
         desk.expect("txtVoucher=70");
@@ -222,16 +195,15 @@ private Q_SLOTS:
         desk.open("JV"); // without a setting the first is 0
         desk.expect("txtVoucher=0");
         QCOMPARE(save(), "1");
-        compare(desk.office.rows("select VouNo from MasJV"), {"0"});
+        compare(desk.rows("select VouNo from MasJV"), {"0"});
         desk.open("BR");
         desk.expect("txtVoucher=70");
     }
 
     void deletes() {
-        Desk desk("insert into MasJV (VouNo, VouStatus, TotalAmount) values (5, 'BR', 1) "
-                  "insert into DetJV (VouNo, VouStatus, DrAmt) values (5, 'BR', 1) "
-                  "update VouSetting set VouNo = '5'");
-        desk.open("BP");
+        Desk desk("BP", "insert into MasJV (VouNo, VouStatus, TotalAmount) values (5, 'BR', 1) "
+                        "insert into DetJV (VouNo, VouStatus, DrAmt) values (5, 'BR', 1) "
+                        "update VouSetting set VouNo = '5'");
         desk.save({"RENT", "BANK ONE", "1"});
         desk.expect("cmdDelete.enabled=false");
         desk.openFromSearch(1);
@@ -243,51 +215,48 @@ private Q_SLOTS:
         QCOMPARE(asked[0].title, "ZEL");
         QVERIFY(asked[0].buttons == (QMessageBox::Yes | QMessageBox::No));
         desk.expect("cmdDelete.enabled=true");
-        QCOMPARE(desk.office.rows("select VouNo from MasJV where VouStatus = 'BP'").size(), 1);
-        desk.office.execute("insert into MasJV (VouNo, VouStatus) values (99, 'BP')");
+        QCOMPARE(desk.rows("select VouNo from MasJV where VouStatus = 'BP'").size(), 1);
+        desk.execute("insert into MasJV (VouNo, VouStatus) values (99, 'BP')");
         desk.push("cmdDelete", QMessageBox::No);
         QCOMPARE(desk.grid("mshSearch")->TextMatrix(1, 0), "99"); // searched anew all the same
-        desk.office.execute("delete from MasJV where VouNo = 99");
+        desk.execute("delete from MasJV where VouNo = 99");
 
         desk.expect("said=BP 5 saved, 1.00; underWay=correcting BP 5");
         desk.push("cmdDelete", QMessageBox::Yes);
         desk.expect("said=BP 5 deleted; underWay=; cmdDelete.enabled=false; focus=DTPicker");
-        compare(desk.office.rows("select VouNo, VouStatus from MasJV"), {"5|BR"});
-        compare(desk.office.rows("select VouNo, VouStatus from DetJV"), {"5|BR"});
+        compare(desk.rows("select VouNo, VouStatus from MasJV"), {"5|BR"});
+        compare(desk.rows("select VouNo, VouStatus from DetJV"), {"5|BR"});
         compare(desk.seen("mshSearch"), table("''|''|''|''|''"));
 
         // What another clerk has deleted already is deleted all the same.
         desk.save({"RENT", "BANK ONE", "2"});
         desk.openFromSearch(1);
-        desk.office.execute(
-            "delete from MasJV where VouStatus = 'BP' delete from DetJV where VouStatus = 'BP'");
+        desk.execute("delete from MasJV where VouStatus = 'BP' delete from DetJV where VouStatus = 'BP'");
         QCOMPARE(desk.push("cmdDelete", QMessageBox::Yes).size(), 1);
         desk.expect("txtVoucher=5; MshEntry=1");
     }
 
     void emptyGridIsRefused() {
-        Desk desk;
-        desk.open("CR");
+        Desk desk("CR");
         desk.save({"CASH BOX", "FEES", "1"});
         desk.openFromSearch(1);
         desk.push("acmRemove");
         desk.expect("cmdDelete.enabled=true; txtTotAmount=1.00");
         QCOMPARE(desk.push("cmdSave"), QStringList("Please enter less than one entry in detail"));
         desk.expect("cmdDelete.enabled=false");
-        compare(desk.office.rows("select count(*) from DetJV"), {"2"});
+        compare(desk.rows("select count(*) from DetJV"), {"2"});
     }
 
     void amountsAreExact() {
-        Desk desk;
-        desk.open("CP");
+        Desk desk("CP");
         desk.choose("cmdSelectCr", "CASH BOX");
         for (const char *amount : {"0.1", "0.2", "99999999999.99", "1.005", "2.675"})
             desk.add({"RENT", "", amount});
         desk.expect("lblTotalAmount=Total Amount : 100,000,000,003.98");
         desk.push("cmdSave");
-        compare(desk.office.rows("select TotalAmount from MasJV"), {"100000000003.98"});
-        compare(desk.office.rows("select CrAmt from DetJV where CrAc is null"), {"100000000003.98"});
-        compare(desk.office.rows("select DrAmt from DetJV where CrAc is not null"),
+        compare(desk.rows("select TotalAmount from MasJV"), {"100000000003.98"});
+        compare(desk.rows("select CrAmt from DetJV where CrAc is null"), {"100000000003.98"});
+        compare(desk.rows("select DrAmt from DetJV where CrAc is not null"),
                 table("0.1\n0.2\n99999999999.99\n1.01\n2.68"));
     }
 };
