@@ -16,6 +16,15 @@
 /// The shipped reports, prepared as the screen prepares them, and their figures read off the pages.
 namespace zel::test {
 
+/// The program's connection, without a login screen.
+inline void connectProgram(const QString &folder) {
+    shell::gCon.setProperty("User ID", "sa");
+    shell::gCon.setProperty("Data Source", folder);
+    shell::gCon.setProperty("Initial Catalog", "ZEL");
+    shell::gCon.Open();
+    shell::gUserName = "sa";
+}
+
 inline report::DocumentPtr printed(const QString &file, const std::optional<Sql> &selection,
                                    const std::vector<std::pair<QString, Sql>> &subReports = {}) {
     const auto report = report::Application(shell::gCon).OpenReport(ZEL_SOURCE_DIR "/rpt/" + file);
@@ -89,6 +98,7 @@ struct PrintedLedger {
     std::optional<Cents> debits;
     std::optional<Cents> credits;
     std::optional<Cents> closing;
+    friend bool operator==(const PrintedLedger &, const PrintedLedger &) = default;
 };
 
 inline PrintedLedger ledgerOf(const report::Document &document) {
