@@ -8,7 +8,6 @@
 #include "tests/support/rows.h"
 #include "tests/support/test_program.h"
 
-#include <QFile>
 #include <QtTest>
 
 using namespace zel;
@@ -244,22 +243,14 @@ private Q_SLOTS:
             numbers << line.section('|', 0, 0);
         QCOMPARE(numbers.join(' '), found);
 
-        // A definition of the tables that the selections name.
-        QFile file(registry.office.folder() + "/rptAdmissionDetail.rpt");
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(
-            "<report name='r' title='r'><table name='tblMasApp'>AppId number, StuName text, CellNo text, "
-            "RegNo text, FixDate date</table><table name='tblDetApp' join='left' on='{tblDetApp.AppID} = "
-            "{tblMasApp.AppId}'>AppID number, SubID number</table><table name='tblSubject' join='left' "
-            "on='{tblSubject.SubId} = {tblDetApp.SubID}'>SubId number, SubName text, CourseId "
-            "number</table><table name='tblCourse' join='left' on='{tblCourse.CourseId} = "
-            "{tblSubject.CourseId}'>CourseId number, CourseName text</table><sort "
-            "by='{tblMasApp.StuName}'/><detail "
-            "height='5'><field>{tblMasApp.StuName}</field></detail></report>");
-        file.close();
+        registry.office.addReports(ZEL_SOURCE_DIR "/rpt");
         registry.perform("cmdPrintStuRecord");
-        const auto *viewer = control<viewer::CRViewer91>(form("frmVeiwer"), "CRViewer91");
-        QCOMPARE(viewer->plainText().simplified(), printed);
+        const QString pages = control<viewer::CRViewer91>(form("frmVeiwer"), "CRViewer91")->plainText();
+        QStringList names;
+        for (const char *name : {"ANNA", "BEN", "DINNA"})
+            if (pages.contains(QRegularExpression(QString("\\b%1\\b").arg(name))))
+                names << name;
+        QCOMPARE(names.join(' '), printed);
     }
 
     void endsProgram_data() {
