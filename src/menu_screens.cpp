@@ -2,7 +2,10 @@
 
 #include "accounts/frmAcSetting.h"
 #include "accounts/frmAccount.h"
+#include "institute/frmCourse.h"
 #include "institute/frmSession.h"
+#include "institute/frmSubject.h"
+#include "institute/frmZelApplication.h"
 #include "reports/frmRPTAccounts.h"
 #include "shell/frmSecMenus.h"
 #include "vouchers/voucher.h"
@@ -12,9 +15,12 @@ namespace zel {
 shell::Screens menuScreens() {
     using shell::shows;
     shell::Screens screens{
+        {"mnuApp", shows(institute::frmZelApplication::reference)},
         {"mnuChartOfAC", shows(accounts::frmAccount::reference)},
         {"frmAccount", shell::showsMaximized(accounts::frmAccount::reference)},
         {"mnuVocSetting", shows(accounts::frmAcSetting::reference)},
+        {"mnuSubject", shows(institute::frmSubject::reference)},
+        {"mnuCourse", shows(institute::frmCourse::reference)},
         {"mnuSession", shows(institute::frmSession::reference)},
         {"frmSecMenus", shows(shell::frmSecMenus::reference)},
     };

@@ -135,6 +135,43 @@ void BookCatalog::post(const BookVoucher &voucher) {
                      voucher.kind == Kind::FR ? Text("CASH") : Text()});
 }
 
+void BookCatalog::enroll(const SeededInstitute &institute) {
+    const InstitutePlan &plan = institute.plan;
+    run("begin");
+    const auto name = [&](const char *table, const char *columns, int count, const auto &course) {
+        Insert insert(*this, (std::string("insert into ") + table + columns).c_str());
+        for (int id = 1; id <= count; ++id)
+            course(insert, id);
+    };
+    name("tblSession", "(SessionId,SessionName) values(?,?)", plan.sessions,
+         [](Insert &insert, int id) { insert(id, "SESSION " + std::to_string(id)); });
+    name("tblCourse", "(CourseId,CourseName) values(?,?)", plan.courses,
+         [](Insert &insert, int id) { insert(id, "COURSE " + std::to_string(id)); });
+    name(
+        "tblSubject", "(SubId,CourseId,SubName) values(?,?,?)", plan.subjects - 1,
+        [&](Insert &insert, int id) { insert(id, institute.courseOf(id), "SUBJECT " + std::to_string(id)); });
+    Insert application(*this,
+                       "insert into tblMasApp(AppID,CusCode,SessionID,RegNo,StuName,FatherName,FixDate)"
+                       " values(?,?,?,?,?,'SOMEBODY','2025-09-01')");
+    Insert line(*this, "insert into tblDetApp(AppID,SubID,SubAmt,Discount,NetAmount,RecAmount,InActive)"
+                       " values(?,?,?,?,?,?,?)");
+    for (const Applicant &one : institute.applicants) {
+        const std::string id = std::to_string(one.id);
+        application(one.id, one.account, one.session, "R-" + id, "STUDENT " + id);
+        for (const TakenSubject &taken : one.taken)
+            line(one.id, taken.subject, Money{taken.fee}, Money{taken.discount},
+                 taken.charged ? std::optional(Money{taken.net()}) : std::nullopt,
+                 taken.received == 0 ? std::nullopt : std::optional(Money{taken.received}),
+                 taken.inactive ? Text("1") : Text());
+    }
+    run("update Accounts set OpenBal = (select round(sum(NetAmount), 2) from tblMasApp join tblDetApp using "
+        "(AppID)"
+        " where CusCode = RowID) where RowID in (select CusCode from tblMasApp)");
+    for (const BookVoucher &voucher : institute.vouchers)
+        post(voucher);
+    run("commit; analyze;");
+}
+
 void BookCatalog::fill(SeededBooks books) {
     run("begin");
     open(books);

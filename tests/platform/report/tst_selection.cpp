@@ -18,16 +18,19 @@ constexpr const char *Facts = "platform/report/selection.json";
 std::shared_ptr<Definition> definition() {
     return readDefinition(
         "<report name='r'>"
+        "<parameter name='Session'/>"
         "<table name='M'>No number, Kind text, Day date, Name text</table>"
         "<table name='L' join='inner' on='{L.No} = {M.No} and {L.Kind} = {M.Kind}'>No number, Kind text, Amt "
         "number</table>"
         "<table name='A' source='Accounts' join='left' on='{A.Id} = {L.No}'>Id number, Code text</table>"
+        "<table name='Paid' source='L' join='sum' on='{Paid.No} = {M.No} and {Paid.Kind} = {Session}'>No "
+        "number, "
+        "Kind number, Amt number</table>"
         "<table name='Company'>Name text, comActive text</table>"
-        "<parameter name='Session'/>"
         "<formula name='Owed'>{L.Amt} - 10</formula>"
         "<formula name='IsBig'>{L.Amt} > 100</formula>"
         "<group name='G' by='ToNumber({M.Kind})' order='desc'/><sort by='{L.No}'/>"
-        "<detail><field>{M.Name} &amp; {A.Code}</field></detail>"
+        "<detail><field>{M.Name} &amp; {A.Code} &amp; {Paid.Amt}</field></detail>"
         "<pageHeader><field>{Company.Name}</field></pageHeader></report>",
         "r.rpt");
 }
@@ -42,11 +45,14 @@ Made made(const Sql &formula) {
     const Parameters parameters{17};
     const Selection selection = selectionOf(*scope, report::bind(parse(formula), *scope));
     return {rowsSelect(*scope, selection, parameters).text,
-            lookupSelect(*scope, 3, selection, parameters).text};
+            lookupSelect(*scope, 4, selection, parameters).text};
 }
 
 QString whereOf(const Sql &statement) {
-    return QString::fromUtf8(statement.text()).section(" where ", 1).section(" order by ", 0, 0);
+    return QString::fromUtf8(statement.text())
+        .section(" from ", -1)
+        .section(" where ", 1)
+        .section(" order by ", 0, 0);
 }
 
 int refusal(const Sql &formula) {
@@ -99,12 +105,10 @@ private Q_SLOTS:
     void wholeStatement() {
         const Made statements = made("{M.No} = 5"_sql);
         QCOMPARE(QString::fromUtf8(statements.rows.text()),
-                 "select M.Name as M_Name, A.Code as A_Code, M.Kind as M_Kind, L.Amt as L_Amt from M "
-                 "inner join L "
-                 "on "
-                 "(L.No = M.No and L.Kind = M.Kind) left join Accounts A on A.Id = L.No where M.No = "
-                 "5 order by "
-                 "cast(rtrim(M.Kind) as bigint) desc, L.No");
+                 "select M.Name as M_Name, A.Code as A_Code, (select sum(Paid.Amt) from L Paid where (Paid.No "
+                 "= M.No and Paid.Kind = 17)) as Paid_Amt, M.Kind as M_Kind, L.Amt as L_Amt from M inner join "
+                 "L on (L.No = M.No and L.Kind = M.Kind) left join Accounts A on A.Id = L.No where M.No = 5 "
+                 "order by cast(rtrim(M.Kind) as bigint) desc, L.No");
         QCOMPARE(QString::fromUtf8(statements.lookup.text()),
                  "select Company.Name as Company_Name from Company");
     }
