@@ -125,6 +125,8 @@ void frmCarryForward::Form_Load() {
 }
 
 void frmCarryForward::Form_Activate() {
+    if (!std::exchange(m_shownBefore, true))
+        SetFocus(ui->cmdFindApplication);
     if (gFoundAppID < 1) {
         ui->txtSubId->clear();
     } else {

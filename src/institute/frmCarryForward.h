@@ -62,6 +62,7 @@ private:
     std::unique_ptr<Ui::frmCarryForward> ui;
     std::unique_ptr<shell::LineGrid> m_lines;
     std::unique_ptr<shell::Search> m_search;
+    bool m_shownBefore = false;
     bool IsNewForm = true;
     std::int64_t CashAc = 0; ///< the account that takes cash receipts, 0 when none is set up
 };
