@@ -45,6 +45,8 @@ private:
     void ClearAll();
 
     void cmdFindsubject_Click();
+    /// Shows the message, then gives the focus to `next`; false.
+    static bool refuse(const char *message, QWidget *next);
     /// Whether the line may be added; otherwise the message has been shown and the focus set.
     bool lineIsComplete();
     void cmd_ADD_1_Click();
