@@ -2,6 +2,7 @@
 
 #include "accounts/frmAcSetting.h"
 #include "accounts/frmAccount.h"
+#include "institute/frmCarryForward.h"
 #include "institute/frmCourse.h"
 #include "institute/frmSession.h"
 #include "institute/frmSubject.h"
@@ -16,6 +17,7 @@ shell::Screens menuScreens() {
     using shell::shows;
     shell::Screens screens{
         {"mnuApp", shows(institute::frmZelApplication::reference)},
+        {"mnuCarryFor", shows(institute::frmCarryForward::reference)},
         {"mnuChartOfAC", shows(accounts::frmAccount::reference)},
         {"frmAccount", shell::showsMaximized(accounts::frmAccount::reference)},
         {"mnuVocSetting", shows(accounts::frmAcSetting::reference)},

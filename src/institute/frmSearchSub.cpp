@@ -3,7 +3,6 @@
 #include "institute/frmSubject.h"
 #include "platform/base/number_text.h"
 #include "platform/controls/focus.h"
-#include "platform/controls/look.h"
 #include "shell/entry_screen.h"
 #include "shell/module1.h"
 #include "ui_frmSearchSub.h"
@@ -26,8 +25,6 @@ QList<controls::Grid::Column> columns() {
 
 frmSearchSub::frmSearchSub() : Form(Kind::OwnSize), ui(std::make_unique<Ui::frmSearchSub>()) {
     ui->setupUi(this);
-    ui->cmdSubject->setIcon(controls::icon("add"));
-    ui->txtExit->setIcon(controls::icon("exit"));
     // As on the screen that asks; else the key would be the menu's, which leaves them all.
     ui->txtExit->setShortcut(Qt::ALT | Qt::Key_X);
     ui->txtExit->setToolTip("Exit (Alt+X)");
