@@ -180,6 +180,14 @@ private Q_SLOTS:
                          item,
                      30),
             "EAST/pen/ink/pen//WEST/ink/pen");
+        row("kept group takes the total under it along",
+            reportOf(
+                "<group name='Area' by='{S.Area}'><footer height='5'><field>{S.Area}</field></footer></group>"
+                "<group name='Town' by='{S.Town}' keep='yes'><header "
+                "height='5'><field>{S.Town}</field></header></group>" +
+                    item,
+                25),
+            "ABLE/pen/ink//BAKER/pen/EAST/ABLE/ink//CHARLIE/pen/WEST");
         row("group on a page of its own",
             reportOf("<group name='Area' by='{S.Area}' newPage='yes'><header "
                      "height='5'><field>{S.Area}</field></header></group>" +
