@@ -2,6 +2,7 @@
 
 #include "accounts/frmAcSetting.h"
 #include "accounts/frmAccount.h"
+#include "institute/frmInsRec.h"
 #include "institute/frmSession.h"
 #include "reports/frmRPTAccounts.h"
 #include "shell/frmSecMenus.h"
@@ -16,6 +17,7 @@ shell::Screens menuScreens() {
         {"frmAccount", shell::showsMaximized(accounts::frmAccount::reference)},
         {"mnuVocSetting", shows(accounts::frmAcSetting::reference)},
         {"mnuSession", shows(institute::frmSession::reference)},
+        {"mnuRecvVou", shows(institute::frmInsRec::reference)},
         {"frmSecMenus", shows(shell::frmSecMenus::reference)},
     };
     screens.merge(vouchers::voucherScreens());

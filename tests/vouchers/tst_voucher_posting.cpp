@@ -313,7 +313,7 @@ private Q_SLOTS:
         QCOMPARE(desk.grid("mshSearch")->TextMatrix(1, 0), "99"); // searched anew all the same
         desk.office.execute("delete from MasJV where VouNo = 99");
 
-        QCOMPARE(said() + '|' + underWay(), "BP 5 saved, 1.00|correcting BP 5");
+        QCOMPARE(said() + '|' + underWay(), "BP 5 saved, 1.00 (F12 prints it)|correcting BP 5");
         desk.push("cmdDelete", QMessageBox::Yes);
         QCOMPARE(said() + '|' + underWay(), "BP 5 deleted|");
         QVERIFY(!desk.enabled("cmdDelete"));

@@ -96,8 +96,9 @@ public:
         press(Qt::Key_Down);
         press(Qt::Key_Return);
         QTRY_VERIFY(!form("frmFindAC"));
-        QTRY_COMPARE(tag(qstrcmp(button, "cmdSelectDr") == 0 ? "txtDrAc" : "txtCrAc"),
-                     QString::number(accountId(account)));
+        QTRY_COMPARE(
+            tag(qstrcmp(button, "cmdSelectDr") == 0 ? "txtDrAc" : "txtCrAc"),
+            office.rows("select RowID from Accounts where AcName like '%"_sql + account + "%'").at(0));
     }
 
     /// Fills the line's boxes.
