@@ -141,17 +141,16 @@ GO
 create procedure CreatStuWiseDet @session int, @course int, @subject int as
 begin
     delete from rptStudentDetail
-    insert into rptStudentDetail (AppID, CusCode, RegNo, StuName, FatherName, CellNo, SessionID, CourseId, SubID, SubName,
-            SubAmt, Discount, NetAmount, Received, inactive)
-        select m.AppID, m.CusCode, m.RegNo, m.StuName, m.FatherName, m.CellNo, m.SessionID, s.CourseId, d.SubID, s.SubName,
-            d.SubAmt, d.Discount, d.NetAmount,
-            isnull(d.RecAmount, 0) + isnull((select sum(CrAmt) from DetJV
-                where AcCode = m.CusCode and SubID = d.SubID and VouStatus in ('FR', 'CF')), 0),
-            d.InActive
-        from tblMasApp m join tblDetApp d on d.AppID = m.AppID left join tblSubject s on s.SubId = d.SubID
-        where m.SessionID = @session and (@course = 0 or s.CourseId = @course) and (@subject = 0 or d.SubID = @subject)
-    update rptStudentDetail set
-        OutStanding = isnull(NetAmount - Received, 0),
-        SessionName = (select min(SessionName) from tblSession where SessionId = rptStudentDetail.SessionID),
-        CourseName = (select min(CourseName) from tblCourse where CourseId = rptStudentDetail.CourseId)
+    insert into rptStudentDetail (AppID, CusCode, RegNo, StuName, FatherName, CellNo, SessionID, SessionName, CourseId, CourseName,
+            SubID, SubName, SubAmt, Discount, NetAmount, Received, OutStanding, inactive)
+        select p.AppID, p.CusCode, p.RegNo, p.StuName, p.FatherName, p.CellNo, p.SessionID, n.SessionName, p.CourseId, c.CourseName,
+            p.SubID, p.SubName, p.SubAmt, p.Discount, p.NetAmount, p.Received, isnull(p.NetAmount - p.Received, 0), p.InActive
+        from (select m.AppID, m.CusCode, m.RegNo, m.StuName, m.FatherName, m.CellNo, m.SessionID, s.CourseId, d.SubID, s.SubName,
+                d.SubAmt, d.Discount, d.NetAmount, d.InActive,
+                isnull(d.RecAmount, 0) + isnull((select sum(CrAmt) from DetJV
+                    where AcCode = m.CusCode and SubID = d.SubID and VouStatus in ('FR', 'CF')), 0) as Received
+            from tblMasApp m join tblDetApp d on d.AppID = m.AppID left join tblSubject s on s.SubId = d.SubID
+            where m.SessionID = @session and (@course = 0 or s.CourseId = @course) and (@subject = 0 or d.SubID = @subject)) p
+        left join (select SessionId, min(SessionName) as SessionName from tblSession group by SessionId) n on n.SessionId = p.SessionID
+        left join (select CourseId, min(CourseName) as CourseName from tblCourse group by CourseId) c on c.CourseId = p.CourseId
 end

@@ -4,6 +4,7 @@
 #include "accounts/frmAccount.h"
 #include "institute/frmCarryForward.h"
 #include "institute/frmCourse.h"
+#include "institute/frmInsRec.h"
 #include "institute/frmSession.h"
 #include "institute/frmSubject.h"
 #include "institute/frmZelApplication.h"
@@ -24,6 +25,7 @@ shell::Screens menuScreens() {
         {"mnuSubject", shows(institute::frmSubject::reference)},
         {"mnuCourse", shows(institute::frmCourse::reference)},
         {"mnuSession", shows(institute::frmSession::reference)},
+        {"mnuRecvVou", shows(institute::frmInsRec::reference)},
         {"frmSecMenus", shows(shell::frmSecMenus::reference)},
     };
     screens.merge(vouchers::voucherScreens());

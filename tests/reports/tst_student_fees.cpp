@@ -1,3 +1,4 @@
+#include "institute/subject_balance.h"
 #include "tests/reports/books_desk.h"
 #include "tests/support/rows.h"
 #include "tests/support/test_program.h"
@@ -90,19 +91,6 @@ Fees studentWise(const Chosen &chosen, bool inactive) {
                   Detail, chosen.subject);
 }
 
-Sql fillAmount(const Applicant &one, int subject) {
-    const Sql both = " And AcCode = "_sql + one.account + " And SubID = " + subject;
-    return "select isnull((NetAmount - (isnull(RecAmount,0) + ISNULL((select isnull(sum(CrAmt),0) As "
-           "Recevied "
-           "From DetJv Where Voustatus = 'FR' "_sql +
-           both + " or Voustatus = 'CF' " + both +
-           "),0))),0) As RemainingAmt, isnull(RecAmount,0) + isnull((select isnull(sum(CrAmt),0) From DetJv "
-           "Where "
-           "Voustatus = 'FR' " +
-           both + " or Voustatus = 'CF'" + both + "),0) As Received FROM tblDetApp Where AppID = " + one.id +
-           " And SubID = " + subject;
-}
-
 Cents cents(const QString &text) {
     return qRound64(text.toDouble() * 100);
 }
@@ -168,7 +156,8 @@ private Q_SLOTS:
         for (const Applicant &one : institute.applicants) {
             for (const TakenSubject &taken : one.taken) {
                 ofAccount[one.account] += taken.owed();
-                const QStringList shown = office.office.rows(fillAmount(one, taken.subject));
+                const QStringList shown = office.office.rows(institute::subjectBalance(
+                    QString::number(one.account), QString::number(taken.subject), one.id));
                 QCOMPARE(shown.size(), 1);
                 QCOMPARE(cents(shown[0].section('|', 0, 0)), taken.owed());
                 QCOMPARE(cents(shown[0].section('|', 1)), taken.allReceived());

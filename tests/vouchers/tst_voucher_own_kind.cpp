@@ -104,7 +104,7 @@ private Q_SLOTS:
         desk.push("cmdSave");
         compare(desk.rows("select VouNo, SlipNo, IRStatus, TotalAmount from MasJV where VouNo < 40"),
                 {"1|S-9|BANK|5", "2|NULL|CASH|6"});
-        desk.expect("said=FR 2 saved, 6.00");
+        desk.expect("said=FR 2 saved, 6.00 (F12 prints it)");
 
         control(desk.screen(), "cboSearch")->setFocus();
         press(Qt::Key_Down);

@@ -221,7 +221,7 @@ private Q_SLOTS:
         QCOMPARE(desk.grid("mshSearch")->TextMatrix(1, 0), "99"); // searched anew all the same
         desk.execute("delete from MasJV where VouNo = 99");
 
-        desk.expect("said=BP 5 saved, 1.00; underWay=correcting BP 5");
+        desk.expect("said=BP 5 saved, 1.00 (F12 prints it); underWay=correcting BP 5");
         desk.push("cmdDelete", QMessageBox::Yes);
         desk.expect("said=BP 5 deleted; underWay=; cmdDelete.enabled=false; focus=DTPicker");
         compare(desk.rows("select VouNo, VouStatus from MasJV"), {"5|BR"});
