@@ -1,8 +1,9 @@
+// The screen and its lines; what a save and a deletion write stands in frmCarryForward_save.cpp.
+
 #include "institute/frmCarryForward.h"
 
 #include "institute/frmFindApp.h"
 #include "institute/frmSearchSub.h"
-#include "platform/base/number_text.h"
 #include "platform/controls/focus.h"
 #include "platform/controls/msg_box.h"
 #include "shell/entry_screen.h"
@@ -24,8 +25,6 @@ using controls::TextBox;
 using controls::vbInformation;
 
 namespace {
-
-enum Column { SubjectID, Course, Subject, Narration, Session, ForwardAmount, SessionID };
 
 constexpr LineColumn Columns[] = {
     {"Sub ID", 0, {"txtSubId"}},
@@ -71,12 +70,6 @@ SearchTable forms() {
         .columns = {{"Form ID", 1500}, {"Form Date", 2000}, {"Student ID", 1500}, {"Student Name", 4000}},
         .criterionSearches = true,
     };
-}
-
-bool refuse(const char *message, QWidget *next) {
-    MsgBox(message, vbInformation);
-    SetFocus(next);
-    return false;
 }
 
 } // namespace
@@ -125,6 +118,8 @@ void frmCarryForward::Form_Load() {
 }
 
 void frmCarryForward::Form_Activate() {
+    if (!std::exchange(m_shownBefore, true))
+        SetFocus(ui->cmdFindApplication);
     if (gFoundAppID < 1) {
         ui->txtSubId->clear();
     } else {
@@ -216,6 +211,12 @@ void frmCarryForward::cmdFindsubject_Click() {
         frmSearchSub::reference->Show();
 }
 
+bool frmCarryForward::refuse(const char *message, QWidget *next) {
+    MsgBox(message, vbInformation);
+    SetFocus(next);
+    return false;
+}
+
 bool frmCarryForward::lineIsComplete() {
     if (ui->txtSubId->text().isEmpty())
         return refuse("Please select Subject Name ", ui->txtSubName);
@@ -234,98 +235,6 @@ void frmCarryForward::cmd_ADD_1_Click() {
         SetFocus(ui->cmdFindsubject);
     else
         controls::focusNext(ui->cmd_ADD_1);
-}
-
-void frmCarryForward::cmdSave_Click() {
-    if (ui->txtStudent->text().isEmpty()) {
-        refuse("please select Student", ui->cmdFindApplication);
-        return;
-    }
-    if (m_lines->isEmpty()) {
-        refuse("please enter at least one subject in detail", ui->cmdFindsubject);
-        return;
-    }
-    writeHeader();
-    writeLines();
-    CreateCFJV();
-    FillGrid();
-    IsNewForm = false;
-    say(shownName() + " saved");
-    setUnderWay(*this, "correcting " + shownName().toLower());
-}
-
-void frmCarryForward::writeHeader() {
-    if (IsNewForm) {
-        NewNo();
-        OpenRs("select * from tblMasCarryForw Where 0=1");
-        gRs.AddNew();
-    } else {
-        OpenRs("select * from tblMasCarryForw Where FormID = "_sql + ui->txtFormID->text());
-        gRs.MoveFirst();
-    }
-    gRs.Fields("FormID") = ui->txtFormID->text();
-    gRs.Fields("FormDate") = ui->dtpForm->Value();
-    gRs.Fields("AppID") = ui->txtStudent->text();
-    gRs.Update();
-}
-
-void frmCarryForward::writeLines() {
-    gCon.Execute("Delete From tblDetCarryForw Where FormID = "_sql + ui->txtFormID->text());
-    OpenRs("select * from tblDetCarryForw where 0=1");
-    for (int row = 1; row < m_lines->grid().Rows(); ++row) {
-        const auto cell = [&](Column column) { return m_lines->grid().TextMatrix(row, column); };
-        if (cell(SubjectID).isEmpty())
-            continue;
-        const Decimal amount = leadingNumber(cell(ForwardAmount));
-        gRs.AddNew();
-        gRs.Fields("FormID") = ui->txtFormID->text();
-        gRs.Fields("FormDate") = ui->dtpForm->Value();
-        gRs.Fields("AppID") = ui->txtStudent->text();
-        gRs.Fields("SubjectID") = cell(SubjectID);
-        gRs.Fields("SessionID") = cell(SessionID);
-        gRs.Fields("PreSessionID") = ui->cboMasSession->BoundText();
-        gRs.Fields("ForAmt") = amount == Decimal() ? Value(Null()) : Value(amount);
-        gRs.Fields("Naration") = cell(Narration).isEmpty() ? Value(Null()) : Value(cell(Narration));
-        gRs.Update();
-    }
-}
-
-void frmCarryForward::CreateCFJV() {
-    gCon.Execute("Delete From DetJV Where VouNo = "_sql + ui->txtFormID->text() + " And VouStatus = 'CF'");
-    OpenRs("Select * from DetJv Where 0=1");
-    for (int row = 1; row < m_lines->grid().Rows(); ++row) {
-        const auto cell = [&](Column column) { return m_lines->grid().TextMatrix(row, column); };
-        const Decimal amount = leadingNumber(cell(ForwardAmount));
-        if (amount <= Decimal())
-            continue;
-        gRs.AddNew();
-        gRs.Fields("VouNo") = ui->txtFormID->text();
-        gRs.Fields("VouStatus") = "CF";
-        gRs.Fields("VouDate") = ui->dtpForm->Value();
-        gRs.Fields("SubID") = cell(SubjectID);
-        gRs.Fields("SessionID") = cell(SessionID);
-        gRs.Fields("AcCode") = ui->txtStuNm->Tag();
-        gRs.Fields("CrAc") = CashAc;
-        gRs.Fields("EntryNo") = row;
-        gRs.Fields("DRAmt") = 0;
-        gRs.Fields("CRAmt") = amount;
-        // Its number alone, 0 for a text that begins with none.
-        gRs.Fields("Naration") = leadingDouble(cell(Narration));
-        gRs.Update();
-    }
-}
-
-void frmCarryForward::cmdDelete_Click() {
-    if (ui->txtStudent->text().isEmpty() ||
-        MsgBox("are you sure delete", controls::vbYesNo + vbInformation) != controls::vbYes)
-        return;
-    const QString number = ui->txtFormID->text();
-    gCon.Execute("Delete From DetJV Where VouNo = "_sql + number + " And VouStatus = 'CF'");
-    gCon.Execute("Delete From tblDetCarryForw Where FormID = "_sql + number);
-    gCon.Execute("Delete From tblMasCarryForw Where FormID = "_sql + number);
-    say(shownName() + " deleted");
-    ClearAll();
-    FillGrid();
 }
 
 void frmCarryForward::cmdExit_Click() {

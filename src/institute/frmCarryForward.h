@@ -45,6 +45,8 @@ private:
     void ClearAll();
 
     void cmdFindsubject_Click();
+    /// Shows the message, then gives the focus to `next`; false.
+    static bool refuse(const char *message, QWidget *next);
     /// Whether the line may be added; otherwise the message has been shown and the focus set.
     bool lineIsComplete();
     void cmd_ADD_1_Click();
@@ -62,6 +64,7 @@ private:
     std::unique_ptr<Ui::frmCarryForward> ui;
     std::unique_ptr<shell::LineGrid> m_lines;
     std::unique_ptr<shell::Search> m_search;
+    bool m_shownBefore = false;
     bool IsNewForm = true;
     std::int64_t CashAc = 0; ///< the account that takes cash receipts, 0 when none is set up
 };

@@ -58,7 +58,7 @@ constexpr LineTable Lines{.grid = "MshSubject",
 
 /// What the list of students is printed for, by criterion: a text of the search, or its date.
 struct Printed {
-    const char *criterion;
+    const char *criterion = nullptr;
     Literal before;
     Literal behind;
     Searched searched = Searched::Text;

@@ -50,7 +50,7 @@ extern double gSubAmount;
 extern QString gCourseName;
 /// AppID chosen in the application finder; 0 for none.
 extern int gFoundAppID;
-/// Compared with "A" by the application form; nothing assigns it.
+/// Nothing assigns it and nothing depends on it.
 extern QString gAppMode;
 
 /// Closes the recordset if it is open, then opens the statement on gCon, keyset and optimistic. Whoever calls
