@@ -14,7 +14,7 @@ namespace zel::demo {
 namespace {
 
 struct Cell {
-    const char *column;
+    const char *column = nullptr;
     Value value;
 };
 
