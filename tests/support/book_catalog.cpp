@@ -41,7 +41,7 @@ public:
     Insert(const Insert &) = delete;
     Insert &operator=(const Insert &) = delete;
 
-    void operator()(std::initializer_list<Text> values) {
+    void operator()(const std::vector<Text> &values) {
         int at = 0;
         for (const Text &value : values)
             sqlite3_bind_text(m_statement, ++at, value ? value->c_str() : nullptr, -1, SQLITE_TRANSIENT);
@@ -138,18 +138,22 @@ void BookCatalog::post(const BookVoucher &voucher) {
 void BookCatalog::enroll(const SeededInstitute &institute) {
     const InstitutePlan &plan = institute.plan;
     run("begin");
-    const auto name = [&](const char *table, const char *columns, int count, const auto &course) {
+    const auto name = [&](const char *table, const char *columns, int count, const auto &row) {
         Insert insert(*this, (std::string("insert into ") + table + columns).c_str());
         for (int id = 1; id <= count; ++id)
-            course(insert, id);
+            insert(row(std::to_string(id)));
     };
-    name("tblSession", "(SessionId,SessionName) values(?,?)", plan.sessions,
-         [](Insert &insert, int id) { insert(id, "SESSION " + std::to_string(id)); });
-    name("tblCourse", "(CourseId,CourseName) values(?,?)", plan.courses,
-         [](Insert &insert, int id) { insert(id, "COURSE " + std::to_string(id)); });
-    name(
-        "tblSubject", "(SubId,CourseId,SubName) values(?,?,?)", plan.subjects - 1,
-        [&](Insert &insert, int id) { insert(id, institute.courseOf(id), "SUBJECT " + std::to_string(id)); });
+    using Texts = std::vector<Text>;
+    name("tblSession", "(SessionId,SessionName) values(?,?)", plan.sessions, [](const std::string &id) {
+        return Texts{id, "SESSION " + id};
+    });
+    name("tblCourse", "(CourseId,CourseName) values(?,?)", plan.courses, [](const std::string &id) {
+        return Texts{id, "COURSE " + id};
+    });
+    name("tblSubject", "(SubId,CourseId,SubName) values(?,?,?)", plan.subjects - 1,
+         [&](const std::string &id) {
+             return Texts{id, std::to_string(institute.courseOf(std::stoi(id))), "SUBJECT " + id};
+         });
     Insert application(*this,
                        "insert into tblMasApp(AppID,CusCode,SessionID,RegNo,StuName,FatherName,FixDate)"
                        " values(?,?,?,?,?,'SOMEBODY','2025-09-01')");
@@ -157,12 +161,13 @@ void BookCatalog::enroll(const SeededInstitute &institute) {
                        " values(?,?,?,?,?,?,?)");
     for (const Applicant &one : institute.applicants) {
         const std::string id = std::to_string(one.id);
-        application(one.id, one.account, one.session, "R-" + id, "STUDENT " + id);
+        application(
+            {id, std::to_string(one.account), std::to_string(one.session), "R-" + id, "STUDENT " + id});
         for (const TakenSubject &taken : one.taken)
-            line(one.id, taken.subject, Money{taken.fee}, Money{taken.discount},
-                 taken.charged ? std::optional(Money{taken.net()}) : std::nullopt,
-                 taken.received == 0 ? std::nullopt : std::optional(Money{taken.received}),
-                 taken.inactive ? Text("1") : Text());
+            line({id, std::to_string(taken.subject), money(taken.fee), money(taken.discount),
+                  taken.charged ? Text(money(taken.net())) : Text(),
+                  taken.received == 0 ? Text() : Text(money(taken.received)),
+                  taken.inactive ? Text("1") : Text()});
     }
     run("update Accounts set OpenBal = (select round(sum(NetAmount), 2) from tblMasApp join tblDetApp using "
         "(AppID)"
