@@ -397,26 +397,6 @@ private Q_SLOTS:
         QCOMPARE(focused(), "DTPicker1");
     }
 
-    void studentReportsComeLater_data() {
-        columns<QString, QString>("button", "said");
-        const QString later = " is not part of this version yet.";
-        zel::test::row("mnuFee", "cmdFeeDetail", "SESSION WISE OUTSTANDING" + later);
-        zel::test::row("mnuStuFeeDet", "cmdStuFeeDet", "ACTIVE STUDENT WISE DETAIL" + later);
-        zel::test::row("mnuInctiveStuWiseRPT", "cmdInActiveStuFeeDet",
-                       "INACTIVE STUDENT WISE DETAIL" + later);
-    }
-
-    void studentReportsComeLater() {
-        QFETCH(QString, button);
-        QFETCH(QString, said);
-        ReportDesk desk;
-        QWidget *screen = desk.open(QTest::currentDataTag());
-        QCOMPARE(textsOf([&] { click(screen, button); }), QStringList());
-        QCOMPARE(form("MDIForm1")->findChild<QStatusBar *>()->currentMessage(), said);
-        QVERIFY(!form("frmVeiwer"));
-        QCOMPARE(activeForm(), "frmRPTAccounts");
-    }
-
     void endsProgram_data() {
         QTest::addColumn<QString>("box");
         zel::test::row("bank book after cash book", "Error 5:\n\nInvalid procedure call or argument");
