@@ -26,5 +26,7 @@ create index ixSubjectCourse on tblSubject (CourseId)
 GO
 create index ixDetCarryForm on tblDetCarryForw (FormID)
 GO
+create index ixDetCarryApplication on tblDetCarryForw (AppID)
+GO
 create index ixSubjectKey on tblSubject (SubId)
 GO

@@ -17,19 +17,19 @@ begin
             0, 0, 0, p.Dr, p.Cr, case when p.Dr > p.Cr then p.Dr - p.Cr else 0 end,
             case when p.Cr > p.Dr then p.Cr - p.Dr else 0 end
         from (
-            select m.AcCode, m.Dr, m.Cr, a.AcStatus, rtrim(a.AcNodes) as AcNodes, isnull(a.Dcode, 0) as AcOrder,
-                case when a.RowID is null then 'Account no. ' + isnull(rtrim(m.AcCode), '') + ' (deleted)'
-                    else a.AcName end as AcName,
-                rtrim(case when a.AcStatus = 'HD' then a.AcNodes else a.ParentID end) as SubNodes,
+            select n.AcCode, n.Dr, n.Cr, n.AcStatus, n.AcNodes, n.AcOrder, n.AcName, rtrim(n.SubNodes) as SubNodes,
                 s.AcName as SubName, isnull(s.Dcode, 0) as SubOrder,
-                isnull(rtrim(s.ParentID), left(a.ParentID, charindex('.', a.ParentID + '.') - 1)) as HeadNodes
-            from (
-                select AcCode, isnull(sum(DrAmt), 0) as Dr, isnull(sum(CrAmt), 0) as Cr
-                from DetJV where VouDate >= @from and VouDate <= @end group by AcCode
-            ) m left join Accounts a on a.RowID = m.AcCode
-                left join Accounts s on s.RowID = (select min(RowID) from Accounts where AcStatus = 'HD'
-                    and AcNodes = case when a.AcStatus = 'HD' then a.AcNodes else a.ParentID end)
-            where m.Dr <> 0 or m.Cr <> 0
+                isnull(rtrim(s.ParentID), left(n.ParentID, charindex('.', n.ParentID + '.') - 1)) as HeadNodes
+            from (select m.AcCode, m.Dr, m.Cr, a.AcStatus, rtrim(a.AcNodes) as AcNodes, isnull(a.Dcode, 0) as AcOrder, a.ParentID,
+                    case when a.RowID is null then 'Account no. ' + isnull(rtrim(m.AcCode), '') + ' (deleted)'
+                        else a.AcName end as AcName,
+                    case when a.AcStatus = 'HD' then a.AcNodes else a.ParentID end as SubNodes
+                from (
+                    select AcCode, isnull(sum(DrAmt), 0) as Dr, isnull(sum(CrAmt), 0) as Cr
+                    from DetJV where VouDate >= @from and VouDate <= @end group by AcCode
+                ) m left join Accounts a on a.RowID = m.AcCode
+                where m.Dr <> 0 or m.Cr <> 0
+            ) n left join Accounts s on s.RowID = (select min(RowID) from Accounts where AcStatus = 'HD' and AcNodes = n.SubNodes)
         ) p
 end
 GO
@@ -48,27 +48,27 @@ begin
             case when p.Opening < 0 then 0 - p.Opening else 0 end, p.Dr, p.Cr,
             case when p.Closing > 0 then p.Closing else 0 end, case when p.Closing < 0 then 0 - p.Closing else 0 end
         from (
-            select m.AcCode, m.Opening, m.Dr, m.Cr, m.Closing, a.AcStatus, rtrim(a.AcNodes) as AcNodes, isnull(a.Dcode, 0) as AcOrder,
-                case when a.RowID is null then 'Account no. ' + isnull(rtrim(m.AcCode), '') + ' (deleted)'
-                    else a.AcName end as AcName,
-                rtrim(case when a.AcStatus = 'HD' then a.AcNodes else a.ParentID end) as SubNodes,
+            select n.AcCode, n.Opening, n.Dr, n.Cr, n.Closing, n.AcStatus, n.AcNodes, n.AcOrder, n.AcName, rtrim(n.SubNodes) as SubNodes,
                 s.AcName as SubName, isnull(s.Dcode, 0) as SubOrder,
-                isnull(rtrim(s.ParentID), left(a.ParentID, charindex('.', a.ParentID + '.') - 1)) as HeadNodes
-            from (
-                select u.AcCode, sum(case when g.Sign > 0 then u.OpenDr else 0 - u.OpenCr end) as Opening,
-                    sum(case when g.Sign > 0 then u.Dr end) as Dr, sum(case when g.Sign > 0 then u.Cr end) as Cr,
-                    sum(case when g.Sign > 0 then u.OpenDr + u.Dr else 0 - u.OpenCr - u.Cr end) as Closing
+                isnull(rtrim(s.ParentID), left(n.ParentID, charindex('.', n.ParentID + '.') - 1)) as HeadNodes
+            from (select m.AcCode, m.Opening, m.Dr, m.Cr, m.Closing, a.AcStatus, rtrim(a.AcNodes) as AcNodes, isnull(a.Dcode, 0) as AcOrder, a.ParentID,
+                    case when a.RowID is null then 'Account no. ' + isnull(rtrim(m.AcCode), '') + ' (deleted)'
+                        else a.AcName end as AcName,
+                    case when a.AcStatus = 'HD' then a.AcNodes else a.ParentID end as SubNodes
                 from (
-                    select AcCode, isnull(sum(DrAmt), 0) as OpenDr, isnull(sum(CrAmt), 0) as OpenCr, 0 as Dr, 0 as Cr
-                    from DetJV where VouDate < @from group by AcCode
-                    union all select AcCode, 0, 0, isnull(sum(DrAmt), 0), isnull(sum(CrAmt), 0)
-                    from DetJV where VouDate >= @from and VouDate <= @end group by AcCode
-                    union all select RowID, OpenBal, 0, 0, 0 from Accounts where OpenBal <> 0
-                ) u cross join (select 1 as Sign union all select 0 - 1) g group by u.AcCode
-            ) m left join Accounts a on a.RowID = m.AcCode
-                left join Accounts s on s.RowID = (select min(RowID) from Accounts where AcStatus = 'HD'
-                    and AcNodes = case when a.AcStatus = 'HD' then a.AcNodes else a.ParentID end)
-            where m.Opening <> 0 or m.Dr <> 0 or m.Cr <> 0
+                    select u.AcCode, sum(case when g.Sign > 0 then u.OpenDr else 0 - u.OpenCr end) as Opening,
+                        sum(case when g.Sign > 0 then u.Dr end) as Dr, sum(case when g.Sign > 0 then u.Cr end) as Cr,
+                        sum(case when g.Sign > 0 then u.OpenDr + u.Dr else 0 - u.OpenCr - u.Cr end) as Closing
+                    from (
+                        select AcCode, isnull(sum(DrAmt), 0) as OpenDr, isnull(sum(CrAmt), 0) as OpenCr, 0 as Dr, 0 as Cr
+                        from DetJV where VouDate < @from group by AcCode
+                        union all select AcCode, 0, 0, isnull(sum(DrAmt), 0), isnull(sum(CrAmt), 0)
+                        from DetJV where VouDate >= @from and VouDate <= @end group by AcCode
+                        union all select RowID, OpenBal, 0, 0, 0 from Accounts where OpenBal <> 0
+                    ) u cross join (select 1 as Sign union all select 0 - 1) g group by u.AcCode
+                ) m left join Accounts a on a.RowID = m.AcCode
+                where m.Opening <> 0 or m.Dr <> 0 or m.Cr <> 0
+            ) n left join Accounts s on s.RowID = (select min(RowID) from Accounts where AcStatus = 'HD' and AcNodes = n.SubNodes)
         ) p
 end
 GO
@@ -141,17 +141,16 @@ GO
 create procedure CreatStuWiseDet @session int, @course int, @subject int as
 begin
     delete from rptStudentDetail
-    insert into rptStudentDetail (AppID, CusCode, RegNo, StuName, FatherName, CellNo, SessionID, CourseId, SubID, SubName,
-            SubAmt, Discount, NetAmount, Received, inactive)
-        select m.AppID, m.CusCode, m.RegNo, m.StuName, m.FatherName, m.CellNo, m.SessionID, s.CourseId, d.SubID, s.SubName,
-            d.SubAmt, d.Discount, d.NetAmount,
-            isnull(d.RecAmount, 0) + isnull((select sum(CrAmt) from DetJV
-                where AcCode = m.CusCode and SubID = d.SubID and VouStatus in ('FR', 'CF')), 0),
-            d.InActive
-        from tblMasApp m join tblDetApp d on d.AppID = m.AppID left join tblSubject s on s.SubId = d.SubID
-        where m.SessionID = @session and (@course = 0 or s.CourseId = @course) and (@subject = 0 or d.SubID = @subject)
-    update rptStudentDetail set
-        OutStanding = isnull(NetAmount - Received, 0),
-        SessionName = (select min(SessionName) from tblSession where SessionId = rptStudentDetail.SessionID),
-        CourseName = (select min(CourseName) from tblCourse where CourseId = rptStudentDetail.CourseId)
+    insert into rptStudentDetail (AppID, CusCode, RegNo, StuName, FatherName, CellNo, SessionID, SessionName, CourseId, CourseName,
+            SubID, SubName, SubAmt, Discount, NetAmount, Received, OutStanding, inactive)
+        select p.AppID, p.CusCode, p.RegNo, p.StuName, p.FatherName, p.CellNo, p.SessionID, n.SessionName, p.CourseId, c.CourseName,
+            p.SubID, p.SubName, p.SubAmt, p.Discount, p.NetAmount, p.Received, isnull(p.NetAmount - p.Received, 0), p.InActive
+        from (select m.AppID, m.CusCode, m.RegNo, m.StuName, m.FatherName, m.CellNo, m.SessionID, s.CourseId, d.SubID, s.SubName,
+                d.SubAmt, d.Discount, d.NetAmount, d.InActive,
+                isnull(d.RecAmount, 0) + isnull((select sum(CrAmt) from DetJV
+                    where AcCode = m.CusCode and SubID = d.SubID and VouStatus in ('FR', 'CF')), 0) as Received
+            from tblMasApp m join tblDetApp d on d.AppID = m.AppID left join tblSubject s on s.SubId = d.SubID
+            where m.SessionID = @session and (@course = 0 or s.CourseId = @course) and (@subject = 0 or d.SubID = @subject)) p
+        left join (select SessionId, min(SessionName) as SessionName from tblSession group by SessionId) n on n.SessionId = p.SessionID
+        left join (select CourseId, min(CourseName) as CourseName from tblCourse group by CourseId) c on c.CourseId = p.CourseId
 end

@@ -2,7 +2,12 @@
 
 #include "accounts/frmAcSetting.h"
 #include "accounts/frmAccount.h"
+#include "institute/frmCarryForward.h"
+#include "institute/frmCourse.h"
+#include "institute/frmInsRec.h"
 #include "institute/frmSession.h"
+#include "institute/frmSubject.h"
+#include "institute/frmZelApplication.h"
 #include "reports/frmRPTAccounts.h"
 #include "shell/frmSecMenus.h"
 #include "vouchers/voucher.h"
@@ -12,10 +17,15 @@ namespace zel {
 shell::Screens menuScreens() {
     using shell::shows;
     shell::Screens screens{
+        {"mnuApp", shows(institute::frmZelApplication::reference)},
+        {"mnuCarryFor", shows(institute::frmCarryForward::reference)},
         {"mnuChartOfAC", shows(accounts::frmAccount::reference)},
         {"frmAccount", shell::showsMaximized(accounts::frmAccount::reference)},
         {"mnuVocSetting", shows(accounts::frmAcSetting::reference)},
+        {"mnuSubject", shows(institute::frmSubject::reference)},
+        {"mnuCourse", shows(institute::frmCourse::reference)},
         {"mnuSession", shows(institute::frmSession::reference)},
+        {"mnuRecvVou", shows(institute::frmInsRec::reference)},
         {"frmSecMenus", shows(shell::frmSecMenus::reference)},
     };
     screens.merge(vouchers::voucherScreens());

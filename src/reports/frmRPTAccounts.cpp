@@ -6,10 +6,9 @@
 #include "platform/controls/focus.h"
 #include "platform/controls/look.h"
 #include "reports/report_items.h"
+#include "shell/entry_screen.h"
 #include "shell/menu_table.h"
 #include "shell/module1.h"
-
-#include <QShortcut>
 
 #include <algorithm>
 
@@ -22,14 +21,6 @@ using controls::DataCombo;
 using controls::pixels;
 
 namespace {
-
-void bind(DataCombo &combo, const Sql &source, const char *listField, const char *boundColumn) {
-    ado::Recordset own;
-    own.Open(source, gCon, ado::adOpenKeyset, ado::adLockReadOnly, ado::adCmdText);
-    combo.setRowSource(own.rows());
-    combo.setListField(listField);
-    combo.setBoundColumn(boundColumn);
-}
 
 void see(Seen seen, std::initializer_list<QWidget *> group) {
     if (seen == Seen::Stays)
@@ -55,13 +46,6 @@ Period allEntries(QDate today) {
     return {gRs.Fields("FirstDate").value().date(), std::max(today, gRs.Fields("LastDate").value().date())};
 }
 
-/// The tooltip: what the control is for, and its key.
-void tell(QWidget &control, const QKeySequence &key) {
-    const auto *button = qobject_cast<Button *>(&control);
-    const QString name = button ? button->text().remove('&') : control.accessibleName();
-    control.setToolTip(name + " (" + key.toString() + ")");
-}
-
 } // namespace
 
 frmRPTAccounts::frmRPTAccounts() : ui(std::make_unique<Ui::frmRPTAccounts>()) {
@@ -84,34 +68,18 @@ void frmRPTAccounts::connectKeys() {
         {ui->cboSession, Qt::ALT | Qt::Key_N}, {ui->DtaCourse, Qt::ALT | Qt::Key_C},
         {ui->DtaSubject, Qt::ALT | Qt::Key_U}, {ui->cmdFindAC, Qt::Key_F7},
     };
-    for (const auto &[control, key] : keys) {
-        tell(*control, key);
-        onKey(key, [control = control] { return control; });
-    }
+    for (const auto &[control, key] : keys)
+        onKey(*this, key, *control);
     for (const ReportItem &item : reportItems())
-        tell(*((*ui).*item.run), Qt::Key_F9);
-    onKey(Qt::Key_F9, [this] { return m_run; });
-}
-
-void frmRPTAccounts::onKey(const QKeySequence &key, const std::function<QWidget *()> &target) {
-    auto *shortcut = new QShortcut(key, this);
-    shortcut->setContext(Qt::WidgetWithChildrenShortcut);
-    connect(shortcut, &QShortcut::activated, this, [target] {
-        QWidget *control = target();
-        if (!control || !control->isVisible())
-            return;
-        control->setFocus(Qt::ShortcutFocusReason);
-        if (auto *button = qobject_cast<Button *>(control))
-            button->click();
-    });
+        tellKey(*((*ui).*item.run), Qt::Key_F9);
+    onKey(*this, Qt::Key_F9, [this] { return m_run; });
 }
 
 void frmRPTAccounts::Form_Load() {
-    bind(*ui->DtaCourse, "Select CourseId,CourseName From tblCourse Order By CourseName", "CourseName",
-         "CourseId");
-    bind(*ui->cboSession, "Select SessionId,SessionName From tblSession Order By SessionID", "SessionName",
-         "SessionId");
-    ui->cboSession->setCurrentIndex(ui->cboSession->count() - 1);
+    bindCombo(*ui->DtaCourse, "Select CourseId,CourseName From tblCourse Order By CourseName", "CourseName",
+              "CourseId");
+    bindCombo(*ui->cboSession, "Select SessionId,SessionName From tblSession Order By SessionID",
+              "SessionName", "SessionId", Picked::Last);
     fixSizes();
     ui->DTPicker1->setValue(QDate::currentDate());
     ui->DTPicker2->setValue(QDate::currentDate());
@@ -197,13 +165,10 @@ void frmRPTAccounts::bringToTop(const ReportItem &item) {
 }
 
 void frmRPTAccounts::Form_Activate() {
-    if (gFoundRowID <= 0)
-        return;
-    ui->txtAcName->setText(gFoundName);
-    ui->txtAcName->setTag(QString::number(gFoundRowID));
-    controls::SetFocus(ui->cmdFindAC);
-    gFoundName.clear();
-    gFoundRowID = 0;
+    if (const auto found = takeFoundAccount()) {
+        found->showIn(*ui->txtAcName);
+        controls::SetFocus(ui->cmdFindAC);
+    }
 }
 
 void frmRPTAccounts::Form_Unload() {
@@ -222,10 +187,10 @@ void frmRPTAccounts::DtaCourse_Change() {
 }
 
 void frmRPTAccounts::FillSubjects() {
-    bind(*ui->DtaSubject,
-         "Select SubId,SubName From tblSubject Where CourseID = "_sql + ui->DtaCourse->BoundText() +
-             " Order By SubName",
-         "SubName", "SubId");
+    bindCombo(*ui->DtaSubject,
+              "Select SubId,SubName From tblSubject Where CourseID = "_sql + ui->DtaCourse->BoundText() +
+                  " Order By SubName",
+              "SubName", "SubId");
 }
 
 Screens reportScreens() {

@@ -5,8 +5,8 @@
 #include "shell/screens.h"
 
 #include <cstdint>
-#include <functional>
 #include <memory>
+#include <vector>
 
 namespace zel::controls {
 class Button;
@@ -43,8 +43,6 @@ private:
     void connectKeys();
     /// The buttons that fill in both dates.
     void connectPeriods();
-    /// The key gives the focus to the control, if it can be seen, and clicks a button.
-    void onKey(const QKeySequence &key, const std::function<QWidget *()> &target);
     void fixSizes();
     /// The frame lies over those that are shown already, which lose Tab and their mnemonic.
     void bringToTop(const ReportItem &item);
@@ -77,13 +75,20 @@ private:
     /// Runs it for the report opened last, now and whenever the viewer reads the report again: the work
     /// table may have been filled for another report by then.
     void fill(const Sql &exec);
+    /// The latter alone.
+    void refill(const Sql &exec);
     void showTrialBalance(const char *file, const Sql &procedure);
+    struct StudentReport;
+    /// One of the three forms of the report: of the session, of a course, of a subject.
+    void showStudents(const StudentReport &report);
 
     /// The dates as statements and formulas take them, yyyy-mm-dd.
     [[nodiscard]] QString D1() const;
     [[nodiscard]] QString D2() const;
     /// The report's formula field that tells the period; `to` stands between the dates.
     [[nodiscard]] shell::ReportSettings::Formula Dates(Literal to) const;
+    /// What the fee reports say of the session and of who asks for them.
+    [[nodiscard]] std::vector<shell::ReportSettings::Formula> batchAndUser() const;
 
     std::unique_ptr<Ui::frmRPTAccounts> ui;
     shell::ReportLauncher m_report;

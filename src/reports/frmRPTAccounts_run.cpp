@@ -5,7 +5,6 @@
 #include "platform/controls/msg_box.h"
 #include "platform/report/report.h"
 #include "reports/frmRPTAccounts.h"
-#include "shell/MDIForm1.h"
 #include "shell/module1.h"
 
 #include "ui_frmRPTAccounts.h"
@@ -17,6 +16,14 @@ namespace zel::reports {
 using controls::Button;
 using controls::MsgBox;
 using controls::vbInformation;
+
+namespace {
+
+ReportSettings::Formula quoted(const char *name, const QString &text) {
+    return {name, "\""_sql + text + "\""};
+}
+
+} // namespace
 
 void frmRPTAccounts::connectButtons() {
     const std::pair<Button *, void (frmRPTAccounts::*)()> clicks[] = {
@@ -118,6 +125,10 @@ void frmRPTAccounts::showLedger(const Sql &exec) {
 
 void frmRPTAccounts::fill(const Sql &exec) {
     gCon.Execute(exec);
+    refill(exec);
+}
+
+void frmRPTAccounts::refill(const Sql &exec) {
     m_report.report().setRefill([exec] { gCon.Execute(exec); });
 }
 
@@ -144,16 +155,62 @@ void frmRPTAccounts::showTrialBalance(const char *file, const Sql &procedure) {
     m_report.view();
 }
 
-void frmRPTAccounts::cmdFeeDetail_Click() {
-    MDIForm1::reference->tellMissing(ui->LblFeeDetail->text());
+std::vector<ReportSettings::Formula> frmRPTAccounts::batchAndUser() const {
+    return {quoted("Batch", ui->cboSession->Text()), quoted("UserName", gUserName)};
 }
 
+void frmRPTAccounts::cmdFeeDetail_Click() {
+    m_report.OpenReport("rptFeeDetail.rpt");
+    ReportSettings settings;
+    settings.parameters = {Value(ui->cboSession->BoundText()).integer()};
+    settings.prompting = false;
+    settings.formulas = batchAndUser();
+    settings.formulas.insert(settings.formulas.begin(), Dates("  To :  "));
+    m_report.prepare(settings);
+    m_report.view();
+}
+
+/// The files by what is chosen, and which of the work table's rows they show.
+struct frmRPTAccounts::StudentReport {
+    const char *all;
+    const char *ofCourse;
+    const char *ofSubject;
+    Sql selection;
+};
+
 void frmRPTAccounts::cmdStuFeeDet_Click() {
-    MDIForm1::reference->tellMissing(ui->LblStuFeeDet->text());
+    showStudents({"rptActStudentWiseDetail.rpt", "rptActStudentWiseCourse.rpt",
+                  "rptActStudentWiseSubject.rpt", "IsNull({rptStudentDetail.inactive})"});
 }
 
 void frmRPTAccounts::cmdInActiveStuFeeDet_Click() {
-    MDIForm1::reference->tellMissing(ui->LblInActiveStuFeeDet->text());
+    showStudents({"rptStudentWiseDetail.rpt", "rptStudentWiseCourse.rpt", "rptStudentWiseSubject.rpt",
+                  "{rptStudentDetail.inactive} = '1'"});
+}
+
+void frmRPTAccounts::showStudents(const StudentReport &report) {
+    const bool course = !ui->DtaCourse->Text().isEmpty();
+    const bool subject = course && !ui->DtaSubject->Text().isEmpty();
+    Sql exec = "exec CreatStuWiseDet "_sql + ui->cboSession->BoundText();
+    if (!course)
+        exec += ",0,0 "_sql;
+    else if (!subject)
+        exec += ", "_sql + ui->DtaCourse->BoundText() + ", 0";
+    else
+        exec += ", "_sql + ui->DtaCourse->BoundText() + ", " + ui->DtaSubject->BoundText();
+    gCon.Execute(exec);
+    m_report.OpenReport(subject ? report.ofSubject : course ? report.ofCourse : report.all);
+    refill(exec);
+    ReportSettings settings;
+    settings.selection = report.selection;
+    if (course)
+        settings.formulas.push_back(quoted("Course", ui->DtaCourse->Text()));
+    if (subject)
+        settings.formulas.push_back(quoted("Subject", ui->DtaSubject->Text()));
+    for (ReportSettings::Formula &formula : batchAndUser())
+        settings.formulas.push_back(std::move(formula));
+    m_report.prepare(settings);
+    m_report.view();
 }
 
 } // namespace zel::reports

@@ -46,9 +46,9 @@ LineGrid::LineGrid(QWidget &screen, const LineTable &table, std::function<void(i
 void LineGrid::reset() {
     QList<controls::Grid::Column> columns;
     for (const LineColumn &column : m_table.columns) {
-        const bool amount = column.picture == Picture::Amount;
+        const bool text = column.picture == Picture::Plain;
         columns.append(
-            {column.heading, column.twips, amount ? Qt::AlignRight | Qt::AlignVCenter : Qt::Alignment()});
+            {column.heading, column.twips, text ? Qt::Alignment() : Qt::AlignRight | Qt::AlignVCenter});
     }
     m_grid.setRows(1);
     m_grid.setCols(int(columns.size()));

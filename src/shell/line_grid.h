@@ -11,8 +11,9 @@
 /// and the boxes in which a line is typed: a table says how they belong together.
 namespace zel::shell {
 
-/// How a value stands in the grid. An amount is "##,###0.00" there and "###0.00" in its box.
-enum class Picture { Plain, Amount };
+/// How a value stands in the grid. An amount is "##,###0.00" there and "###0.00" in its box; a number is as
+/// it was typed, to the right.
+enum class Picture { Plain, Number, Amount };
 
 /// One column: adding a line fills it from its box, taking a line back fills the box from it.
 struct LineColumn {

@@ -25,7 +25,7 @@ void MasterScreen::connectControls() {
     m_grid = &named<controls::Grid>(*this, "Msh");
     m_save = &named<QAbstractButton>(*this, m_table.saveButton);
     for (const MasterTable::Filled &filled : m_table.filled)
-        m_filled.emplace_back(*this, Box{filled.box});
+        m_filled.emplace_back(*this, Box{filled.box, filled.part});
 
     SearchControls search;
     search.value = &named<controls::TextBox>(*this, m_table.valueBox);

@@ -23,6 +23,7 @@ struct MasterTable {
     struct Filled {
         const char *box;
         int column; ///< of the list
+        Part part = Part::Text;
     };
 
     QString noun; ///< what a row is called in the status bar: "Session"

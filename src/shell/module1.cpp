@@ -69,6 +69,11 @@ void OpenRs2(const Sql &statement) {
     open(gRs2, statement);
 }
 
+void OpenRs2ForAdding(const Sql &statement) {
+    const QScopedValueRollback most(gRs2.MaxRecords, qsizetype(1));
+    OpenRs2(statement);
+}
+
 QString applicationPath() {
     return theApplicationPath.isEmpty() ? QCoreApplication::applicationDirPath() : theApplicationPath;
 }

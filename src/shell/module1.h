@@ -50,7 +50,7 @@ extern double gSubAmount;
 extern QString gCourseName;
 /// AppID chosen in the application finder; 0 for none.
 extern int gFoundAppID;
-/// Compared with "A" by the application form; nothing assigns it.
+/// Nothing assigns it and nothing depends on it.
 extern QString gAppMode;
 
 /// Closes the recordset if it is open, then opens the statement on gCon, keyset and optimistic. Whoever calls
@@ -60,6 +60,8 @@ void OpenRs(const Sql &statement);
 void OpenRsForOne(const Sql &statement);
 void OpenRs1(const Sql &statement);
 void OpenRs2(const Sql &statement);
+/// As OpenRs2, for callers that only add rows, however many there are: reads one at most.
+void OpenRs2ForAdding(const Sql &statement);
 
 /// Run by each screen as it unloads: shows the main window's panel and sets the menu items' visibility from
 /// the table Menus, matched by caption. Error 91 when no row of Menus is active. Uses gRs.

@@ -71,6 +71,8 @@ void Search::run(const QString &criterion) {
                    : known->before + date.year() + "-" + date.month() + "-" + date.day() + known->behind);
     }
     fillGrid(*m_controls.list, gRs, m_table.columns);
+    if (m_table.headingsStay && gRs.RecordCount() < 1)
+        m_controls.list->setColumns(m_table.columns);
 }
 
 void Search::run() {

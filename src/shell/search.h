@@ -31,6 +31,7 @@ struct SearchTable {
     Sql all; ///< the statement of any other criterion
     QList<controls::Grid::Column> columns;
     bool criterionSearches = false; ///< another criterion searches at once, not only with the next value
+    bool headingsStay = false;      ///< over an empty list, too
 };
 
 /// The controls of a search; a screen without criteria or without dates has none of those.

@@ -13,6 +13,7 @@
 #include "vouchers/voucher_screen.h"
 #include "vouchers/voucher_store.h"
 
+#include <QShortcut>
 #include <QTabWidget>
 
 namespace zel::vouchers {
@@ -24,6 +25,10 @@ using controls::SetFocus;
 using controls::TextBox;
 using controls::vbInformation;
 using shell::named;
+
+namespace {
+constexpr Qt::Key PrintSaved = Qt::Key_F12;
+} // namespace
 
 void VoucherScreen::connectEntry() {
     const auto on = [this](const char *button, auto procedure) {
@@ -45,6 +50,9 @@ void VoucherScreen::connectEntry() {
     shell::onKey(*this, Qt::Key_F7, *m_credit.select);
     shell::onKey(*this, Qt::Key_F8, *m_debit.select);
     shell::saveByKey(*this, *cmdSave);
+    auto *slip = new QShortcut(PrintSaved, this);
+    slip->setContext(Qt::WidgetWithChildrenShortcut);
+    connect(slip, &QShortcut::activated, this, &VoucherScreen::printSaved);
 }
 
 void VoucherScreen::connectSearch() {
@@ -132,7 +140,9 @@ void VoucherScreen::cmdSave_Click() {
     replaceLines(m_kind, header, {m_lines->grid(), m_debit.box->Tag(), m_credit.box->Tag()});
     if (whole)
         whole->commit();
-    shell::say(shownName() + " saved, " + shownAmount(header.total));
+    m_saved = header.number;
+    shell::say(shownName() + " saved, " + shownAmount(header.total) + " (" +
+               QKeySequence(PrintSaved).toString() + " prints it)");
     ClearAll();
     SetFocus(DTPicker);
     totGrdAmount();
@@ -142,6 +152,8 @@ void VoucherScreen::cmdDelete_Click() {
     if (!txtVoucher->text().isEmpty() &&
         MsgBox("are you sure Delete this Voucher ", controls::vbYesNo + vbInformation) == controls::vbYes) {
         deleteVoucher(m_kind, txtVoucher->text());
+        if (m_saved == txtVoucher->text())
+            m_saved.clear();
         shell::say(shownName() + " deleted");
         ClearAll();
         SetFocus(DTPicker);
@@ -159,17 +171,20 @@ void VoucherScreen::cmdCancel_Click() {
 
 void VoucherScreen::cmdPrint_Click() {
     m_report.OpenReport(m_kind.report);
-    const QString number = txtVoucher->text();
-    if (number.isEmpty()) {
+    if (txtVoucher->text().isEmpty()) {
         MsgBox("please enter voucher no.", vbInformation);
         SetFocus(DTPicker);
         return;
     }
-    shell::ReportSettings settings;
-    settings.selection =
-        "{MasJV.VouNo}= "_sql + number + " and {MasJV.VouStatus} = '" + m_kind.code + m_kind.printed;
-    m_report.prepare(settings);
-    m_report.view();
+    print(txtVoucher->text());
+}
+
+/// The screen has the next number already, which cmdPrint would print.
+void VoucherScreen::printSaved() {
+    if (m_saved.isEmpty())
+        return shell::say("no voucher saved here yet");
+    m_report.OpenReport(m_kind.report);
+    print(m_saved);
 }
 
 void VoucherScreen::mshSearch_DblClick(int row) {

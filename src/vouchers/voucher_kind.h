@@ -105,7 +105,8 @@ struct VoucherKind {
     std::span<const shell::Box> emptiedByClearAll;
 
     Numbers numbers = Numbers::OfHeaders;
-    bool savedWhole = true; ///< in one transaction
+    bool savedWhole = true;  ///< in one transaction
+    bool plainTotal = false; ///< txtTotAmount takes the sum as it comes, and that of no line, too
     std::span<const HeaderColumn> header;
     std::span<const HeaderShown> headerShown;
     std::span<const PostedLine> lines; ///< written for each grid row, in this order

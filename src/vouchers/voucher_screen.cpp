@@ -181,11 +181,11 @@ void VoucherScreen::SearchGrd() {
 
 void VoucherScreen::totGrdAmount() {
     lblTotalAmount->setText("Total Amount : " + storedAmount(Decimal()));
-    if (m_lines->isEmpty())
+    if (m_lines->isEmpty() && !m_kind.plainTotal)
         return;
     const Decimal total = m_lines->total(amountColumn(m_kind));
     lblTotalAmount->setText("Total Amount : " + shownAmount(total));
-    txtTotAmount->setText(storedAmount(total));
+    txtTotAmount->setText(m_kind.plainTotal ? QString::fromStdString(total.toString()) : storedAmount(total));
 }
 
 const VoucherScreen::Account &VoucherScreen::account(Side side) const {
@@ -207,6 +207,14 @@ void VoucherScreen::moveFocus(Focus focus) {
 
 QString VoucherScreen::shownName() const {
     return QString::fromUtf8(m_kind.code.text()) + " " + txtVoucher->text();
+}
+
+void VoucherScreen::print(const QString &number) {
+    shell::ReportSettings settings;
+    settings.selection =
+        "{MasJV.VouNo}= "_sql + number + " and {MasJV.VouStatus} = '" + m_kind.code + m_kind.printed;
+    m_report.prepare(settings);
+    m_report.view();
 }
 
 } // namespace zel::vouchers

@@ -85,6 +85,7 @@ private:
     void cmdDelete_Click();
     void cmdCancel_Click();
     void cmdPrint_Click();
+    void printSaved();
     void mshSearch_DblClick(int row);
 
     /// Whether a line may be added; otherwise the message has been shown and the focus set.
@@ -93,10 +94,13 @@ private:
     void moveFocus(Focus focus);
     /// "BP 112", as the clerk is told of the voucher shown.
     [[nodiscard]] QString shownName() const;
+    /// The voucher of that number, by the definition opened last.
+    void print(const QString &number);
 
     const VoucherKind &m_kind;
     shell::ReportLauncher m_report;
     bool m_newVoucher = true;
+    QString m_saved; ///< the number of the voucher saved last; '' for none, or once it is deleted
     std::int64_t m_startVouNo = 0;
     QString m_callerSlot; ///< the side that the account finder fills: "DR" or "CR"
 

@@ -21,11 +21,7 @@ QWidget *openFinder(const QString &filter) {
 }
 
 QString list(QWidget *finder) {
-    QStringList titles;
-    const QStringList rows = cells(finder, "mshSearch");
-    for (const QString &row : rows.mid(1))
-        titles << row.section('|', 2, 2);
-    return titles.join(',');
+    return columnOf(finder, "mshSearch", 2).join(',');
 }
 
 } // namespace
@@ -48,28 +44,21 @@ private Q_SLOTS:
     void cleanup() { office.reset(); }
 
     void filters_data() {
-        columns<QString, QString, QString>("filter", "typed", "found");
-        QTest::addColumn<QString>("all"); // with "All Accounts" ticked
-        QTest::newRow("banks") << "B"
-                               << ""
-                               << "CITY BANK"
-                               << "*";
+        columns<QString, QString, QString, QString>("filter", "typed", "found",
+                                                    "all"); // "All Accounts" ticked
+        row("banks", "B", "", "CITY BANK", "*");
         row("banks, narrowed", "B", "x", "", "");
         row("suppliers", "S", "paper", "BOOK AND PAPER HOUSE", "BOOK AND PAPER HOUSE");
         row("suppliers that are banks", "S", "city", "", "CITY BANK,ELECTRICITY");
         row("sub-control", "SUB", "s",
-            "CAPITAL ACCOUNTS,CASH AND BANK,FEES,OFFICE EXPENSES,"
-            "STUDENTS,SUPPLIERS",
-            "BOOK AND PAPER HOUSE,CAPITAL OF THE INSTITUTE,CASH IN HAND,"
-            "REGISTRATION FEE,SALARIES,STATIONERY");
+            "CAPITAL ACCOUNTS,CASH AND BANK,FEES,OFFICE EXPENSES,STUDENTS,SUPPLIERS",
+            "BOOK AND PAPER HOUSE,CAPITAL OF THE INSTITUTE,CASH IN HAND,REGISTRATION "
+            "FEE,SALARIES,STATIONERY");
         row("all subsidiaries", "", "fee", "REGISTRATION FEE,TUITION FEE", "REGISTRATION FEE,TUITION FEE");
         row("an unknown filter lists all", "Q", "RENT", "RENT", "RENT");
     }
     void filters() {
-        QFETCH(QString, filter);
-        QFETCH(QString, typed);
-        QFETCH(QString, found);
-        QFETCH(QString, all);
+        auto [filter, typed, found, all] = fetched<QString, QString, QString, QString>();
         QWidget *finder = openFinder(filter);
         typeInto(finder, "txtFindAC", typed);
         if (all == "*")
@@ -81,58 +70,48 @@ private Q_SLOTS:
             QCOMPARE(shell::gFindFilter, filter);
             click(finder, "chkAll");
             QCOMPARE(list(finder), all);
-            picture(finder, "frmFindAC");
             QCOMPARE(shell::gFindFilter, "");
             click(finder, "chkAll");
         }
         QCOMPARE(cells(finder, "mshSearch").constFirst(), "|Code|Account Title|Opening Balance|Contact|||");
     }
 
-    void choice_data() {
-        columns<Qt::Key, Qt::Key>("way", "key");
-        row("Down, Enter", Qt::Key_Down, Qt::Key_Return);
-        row("Up, F2", Qt::Key_Up, Qt::Key_F2);
-    }
     void choice() {
-        QFETCH(Qt::Key, way);
-        QFETCH(Qt::Key, key);
-        QWidget *finder = openFinder({});
-        typeInto(finder, "txtFindAC", "city");
-        press(way);
-        QCOMPARE(focused(), "mshSearch");
-        press(key);
-        settle();
-        QVERIFY(!form("frmFindAC"));
-        QCOMPARE(office->rows("select AcName from Accounts where RowID="_sql + shell::gFoundRowID),
-                 QStringList("CITY BANK"));
-        QCOMPARE(QStringList({shell::gFoundName, shell::gFoundContact, shell::gFoundFax, shell::gFoundAddr,
-                              shell::gFoundAddr2}),
-                 QStringList({"CITY BANK", "0300-1", "042-7", "1 MALL", "LAHORE"}));
+        for (const auto &[way, key] : {std::pair(Qt::Key_Down, Qt::Key_Return), {Qt::Key_Up, Qt::Key_F2}}) {
+            QWidget *finder = openFinder({});
+            typeInto(finder, "txtFindAC", "city");
+            press(way);
+            QCOMPARE(focused(), "mshSearch");
+            press(key);
+            settle();
+            QVERIFY(!form("frmFindAC"));
+            QCOMPARE(office->rows("select AcName from Accounts where RowID="_sql + shell::gFoundRowID),
+                     QStringList("CITY BANK"));
+            QCOMPARE(QStringList({shell::gFoundName, shell::gFoundContact, shell::gFoundFax,
+                                  shell::gFoundAddr, shell::gFoundAddr2}),
+                     QStringList({"CITY BANK", "0300-1", "042-7", "1 MALL", "LAHORE"}));
+            shell::gFoundRowID = 0;
+        }
     }
 
-    void nothingChosen_data() {
-        QTest::addColumn<QString>("by");
-        row("Exit", "cmdExit");
-        row("Alt+X", "");
-        row("Enter on an empty list", "mshSearch");
-    }
     void nothingChosen() {
-        QFETCH(QString, by);
-        QWidget *finder = openFinder("B");
-        shell::gAddAccount = shell::gFinderOpen = true;
-        typeInto(finder, "txtFindAC", "none such");
-        if (by.isEmpty())
-            press(Qt::Key_X, Qt::AltModifier);
-        else
-            pressOn(finder, by, Qt::Key_Return);
-        settle();
-        QVERIFY(form("MDIForm1"));
-        QCOMPARE(shell::gFoundRowID, 0);
-        QCOMPARE(shell::gFindFilter, "B");
-        const bool open = by == "mshSearch";
-        QCOMPARE(form("frmFindAC") != nullptr, open);
-        QCOMPARE(shell::gAddAccount, open);
-        QCOMPARE(shell::gFinderOpen, open);
+        for (const QString by : {"Enter on an empty list", "Exit", "Alt+X"}) {
+            QWidget *finder = openFinder("B");
+            shell::gAddAccount = shell::gFinderOpen = true;
+            typeInto(finder, "txtFindAC", "none such");
+            const bool open = by.startsWith("Enter");
+            if (by == "Alt+X")
+                press(Qt::Key_X, Qt::AltModifier);
+            else
+                pressOn(finder, open ? "mshSearch" : "cmdExit", Qt::Key_Return);
+            settle();
+            QVERIFY(form("MDIForm1"));
+            QCOMPARE(shell::gFoundRowID, 0);
+            QCOMPARE(shell::gFindFilter, "B");
+            QCOMPARE(form("frmFindAC") != nullptr, open);
+            QCOMPARE(shell::gAddAccount, open);
+            QCOMPARE(shell::gFinderOpen, open);
+        }
     }
 
     /// Add Accounts leads through the lock to the chart of accounts, whose exit only hides it; what was added
@@ -158,11 +137,7 @@ private Q_SLOTS:
         QCOMPARE(list(finder), "WATER");
     }
 
-    void apostrophe() {
-        const Ended ended = play("apostrophe");
-        QCOMPARE(ended.status, 1);
-        QVERIFY2(ended.errorStream.contains("ZEL: error 105:"), qPrintable(ended.errorStream));
-    }
+    void apostrophe() { expectEnd("apostrophe", "Error 105:"); }
 };
 
 namespace {
@@ -175,9 +150,6 @@ void apostropheInSearch() {
 
 } // namespace
 
-int main(int argc, char *argv[]) {
-    TestFindAccount tests;
-    return run(argc, argv, tests, {{"apostrophe", apostropheInSearch}});
-}
+ZEL_TEST_MAIN(TestFindAccount, {{"apostrophe", apostropheInSearch}})
 
 #include "tst_find_account.moc"

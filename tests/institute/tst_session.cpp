@@ -9,7 +9,6 @@
 #include "tests/support/rows.h"
 #include "tests/support/test_program.h"
 
-#include <QTabWidget>
 #include <QtTest>
 
 using namespace zel;
@@ -21,14 +20,25 @@ namespace {
 struct OpenSessions {
     OpenSessions() {
         shell::setScreens({{"mnuSession", shell::shows(institute::frmSession::reference)}});
-        office.execute("insert into tblSession (SessionId, SessionName) values (1, 'SPRING 2024')\n"
-                       "insert into tblSession (SessionId, SessionName) values (2, 'AUTUMN 2024')\n"
-                       "insert into tblSession (SessionId, SessionName) values (10, 'SPRING 2025')");
+        office.execute("insert into tblSession (SessionId, SessionName) values (1, 'SPRING 2024'), "
+                       "(2, 'AUTUMN 2024'), (10, 'SPRING 2025')");
         office.logIn();
         screen = openByMenu("mnuSession", "frmSession");
     }
     [[nodiscard]] QStringList stored() {
         return office.rows("select SessionId, SessionName from tblSession order by SessionId");
+    }
+    [[nodiscard]] QStringList listed() const { return cells(screen, "Msh"); }
+    void toSearch() const { turnTo(screen, "SSTab1", 1); }
+    void choose(int row) const {
+        toSearch();
+        control<controls::Grid>(screen, "Msh")->setRow(row);
+        pressOn(screen, "Msh", Qt::Key_Return);
+        settle();
+    }
+    void save(const QString &name) const {
+        typeInto(screen, "txtSessionName", name);
+        click(screen, "cmdSave");
     }
 
     Office office;
@@ -40,32 +50,28 @@ const QStringList everything = {"SESSION NO|SESSION NAME", "10|SPRING 2025", "2|
 
 } // namespace
 
+static std::function<void()> scene(void (*act)(OpenSessions &)) {
+    return [act] {
+        OpenSessions sessions;
+        act(sessions);
+    };
+}
+
 static const Scenes scenes = {
-    {"over-long name",
-     [] {
-         OpenSessions sessions;
-         type(QString(300, 'n'));
-         click(sessions.screen, "cmdSave");
-     }},
-    {"no such number",
-     [] {
-         OpenSessions sessions;
+    {"over-long name", scene([](OpenSessions &sessions) { sessions.save(QString(300, 'n')); })},
+    {"no such number", scene([](OpenSessions &sessions) {
          click(sessions.screen, "cmdCancel");
          typeInto(sessions.screen, "txtSessionNo", "7");
          click(sessions.screen, "cmdSave");
-     }},
-    {"apostrophe",
-     [] {
-         OpenSessions sessions;
-         turnTo(sessions.screen, "SSTab1", 1);
+     })},
+    {"apostrophe", scene([](OpenSessions &sessions) {
+         sessions.toSearch();
          typeInto(sessions.screen, "txt_s_value", "o'hara");
-     }},
-    {"no rights",
-     [] {
-         OpenSessions sessions;
+     })},
+    {"closed while no right is active", scene([](OpenSessions &sessions) {
          sessions.office.execute("update Menus set Active = '0'");
          click(sessions.screen, "cmdExit");
-     }},
+     })},
 };
 
 class tst_session : public QObject {
@@ -83,16 +89,15 @@ private Q_SLOTS:
         };
         const QString buttons = " cmdSave cmdDelete cmdCancel cmdPrint cmdExit SSTab1";
         QCOMPARE(round(8), "txtSessionName" + buttons + " txtSessionName");
-        turnTo(sessions.screen, "SSTab1", 1);
+        sessions.toSearch();
         controls::SetFocus(control(sessions.screen, "cmb_s_cri"));
         QCOMPARE(round(10), "cmb_s_cri txt_s_value Msh" + buttons + " cmb_s_cri");
     }
 
     void savesByKeys() {
         OpenSessions sessions;
-        QCOMPARE(focused(), "txtSessionName");
-        QVERIFY(!control(sessions.screen, "txtSessionNo")->isEnabled());
-        QCOMPARE(cells(sessions.screen, "Msh"), everything);
+        expect(sessions.screen, "txtSessionNo.enabled=false; focus=txtSessionName");
+        QCOMPARE(sessions.listed(), everything);
 
         type("autumn 2025 é");
         press(Qt::Key_Return);
@@ -100,56 +105,46 @@ private Q_SLOTS:
         press(Qt::Key_Return);
 
         QCOMPARE(sessions.stored().last(), "11|AUTUMN 2025 É");
-        QCOMPARE(said() + '|' + underWay(), "Session 11 saved|");
-        QCOMPARE(cells(sessions.screen, "Msh").at(1), "11|AUTUMN 2025 É");
-        QCOMPARE(text(sessions.screen, "txtSessionNo"), "");
-        QCOMPARE(text(sessions.screen, "txtSessionName"), "");
-        QCOMPARE(focused(), "txtSessionName");
+        QCOMPARE(sessions.listed().at(1), "11|AUTUMN 2025 É");
+        expect(sessions.screen,
+               "said=Session 11 saved; underWay=; txtSessionNo=; txtSessionName=; focus=txtSessionName");
 
         // The form is ready for the next one; an empty name is stored as Null.
         click(sessions.screen, "cmdSave");
         QCOMPARE(sessions.stored().last(), "12|NULL");
         sessions.office.execute("delete from tblSession");
-        typeInto(sessions.screen, "txtSessionName", "o'hara");
-        click(sessions.screen, "cmdSave");
+        sessions.save("o'hara");
         QCOMPARE(sessions.stored(), QStringList{"1|O'HARA"});
     }
 
     void changesChosenRow() {
         OpenSessions sessions;
-        turnTo(sessions.screen, "SSTab1", 1);
+        sessions.toSearch();
         typeInto(sessions.screen, "txt_s_value", "au");
         press(Qt::Key_Down);
         QCOMPARE(focused(), "Msh");
         press(Qt::Key_Return);
 
-        QCOMPARE(control<QTabWidget>(sessions.screen, "SSTab1")->currentIndex(), 0);
-        QCOMPARE(focused(), "txtSessionName");
-        QCOMPARE(text(sessions.screen, "txtSessionNo"), "2");
-        QCOMPARE(text(sessions.screen, "txtSessionName"), "AUTUMN 2024");
-        QCOMPARE(text(sessions.screen, "cmdSave"), "&Save");
-        QCOMPARE(underWay(), "correcting session 2");
-        QCOMPARE(cells(sessions.screen, "Msh").first(), "Session No|SESSION NAME");
-        settle();
-        picture(sessions.screen, "session-entry");
-        picture(form("MDIForm1"), "main-session");
+        expect(sessions.screen,
+               "SSTab1.currentIndex=0; txtSessionNo=2; txtSessionName=AUTUMN 2024; cmdSave=&Save; "
+               "underWay=correcting session 2; focus=txtSessionName");
+        QCOMPARE(sessions.listed().first(), "Session No|SESSION NAME");
 
         press(Qt::Key_End);
         type(" late");
         press(Qt::Key_F9);
         QCOMPARE(underWay(), "");
         QCOMPARE(sessions.stored().at(1), "2|AUTUMN 2024 LATE");
-        QCOMPARE(cells(sessions.screen, "Msh").size(), 4);
-        QCOMPARE(cells(sessions.screen, "Msh").first(), everything.first());
+        QCOMPARE(sessions.listed().size(), 4);
+        QCOMPARE(sessions.listed().first(), everything.first());
 
         // F2 does what a double click does.
-        turnTo(sessions.screen, "SSTab1", 1);
+        sessions.toSearch();
         controls::Grid *grid = control<controls::Grid>(sessions.screen, "Msh");
         grid->setRow(3);
         pressOn(sessions.screen, "Msh", Qt::Key_F2);
         QCOMPARE(text(sessions.screen, "txtSessionName"), "SPRING 2024");
-        typeInto(sessions.screen, "txtSessionName", "");
-        click(sessions.screen, "cmdSave");
+        sessions.save("");
         QCOMPARE(sessions.stored().first(), "1|NULL");
     }
 
@@ -164,105 +159,81 @@ private Q_SLOTS:
     }
 
     void searches() {
-        QFETCH(QString, criterion);
-        QFETCH(QString, value);
-        QFETCH(QString, rows);
+        const auto [criterion, value, rows] = fetched<QString, QString, QString>();
         QStringList found;
         for (const QString &row : rows.split(' ', Qt::SkipEmptyParts))
             found << everything[row.toInt()];
         if (found.isEmpty())
             found = QStringList{"|", "|"};
         OpenSessions sessions;
-        turnTo(sessions.screen, "SSTab1", 1);
+        sessions.toSearch();
         if (criterion == "Session No")
             pressOn(sessions.screen, "cmb_s_cri", Qt::Key_Down);
         QCOMPARE(text(sessions.screen, "cmb_s_cri"), criterion);
         typeInto(sessions.screen, "txt_s_value", value);
-        QCOMPARE(cells(sessions.screen, "Msh"), found);
-        picture(sessions.screen, "session-search-" + value);
+        QCOMPARE(sessions.listed(), found);
 
         // A choice in an empty list does nothing; taking the value back brings all rows with their headings.
         if (found.first() == "|") {
             pressOn(sessions.screen, "Msh", Qt::Key_Return);
-            QCOMPARE(focused(), "Msh");
-            QCOMPARE(text(sessions.screen, "txtSessionNo"), "");
+            expect(sessions.screen, "txtSessionNo=; focus=Msh");
         }
         typeInto(sessions.screen, "txt_s_value", "");
-        QCOMPARE(cells(sessions.screen, "Msh"), everything);
+        QCOMPARE(sessions.listed(), everything);
     }
 
     void criterionWaitsForValue() {
         OpenSessions sessions;
-        turnTo(sessions.screen, "SSTab1", 1);
+        sessions.toSearch();
         typeInto(sessions.screen, "txt_s_value", "2");
-        QCOMPARE(cells(sessions.screen, "Msh"), everything);
+        QCOMPARE(sessions.listed(), everything);
         controls::SetFocus(control(sessions.screen, "cmb_s_cri"));
         type("S");
         QCOMPARE(text(sessions.screen, "cmb_s_cri"), "Session Name");
         press(Qt::Key_Down);
         QCOMPARE(text(sessions.screen, "cmb_s_cri"), "Session No");
-        QCOMPARE(cells(sessions.screen, "Msh"), everything);
+        QCOMPARE(sessions.listed(), everything);
         typeInto(sessions.screen, "txt_s_value", "2");
-        QCOMPARE(cells(sessions.screen, "Msh"), QStringList({everything[0], everything[2]}));
-    }
-
-    void deletes_data() {
-        QTest::addColumn<int>("row"); // of the list; 0 chooses none
-        columns<QMessageBox::StandardButton, int, QStringList>("answer", "asked", "left");
-        const QStringList all = {"1|SPRING 2024", "2|AUTUMN 2024", "10|SPRING 2025"};
-        zel::test::row("nothing chosen", 0, QMessageBox::Yes, 0, all);
-        zel::test::row("no", 2, QMessageBox::No, 1, all);
-        zel::test::row("yes", 2, QMessageBox::Yes, 1, QStringList{all[0], all[2]});
+        QCOMPARE(sessions.listed(), QStringList({everything[0], everything[2]}));
     }
 
     void deletes() {
-        QFETCH(int, row);
-        QFETCH(QMessageBox::StandardButton, answer);
-        QFETCH(int, asked);
-        QFETCH(QStringList, left);
         OpenSessions sessions;
-        if (row > 0) {
-            turnTo(sessions.screen, "SSTab1", 1);
-            control<controls::Grid>(sessions.screen, "Msh")->setRow(row);
-            pressOn(sessions.screen, "Msh", Qt::Key_Return);
-        }
-        const std::vector<Box> boxes = boxesOf([&] { click(sessions.screen, "cmdDelete"); }, {answer});
-        QCOMPARE(int(boxes.size()), asked);
-        for (const Box &box : boxes) {
-            QCOMPARE(box.title, "Confirm");
-            QCOMPARE(box.text, "Are you sure delete this information");
-            QCOMPARE(box.icon, QMessageBox::Information);
-            QCOMPARE(box.buttons, QMessageBox::Yes | QMessageBox::No);
-        }
-        QCOMPARE(said(), left.size() < 3 ? "Session 2 deleted" : "");
-        QCOMPARE(sessions.stored(), left);
-        QCOMPARE(cells(sessions.screen, "Msh").size(), left.size() + 1);
-        QCOMPARE(text(sessions.screen, "txtSessionNo"), answer == QMessageBox::No ? "2" : "");
+        const QStringList all = sessions.stored();
+        const auto remove = [&sessions] { click(sessions.screen, "cmdDelete"); };
+        QVERIFY(boxesOf(remove).empty()); // nothing is chosen
+        sessions.choose(2);
+        const std::vector<Box> boxes = boxesOf(remove, {QMessageBox::No});
+        QCOMPARE(boxes.size(), 1U);
+        QCOMPARE(boxes[0].title, "Confirm");
+        QCOMPARE(boxes[0].text, "Are you sure delete this information");
+        QCOMPARE(boxes[0].icon, QMessageBox::Information);
+        QCOMPARE(boxes[0].buttons, QMessageBox::Yes | QMessageBox::No);
+        expect(sessions.screen, "said=; Msh=4; txtSessionNo=2");
+        QCOMPARE(sessions.stored(), all);
+        QCOMPARE(boxesOf(remove, {QMessageBox::Yes}).size(), 1U);
+        expect(sessions.screen, "said=Session 2 deleted; Msh=3; txtSessionNo=");
+        QCOMPARE(sessions.stored(), QStringList({all[0], all[2]}));
     }
 
     void cancelOpensKeyBox() {
         OpenSessions sessions;
         typeInto(sessions.screen, "txtSessionName", "half");
         click(sessions.screen, "cmdCancel");
-        QCOMPARE(text(sessions.screen, "txtSessionName"), "");
-        QVERIFY(control(sessions.screen, "txtSessionNo")->isEnabled());
+        expect(sessions.screen, "txtSessionName=; txtSessionNo.enabled=true");
 
         typeInto(sessions.screen, "txtSessionNo", "2");
         press(Qt::Key_Return);
         QCOMPARE(focused(), "txtSessionName");
-        type("typed");
-        click(sessions.screen, "cmdSave");
+        sessions.save("typed");
         QCOMPARE(sessions.stored().at(1), "2|TYPED");
-        QVERIFY(control(sessions.screen, "txtSessionNo")->isEnabled());
+        expect(sessions.screen, "txtSessionNo.enabled=true");
     }
 
     void finderClosesScreen() {
         OpenSessions sessions;
         shell::gFinderOpen = true;
-        turnTo(sessions.screen, "SSTab1", 1);
-        control<controls::Grid>(sessions.screen, "Msh")->setRow(1);
-        pressOn(sessions.screen, "Msh", Qt::Key_Return);
-        settle();
+        sessions.choose(1);
         QVERIFY(!form("frmSession"));
         QVERIFY(!institute::frmSession::reference);
     }
@@ -286,27 +257,14 @@ private Q_SLOTS:
         QVERIFY(!control(form("MDIForm1"), "Picture1")->isHidden());
     }
 
-    void endsProgram_data() {
-        columns<QString, QString>("scene", "number");
-        row("name longer than its column", "over-long name", "8152");
-        row("number without a row", "no such number", "3021");
-        row("apostrophe in the search", "apostrophe", "105");
-        row("closed while no right is active", "no rights", "91");
-    }
-
     void endsProgram() {
-        QFETCH(QString, scene);
-        QFETCH(QString, number);
-        const Ended ended = play(scene);
-        QVERIFY2(ended.status == 1, qPrintable(ended.errorStream));
-        QVERIFY2(ended.box.startsWith(QString("Error %1:").arg(number)), qPrintable(ended.box));
-        QVERIFY(ended.errorStream.contains(QString("error %1: ").arg(number)));
+        expectEnd("over-long name", "Error 8152:");
+        expectEnd("no such number", "Error 3021:");
+        expectEnd("apostrophe", "Error 105:");
+        expectEnd("closed while no right is active", "Error 91:");
     }
 };
 
-int main(int argc, char *argv[]) {
-    tst_session tests;
-    return run(argc, argv, tests, scenes);
-}
+ZEL_TEST_MAIN(tst_session, scenes)
 
 #include "tst_session.moc"

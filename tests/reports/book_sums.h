@@ -30,6 +30,11 @@ inline BooksPlan planOf(int vouchers, bool forwarded) {
     return plan;
 }
 
+/// A balance in a debit and a credit column.
+inline Columns sides(Cents balance) {
+    return balance > 0 ? Columns{balance, 0} : Columns{0, -balance};
+}
+
 /// What the rows say of one account, in a period; a debit is positive.
 struct Sums {
     Cents opening = 0;
@@ -45,6 +50,11 @@ struct Sums {
 
     [[nodiscard]] Cents closing() const { return opening + debits - credits; }
     [[nodiscard]] Cents bookClosing() const { return opening + contraCredits - contraDebits; }
+    /// Its row in a balance with opening.
+    [[nodiscard]] Columns row() const {
+        const Columns begin = sides(opening), end = sides(closing());
+        return {begin[0], begin[1], debits, credits, end[0], end[1]};
+    }
     friend bool operator==(const Sums &, const Sums &) = default;
 };
 
@@ -107,11 +117,6 @@ struct Held {
     std::vector<BookVoucher> vouchers;
     std::vector<BookLine> lines;
 };
-
-/// A balance in a debit and a credit column.
-inline Columns sides(Cents balance) {
-    return balance > 0 ? Columns{balance, 0} : Columns{0, -balance};
-}
 
 /// What a balance with opening lacks for openings without a counterpart, where these are its sums.
 inline Columns lackingOpenings(const Columns &whole) {

@@ -23,15 +23,7 @@ public:
         catalog.open(held.books);
     }
 
-    /// The program's connection, without a login screen.
-    void connect() const {
-        using namespace shell;
-        gCon.setProperty("User ID", "sa");
-        gCon.setProperty("Data Source", office.folder());
-        gCon.setProperty("Initial Catalog", "ZEL");
-        gCon.Open();
-        gUserName = "sa";
-    }
+    void connect() const { connectProgram(office.folder()); }
 
     Office office;
     BookCatalog catalog;

@@ -2,7 +2,7 @@
 
 #include "platform/ado/recordset.h"
 #include "platform/report/pages/document.h"
-#include "platform/report/report.h"
+#include "tests/reports/printed.h"
 #include "tests/support/chart_catalog.h"
 
 #include <algorithm>
@@ -30,41 +30,57 @@ inline QString wholeText(const report::Document &document) {
     return text;
 }
 
+/// The two rows of a line of a kind that posts pairs, as PostedCatalog takes them.
+inline QString pair(const QString &voucher, const QString &debit, const QString &credit,
+                    const QString &amount, const QString &narration, const QString &day = "2024-03-04",
+                    int entry = 1) {
+    return QString("%1|%2|%3|%4|%5|%6|0|%7\n%1|%2|%3|%5|%4|0|%6|%7\n")
+        .arg(day, voucher, QString::number(entry), debit, credit, amount, narration);
+}
+
 /// A catalog of its own with the small chart of accounts, into which a test posts rows that it writes down as
-/// a table, and from which it opens the shipped reports.
+/// a table, and from which it opens the shipped reports; the program's connection is open on it, too.
 class PostedCatalog {
 public:
-    PostedCatalog() { execute("update Company set Company = 'NORTHFIELD INSTITUTE'"); }
+    PostedCatalog() {
+        execute("update Company set Company = 'NORTHFIELD INSTITUTE'");
+        connectProgram(m_catalog.filePath({}));
+    }
+    ~PostedCatalog() { shell::gCon.Close(); }
+    PostedCatalog(const PostedCatalog &) = delete;
+    PostedCatalog &operator=(const PostedCatalog &) = delete;
 
     void execute(const QString &statement) {
         if (!statement.isEmpty())
             m_catalog.program().Execute(Sql::trusted(statement.toStdString()));
     }
 
-    /// Rows of DetJV, a line each, the parts between "|": date, kind and number, entry, account, other
-    /// account
-    /// ("-": none), debit, credit, narration. Accounts go by their codes.
+    /// Rows of DetJV, a line each, the parts between "|", as postRow() takes them.
     void post(const QString &rows) {
         for (const QString &line : rows.split('\n', Qt::SkipEmptyParts)) {
-            QStringList parts = line.split('|');
-            if (parts.size() != 8)
-                qFatal("not a row: %s", qPrintable(line));
-            for (QString &part : parts)
-                part = part.trimmed();
-            const QStringList voucher = parts[1].split(' ');
-            m_catalog.program().Execute(
-                "insert into DetJV (VouDate, VouStatus, VouNo, EntryNo, AcCode, CrAc, DrAmt, CrAmt, "
-                "Naration) values ('"_sql +
-                parts[0] + "', '" + voucher[0] + "', " + voucher[1] + ", " + parts[2] + ", " +
-                account(parts[3]) + ", " + (parts[4] == "-" ? "null"_sql : account(parts[4])) + ", " +
-                Sql::trusted(parts[5].toStdString()) + ", " + Sql::trusted(parts[6].toStdString()) + ", " +
-                (parts[7] == "-" ? "null"_sql : "'"_sql + parts[7] + "'") + ")");
+            QStringList parts;
+            for (const QString &part : line.split('|'))
+                parts << part.trimmed();
+            postRow(parts);
         }
+    }
+    /// Date, kind and number, entry, account, other account ("-": none), debit, credit, narration. Accounts
+    /// go by their codes, or as "#17".
+    void postRow(const QStringList &parts) {
+        if (parts.size() != 8)
+            qFatal("not a row: %s", qPrintable(parts.join('|')));
+        execute(QString("insert into DetJV (VouDate, VouStatus, VouNo, EntryNo, AcCode, CrAc, DrAmt, CrAmt, "
+                        "Naration) "
+                        "values ('%1', '%2', %3, %4, %5, %6, %7, %8, %9)")
+                    .arg(parts[0], parts[1].section(' ', 0, 0), parts[1].section(' ', 1), parts[2],
+                         account(parts[3]), parts[4] == "-" ? "null" : account(parts[4]), parts[5], parts[6],
+                         parts[7] == "-" ? "null" : "'" + parts[7] + "'"));
     }
 
     /// The RowID of an account as it is written into a statement.
-    static Sql account(const QString &code) {
-        return "(select min(RowID) from Accounts where AcNodes = '"_sql + code + "')";
+    static QString account(const QString &code) {
+        return code[0] == '#' ? code.mid(1)
+                              : "(select min(RowID) from Accounts where AcNodes = '" + code + "')";
     }
     int rowId(const QString &code) {
         ado::Recordset found;

@@ -16,6 +16,15 @@
 /// The shipped reports, prepared as the screen prepares them, and their figures read off the pages.
 namespace zel::test {
 
+/// The program's connection, without a login screen.
+inline void connectProgram(const QString &folder) {
+    shell::gCon.setProperty("User ID", "sa");
+    shell::gCon.setProperty("Data Source", folder);
+    shell::gCon.setProperty("Initial Catalog", "ZEL");
+    shell::gCon.Open();
+    shell::gUserName = "sa";
+}
+
 inline report::DocumentPtr printed(const QString &file, const std::optional<Sql> &selection,
                                    const std::vector<std::pair<QString, Sql>> &subReports = {}) {
     const auto report = report::Application(shell::gCon).OpenReport(ZEL_SOURCE_DIR "/rpt/" + file);
@@ -89,6 +98,7 @@ struct PrintedLedger {
     std::optional<Cents> debits;
     std::optional<Cents> credits;
     std::optional<Cents> closing;
+    friend bool operator==(const PrintedLedger &, const PrintedLedger &) = default;
 };
 
 inline PrintedLedger ledgerOf(const report::Document &document) {
@@ -117,24 +127,25 @@ inline PrintedLedger ledgerOf(const report::Document &document) {
 
 using Columns = std::vector<Cents>;
 
-/// A line of a trial balance that shows amounts. A blank amount is 0.
+/// A line of a table of amounts. A blank amount is 0.
 struct PrintedLine {
     QString code;
-    QString name; ///< of a wrapped one the beginning
-    Columns amounts;
+    QString name;    ///< of a wrapped one the beginning
+    Columns amounts; ///< none where the line has no amount
 };
 
-/// Amounts stand at the right edges of the headings "Debit" and "Credit", codes under "Code".
-inline std::vector<PrintedLine> balanceOf(const report::Document &document) {
+/// The lines of all pages. Amounts stand at the right edges of those headings, codes under `code`.
+inline std::vector<PrintedLine> linesUnder(const report::Document &document, const QStringList &headings,
+                                           const QString &code) {
     std::vector<PrintedLine> lines;
     for (int page = 0; page < document.pageCount(); ++page) {
         const report::Page shown = document.page(page);
         std::vector<double> edges;
         double codes = 0;
         for (const report::TextItem &item : shown.texts) {
-            if (item.text == "Debit" || item.text == "Credit")
+            if (headings.contains(item.text))
                 edges.push_back(item.x + item.width);
-            if (item.text == "Code")
+            if (item.text == code)
                 codes = item.x;
         }
         std::sort(edges.begin(), edges.end());
@@ -145,24 +156,28 @@ inline std::vector<PrintedLine> balanceOf(const report::Document &document) {
         for (auto item = items.begin(); item != items.end();) {
             const double height = (*item)->baseline;
             PrintedLine line;
-            line.amounts.resize(edges.size());
-            bool any = false;
+            Columns amounts(edges.size());
             for (; item != items.end() && (*item)->baseline < height + 1; ++item) {
                 const report::TextItem &text = **item;
                 const auto amount = figure(text.text);
                 const auto edge = std::ranges::find_if(
                     edges, [&](double right) { return std::abs(right - text.x - text.width) < 0.2; });
                 if (amount && edge != edges.end()) {
-                    line.amounts[std::size_t(edge - edges.begin())] = *amount;
-                    any = true;
+                    amounts[std::size_t(edge - edges.begin())] = *amount;
+                    line.amounts = amounts;
                 } else {
                     (std::abs(text.x - codes) < 0.2 ? line.code : line.name) += text.text;
                 }
             }
-            if (any)
-                lines.push_back(std::move(line));
+            lines.push_back(std::move(line));
         }
     }
+    return lines;
+}
+
+inline std::vector<PrintedLine> balanceOf(const report::Document &document) {
+    std::vector<PrintedLine> lines = linesUnder(document, {"Debit", "Credit"}, "Code");
+    std::erase_if(lines, [](const PrintedLine &line) { return line.amounts.empty(); });
     return lines;
 }
 

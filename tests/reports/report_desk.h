@@ -12,11 +12,13 @@
 namespace zel::test {
 
 /// A clerk at the screen of reports, on a catalog with the small chart of accounts, a few vouchers, three
-/// sessions and two courses. Beside the program lie small definitions of the reports; each procedure that a
-/// button runs writes its call into the table Ran and one row, 11 and 22, into its work table.
+/// sessions and two courses. Beside the program lie small definitions of the reports, of the students' ones
+/// those shipped; each procedure that a button runs writes its call into the table Ran and one row, 11 and
+/// 22, into its work table.
 class ReportDesk {
 public:
     explicit ReportDesk(const Sql &more = {}) : office(Office::Chart::Demo) {
+        office.addReports(ZEL_SOURCE_DIR "/rpt");
         office.addReports(ZEL_SOURCE_DIR "/tests/reports/definitions");
         post();
         recordProcedures();
@@ -73,6 +75,7 @@ private:
         record("DetailAcLedger", 7, "rptAcLedger (DrAmt, CrAmt)");
         record("TrialBalance", 2, "rptTrialBalance (PeriodDr, PeriodCr)");
         record("TrialBalance3", 2, "rptTrialBalance (PeriodDr, PeriodCr)");
+        record("CreatStuWiseDet", 3, "rptStudentDetail (SubID, OutStanding)");
     }
     void record(const std::string &name, int arguments, const std::string &work) {
         std::string declared;

@@ -13,22 +13,14 @@ namespace {
 
 /// The printed ledgers of an account, and its book.
 void checkLedgers(int account, const Sums &sum, const Period &period) {
-    for (const Ledger form : {Ledger::Simple, Ledger::Detail}) {
-        const PrintedLedger ledger = ledgerOf(*printedLedger(form, account, period));
-        QVERIFY(ledger.opening == sum.opening);
-        QVERIFY(ledger.debits == sum.debits);
-        QVERIFY(ledger.credits == sum.credits);
-        QVERIFY(ledger.closing == sum.closing());
-        QCOMPARE(ledger.rows, sum.rows);
-    }
-    const PrintedLedger book = ledgerOf(*printedBook(account, period));
-    QVERIFY(book.opening == sum.opening);
+    const PrintedLedger ledger{sum.rows, sum.opening, sum.debits, sum.credits, sum.closing()};
+    for (const Ledger form : {Ledger::Simple, Ledger::Detail})
+        QVERIFY(ledgerOf(*printedLedger(form, account, period)) == ledger);
     // Received is what the others were credited, paid what they were debited.
-    QVERIFY(book.debits == sum.contraCredits);
-    QVERIFY(book.credits == sum.contraDebits);
-    QVERIFY(book.closing == sum.bookClosing());
-    QVERIFY(book.closing == sum.closing() + sum.gap);
-    QCOMPARE(book.rows, sum.contraRows);
+    const PrintedLedger book{sum.contraRows, sum.opening, sum.contraCredits, sum.contraDebits,
+                             sum.bookClosing()};
+    QVERIFY(ledgerOf(*printedBook(account, period)) == book);
+    QCOMPARE(sum.bookClosing(), sum.closing() + sum.gap);
 }
 
 /// What a ledger is printed from.
@@ -61,10 +53,7 @@ void checkBalances(const Held &held, const std::map<int, Sums> &sums, const Peri
             continue;
         const Sums &sum = sums.at(account.id);
         const Columns moved{sum.debits, sum.credits};
-        Columns row = sides(sum.opening);
-        row.insert(row.end(), moved.begin(), moved.end());
-        const Columns end = sides(sum.closing());
-        row.insert(row.end(), end.begin(), end.end());
+        const Columns row = sum.row();
         const QString code = QString::fromStdString(account.nodes);
         const QString parent = QString::fromStdString(account.parent);
         if (!isZero(moved)) {
@@ -96,10 +85,9 @@ void checkBalances(const Held &held, const std::map<int, Sums> &sums, const Peri
     QVERIFY(simple.grand == total);
     QVERIFY(control.grand == total);
     QVERIFY(whole.grand == wholeTotal);
-    for (const Balance *balance : {&simple, &control, &whole}) {
+    for (const Balance *balance : {&simple, &control, &whole})
         for (std::size_t pair = 0; pair < balance->grand.size(); pair += 2)
             QCOMPARE(balance->grand[pair], balance->grand[pair + 1]);
-    }
 }
 
 /// `before` are the sums of a check that went before: what has not changed since is not printed again.
@@ -185,13 +173,12 @@ private Q_SLOTS:
             saveOnScreen(paired.vouchers[typed]);
         post(office.catalog, std::span(paired.vouchers).subspan(typed));
         check(paired, office.catalog, Year);
-        if (QTest::currentTestFailed())
-            return;
 
         // The same books, and then rows that have no other side.
         const Held all(planOf(vouchers, true));
         post(office.catalog, std::span(all.vouchers).subspan(paired.vouchers.size()));
-        check(all, office.catalog, Year, paired.sums(Year));
+        if (!QTest::currentTestFailed())
+            check(all, office.catalog, Year, paired.sums(Year));
     }
 
     /// The same through the menu, the screen and the viewer.
@@ -224,59 +211,30 @@ private Q_SLOTS:
         QCOMPARE(simple.entries, (Columns{held.forwarded(Year), 0}));
     }
 
-    void hugeAmounts_data() {
-        QTest::addColumn<Cents>("most");
-        zel::test::row("ten digits before the point", Cents(9'999'999'999'99));
-        zel::test::row("thirteen digits", Cents(9'999'999'999'999'99));
-    }
-
-    /// Each account with an opening balance, and a debit and a credit before the period and in it, that
-    /// differ little: what is left of them is exact.
+    /// An opening balance, debits and credits that differ little: what is left of them is exact.
     void hugeAmounts() {
-        QFETCH(Cents, most);
         const Held held(planOf(0, false));
-        const int other = held.books.banks().front();
-        Dice dice(3);
-        const auto huge = [&] { return most - dice.below(100'000'000); };
-        BooksOffice office(held);
-        office.connect();
-        std::map<int, Sums> sums = held.sums(Year);
-        BookVoucher before{Kind::JV, 1, Year.from.addDays(-1), {}, {}};
-        BookVoucher voucher{Kind::JV, 2, Year.from, {}, {}};
-        for (auto &[id, sum] : sums) {
-            if (id == other)
-                continue;
-            sum.opening = dice.oneIn(2) ? huge() : -huge();
-            office.catalog.run("update Accounts set OpenBal = " + amountText(sum.opening).toStdString() +
-                               " where RowID = " + std::to_string(id));
-            before.entries.push_back({id, other, huge()});
-            before.entries.push_back({other, id, huge()});
-            const Cents change =
-                before.entries[before.entries.size() - 2].amount - before.entries.back().amount;
-            sum.opening += change;
-            sums[other].opening -= change;
-            sum.debits = huge();
-            sum.credits = huge();
-            voucher.entries.push_back({id, other, sum.debits});
-            voucher.entries.push_back({other, id, sum.credits});
-            sums[other].credits += sum.debits;
-            sums[other].debits += sum.credits;
-        }
-        post(office.catalog, std::vector{before, voucher});
-        const Balance whole(*printedBalance("3", Year));
-        for (const BookAccount &account : held.books.accounts()) {
-            if (account.status != std::string("DD"))
-                continue;
-            const Sums &sum = sums.at(account.id);
-            const Columns begin = sides(sum.opening);
-            const Columns end = sides(sum.closing());
-            const auto row = whole.rows.find(QString::fromStdString(account.nodes));
-            QVERIFY(row != whole.rows.end());
-            QCOMPARE(row->second, (Columns{begin[0], begin[1], sum.debits, sum.credits, end[0], end[1]}));
-            for (const report::DocumentPtr &document :
-                 {printedLedger(Ledger::Simple, account.id, Year), printedBook(account.id, Year)}) {
+        const int bank = held.books.banks().front();
+        const int other = held.books.accounts().back().id;
+        for (const Cents most :
+             {9'999'999'999'99LL, 9'999'999'999'999'99LL}) { // ten digits before the point, thirteen
+            BooksOffice office(held);
+            office.connect();
+            office.catalog.run("update Accounts set OpenBal = " + amountText(-most).toStdString() +
+                               " where RowID = " + std::to_string(bank));
+            const BookVoucher before{Kind::JV, 1, Year.from.addDays(-1), {}, {{bank, other, most - 7}}};
+            const BookVoucher voucher{
+                Kind::JV, 2, Year.from, {}, {{bank, other, most - 29}, {other, bank, most - 31}}};
+            post(office.catalog, std::vector{before, voucher});
+            const Columns expected{0, 7, most - 29, most - 31, 0, 5};
+            const Balance whole(*printedBalance("3", Year));
+            for (const BookAccount &account : held.books.accounts())
+                if (account.id == bank)
+                    QCOMPARE(whole.rows.at(QString::fromStdString(account.nodes)), expected);
+            for (const auto &document :
+                 {printedLedger(Ledger::Simple, bank, Year), printedBook(bank, Year)}) {
                 const PrintedLedger read = ledgerOf(*document);
-                QVERIFY(read.opening == sum.opening && read.closing == sum.closing());
+                QVERIFY(read.opening == -7 && read.closing == -5);
             }
         }
     }

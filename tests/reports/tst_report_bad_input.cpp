@@ -17,6 +17,15 @@ BooksPlan smallBooks() {
     return plan;
 }
 
+/// The sums of all lines but the totals: whatever has no place in the chart has a line all the same.
+Columns linesOf(const report::Document &document, std::size_t amounts) {
+    Columns lines(amounts);
+    for (const PrintedLine &line : balanceOf(document))
+        if (!line.name.startsWith("Total ") && !line.name.startsWith("Grand total"))
+            add(lines, line.amounts);
+    return lines;
+}
+
 /// Of the accounts so named the one with the most rows.
 int busiest(const Held &held, const char *begin) {
     const std::map<int, Sums> sums = held.sums(Year);
@@ -36,8 +45,8 @@ class tst_report_bad_input : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void damagedChart_data() {
-        QTest::addColumn<QString>("damage"); // %1: the account of the ledger that moved most
-        columns<bool, bool>("losesAccount", "losesCash");
+        // %1: the account of the ledger that moved most
+        columns<QString, bool, bool>("damage", "losesAccount", "losesCash");
         row("whole", "select 1", false, false);
         row("an account deleted under its vouchers", "delete from Accounts where RowID = %1", true, false);
         row("the cash account deleted", "delete from Accounts where AcName = 'CASH 0'", false, true);
@@ -58,9 +67,7 @@ private Q_SLOTS:
     /// The sums of all rows stay the totals of every trial balance, and the books go on saying what they
     /// said; a deleted account takes its opening balance along.
     void damagedChart() {
-        QFETCH(QString, damage);
-        QFETCH(bool, losesAccount);
-        QFETCH(bool, losesCash);
+        auto [damage, losesAccount, losesCash] = fetched<QString, bool, bool>();
         const Held held(smallBooks());
         BooksOffice office(held);
         post(office.catalog, held.vouchers);
@@ -78,27 +85,20 @@ private Q_SLOTS:
         Columns whole(6);
         for (const auto &[id, sum] : sums) {
             add(total, {sum.debits, sum.credits});
-            const Columns begin = sides(sum.opening);
-            const Columns end = sides(sum.closing());
-            add(whole, {begin[0], begin[1], sum.debits, sum.credits, end[0], end[1]});
+            add(whole, sum.row());
         }
         add(whole, lackingOpenings(whole));
         for (const char *which : {"", "2", "3"}) {
             const Columns expected = which[0] == '3' ? whole : total;
             const report::DocumentPtr document = printedBalance(which, Year);
-            Balance balance(*document);
+            const Balance balance(*document);
             QCOMPARE(balance.grand, expected);
             QVERIFY(balance.entries.empty());
-            // Whatever has no place in the chart has a line all the same.
-            Columns lines(expected.size());
-            for (const PrintedLine &line : balanceOf(*document))
-                if (!line.name.startsWith("Total ") && !line.name.startsWith("Grand total"))
-                    add(lines, line.amounts);
-            QCOMPARE(lines, expected);
+            QCOMPARE(linesOf(*document, expected.size()), expected);
         }
         for (const int id : {account, cash}) {
-            QVERIFY(ledgerOf(*printedLedger(Ledger::Simple, id, Year)).closing == sums[id].closing());
-            QVERIFY(ledgerOf(*printedLedger(Ledger::Detail, id, Year)).closing == sums[id].closing());
+            for (const Ledger form : {Ledger::Simple, Ledger::Detail})
+                QVERIFY(ledgerOf(*printedLedger(form, id, Year)).closing == sums[id].closing());
             QVERIFY(ledgerOf(*printedBook(id, Year)).closing == sums[id].bookClosing());
             QCOMPARE(ledgerOf(*printedBook(id, Year)).rows, sums[id].contraRows);
         }
@@ -114,8 +114,7 @@ private Q_SLOTS:
 
     /// By the screen: openings alone, which are what closes.
     void emptyPeriods() {
-        QFETCH(QDate, from);
-        QFETCH(QDate, to);
+        const auto [from, to] = fetched<QDate, QDate>();
         const Held held(smallBooks());
         const Period period{from, to};
         const std::map<int, Sums> sums = held.sums(period);
@@ -136,19 +135,17 @@ private Q_SLOTS:
             QVERIFY(balance.rows.empty() && isZero(balance.grand) && balance.entries.empty());
         }
         const Balance whole(*desk.balance("3", period));
-        Columns openings(2);
+        Columns expected(6);
         for (const auto &[id, sum] : sums)
-            add(openings, sides(sum.opening));
-        Columns expected{openings[0], openings[1], 0, 0, openings[0], openings[1]};
+            add(expected, sum.row());
         add(expected, lackingOpenings(expected));
         QCOMPARE(whole.grand, expected);
         QVERIFY(whole.entries.empty());
     }
 
     void companies_data() {
-        QTest::addColumn<QString>("change");
-        QTest::addColumn<int>("times"); // that a book or a trial balance is printed
-        QTest::newRow("none active") << "update Company set comActive = null" << 0;
+        columns<QString, int>("change", "times"); // that a book or a trial balance is printed
+        row("none active", "update Company set comActive = null", 0);
         row("no company", "delete from Company", 0);
         row("two active", "insert into Company (Company, comActive) values ('SECOND', 'Y')", 2);
         row("two, one active", "insert into Company (Company) values ('SECOND')", 1);
@@ -156,8 +153,7 @@ private Q_SLOTS:
 
     /// By the screen: the books and the trial balances ask for a company, the ledgers don't.
     void companies() {
-        QFETCH(QString, change);
-        QFETCH(int, times);
+        const auto [change, times] = fetched<QString, int>();
         const Held held(smallBooks());
         BooksDesk desk(held);
         desk.catalog.run(change.toStdString());
@@ -166,8 +162,8 @@ private Q_SLOTS:
         };
         QCOMPARE(count(desk.cashBook(Year), "Closing balance"), times);
         QCOMPARE(count(desk.bankBook(Year, "BANK 0"), "Closing balance"), times);
-        QCOMPARE(count(desk.ledger(Ledger::Simple, Year, "BANK 0"), "Closing balance"), 1);
-        QCOMPARE(count(desk.ledger(Ledger::Detail, Year, "BANK 0"), "Closing balance"), 1);
+        for (const Ledger form : {Ledger::Simple, Ledger::Detail})
+            QCOMPARE(count(desk.ledger(form, Year, "BANK 0"), "Closing balance"), 1);
         for (const char *which : {"", "2", "3"}) {
             const report::DocumentPtr document = desk.balance(which, Year);
             QCOMPARE(count(document, "Grand total"), times);
@@ -185,49 +181,26 @@ private Q_SLOTS:
         post(office.catalog, held.vouchers);
         office.connect();
         const int cash = held.books.cashAccounts().front();
-        const int head = held.books.studentsHead();
         Columns total(2);
         for (const auto &[id, sum] : held.sums(Year))
             add(total, {sum.debits, sum.credits});
         const std::map<int, Sums> before = held.sums(Year);
-        const std::string id = std::to_string(cash);
-        office.catalog.run(
-            "insert into DetJV (VouNo, VouStatus, VouDate, EntryNo, AcCode, CrAc, DrAmt, CrAmt) values "
-            "(901, 'JV', '2025-05-05', 1, " +
-            std::to_string(head) + ", " + id +
-            ", 10.10, 0), "
-            "(901, 'JV', '2025-05-05', 1, " +
-            id + ", " + std::to_string(head) +
-            ", 0, 10.10), "
-            "(902, 'JV', '2025-05-05', 1, null, " +
-            id +
-            ", 20.20, 0), "
-            "(902, 'JV', '2025-05-05', 1, " +
-            id +
-            ", null, 0, 20.20), "
-            "(903, 'JV', '2025-05-05', 1, 0, " +
-            id +
-            ", 0.07, null), "
-            "(903, 'JV', '2025-05-05', 1, " +
-            id +
-            ", 0, null, 0.07), "
-            "(904, 'JV', '2025-05-05', 1, 99999, " +
-            id +
-            ", null, null), "
-            "(905, 'JV', '2025-05-05', 1, 99999, " +
-            id +
-            ", -5, 0), "
-            "(905, 'JV', '2025-05-05', 1, " +
-            id +
-            ", 99999, 0, -5), "
-            "(906, 'JV', null, 1, 99999, " +
-            id +
-            ", 1000000, 0), "
-            "(907, 'JV', '2025-12-31 13:14:15.000', 1, 99999, " +
-            id +
-            ", 3, 0), "
-            "(907, 'JV', '2025-12-31 13:14:15.000', 1, " +
-            id + ", 99999, 0, 3)");
+        for (const char *values :
+             {"901, '2025-05-05', HEAD, CASH, 10.10, 0", "901, '2025-05-05', CASH, HEAD, 0, 10.10",
+              "902, '2025-05-05', null, CASH, 20.20, 0", "902, '2025-05-05', CASH, null, 0, 20.20",
+              "903, '2025-05-05', 0, CASH, 0.07, null", "903, '2025-05-05', CASH, 0, null, 0.07",
+              "904, '2025-05-05', 99999, CASH, null, null", "905, '2025-05-05', 99999, CASH, -5, 0",
+              "905, '2025-05-05', CASH, 99999, 0, -5", "906, null, 99999, CASH, 1000000, 0",
+              "907, '2025-12-31 13:14:15.000', 99999, CASH, 3, 0",
+              "907, '2025-12-31 13:14:15.000', CASH, 99999, 0, 3"})
+            office.catalog.run(
+                "insert into DetJV (VouStatus, EntryNo, VouNo, VouDate, AcCode, CrAc, DrAmt, CrAmt) "
+                "values ('JV', 1, " +
+                QString(values)
+                    .replace("CASH", QString::number(cash))
+                    .replace("HEAD", QString::number(held.books.studentsHead()))
+                    .toStdString() +
+                ")");
         const Cents moved = 10'10 + 20'20 + 7 - 5'00 + 3'00;
         Columns whole = total;
         add(whole, {moved, moved});
@@ -237,11 +210,7 @@ private Q_SLOTS:
             const std::size_t at = which[0] == '3' ? 2 : 0;
             QCOMPARE((Columns{balance.grand[at], balance.grand[at + 1]}), whole);
             QVERIFY(balance.entries.empty());
-            Columns lines(balance.grand.size());
-            for (const PrintedLine &line : balanceOf(*document))
-                if (!line.name.startsWith("Total ") && !line.name.startsWith("Grand total"))
-                    add(lines, line.amounts);
-            QCOMPARE(lines, balance.grand);
+            QCOMPARE(linesOf(*document, balance.grand.size()), balance.grand);
         }
         const Cents closing = before.at(cash).closing() - moved;
         QVERIFY(ledgerOf(*printedLedger(Ledger::Simple, cash, Year)).closing == closing);

@@ -11,6 +11,9 @@ using namespace zel::test;
 
 namespace {
 
+const QString Day = "2024-03-14";
+constexpr const char *Kinds[] = {"BP", "BR", "CP", "CR", "JV"};
+
 std::shared_ptr<Report> voucher(PostedCatalog &catalog, const QString &kind,
                                 const QString &paidTo = "CITY PROPERTIES") {
     catalog.execute(
@@ -33,18 +36,12 @@ QStringList body(const DocumentPtr &document) {
 
 /// The rows of a voucher with one line, of an amount, between RENT and the bank or the cash account.
 QString rowsOf(const QString &kind, int entry, const QString &amount, const QString &narration = "-") {
-    const bool cash = kind[0] == 'C';
-    const QString own = cash ? "1.1.1" : "1.1.2";
-    const auto row = [&](const QString &account, const QString &other, bool debit) {
-        return QString("2024-03-14 | %1 5 | %2 | %3 | %4 | %5 | %6 | %7\n")
-            .arg(kind, QString::number(entry), account, other, debit ? amount : "0", debit ? "0" : amount,
-                 narration);
-    };
     const bool receives = kind[1] == 'R';
-    if (cash)
-        return row("5.1.1", own, !receives);
-    return receives ? row(own, "5.1.1", true) + row("5.1.1", own, false)
-                    : row("5.1.1", own, true) + row(own, "5.1.1", false);
+    if (kind[0] == 'C')
+        return QString("2024-03-14 | %1 5 | %2 | 5.1.1 | 1.1.1 | %3 | %4 | %5\n")
+            .arg(kind, QString::number(entry), receives ? "0" : amount, receives ? amount : "0", narration);
+    return pair(kind + " 5", receives ? "1.1.2" : "5.1.1", receives ? "5.1.1" : "1.1.2", amount, narration,
+                Day, entry);
 }
 
 } // namespace
@@ -53,83 +50,68 @@ class tst_voucher_documents : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void lines_data() {
-        QTest::addColumn<QString>("rows"); // the first one's kind is the voucher's
-        columns<QString, QStringList>("after", "printed");
+        columns<QString, QString, QStringList>("rows", "after", "printed");
         const QString two = "Two Hundred and 50/100 Only";
 
-        zel::test::row("BP, no narration, a deleted account, a deleted bank",
-                       QString("2024-03-14 | BP 5 | 1 | 5.1.1 | 1.1.2 | 150.50 | 0 | -\n"
-                               "2024-03-14 | BP 5 | 1 | 1.1.2 | 5.1.1 | 0 | 150.50 | -\n"
-                               "2024-03-14 | BP 5 | 2 | 5.1.2 | 2.1.1 | 50 | 0 | LIGHT\n"
-                               "2024-03-14 | BP 5 | 2 | 2.1.1 | 5.1.2 | 0 | 50 | LIGHT\n"),
-                       QString("delete from Accounts where AcNodes in ('5.1.1', '2.1.1')"),
-                       QStringList{"Deleted account no. 18 150.50", "(1.1.2 CITY BANK)",
-                                   "5.1.2 ELECTRICITY 50.00", "LIGHT  (Deleted account no. 8)",
-                                   "Total Rs. 200.50", "Amount in words " + two});
-        zel::test::row("BR, taken back",
-                       QString("2024-03-14 | BR 5 | 1 | 1.1.2 | 4.1.1 | -1250 | 0 | BOUNCED\n"
-                               "2024-03-14 | BR 5 | 1 | 4.1.1 | 1.1.2 | 0 | -1250 | BOUNCED\n"),
-                       QString(),
-                       QStringList{"4.1.1 TUITION FEE -1,250.00", "BOUNCED", "Total Rs. -1,250.00",
-                                   "Amount in words Minus One Thousand Two Hundred Fifty Only"});
-        zel::test::row("CP, the summary is no line, a zero is",
-                       QString("2024-03-14 | CP 5 | 1 | 5.1.1 | 1.1.1 | 200.50 | 0 | RENT\n"
-                               "2024-03-14 | CP 5 | 2 | 5.1.2 | 1.1.1 | 0 | 0 | -\n"
-                               "2024-03-14 | CP 5 | 3 | 1.1.1 | - | 0 | 200.50 | RENT\n"),
-                       QString(),
-                       QStringList{"5.1.1 RENT 200.50", "RENT", "5.1.2 ELECTRICITY 0.00", "Total Rs. 200.50",
-                                   "Amount in words " + two});
-        zel::test::row("CR, the summary is no line, the account deleted",
-                       QString("2024-03-14 | CR 5 | 1 | 4.1.1 | 1.1.1 | 0 | 200 | FEES\n"
-                               "2024-03-14 | CR 5 | 2 | 4.1.2 | 1.1.1 | 0 | 0.50 | FEES\n"
-                               "2024-03-14 | CR 5 | 3 | 1.1.1 | - | 200.50 | 0 | FEES\n"),
-                       QString("delete from Accounts where AcNodes = '4.1.2'"),
-                       QStringList{"4.1.1 TUITION FEE 200.00", "FEES", "Deleted account no. 15 0.50", "FEES",
-                                   "Total Rs. 200.50", "Amount in words " + two});
-        zel::test::row("JV, the debit first whatever the sign",
-                       QString("2024-03-14 | JV 5 | 2 | 5.1.1 | 5.1.2 | -100 | 0 | BACK\n"
-                               "2024-03-14 | JV 5 | 2 | 5.1.2 | 5.1.1 | 0 | -100 | BACK\n"
-                               "2024-03-14 | JV 5 | 1 | 5.1.3 | 2.1.1 | 300.50 | 0 | -\n"
-                               "2024-03-14 | JV 5 | 1 | 2.1.1 | 5.1.3 | 0 | 300.50 | -\n"),
-                       QString("delete from Accounts where AcNodes = '2.1.1'"),
-                       QStringList{"5.1.3 SALARIES 300.50", "Deleted account no. 8 300.50",
-                                   "5.1.1 RENT -100.00", "5.1.2 ELECTRICITY -100.00", "BACK",
-                                   "Total Rs. 200.50 200.50", "Amount in words " + two});
+        row("BP, no narration, a deleted account, a deleted bank",
+            pair("BP 5", "5.1.1", "1.1.2", "150.50", "-") +
+                pair("BP 5", "5.1.2", "2.1.1", "50", "LIGHT", Day, 2),
+            QString("delete from Accounts where AcNodes in ('5.1.1', '2.1.1')"),
+            QStringList{"Deleted account no. 18 150.50", "(1.1.2 CITY BANK)", "5.1.2 ELECTRICITY 50.00",
+                        "LIGHT  (Deleted account no. 8)", "Total Rs. 200.50", "Amount in words " + two});
+        row("BR, taken back", pair("BR 5", "1.1.2", "4.1.1", "-1250", "BOUNCED"), QString(),
+            QStringList{"4.1.1 TUITION FEE -1,250.00", "BOUNCED", "Total Rs. -1,250.00",
+                        "Amount in words Minus One Thousand Two Hundred Fifty Only"});
+        row("CP, the summary is no line, a zero is",
+            QString("2024-03-14 | CP 5 | 1 | 5.1.1 | 1.1.1 | 200.50 | 0 | RENT\n"
+                    "2024-03-14 | CP 5 | 2 | 5.1.2 | 1.1.1 | 0 | 0 | -\n"
+                    "2024-03-14 | CP 5 | 3 | 1.1.1 | - | 0 | 200.50 | RENT\n"),
+            QString(),
+            QStringList{"5.1.1 RENT 200.50", "RENT", "5.1.2 ELECTRICITY 0.00", "Total Rs. 200.50",
+                        "Amount in words " + two});
+        row("CR, the summary is no line, the account deleted",
+            QString("2024-03-14 | CR 5 | 1 | 4.1.1 | 1.1.1 | 0 | 200 | FEES\n"
+                    "2024-03-14 | CR 5 | 2 | 4.1.2 | 1.1.1 | 0 | 0.50 | FEES\n"
+                    "2024-03-14 | CR 5 | 3 | 1.1.1 | - | 200.50 | 0 | FEES\n"),
+            QString("delete from Accounts where AcNodes = '4.1.2'"),
+            QStringList{"4.1.1 TUITION FEE 200.00", "FEES", "Deleted account no. 15 0.50", "FEES",
+                        "Total Rs. 200.50", "Amount in words " + two});
+        row("JV, the debit first whatever the sign",
+            pair("JV 5", "5.1.1", "5.1.2", "-100", "BACK", Day, 2) +
+                pair("JV 5", "5.1.3", "2.1.1", "300.50", "-"),
+            QString("delete from Accounts where AcNodes = '2.1.1'"),
+            QStringList{"5.1.3 SALARIES 300.50", "Deleted account no. 8 300.50", "5.1.1 RENT -100.00",
+                        "5.1.2 ELECTRICITY -100.00", "BACK", "Total Rs. 200.50 200.50",
+                        "Amount in words " + two});
     }
 
     void lines() {
-        QFETCH(QString, rows);
-        QFETCH(QString, after);
-        QFETCH(QStringList, printed);
+        const auto [rows, after, printed] = fetched<QString, QString, QStringList>();
         PostedCatalog catalog;
         catalog.post(rows);
         catalog.execute(after);
-        QCOMPARE(body(voucher(catalog, rows.mid(13, 2))->document()), printed);
+        QCOMPARE(body(voucher(catalog, QString(QTest::currentDataTag()).left(2))->document()), printed);
     }
 
     void words_data() {
         columns<QString, QString>("amount", "words");
-        zel::test::row("less than a lakh", "99999.99",
-                       "Ninety Nine Thousand Nine Hundred Ninety Nine and 99/100 Only");
-        zel::test::row("a lakh", "100000", "One Hundred Thousand Only (One Lakh Only)");
-        zel::test::row("crores", "20300004.05",
-                       "Twenty Million Three Hundred Thousand Four and 05/100 Only "
-                       "(Two Crore Three Lakh Four and 05/100 Only)");
-        zel::test::row(
-            "the greatest", "9999999999.99",
+        row("less than a lakh", "99999.99", "Ninety Nine Thousand Nine Hundred Ninety Nine and 99/100 Only");
+        row("a lakh", "100000", "One Hundred Thousand Only (One Lakh Only)");
+        row("crores", "20300004.05",
+            "Twenty Million Three Hundred Thousand Four and 05/100 Only "
+            "(Two Crore Three Lakh Four and 05/100 Only)");
+        row("the greatest", "9999999999.99",
             "Nine Billion Nine Hundred Ninety Nine Million Nine Hundred Ninety Nine Thousand Nine "
-            "Hundred Ninety Nine and 99/100 Only "
-            "(Nine Hundred Ninety Nine Crore Ninety Nine Lakh Ninety Nine Thousand Nine Hundred Ninety Nine "
-            "and "
-            "99/100 Only)");
-        zel::test::row("taken back", "-250000",
-                       "Minus Two Hundred Fifty Thousand Only (Minus Two Lakh Fifty Thousand Only)");
+            "Hundred Ninety Nine and 99/100 Only (Nine Hundred Ninety Nine Crore Ninety Nine Lakh Ninety "
+            "Nine "
+            "Thousand Nine Hundred Ninety Nine and 99/100 Only)");
+        row("taken back", "-250000",
+            "Minus Two Hundred Fifty Thousand Only (Minus Two Lakh Fifty Thousand Only)");
     }
 
     void words() {
-        QFETCH(QString, amount);
-        QFETCH(QString, words);
-        for (const char *kind : {"BP", "BR", "CP", "CR", "JV"}) {
+        const auto [amount, words] = fetched<QString, QString>();
+        for (const char *kind : Kinds) {
             PostedCatalog catalog;
             catalog.post(rowsOf(kind, 1, amount));
             const QString text = body(voucher(catalog, kind)->document()).join(' ');
@@ -139,8 +121,8 @@ private Q_SLOTS:
 
     void carriedForward_data() {
         QTest::addColumn<QString>("kind");
-        for (const char *kind : {"BP", "BR", "CP", "CR", "JV"})
-            zel::test::row(kind, QString(kind));
+        for (const char *kind : Kinds)
+            row(kind, kind);
     }
 
     /// Forty lines on several pages: each page repeats the headings, says what the one before came to, and
@@ -178,30 +160,26 @@ private Q_SLOTS:
         QCOMPARE(before, 40);
     }
 
-    void bigAndLong_data() { carriedForward_data(); }
-
     /// The longest texts that the columns hold and ten digits before the point stand whole, inside the page
     /// and over nothing else.
     void bigAndLong() {
-        QFETCH(QString, kind);
-        PostedCatalog catalog;
         const QString name = QString("WESTMORELAND AND WARWICKSHIRE MASONRY WORKS ").repeated(3).left(100);
-        catalog.execute("update Accounts set AcName = '" + name +
-                        "' where AcNodes in ('1.1.1', '1.1.2', '5.1.1')");
-        catalog.execute("update Company set Company = '" + name + "', comAddr = '" + name + name.left(50) +
-                        "'");
-        QString rows;
-        for (int entry = 1; entry <= 12; ++entry)
-            rows += rowsOf(kind, entry, entry % 2 ? "9999999999.99" : "-9999999999.99", name + name.left(99));
-        rows += rowsOf(kind, 13, "9999999999.99");
-        catalog.post(rows);
-        catalog.execute(
-            QString("update DetJV set ChecqNo = 'CHQ-WWWWWWWW-1234567', FileNo = 'FILE-WWW-1', BillNo = "
-                    "'BILL-WWW-1'"));
-        const auto document = voucher(catalog, kind, name)->document();
-        const QString text = wholeText(*document);
-        QVERIFY(text.contains("Total Rs. 9,999,999,999.99"));
-        QCOMPARE(text.count(" -9,999,999,999.99\n"), kind == "JV" ? 12 : 6);
+        for (const QString kind : Kinds) {
+            PostedCatalog catalog;
+            catalog.execute("update Accounts set AcName = '" + name +
+                            "' where AcNodes in ('1.1.1', '1.1.2', '5.1.1')");
+            catalog.execute("update Company set Company = '" + name + "', comAddr = '" + name +
+                            name.left(50) + "'");
+            for (int entry = 1; entry <= 12; ++entry)
+                catalog.post(rowsOf(kind, entry, entry % 2 ? "9999999999.99" : "-9999999999.99",
+                                    name + name.left(99)));
+            catalog.post(rowsOf(kind, 13, "9999999999.99"));
+            catalog.execute("update DetJV set ChecqNo = 'CHQ-WWWWWWWW-1234567', FileNo = 'FILE-WWW-1', "
+                            "BillNo = 'BILL-WWW-1'");
+            const QString text = wholeText(*voucher(catalog, kind, name)->document());
+            QVERIFY(text.contains("Total Rs. 9,999,999,999.99"));
+            QCOMPARE(text.count(" -9,999,999,999.99\n"), kind == "JV" ? 12 : 6);
+        }
     }
 };
 

@@ -10,7 +10,6 @@
 
 #include "platform/base/error.h"
 
-#include <QComboBox>
 #include <QFile>
 #include <QLineEdit>
 #include <QtTest>
@@ -58,6 +57,18 @@ private:
 
 } // namespace
 
+/// The login stands, in the catalog's folder or where Server.txt leads.
+struct Login {
+    explicit Login(const std::optional<QByteArray> &server = {}) {
+        if (server)
+            writeServer(office, *server);
+        shell::Main();
+        screen = form("frmLogin");
+    }
+    Office office;
+    QWidget *screen = nullptr;
+};
+
 static const Scenes scenes = {
     {"no file",
      [] {
@@ -65,12 +76,7 @@ static const Scenes scenes = {
          QFile::remove(office.folder() + "/Server.txt");
          shell::Main();
      }},
-    {"empty file",
-     [] {
-         Office office;
-         writeServer(office, "");
-         shell::Main();
-     }},
+    {"empty file", [] { Login(""); }},
     {"early query",
      [] {
          Office office;
@@ -78,9 +84,7 @@ static const Scenes scenes = {
      }},
     {"cancel",
      [] {
-         Office office;
-         shell::Main();
-         click(form("frmLogin"), "cmdCancel");
+         click(Login().screen, "cmdCancel");
          qWarning("after the end");
      }},
 };
@@ -102,61 +106,36 @@ private Q_SLOTS:
     }
 
     void readsServer() {
-        QFETCH(QByteArray, content);
-        QFETCH(QString, server);
-        Office office;
-        writeServer(office, content);
-        shell::Main();
-        QWidget *login = form("frmLogin");
-        QCOMPARE(text(login, "txtServer"), server);
-        QCOMPARE(text(login, "cboUsers"), "sa");
-        picture(login, "login");
-
-        typeInto(login, "txtServer", "other");
-        QCOMPARE(text(login, "txtServer"), server);
-    }
-
-    void endsProgram_data() {
-        columns<QString, QString, int>("scene", "box", "status");
-        row("no Server.txt", "no file", "Error 53:\n\nFile not found", 1);
-        row("empty Server.txt", "empty file", "Error 62:\n\nInput past end of file", 1);
-        row("query before the login", "early query", "Error 3704:", 1);
-        row("cancel", "cancel", "", 0);
+        const auto [content, server] = fetched<QByteArray, QString>();
+        const Login login(content);
+        expect(login.screen, "txtServer=" + server + "; cboUsers=sa");
+        typeInto(login.screen, "txtServer", "other");
+        expect(login.screen, "txtServer=" + server);
     }
 
     void endsProgram() {
-        QFETCH(QString, scene);
-        QFETCH(QString, box);
-        QFETCH(int, status);
-        const Ended ended = play(scene);
-        QVERIFY2(ended.status == status, qPrintable(ended.errorStream));
-        QVERIFY2(box.isEmpty() ? ended.box.isEmpty() : ended.box.startsWith(box), qPrintable(ended.box));
-        QVERIFY(!ended.errorStream.contains("after the end"));
+        expectEnd("no file", "Error 53:\n\nFile not found");
+        expectEnd("empty file", "Error 62:\n\nInput past end of file");
+        expectEnd("early query", "Error 3704:");
+        const Ended cancelled = play("cancel");
+        QVERIFY2(cancelled.status == 0 && cancelled.box.isEmpty(), qPrintable(cancelled.box));
+        QVERIFY(!cancelled.errorStream.contains("after the end"));
     }
 
     void refuses_data() {
-        columns<QString, QString>("user", "password");
-        QTest::addColumn<QString>("server"); // '' leaves the catalog's folder
-        QTest::newRow("wrong password") << "sa"
-                                        << "nonsense"
-                                        << "";
+        columns<QString, QString, QString>("user", "password", "server"); // '' leaves the catalog's folder
+        row("wrong password", "sa", "nonsense", "");
         row("unknown user", "nobody", "", "");
         row("no catalog there", "sa", "", "./nowhere");
         row("apostrophe", "sa' or '1'='1", "x", "");
     }
 
     void refuses() {
-        QFETCH(QString, user);
-        QFETCH(QString, password);
-        QFETCH(QString, server);
-        Office office;
-        if (!server.isEmpty())
-            writeServer(office, server.toUtf8());
+        const auto [user, password, server] = fetched<QString, QString, QString>();
+        const Login login(server.isEmpty() ? std::nullopt : std::optional(server.toUtf8()));
         shell::gUserName = "BEFORE";
         shell::gPassword = "KEPT";
-        shell::Main();
-        QWidget *login = form("frmLogin");
-        typeInto(login, "cboUsers", user);
+        typeInto(login.screen, "cboUsers", user);
         press(Qt::Key_Return);
         type(password);
         const std::vector<Box> boxes = boxesOf([] { press(Qt::Key_Return); }, {QMessageBox::Ok});
@@ -169,46 +148,32 @@ private Q_SLOTS:
         QCOMPARE(shell::gCon.State(), ado::adStateClosed);
         QCOMPARE(shell::gUserName, "BEFORE");
         QCOMPARE(shell::gPassword, "KEPT");
-        QCOMPARE(text(login, "cboUsers"), user);
-        QCOMPARE(focused(), "txtPassword");
-        QCOMPARE(control<QLineEdit>(login, "txtPassword")->selectedText().size(), password.size());
-
         // The whole password is selected: what is typed next replaces it.
+        expect(login.screen,
+               "cboUsers=" + user + "; txtPassword.selectedText=" + password + "; focus=txtPassword");
         type("new");
-        QCOMPARE(text(login, "txtPassword"), "new");
-    }
-
-    void userAsTyped_data() {
-        QTest::addColumn<QString>("user");
-        for (const char *user : {"s", "S", "SA", "sam", "sa "})
-            row(user, user);
+        expect(login.screen, "txtPassword=new");
     }
 
     /// The list's name completes and corrects no other.
     void userAsTyped() {
-        QFETCH(QString, user);
-        Office office;
-        shell::Main();
-        QWidget *login = form("frmLogin");
-        typeInto(login, "cboUsers", user);
-        QCOMPARE(text(login, "cboUsers"), user);
-        press(Qt::Key_Return);
-        QCOMPARE(focused(), "txtPassword");
-        QCOMPARE(text(login, "cboUsers"), user);
-        QCOMPARE(control<QComboBox>(login, "cboUsers")->count(), 1);
+        for (const QString user : {"s", "S", "SA", "sam", "sa "}) {
+            const Login login;
+            typeInto(login.screen, "cboUsers", user);
+            expect(login.screen, "cboUsers=" + user);
+            press(Qt::Key_Return);
+            expect(login.screen, "cboUsers=" + user + "; cboUsers.count=1; focus=txtPassword");
+        }
     }
 
     void keys() {
-        Office office;
-        shell::Main();
-        QWidget *login = form("frmLogin");
-        controls::FormLife *life = shell::frmLogin::reference.get();
-        controls::Form *before = shell::frmLogin::reference.get();
-        QVERIFY(life->isShown());
-        pressOn(login, "cboUsers", Qt::Key_Return);
+        const Login login;
+        const controls::Form *before = shell::frmLogin::reference.get();
+        QVERIFY(shell::frmLogin::reference->isShown());
+        pressOn(login.screen, "cboUsers", Qt::Key_Return);
         QCOMPARE(focused(), "txtPassword");
-        QCOMPARE(control<QLineEdit>(login, "txtPassword")->echoMode(), QLineEdit::Password);
-        click(login, "cmdLogIn");
+        QCOMPARE(control<QLineEdit>(login.screen, "txtPassword")->echoMode(), QLineEdit::Password);
+        click(login.screen, "cmdLogIn");
         QVERIFY(form("MDIForm1"));
         QVERIFY(!form("frmLogin"));
         QVERIFY(shell::frmLogin::reference.get() != before);
@@ -226,9 +191,7 @@ private Q_SLOTS:
         press(Qt::Key_X, Qt::AltModifier);
         settle();
         QVERIFY(!form("MDIForm1"));
-        QVERIFY(form("frmLogin"));
-        QCOMPARE(text(form("frmLogin"), "cboUsers"), "sa");
-        QCOMPARE(text(form("frmLogin"), "txtPassword"), "");
+        expect(form("frmLogin"), "cboUsers=sa; txtPassword=");
         QCOMPARE(shell::gCon.State(), ado::adStateOpen);
         QCOMPARE(shell::gUserName, "sa");
 
@@ -254,10 +217,8 @@ private Q_SLOTS:
     }
 
     void changesDisplay() {
-        QFETCH(int, result);
-        QFETCH(bool, back);
-        QFETCH(QMessageBox::StandardButton, answer);
-        QFETCH(QStringList, calls);
+        const auto [result, back, answer, calls] =
+            fetched<int, bool, QMessageBox::StandardButton, QStringList>();
         QStringList made;
         shell::frmLogin login;
         login.SetResulation(); // a platform without such calls: nothing happens
@@ -274,9 +235,6 @@ private Q_SLOTS:
     }
 };
 
-int main(int argc, char *argv[]) {
-    tst_login tests;
-    return run(argc, argv, tests, scenes);
-}
+ZEL_TEST_MAIN(tst_login, scenes)
 
 #include "tst_login.moc"

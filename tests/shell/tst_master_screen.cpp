@@ -81,17 +81,13 @@ private Q_SLOTS:
         typeInto(screen, "txtSearch", "u");
         control<controls::Grid>(screen, "Msh")->setRow(1);
         pressOn(screen, "Msh", Qt::Key_F2);
-        QCOMPARE(text(screen, "txt_Row_No") + text(screen, "txtCName") + underWay(),
-                 "2AUTUMNcorrecting entry 2");
+        expect(screen, "txt_Row_No=2; txtCName=AUTUMN; underWay=correcting entry 2");
         pressOn(screen, "Msh", Qt::Key_Return);
         settle();
         QVERIFY(!form("frmDirectory"));
     }
 };
 
-int main(int argc, char *argv[]) {
-    tst_master_screen tests;
-    return run(argc, argv, tests, {});
-}
+ZEL_TEST_MAIN(tst_master_screen)
 
 #include "tst_master_screen.moc"

@@ -10,23 +10,24 @@ namespace zel::test {
 
 namespace {
 
-/// A money amount as a plain number: whole, or the nearest binary fraction.
-struct Money {
-    Cents cents;
-};
-
+/// A value as it is handed to SQLite, which makes a number of it where the column holds numbers; none is
+/// NULL.
 using Text = std::optional<std::string>;
 
 Text orNull(const std::string &text) {
     return text.empty() ? Text() : Text(text);
 }
 
-std::optional<int> orNull(int number) {
-    return number == 0 ? std::optional<int>() : number;
+Text orNull(int number) {
+    return number == 0 ? Text() : Text(std::to_string(number));
 }
 
-std::string dayText(QDate day) {
-    return day.toString(Qt::ISODate).toStdString();
+Text money(Cents cents) {
+    char text[32];
+    const Cents size = cents < 0 ? -cents : cents;
+    std::snprintf(text, sizeof text, "%s%lld.%02d", cents < 0 ? "-" : "", static_cast<long long>(size / 100),
+                  static_cast<int>(size % 100));
+    return text;
 }
 
 } // namespace
@@ -40,33 +41,15 @@ public:
     Insert(const Insert &) = delete;
     Insert &operator=(const Insert &) = delete;
 
-    template <class... Values>
-    void operator()(const Values &...values) {
+    void operator()(const std::vector<Text> &values) {
         int at = 0;
-        (bind(++at, values), ...);
+        for (const Text &value : values)
+            sqlite3_bind_text(m_statement, ++at, value ? value->c_str() : nullptr, -1, SQLITE_TRANSIENT);
         m_catalog.check(sqlite3_step(m_statement));
         sqlite3_reset(m_statement);
     }
 
 private:
-    void bind(int at, int value) { sqlite3_bind_int(m_statement, at, value); }
-    void bind(int at, Money value) {
-        if (value.cents % 100 == 0)
-            sqlite3_bind_int64(m_statement, at, value.cents / 100);
-        else
-            sqlite3_bind_double(m_statement, at, double(value.cents) / 100);
-    }
-    void bind(int at, const std::string &value) {
-        sqlite3_bind_text(m_statement, at, value.data(), int(value.size()), SQLITE_TRANSIENT);
-    }
-    template <class T>
-    void bind(int at, const std::optional<T> &value) {
-        if (value)
-            bind(at, *value);
-        else
-            sqlite3_bind_null(m_statement, at);
-    }
-
     BookCatalog &m_catalog;
     sqlite3_stmt *m_statement = nullptr;
 };
@@ -117,9 +100,9 @@ void BookCatalog::open(const SeededBooks &books) {
                " values(?,?,?,?,?,?,?,?,?)");
     for (const BookAccount &one : books.accounts()) {
         const bool posts = one.status == std::string("DD");
-        account(one.id, one.parent, one.code, one.nodes, one.name, std::string(one.status),
-                posts && one.hasOpening ? std::optional(Money{one.opening}) : std::nullopt,
-                posts ? Text("2024-01-01") : Text(), one.bank ? Text("B") : Text());
+        account({std::to_string(one.id), one.parent, std::to_string(one.code), one.nodes, one.name,
+                 one.status, posts && one.hasOpening ? money(one.opening) : Text(),
+                 posts ? Text("2024-01-01") : Text(), one.bank ? Text("B") : Text()});
     }
     const std::string cash = std::to_string(books.cashAccounts().front());
     run("update VouSetting set AcCode = '" + cash + "' where VouStatus in ('CP','CR','RI')");
@@ -137,17 +120,61 @@ void BookCatalog::post(const BookVoucher &voucher) {
                    "Naration,FileNo,BillNo,SessionID,SubID) values(?,?,?,?,?,?,?,?,?,?,?,?,?,?)");
     }
     const std::string kind = codeOf(voucher.kind);
-    const std::string day = dayText(voucher.date);
+    const std::string day = voucher.date.toString(Qt::ISODate).toStdString();
+    const std::string number = std::to_string(voucher.number);
     for (const BookLine &one : linesOf(voucher)) {
         const bool bare = one.summary; // which bears a narration and no more
-        (*m_line)(one.number, kind, day, one.entry, one.account, orNull(one.contra), Money{one.debit},
-                  Money{one.credit}, bare ? Text() : Text(one.from->cheque), one.from->narration,
-                  bare ? Text() : orNull(one.from->file), bare ? Text() : orNull(one.from->bill),
-                  orNull(one.from->session), orNull(one.from->subject));
+        (*m_line)({number, kind, day, std::to_string(one.entry), std::to_string(one.account),
+                   orNull(one.contra), money(one.debit), money(one.credit),
+                   bare ? Text() : Text(one.from->cheque), one.from->narration,
+                   bare ? Text() : orNull(one.from->file), bare ? Text() : orNull(one.from->bill),
+                   orNull(one.from->session), orNull(one.from->subject)});
     }
     if (voucher.kind != Kind::AR && voucher.kind != Kind::CF)
-        (*m_header)(voucher.number, kind, day, voucher.paidTo, Money{voucher.total()},
-                    voucher.kind == Kind::FR ? Text("CASH") : Text());
+        (*m_header)({number, kind, day, voucher.paidTo, money(voucher.total()),
+                     voucher.kind == Kind::FR ? Text("CASH") : Text()});
+}
+
+void BookCatalog::enroll(const SeededInstitute &institute) {
+    const InstitutePlan &plan = institute.plan;
+    run("begin");
+    const auto name = [&](const char *table, const char *columns, int count, const auto &row) {
+        Insert insert(*this, (std::string("insert into ") + table + columns).c_str());
+        for (int id = 1; id <= count; ++id)
+            insert(row(std::to_string(id)));
+    };
+    using Texts = std::vector<Text>;
+    name("tblSession", "(SessionId,SessionName) values(?,?)", plan.sessions, [](const std::string &id) {
+        return Texts{id, "SESSION " + id};
+    });
+    name("tblCourse", "(CourseId,CourseName) values(?,?)", plan.courses, [](const std::string &id) {
+        return Texts{id, "COURSE " + id};
+    });
+    name("tblSubject", "(SubId,CourseId,SubName) values(?,?,?)", plan.subjects - 1,
+         [&](const std::string &id) {
+             return Texts{id, std::to_string(institute.courseOf(std::stoi(id))), "SUBJECT " + id};
+         });
+    Insert application(*this,
+                       "insert into tblMasApp(AppID,CusCode,SessionID,RegNo,StuName,FatherName,FixDate)"
+                       " values(?,?,?,?,?,'SOMEBODY','2025-09-01')");
+    Insert line(*this, "insert into tblDetApp(AppID,SubID,SubAmt,Discount,NetAmount,RecAmount,InActive)"
+                       " values(?,?,?,?,?,?,?)");
+    for (const Applicant &one : institute.applicants) {
+        const std::string id = std::to_string(one.id);
+        application(
+            {id, std::to_string(one.account), std::to_string(one.session), "R-" + id, "STUDENT " + id});
+        for (const TakenSubject &taken : one.taken)
+            line({id, std::to_string(taken.subject), money(taken.fee), money(taken.discount),
+                  taken.charged ? Text(money(taken.net())) : Text(),
+                  taken.received == 0 ? Text() : Text(money(taken.received)),
+                  taken.inactive ? Text("1") : Text()});
+    }
+    run("update Accounts set OpenBal = (select round(sum(NetAmount), 2) from tblMasApp join tblDetApp using "
+        "(AppID)"
+        " where CusCode = RowID) where RowID in (select CusCode from tblMasApp)");
+    for (const BookVoucher &voucher : institute.vouchers)
+        post(voucher);
+    run("commit; analyze;");
 }
 
 void BookCatalog::fill(SeededBooks books) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/support/seeded_books.h"
+#include "tests/support/seeded_institute.h"
 
 #include <memory>
 #include <string>
@@ -27,6 +27,9 @@ public:
     void open(const SeededBooks &books);
     /// Writes a voucher's rows.
     void post(const BookVoucher &voucher);
+    /// Sessions, courses, subjects and applications, their students' accounts opened with what all of them
+    /// come to; then the vouchers. The accounts are open()ed before.
+    void enroll(const SeededInstitute &institute);
     /// Both for all books, in one transaction, then ANALYZE.
     void fill(SeededBooks books);
 

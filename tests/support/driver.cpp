@@ -50,6 +50,23 @@ void reactivate() {
         qFatal("no window is active behind the box");
 }
 
+QString shown(QWidget *screen, const QString &fact) {
+    if (fact == "focus")
+        return focused();
+    if (fact == "said" || fact == "underWay")
+        return fact == "said" ? said() : underWay();
+    const QString name = fact.section('.', 0, 0);
+    const QWidget *widget = control(screen, name);
+    if (const auto *grid = qobject_cast<const controls::Grid *>(widget); grid && fact == name)
+        return QString::number(grid->Rows());
+    if (fact == name)
+        return text(screen, name);
+    const QVariant value = widget->property(fact.section('.', 1).toLatin1().constData());
+    if (!value.isValid())
+        qFatal("no property %s", qPrintable(fact));
+    return value.toString();
+}
+
 } // namespace
 
 std::vector<Box> boxesOf(const std::function<void()> &action,
@@ -120,6 +137,16 @@ QString text(QWidget *form, const QString &name) {
     if (const auto *memo = qobject_cast<const QPlainTextEdit *>(widget))
         return memo->toPlainText();
     return widget->property("text").toString();
+}
+
+void expect(QWidget *form, const QString &facts, const char *file, int line) {
+    const QStringList expected = facts.split("; ");
+    QStringList actual;
+    for (const QString &fact : expected) {
+        const QString name = fact.section('=', 0, 0);
+        actual << name + '=' + shown(form, name);
+    }
+    QTest::qCompare(actual, expected, "shown", "expected", file, line);
 }
 
 QString said() {
@@ -209,6 +236,13 @@ QStringList cells(QWidget *form, const QString &grid) {
         rows << texts.join('|');
     }
     return rows;
+}
+
+QStringList columnOf(QWidget *form, const QString &grid, int column) {
+    QStringList texts = cells(form, grid).mid(1);
+    for (QString &text : texts)
+        text = text.section('|', column, column);
+    return texts;
 }
 
 void picture(QWidget *widget, const QString &name) {

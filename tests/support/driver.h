@@ -52,6 +52,13 @@ template <class T>
 /// The text of a box, a button, a label or a combo.
 [[nodiscard]] QString text(QWidget *form, const QString &name);
 
+/// Holds that a screen shows what is told of it: "txtDrAc=RENT; txtDrAc.Tag=4; MshEntry=3;
+/// cmdDelete.enabled=false; focus=cmdAdd". A control's name stands for its text, a grid's for its rows with
+/// the heading, NAME.PROPERTY for any property; "focus" is the control that has it, "said" and "underWay"
+/// stand in the status bar.
+void expect(QWidget *form, const QString &facts, const char *file = __builtin_FILE(),
+            int line = __builtin_LINE());
+
 /// What the main window's status bar says has happened, and is under way on the active screen.
 [[nodiscard]] QString said();
 [[nodiscard]] QString underWay();
@@ -77,6 +84,9 @@ void settle();
 
 /// The visible and hidden cells of a grid, one text a row with "|" between cells; the first is the heading.
 [[nodiscard]] QStringList cells(QWidget *form, const QString &grid);
+
+/// One column of a grid below the heading.
+[[nodiscard]] QStringList columnOf(QWidget *form, const QString &grid, int column);
 
 /// A picture of a widget into the folder that ZEL_PICTURES names; nothing without it.
 void picture(QWidget *widget, const QString &name);

@@ -2,14 +2,30 @@
 
 #include <QTest>
 
+#include <tuple>
+#include <vector>
+
 /// The tables of data-driven tests.
 namespace zel::test {
+
+/// Those that columns() named last.
+inline std::vector<const char *> columnNames;
 
 /// The running test's columns: their types, then their names.
 template <typename... Types, typename... Names>
 void columns(Names... names) {
     static_assert(sizeof...(Types) == sizeof...(Names));
+    columnNames = {names...};
     (static_cast<void>(QTest::addColumn<Types>(names)), ...);
+}
+
+/// The running row's values, a type for each of the test's columns. Another type than the column's ends the
+/// tests.
+template <typename... Types>
+std::tuple<Types...> fetched() {
+    auto name = columnNames.cbegin();
+    const auto next = [&name](int type) { return QTest::qData(*name++, type); };
+    return {*static_cast<Types *>(next(qMetaTypeId<Types>()))...};
 }
 
 /// Fills a row that QTest made: a value for each column.

@@ -70,4 +70,13 @@ Ended play(const QString &scene) {
     return ended;
 }
 
+void expectEnd(const QString &scene, const QString &box, const char *file, int line) {
+    const Ended ended = play(scene);
+    const QString told = QString("%1, %2\n%3").arg(ended.status).arg(ended.box, ended.errorStream);
+    const QString number = ended.box.section(':', 0, 0).toLower() + ": ";
+    QTest::qVerify(ended.status == 1 && ended.box.startsWith(box) && number.startsWith("error ") &&
+                       ended.errorStream.contains(number),
+                   "ends by the failure", qPrintable(told), file, line);
+}
+
 } // namespace zel::test

@@ -19,12 +19,7 @@ namespace zel::test {
 /// The accounts of these tests; RowID is the place in the list.
 inline const char *const Accounts[] = {"", "BANK ONE", "BANK TWO", "CASH BOX", "RENT", "LIGHT", "FEES"};
 
-inline int accountId(const QString &name) {
-    for (int i = 1; i < int(std::size(Accounts)); ++i)
-        if (name == Accounts[i])
-            return i;
-    return 0;
-}
+inline constexpr const char *Kinds[] = {"BP", "BR", "CP", "CR", "JV"};
 
 /// One line as it is typed. An empty account is left as the screen has it.
 struct Line {
@@ -37,24 +32,40 @@ struct Line {
     QString bill{};
 };
 
+/// A line that a kind is usually of.
+inline Line lineOf(const QByteArray &kind, const QString &amount = "1") {
+    const QString own = kind[0] == 'C' ? "CASH BOX" : kind == "JV" ? "FEES" : "BANK ONE";
+    return kind[1] == 'R' ? Line{own, "RENT", amount} : Line{"RENT", own, amount};
+}
+
+/// A row of a test for each kind.
+inline void kindRows() {
+    columns<QByteArray>("kind");
+    for (const char *kind : Kinds)
+        row(kind, QByteArray(kind));
+}
+
 class Desk {
 public:
-    /// A fresh catalog with the accounts above and a user logged in.
-    explicit Desk(const Sql &rows = {}) {
+    /// A fresh catalog with the accounts above and what the statements add, a user logged in, and the screen
+    /// of a kind open, if one is told.
+    explicit Desk(const char *kind = nullptr, const Sql &statements = {}) {
         for (int i = 1; i < int(std::size(Accounts)); ++i) {
             office.execute(
                 "insert into Accounts (ParentID, Dcode, AcName, AcStatus, BStatus) values ('1.1', "_sql + i +
                 ", '" + QString(Accounts[i]) + "', 'DD', " + (i <= 2 ? Sql("'B'") : Sql("null")) + ")");
         }
-        if (!rows.text().empty())
-            office.execute(rows);
+        if (!statements.text().empty())
+            office.execute(statements);
         shell::setScreens(vouchers::voucherScreens());
         office.logIn();
+        if (kind)
+            open(kind);
     }
 
     void open(const char *kind) {
-        m_kind = &vouchers::voucherKind(kind);
-        m_form = openByMenu(m_kind->menu, m_kind->form);
+        const vouchers::VoucherKind &wanted = vouchers::voucherKind(kind);
+        m_form = openByMenu(wanted.menu, wanted.form);
     }
 
     /// Works a screen that a test has shown itself.
@@ -65,14 +76,20 @@ public:
         return control<controls::TextBox>(m_form, name);
     }
     [[nodiscard]] QString text(const char *name) const { return box(name)->text(); }
-    [[nodiscard]] QString tag(const char *name) const { return box(name)->Tag(); }
     [[nodiscard]] controls::Grid *grid(const char *name) const {
         return control<controls::Grid>(m_form, name);
     }
-    [[nodiscard]] bool enabled(const char *name) const { return control(m_form, name)->isEnabled(); }
-    [[nodiscard]] QString label(const char *name) const {
-        return control(m_form, name)->property("text").toString();
+    /// "BANK ONE 1|": the debit and the credit account in their boxes, and which they stand for.
+    [[nodiscard]] QString accounts() const {
+        return (text("txtDrAc") + ' ' + box("txtDrAc")->Tag()).trimmed() + '|' +
+               (text("txtCrAc") + ' ' + box("txtCrAc")->Tag()).trimmed();
     }
+    void expect(const QString &facts, const char *file = __builtin_FILE(),
+                int line = __builtin_LINE()) const {
+        test::expect(m_form, facts, file, line);
+    }
+    void execute(const Sql &statements) { office.execute(statements); }
+    [[nodiscard]] QStringList rows(const Sql &statement) { return office.rows(statement); }
     /// The cells of a grid below the heading, the columns that can be seen.
     [[nodiscard]] QStringList seen(const char *name) const {
         QStringList rows;
@@ -96,8 +113,7 @@ public:
         press(Qt::Key_Down);
         press(Qt::Key_Return);
         QTRY_VERIFY(!form("frmFindAC"));
-        QTRY_COMPARE(tag(qstrcmp(button, "cmdSelectDr") == 0 ? "txtDrAc" : "txtCrAc"),
-                     QString::number(accountId(account)));
+        QTRY_VERIFY(text(qstrcmp(button, "cmdSelectDr") == 0 ? "txtDrAc" : "txtCrAc").contains(account));
     }
 
     /// Fills the line's boxes.
@@ -118,26 +134,23 @@ public:
             memo->selectAll();
         typeInto(m_form, name, text);
     }
-    std::vector<Box> add(const Line &line) {
+    QStringList add(const Line &line) {
         fill(line);
         return push("cmdAdd");
     }
-    std::vector<Box> push(const char *button, QMessageBox::StandardButton answer = QMessageBox::Ok) {
-        return boxes([&] { click(m_form, button); }, answer);
+    /// The texts that come up.
+    QStringList push(const char *button, QMessageBox::StandardButton answer = QMessageBox::Ok) {
+        return textsOf([&] { click(m_form, button); }, {answer});
     }
-    /// What an action says. The window comes back to the front behind a box, which not every platform of
-    /// tests does by itself.
-    static std::vector<Box> boxes(const std::function<void()> &action,
-                                  QMessageBox::StandardButton answer = QMessageBox::Ok) {
-        std::vector<Box> shown = boxesOf(action, {answer});
-        if (!QApplication::activeWindow())
-            form("MDIForm1")->activateWindow();
-        settle();
-        return shown;
+    /// A voucher of one line.
+    void save(const Line &line) {
+        add(line);
+        push("cmdSave");
     }
     void date(int year, int month, int day) {
         control<controls::DateBox>(m_form, "DTPicker")->setValue(QDate(year, month, day));
     }
+    void toSearch() const { turnTo(m_form, "SSTab1", 1); }
     /// Opens the voucher in that row of the search list, 1 the newest.
     void openFromSearch(int row) {
         grid("mshSearch")->setRow(row);
@@ -158,7 +171,6 @@ public:
     Office office;
 
 private:
-    const vouchers::VoucherKind *m_kind = nullptr;
     QWidget *m_form = nullptr;
 };
 
@@ -175,9 +187,10 @@ inline QStringList table(const QString &text) {
     return rows;
 }
 
-inline void compare(const QStringList &actual, const QStringList &expected) {
-    QVERIFY2(actual == expected,
-             qPrintable("\nis:\n" + actual.join('\n') + "\nshould be:\n" + expected.join('\n')));
+inline void compare(const QStringList &actual, const QStringList &expected,
+                    const char *file = __builtin_FILE(), int line = __builtin_LINE()) {
+    const QString both = "\nis:\n" + actual.join('\n') + "\nshould be:\n" + expected.join('\n');
+    QTest::qVerify(actual == expected, "the rows are so", qPrintable(both), file, line);
 }
 
 } // namespace zel::test

@@ -3,6 +3,7 @@
 #include "platform/base/date_text.h"
 #include "platform/base/error.h"
 #include "platform/base/scaled_number.h"
+#include "platform/tsql/meaning/types.h"
 #include "platform/tsql/text/conversions.h"
 #include "platform/tsql/text/dates.h"
 
@@ -141,28 +142,14 @@ Value fitted(const Value &value, const tsql::Type &type) {
 
 int definedSize(const tsql::Type &type) {
     switch (type.kind) {
-    case TypeKind::Bit:
-        return 1;
-    case TypeKind::TinyInt:
-        return 3;
-    case TypeKind::SmallInt:
-        return 6;
-    case TypeKind::Int:
-        return 11;
-    case TypeKind::BigInt:
-        return 20;
     case TypeKind::Numeric:
         return type.length + 2;
-    case TypeKind::Money:
-        return 21;
     case TypeKind::Float:
         return 22;
-    case TypeKind::Date:
-        return 10;
     case TypeKind::DateTime:
         return 23;
     default:
-        return type.length;
+        return tsql::textWidth(type);
     }
 }
 

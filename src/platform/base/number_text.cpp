@@ -9,7 +9,10 @@
 
 namespace zel {
 
-Decimal leadingNumber(const QString &text) {
+namespace {
+
+/// The characters of the number at the start of a text, all of them ASCII.
+QVarLengthArray<char, 32> leadingCharacters(const QString &text) {
     qsizetype i = 0;
     while (i < text.size() && text[i].isSpace())
         ++i;
@@ -21,10 +24,25 @@ Decimal leadingNumber(const QString &text) {
         point = point || text[i] == u'.';
         ++i;
     }
-    QVarLengthArray<char, 32> number; // all of it is ASCII
+    QVarLengthArray<char, 32> number;
     for (qsizetype at = start; at < i; ++at)
         number.append(static_cast<char>(text[at].unicode()));
+    return number;
+}
+
+} // namespace
+
+Decimal leadingNumber(const QString &text) {
+    const auto number = leadingCharacters(text);
     return Decimal::parse({number.constData(), static_cast<std::size_t>(number.size())}).value_or(Decimal());
+}
+
+double leadingDouble(const QString &text) {
+    const auto number = leadingCharacters(text);
+    const bool plus = !number.isEmpty() && number.front() == '+';
+    double value = 0;
+    std::from_chars(number.cbegin() + (plus ? 1 : 0), number.cend(), value);
+    return value;
 }
 
 std::string plainText(double value) {

@@ -12,6 +12,8 @@ namespace zel {
 /// The number at the start of a text, blanks and a sign before it allowed; 0 when there is none.
 /// Grouping commas end the number ("1,234" is 1). A number too large raises Error 8115.
 [[nodiscard]] Decimal leadingNumber(const QString &text);
+/// The same as a double, so that no number is too large.
+[[nodiscard]] double leadingDouble(const QString &text);
 
 /// The shortest text of a double, plain where it has fewer than 16 digits, else with an exponent.
 [[nodiscard]] std::string plainText(double value);

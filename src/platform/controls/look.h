@@ -13,7 +13,7 @@ void applyLook(QApplication &application);
 /// A line icon of the program's set: "save", "new", "delete", "print", "exit", "search", "add", "remove",
 /// "cancel", "edit", "first", "previous", "next", "last", "zoom-in", "zoom-out", "fit-width", "fit-page",
 /// "export", "refresh", "user", "calendar", "level-1", "level-2", "level-3", "logo",
-/// "information", "question", "critical". In a .ui file: the
+/// "information", "critical". In a .ui file: the
 /// resource
 /// ":/icons/<name>.svg".
 [[nodiscard]] QIcon icon(const QString &name);

@@ -207,8 +207,6 @@ QIcon LookStyle::standardIcon(StandardPixmap standard, const QStyleOption *optio
         return icon(QStringLiteral("information"));
     case SP_MessageBoxCritical:
         return icon(QStringLiteral("critical"));
-    case SP_MessageBoxQuestion:
-        return icon(QStringLiteral("question"));
     default: {
         QIcon &known = m_standardIcons[standard];
         if (known.isNull())

@@ -38,6 +38,13 @@ inline void open(ado::Connection &connection, const QString &folder,
     connection.Open();
 }
 
+/// A new catalog with the administrator's connection to it.
+class OpenCatalog : public CatalogFolder {
+public:
+    OpenCatalog() { open(con, path()); }
+    ado::Connection con;
+};
+
 /// What `action` throws: its number; 0 when it throws nothing.
 template <class Action>
 int failure(Action &&action) {
@@ -47,6 +54,11 @@ int failure(Action &&action) {
         return error.number();
     }
     return 0;
+}
+
+/// The same of a statement.
+inline int refusal(ado::Connection &connection, const Sql &statement) {
+    return failure([&] { connection.Execute(statement); });
 }
 
 /// The rows of a statement as one text: cells parted by '|', rows by ';', Null as '~'.

@@ -1,4 +1,5 @@
 #include "catalog_fixture.h"
+#include "tests/support/facts.h"
 #include "tests/support/rows.h"
 
 using namespace zel;
@@ -12,52 +13,16 @@ class tst_recordset : public QObject {
 
 private Q_SLOTS:
     void fieldsRefuse_data() {
-        columns<QString, QString, Value, int, QString>("table", "column", "value", "number", "stored");
-
-        const auto row = [](const char *name, const char *table, const char *column, Value value, int number,
-                            const char *stored) {
-            zel::test::row(name, QString::fromLatin1(table), QString::fromLatin1(column), value, number,
-                           QString::fromUtf8(stored));
-        };
-        row("text of its width", "tblDetCarryForw", "Naration", QString(50, u'x'), 0,
-            QByteArray(50, 'x').constData());
-        row("text too long", "tblDetCarryForw", "Naration", QString(51, u'x'), 8152, "");
-        row("only blanks too long", "DetJV", "FileNo", "1234567890   ", 0, "1234567890");
-        row("letters of two bytes count once", "DetJV", "FileNo", "ÑÑÑÑÑÑÑÑÑÑ", 0, "ÑÑÑÑÑÑÑÑÑÑ");
-        row("eleven of them are too long", "DetJV", "FileNo", "ÑÑÑÑÑÑÑÑÑÑÑ", 8152, "");
-        row("char is as wide as its column", "DetJV", "VouStatus", "B   ", 0, "B ");
-        row("number into text", "DetJV", "FileNo", Decimal::fromTenThousandths(125'000), 0, "12.5");
-        row("null", "DetJV", "FileNo", Null{}, 0, "~");
-        row("whole text", "DetJV", "AcCode", " 12 ", 0, "12");
-        row("signed whole text", "DetJV", "AcCode", "+7", 0, "7");
-        row("empty text into int", "DetJV", "AcCode", "", 0, "0");
-        row("word into int", "DetJV", "AcCode", "abc", 245, "");
-        row("fraction text into int", "DetJV", "AcCode", "12.0", 245, "");
-        row("fraction into int is cut", "DetJV", "AcCode", Decimal::fromTenThousandths(-129'000), 0, "-12");
-        row("largest int", "DetJV", "AcCode", "2147483647", 0, "2147483647");
-        row("too large for int", "DetJV", "AcCode", "2147483648", 248, "");
-        row("too large for any", "DetJV", "AcCode", "99999999999999999999", 248, "");
-        row("too large for smallint", "DetJV", "EntryNo", 32768, 220, "");
-        row("amount text", "DetJV", "DrAmt", "1234.50", 0, "1234.5");
-        row("amount rounds half away", "DetJV", "DrAmt", "-0.125", 0, "-0.13");
-        row("double amount is its shortest text", "DetJV", "DrAmt", 0.1 + 0.2, 0, "0.3");
-        row("empty text into numeric", "DetJV", "DrAmt", "", 8114, "");
-        row("grouped text into numeric", "DetJV", "DrAmt", "1,234.00", 8114, "");
-        row("amount too large", "DetJV", "DrAmt", "99999999999999999", 8115, "");
-        row("day first", "DetJV", "VouDate", "05/03/2024", 0, "05/03/2024");
-        row("no month thirteen, day first", "DetJV", "VouDate", "31/12/2024", 0, "31/12/2024");
-        row("iso", "DetJV", "VouDate", "2024-3-5", 0, "05/03/2024");
-        row("month by name", "DetJV", "VouDate", "5 Mar 2024", 0, "05/03/2024");
-        row("two digits of the year", "DetJV", "VouDate", "31/12/24", 0, "31/12/2024");
-        row("the last tick is behind", "DetJV", "VouDate", "2024-12-31 23:59:59.999", 0, "01/01/2025");
-        row("with time", "DetJV", "VouDate", "2024-03-05 14:30", 0, "05/03/2024 14:30:00");
-        row("date", "DetJV", "VouDate", QDate(2024, 2, 29), 0, "29/02/2024");
-        row("invalid date", "DetJV", "VouDate", QDate(), 242, "");
-        row("no such day", "DetJV", "VouDate", "30/02/2024", 242, "");
-        row("no such month", "DetJV", "VouDate", "01/13/2024", 242, "");
-        row("before all dates", "DetJV", "VouDate", "01/01/1752", 242, "");
-        row("no date", "DetJV", "VouDate", "TODAY", 241, "");
-        row("empty text into date", "DetJV", "VouDate", "", 241, "");
+        QMetaType::registerConverter<QString, Value>();
+        rowsFrom<QString, QString, Value, int, QString>("platform/ado/recordset.json");
+        row("number into text", "DetJV", "FileNo", Value(Decimal::fromTenThousandths(125'000)), 0, "12.5");
+        row("null", "DetJV", "FileNo", Value(Null{}), 0, "~");
+        row("fraction into int is cut", "DetJV", "AcCode", Value(Decimal::fromTenThousandths(-129'000)), 0,
+            "-12");
+        row("too large for smallint", "DetJV", "EntryNo", Value(32768), 220, "");
+        row("double amount is its shortest text", "DetJV", "DrAmt", Value(0.1 + 0.2), 0, "0.3");
+        row("date", "DetJV", "VouDate", Value(QDate(2024, 2, 29)), 0, "29/02/2024");
+        row("invalid date", "DetJV", "VouDate", Value(QDate()), 242, "");
     }
 
     void fieldsRefuse() {
@@ -65,13 +30,11 @@ private Q_SLOTS:
         QFETCH(QString, column);
         QFETCH(Value, value);
         QFETCH(int, number);
-        const CatalogFolder folder;
-        Connection con;
-        open(con, folder.path());
+        OpenCatalog catalog;
         const Sql everything = Sql::trusted("select * from " + table.toStdString());
 
         Recordset rs;
-        rs.Open(everything, con);
+        rs.Open(everything, catalog.con);
         rs.AddNew();
         for (const char *needed : {"VouNo", "VouStatus", "FormID"})
             if (rs.rows()->columnIndex(QLatin1String(needed)) >= 0)
@@ -81,7 +44,7 @@ private Q_SLOTS:
             return;
         rs.Update();
         rs.Close();
-        rs.Open(everything, con);
+        rs.Open(everything, catalog.con);
         QCOMPARE(rs.RecordCount(), 1);
         const Value back = rs.Fields(column).value();
         QTEST(back.isNull() ? QStringLiteral("~") : back.text(), "stored");
@@ -89,28 +52,24 @@ private Q_SLOTS:
 
     void sizes_data() {
         columns<QString, int, int>("column", "definedSize", "precision");
-        zel::test::row("int", "vouno", 11, 10);
-        zel::test::row("text", "NARATION", 200, 200);
-        zel::test::row("char", "VouStatus", 2, 2);
+        row("int", "vouno", 11, 10);
+        row("text", "NARATION", 200, 200);
+        row("char", "VouStatus", 2, 2);
     }
 
     void sizes() {
         QFETCH(QString, column);
-        const CatalogFolder folder;
-        Connection con;
-        open(con, folder.path());
+        OpenCatalog catalog;
         Recordset rs;
-        rs.Open("select * from DetJV where 0=1", con);
+        rs.Open("select * from DetJV where 0=1", catalog.con);
         QTEST(rs.Fields(column).DefinedSize(), "definedSize");
         QTEST(rs.Fields(column).Precision(), "precision");
     }
 
     void addedAndChangedRows() {
-        const CatalogFolder folder;
-        Connection con;
-        open(con, folder.path());
+        OpenCatalog catalog;
         Recordset rs;
-        rs.Open("select * from Accounts where 0=1", con);
+        rs.Open("select * from Accounts where 0=1", catalog.con);
         QCOMPARE(rs.RecordCount(), 0);
         QVERIFY(rs.atEnd());
         for (const char *name : {"FIRST", "SECOND"}) {
@@ -123,40 +82,36 @@ private Q_SLOTS:
         QCOMPARE(rs.RecordCount(), 2);
         QCOMPARE(rs.Fields("rowid").value(), Value(2));
         rs.Fields("AcName") = "SECOND CHANGED";
-        QCOMPARE(shown(con, "select AcName from Accounts"), QStringLiteral("FIRST;SECOND"));
+        QCOMPARE(shown(catalog.con, "select AcName from Accounts"), "FIRST;SECOND");
         rs.Update();
         rs.MoveFirst();
         rs.Fields("AcName") = "FIRST CHANGED";
         rs.Update();
         rs.MoveNext();
-        QCOMPARE(rs.Fields("AcName").text(), QStringLiteral("SECOND CHANGED"));
+        QCOMPARE(rs.Fields("AcName").text(), "SECOND CHANGED");
         rs.MoveNext();
         QVERIFY(rs.atEnd());
-        QCOMPARE(shown(con, "select AcName from Accounts"), QStringLiteral("FIRST CHANGED;SECOND CHANGED"));
+        QCOMPARE(shown(catalog.con, "select AcName from Accounts"), "FIRST CHANGED;SECOND CHANGED");
     }
 
     void onlySetColumnsAreWritten() {
-        const CatalogFolder folder;
-        Connection con;
+        OpenCatalog catalog;
         Connection other;
-        open(con, folder.path());
-        open(other, folder.path());
-        con.Execute("insert into tblSession (SessionId, SessionName) values (1, 'SPRING')");
+        open(other, catalog.path());
+        catalog.con.Execute("insert into tblSession (SessionId, SessionName) values (1, 'SPRING')");
         Recordset rs;
-        rs.Open("select * from tblSession", con);
+        rs.Open("select * from tblSession", catalog.con);
         other.Execute("update tblSession set SessionId = 9");
         rs.Fields("SessionName") = "AUTUMN";
         rs.Update();
-        QCOMPARE(shown(other, "select SessionId,SessionName from tblSession"), QStringLiteral("9|AUTUMN"));
+        QCOMPARE(shown(other, "select SessionId,SessionName from tblSession"), "9|AUTUMN");
     }
 
     void heldRowsStayAsTheyWere() {
-        const CatalogFolder folder;
-        Connection con;
-        open(con, folder.path());
-        con.Execute("insert into tblSession (SessionId, SessionName) values (1, 'SPRING')");
+        OpenCatalog catalog;
+        catalog.con.Execute("insert into tblSession (SessionId, SessionName) values (1, 'SPRING')");
         Recordset rs;
-        rs.Open("select * from tblSession", con);
+        rs.Open("select * from tblSession", catalog.con);
         const RowsPtr held = rs.rows();
         rs.Fields("SessionName") = "AUTUMN";
         rs.Update();
@@ -164,22 +119,20 @@ private Q_SLOTS:
         rs.Fields("SessionId") = 2;
         rs.Update();
         rs.Close();
-        rs.Open("select * from tblCourse", con);
+        rs.Open("select * from tblCourse", catalog.con);
         QCOMPARE(held->rowCount(), 1);
-        QCOMPARE(held->text(0, held->columnIndex("sessionname")), QStringLiteral("SPRING"));
+        QCOMPARE(held->text(0, held->columnIndex("sessionname")), "SPRING");
     }
 
     void rowGone() {
-        const CatalogFolder folder;
-        Connection con;
-        open(con, folder.path());
-        con.Execute("insert into tblSession (SessionId, SessionName) values (1, 'SPRING')");
+        OpenCatalog catalog;
+        catalog.con.Execute("insert into tblSession (SessionId, SessionName) values (1, 'SPRING')");
         Recordset rs;
-        rs.Open("select * from tblSession", con);
-        con.Execute("delete from tblSession");
+        rs.Open("select * from tblSession", catalog.con);
+        catalog.con.Execute("delete from tblSession");
         rs.Fields("SessionName") = "AUTUMN";
         QCOMPARE(failure([&] { rs.Update(); }), 3021);
-        QCOMPARE(shown(con, "select SessionName from tblSession"), QString());
+        QCOMPARE(shown(catalog.con, "select SessionName from tblSession"), QString());
     }
 
     void states() {
@@ -211,28 +164,24 @@ private Q_SLOTS:
     }
 
     void computedRowsCannotBeEdited() {
-        const CatalogFolder folder;
-        Connection con;
-        open(con, folder.path());
+        OpenCatalog catalog;
         Recordset rs;
-        rs.Open("select isnull(max(SessionId),0)+1 as SessionId from tblSession", con);
+        rs.Open("select isnull(max(SessionId),0)+1 as SessionId from tblSession", catalog.con);
         QCOMPARE(rs.RecordCount(), 1);
         QCOMPARE(rs.Fields("SessionId").value(), Value(1));
         QCOMPARE(failure([&] { rs.Fields("SessionId") = 2; }), 3251);
     }
 
     void identityIsNeverReused() {
-        const CatalogFolder folder;
-        Connection con;
-        open(con, folder.path());
+        OpenCatalog catalog;
         for (int round = 1; round <= 3; ++round) {
             Recordset rs;
-            rs.Open("select * from Accounts where 0=1", con);
+            rs.Open("select * from Accounts where 0=1", catalog.con);
             rs.AddNew();
             rs.Fields("AcName") = "ONLY ONE";
             rs.Update();
             QCOMPARE(rs.Fields("RowID").value(), Value(round));
-            con.Execute("delete from Accounts");
+            catalog.con.Execute("delete from Accounts");
         }
     }
 
@@ -256,32 +205,30 @@ private Q_SLOTS:
                        "select typeof(VouNo) || ' ' || VouNo || ', ' || typeof(VouDate) || ' ' || VouDate"
                        " || ', ' || typeof(DrAmt) || ' ' || DrAmt || ', ' || typeof(CrAmt) || ' ' || CrAmt"
                        " || ', ' || typeof(FileNo) || ' ' || FileNo from DetJV"),
-                 QStringLiteral("integer 7, text 2024-03-05, real 1000.1, integer 250, text 12"));
+                 "integer 7, text 2024-03-05, real 1000.1, integer 250, text 12");
         QCOMPARE(plain(folder.file(), "select count(*) from DetJV where VouStatus = 'bp' and DrAmt > 1000"),
-                 QStringLiteral("1"));
+                 "1");
     }
 
     void largeAmounts_data() {
         columns<QString, bool>("amount", "held");
-        zel::test::row("hundredths", "69999999999999.99", true);
-        zel::test::row("negative", "-69999999999999.98", true);
-        zel::test::row("hundredths beside too much", "99999999999999.01", false);
-        zel::test::row("negative, too", "-98765432109876.54", false);
-        zel::test::row("whole", "922337203685476", true);
-        zel::test::row("whole, too large", "9998765432109876", false);
+        row("hundredths", "69999999999999.99", true);
+        row("negative", "-69999999999999.98", true);
+        row("hundredths beside too much", "99999999999999.01", false);
+        row("negative, too", "-98765432109876.54", false);
+        row("whole", "922337203685476", true);
+        row("whole, too large", "9998765432109876", false);
     }
 
     /// Whichever way an amount goes into the file, it comes back to the last hundredth, or it is refused.
     void largeAmounts() {
         QFETCH(QString, amount);
         QFETCH(bool, held);
-        const CatalogFolder folder;
-        Connection con;
-        open(con, folder.path());
+        OpenCatalog catalog;
         const int number = held ? 0 : 8115;
         QCOMPARE(failure([&] {
                      Recordset rs;
-                     rs.Open("select * from DetJV", con);
+                     rs.Open("select * from DetJV", catalog.con);
                      rs.AddNew();
                      rs.Fields("VouNo") = 1;
                      rs.Fields("VouStatus") = "BP";
@@ -289,32 +236,30 @@ private Q_SLOTS:
                      rs.Update();
                  }),
                  number);
-        con.Execute("insert into DetJV (VouNo,VouStatus,DrAmt) values (2,'BP',0)");
+        catalog.con.Execute("insert into DetJV (VouNo,VouStatus,DrAmt) values (2,'BP',0)");
         const std::string text = amount.toStdString();
         for (const std::string &written : {text, "'" + text + "'"}) {
-            QCOMPARE(failure([&] {
-                         con.Execute(Sql::trusted("update DetJV set DrAmt=" + written + " where VouNo=2"));
-                     }),
-                     number);
-            QCOMPARE(shown(con, "select DrAmt from DetJV where VouNo=2"), held ? amount : QString("0"));
+            QCOMPARE(
+                refusal(catalog.con, Sql::trusted("update DetJV set DrAmt=" + written + " where VouNo=2")),
+                number);
+            QCOMPARE(shown(catalog.con, "select DrAmt from DetJV where VouNo=2"),
+                     held ? amount : QString("0"));
         }
         if (held) {
-            QCOMPARE(shown(con, "select DrAmt from DetJV where VouNo=1"), amount);
-            con.Execute("delete from DetJV where VouNo=1");
-            QCOMPARE(shown(con, "select sum(DrAmt) from DetJV"), amount);
+            QCOMPARE(shown(catalog.con, "select DrAmt from DetJV where VouNo=1"), amount);
+            catalog.con.Execute("delete from DetJV where VouNo=1");
+            QCOMPARE(shown(catalog.con, "select sum(DrAmt) from DetJV"), amount);
         }
     }
 
     void mostRecords() {
-        const CatalogFolder folder;
-        Connection con;
-        open(con, folder.path());
-        con.Execute("insert into tblSession values (1,'A') insert into tblSession values (2,'B')"
-                    " insert into tblSession values (3,'C')");
+        OpenCatalog catalog;
+        catalog.con.Execute("insert into tblSession values (1,'A') insert into tblSession values (2,'B')"
+                            " insert into tblSession values (3,'C')");
         Recordset rs;
         const auto opened = [&](qsizetype most, const Sql &statement) {
             rs.MaxRecords = most;
-            rs.Open(statement, con);
+            rs.Open(statement, catalog.con);
             const qsizetype count = rs.RecordCount();
             rs.Close();
             return count;
@@ -327,10 +272,10 @@ private Q_SLOTS:
         // The one row read is a row as any other: it can be edited, and the rest of the table stays as it
         // was.
         rs.MaxRecords = 1;
-        rs.Open("select * from tblSession order by SessionId desc", con);
+        rs.Open("select * from tblSession order by SessionId desc", catalog.con);
         rs.Fields("SessionName") = "Z";
         rs.Update();
-        QCOMPARE(shown(con, "select SessionId,SessionName from tblSession"), QStringLiteral("1|A;2|B;3|Z"));
+        QCOMPARE(shown(catalog.con, "select SessionId,SessionName from tblSession"), "1|A;2|B;3|Z");
     }
 };
 

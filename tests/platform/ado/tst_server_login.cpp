@@ -60,21 +60,18 @@ private Q_SLOTS:
     void wrongAndUnknownAlike() {
         const CatalogFolder folder;
         QCOMPARE(told(folder.path()), QString());
-        QCOMPARE(told(folder.path(), QStringLiteral("SA")), QString());
-        QCOMPARE(told(folder.path(), QStringLiteral("sa"), QStringLiteral("x")),
-                 QStringLiteral("18456 Login failed for user 'sa'."));
-        QCOMPARE(told(folder.path(), QStringLiteral("nobody")),
-                 QStringLiteral("18456 Login failed for user 'nobody'."));
+        QCOMPARE(told(folder.path(), "SA"), QString());
+        QCOMPARE(told(folder.path(), "sa", "x"), "18456 Login failed for user 'sa'.");
+        QCOMPARE(told(folder.path(), "nobody"), "18456 Login failed for user 'nobody'.");
     }
 
     void placesRefused() {
         const QTemporaryDir folder;
         QCOMPARE(told(folder.path()),
                  QStringLiteral("4060 The folder \"%1\" holds no catalog ZEL.db.").arg(folder.path()));
-        QCOMPARE(
-            told(folder.filePath(QStringLiteral("none"))),
-            QStringLiteral("4060 There is no folder \"%1\".").arg(folder.filePath(QStringLiteral("none"))));
-        const QString path = folder.filePath(QStringLiteral("ZEL.db"));
+        QCOMPARE(told(folder.filePath("none")),
+                 QStringLiteral("4060 There is no folder \"%1\".").arg(folder.filePath("none")));
+        const QString path = folder.filePath("ZEL.db");
         QFile file(path);
         QVERIFY(file.open(QIODevice::WriteOnly));
         file.write(QByteArray(5000, 'x'));
@@ -88,8 +85,8 @@ private Q_SLOTS:
         QCOMPARE(plain(path, "create table T (a)"), QString());
         QCOMPARE(told(folder.path()),
                  QStringLiteral("4060 The database \"%1\" is no catalog of this program.").arg(path));
-        QVERIFY(told(QStringLiteral("postgresql://localhost")).contains(QStringLiteral("PostgreSQL")));
-        QVERIFY(told(QStringLiteral("SERVER1")).contains(QStringLiteral("SQL Server")));
+        QVERIFY(told("postgresql://localhost").contains("PostgreSQL"));
+        QVERIFY(told("SERVER1").contains("SQL Server"));
     }
 
     void readOnlyRefused() {
@@ -129,73 +126,62 @@ private Q_SLOTS:
     }
 
     void serverProcedures() {
-        const CatalogFolder folder;
-        Connection con;
-        open(con, folder.path());
-        con.Execute("sp_addlogin 'ÑUSRA','PASS1','Ward_System'");
-        QCOMPARE(told(folder.path(), QStringLiteral("ñusra"), QStringLiteral("PASS1")).left(4),
-                 QStringLiteral("4060"));
-        con.Execute("sp_adduser 'ÑUSRA'");
-        QCOMPARE(told(folder.path(), QStringLiteral("ñusra"), QStringLiteral("PASS1")), QString());
-        QCOMPARE(told(folder.path(), QStringLiteral("ÑUSRA"), QStringLiteral("pass1")).left(5),
-                 QStringLiteral("18456"));
-        con.Execute("Sp_AddSrvroleMember 'ÑUSRA','sysadmin'");
+        OpenCatalog catalog;
+        catalog.con.Execute("sp_addlogin 'ÑUSRA','PASS1','Ward_System'");
+        QCOMPARE(told(catalog.path(), "ñusra", "PASS1").left(4), "4060");
+        catalog.con.Execute("sp_adduser 'ÑUSRA'");
+        QCOMPARE(told(catalog.path(), "ñusra", "PASS1"), QString());
+        QCOMPARE(told(catalog.path(), "ÑUSRA", "pass1").left(5), "18456");
+        catalog.con.Execute("Sp_AddSrvroleMember 'ÑUSRA','sysadmin'");
 
-        QCOMPARE(failure([&con] { con.Execute("sp_addlogin 'ñusra','OTHER','Ward_System'"); }), 15025);
-        QCOMPARE(failure([&con] { con.Execute("sp_adduser 'ñusra'"); }), 15023);
-        QCOMPARE(failure([&con] { con.Execute("sp_adduser 'NOBODY'"); }), 15007);
-        QCOMPARE(failure([&con] { con.Execute("Sp_AddSrvroleMember 'NOBODY','sysadmin'"); }), 15007);
-        QCOMPARE(failure([&con] { con.Execute("Sp_AddSrvroleMember 'ÑUSRA','king'"); }), 15402);
+        QCOMPARE(refusal(catalog.con, "sp_addlogin 'ñusra','OTHER','Ward_System'"), 15025);
+        QCOMPARE(refusal(catalog.con, "sp_adduser 'ñusra'"), 15023);
+        QCOMPARE(refusal(catalog.con, "sp_adduser 'NOBODY'"), 15007);
+        QCOMPARE(refusal(catalog.con, "Sp_AddSrvroleMember 'NOBODY','sysadmin'"), 15007);
+        QCOMPARE(refusal(catalog.con, "Sp_AddSrvroleMember 'ÑUSRA','king'"), 15402);
         try { // a value that only the engine meets
-            con.Execute("select 1 from LctPswd where cast(Pswd + '"_sql + secret("PASS9") + "' as int) = 1");
+            catalog.con.Execute("select 1 from LctPswd where cast(Pswd + '"_sql + secret("PASS9") +
+                                "' as int) = 1");
             QFAIL("converted");
         } catch (const Error &error) {
             QCOMPARE(error.description(),
-                     QStringLiteral(
-                         "Conversion failed when converting the varchar value '***' to data type int."));
+
+                     "Conversion failed when converting the varchar value '***' to data type int.");
         }
-        QVERIFY(!plain(folder.file(), "select Hash from sys_logins").contains(QStringLiteral("PASS1")));
-        QCOMPARE(plain(folder.file(), "select count(*) from sys_logins where Hash like '$argon2id$%'"),
-                 QStringLiteral("2"));
+        QVERIFY(!plain(catalog.file(), "select Hash from sys_logins").contains("PASS1"));
+        QCOMPARE(plain(catalog.file(), "select count(*) from sys_logins where Hash like '$argon2id$%'"), "2");
     }
 
     void rights() {
-        const CatalogFolder folder;
-        Connection con;
-        open(con, folder.path());
-        con.Execute("sp_addlogin 'CLERK','PASS1','ZEL'");
-        con.Execute("sp_adduser 'CLERK'");
+        OpenCatalog catalog;
+        catalog.con.Execute("sp_addlogin 'CLERK','PASS1','ZEL'");
+        catalog.con.Execute("sp_adduser 'CLERK'");
         Connection clerk;
-        open(clerk, folder.path(), QStringLiteral("clerk"), QStringLiteral("PASS1"));
-        QCOMPARE(failure([&clerk] { clerk.Execute("sp_addlogin 'OTHER','P','ZEL'"); }), 15247);
-        QCOMPARE(failure([&clerk] { clerk.Execute("Sp_AddSrvroleMember 'CLERK','sysadmin'"); }), 15247);
-        QCOMPARE(failure([&clerk] { clerk.Execute("sp_password '','P','sa'"); }), 15247);
+        open(clerk, catalog.path(), "clerk", "PASS1");
+        QCOMPARE(refusal(clerk, "sp_addlogin 'OTHER','P','ZEL'"), 15247);
+        QCOMPARE(refusal(clerk, "Sp_AddSrvroleMember 'CLERK','sysadmin'"), 15247);
+        QCOMPARE(refusal(clerk, "sp_password '','P','sa'"), 15247);
         clerk.Execute("sp_password 'PASS1','PASS2','CLERK'");
-        QCOMPARE(told(folder.path(), QStringLiteral("CLERK"), QStringLiteral("PASS2")), QString());
+        QCOMPARE(told(catalog.path(), "CLERK", "PASS2"), QString());
     }
 
     void passwords() {
-        const CatalogFolder folder;
-        Connection con;
-        open(con, folder.path());
-        con.Execute("sp_addlogin 'CLERK','PASS1','ZEL'");
-        con.Execute("sp_adduser 'CLERK'");
-        QCOMPARE(failure([&con] { con.Execute("sp_password 'WRONG','PASS2','CLERK'"); }), 15211);
-        QCOMPARE(told(folder.path(), QStringLiteral("CLERK"), QStringLiteral("PASS1")), QString());
-        QCOMPARE(failure([&con] { con.Execute("sp_password 'PASS1','PASS2','NOBODY'"); }), 15007);
-        con.Execute("sp_password 'PASS1','PASS2','CLERK'");
-        QCOMPARE(told(folder.path(), QStringLiteral("CLERK"), QStringLiteral("PASS1")).left(5),
-                 QStringLiteral("18456"));
-        QCOMPARE(told(folder.path(), QStringLiteral("CLERK"), QStringLiteral("PASS2")), QString());
+        OpenCatalog catalog;
+        catalog.con.Execute("sp_addlogin 'CLERK','PASS1','ZEL'");
+        catalog.con.Execute("sp_adduser 'CLERK'");
+        QCOMPARE(refusal(catalog.con, "sp_password 'WRONG','PASS2','CLERK'"), 15211);
+        QCOMPARE(told(catalog.path(), "CLERK", "PASS1"), QString());
+        QCOMPARE(refusal(catalog.con, "sp_password 'PASS1','PASS2','NOBODY'"), 15007);
+        catalog.con.Execute("sp_password 'PASS1','PASS2','CLERK'");
+        QCOMPARE(told(catalog.path(), "CLERK", "PASS1").left(5), "18456");
+        QCOMPARE(told(catalog.path(), "CLERK", "PASS2"), QString());
     }
 
     /// A wrong password and an unknown login take the same time; a pair that is known takes none.
     void hashesVerified() {
-        const CatalogFolder folder;
-        Connection con;
-        open(con, folder.path());
-        con.Execute("sp_addlogin 'CLERK','PASS1','ZEL'");
-        con.Execute("sp_adduser 'CLERK'");
+        OpenCatalog catalog;
+        catalog.con.Execute("sp_addlogin 'CLERK','PASS1','ZEL'");
+        catalog.con.Execute("sp_adduser 'CLERK'");
         const struct {
             const char *user;
             const char *password;
@@ -206,7 +192,7 @@ private Q_SLOTS:
                       {"NOBODY", "", false, 1},     {"CLERK", "PASS1", true, 0}};
         for (const auto &login : logins) {
             const std::int64_t before = SqliteLogins::verified();
-            QCOMPARE(told(folder.path(), login.user, login.password).isEmpty(), login.taken);
+            QCOMPARE(told(catalog.path(), login.user, login.password).isEmpty(), login.taken);
             QCOMPARE(SqliteLogins::verified() - before, login.hashes);
         }
     }
@@ -222,11 +208,9 @@ private Q_SLOTS:
 
     void ownTablesAreOutOfReach() {
         QFETCH(QString, statement);
-        const CatalogFolder folder;
-        Connection con;
-        open(con, folder.path());
-        QVERIFY(failure([&] { con.Execute(Sql::trusted(statement.toStdString())); }) != 0);
-        QCOMPARE(told(folder.path()), QString());
+        OpenCatalog catalog;
+        QVERIFY(refusal(catalog.con, Sql::trusted(statement.toStdString())) != 0);
+        QCOMPARE(told(catalog.path()), QString());
     }
 };
 

@@ -86,24 +86,24 @@ private Q_SLOTS:
             {
                 Connection con;
                 open(con, folder.path());
-                saveVoucher(con, QStringLiteral("OLD"));
+                saveVoucher(con, "OLD");
                 faulty_disk::fullAfter(bytes);
                 const int number = failure([&con] {
                     Transaction transaction(con);
-                    saveVoucher(con, QStringLiteral("NEW"));
+                    saveVoucher(con, "NEW");
                     transaction.commit();
                 });
                 if (number != 0) {
                     ++failures;
                     QCOMPARE(number, 1105);
-                    QCOMPARE(shown(con, "select PaidReceive from MasJV"), QStringLiteral("OLD"));
+                    QCOMPARE(shown(con, "select PaidReceive from MasJV"), "OLD");
                 }
             }
             const bool failed = faulty_disk::failed();
             faulty_disk::roomy();
             const QString found = voucher(folder.file());
             QVERIFY2(found == before || found == after, qPrintable(found));
-            QCOMPARE(plain(folder.file(), "pragma integrity_check"), QStringLiteral("ok"));
+            QCOMPARE(plain(folder.file(), "pragma integrity_check"), "ok");
             if (!failed) {
                 QCOMPARE(found, after);
                 break;
@@ -113,182 +113,168 @@ private Q_SLOTS:
     }
 
     void diskFullIsTold() {
-        const CatalogFolder folder;
-        Connection con;
-        open(con, folder.path());
+        OpenCatalog catalog;
         faulty_disk::fullAfter(0);
         QString told;
         try {
-            con.Execute("insert into LctPswd (Pswd) values ('X')");
+            catalog.con.Execute("insert into LctPswd (Pswd) values ('X')");
         } catch (const Error &error) {
             told = error.description();
         }
         faulty_disk::roomy();
         QCOMPARE(told, QStringLiteral("The catalog \"%1\" can't be written because the disk is full.")
-                           .arg(folder.file()));
-        con.Execute("insert into LctPswd (Pswd) values ('Y')");
-        QCOMPARE(plain(folder.file(), "select Pswd from LctPswd"), QStringLiteral("ZEL;Y"));
+                           .arg(catalog.file()));
+        catalog.con.Execute("insert into LctPswd (Pswd) values ('Y')");
+        QCOMPARE(plain(catalog.file(), "select Pswd from LctPswd"), "ZEL;Y");
     }
 
     /// Pages leave the memory before the commit, find the disk full, and are dropped with the transaction.
     void diskFullAmidALongTransaction() {
-        const CatalogFolder folder;
-        Connection con;
-        open(con, folder.path());
-        con.Execute("insert into LctPswd (Pswd) values ('X')");
+        OpenCatalog catalog;
+        catalog.con.Execute("insert into LctPswd (Pswd) values ('X')");
         faulty_disk::fullAfter(100'000);
-        QCOMPARE(failure([&con] { writeLong(con); }), 1105);
-        QCOMPARE(plain(folder.file(), "select count(*) from tblSession"), QStringLiteral("0"));
+        QCOMPARE(failure([&] { writeLong(catalog.con); }), 1105);
+        QCOMPARE(plain(catalog.file(), "select count(*) from tblSession"), "0");
         faulty_disk::roomy();
-        QVERIFY(writeLong(con));
-        QCOMPARE(plain(folder.file(), "select count(*) from tblSession"), QStringLiteral("3000"));
-        QCOMPARE(plain(folder.file(), "pragma integrity_check"), QStringLiteral("ok"));
+        QVERIFY(writeLong(catalog.con));
+        QCOMPARE(plain(catalog.file(), "select count(*) from tblSession"), "3000");
+        QCOMPARE(plain(catalog.file(), "pragma integrity_check"), "ok");
     }
 
     void undoneWithoutCommit() {
-        const CatalogFolder folder;
-        Connection con;
-        open(con, folder.path());
+        OpenCatalog catalog;
         {
-            const Transaction transaction(con);
-            con.Execute("insert into LctPswd (Pswd) values ('X')");
-            QCOMPARE(failure([&con] { const Transaction inner(con); }), 3988);
+            const Transaction transaction(catalog.con);
+            catalog.con.Execute("insert into LctPswd (Pswd) values ('X')");
+            QCOMPARE(failure([&] { const Transaction inner(catalog.con); }), 3988);
         }
-        QCOMPARE(plain(folder.file(), "select Pswd from LctPswd"), QStringLiteral("ZEL"));
-        con.Execute("insert into LctPswd (Pswd) values ('Y')");
-        QCOMPARE(plain(folder.file(), "select Pswd from LctPswd"), QStringLiteral("ZEL;Y"));
+        QCOMPARE(plain(catalog.file(), "select Pswd from LctPswd"), "ZEL");
+        catalog.con.Execute("insert into LctPswd (Pswd) values ('Y')");
+        QCOMPARE(plain(catalog.file(), "select Pswd from LctPswd"), "ZEL;Y");
     }
 
     void secondConnectionSeesWhatIsCommitted() {
-        const CatalogFolder folder;
-        Connection writer;
+        OpenCatalog catalog;
         Connection report;
-        open(writer, folder.path());
-        open(report, folder.path());
+        open(report, catalog.path());
         {
-            Transaction transaction(writer);
-            writer.Execute("update LctPswd set Pswd = 'NEW'");
-            QCOMPARE(shown(report, "select Pswd from LctPswd"), QStringLiteral("ZEL"));
+            Transaction transaction(catalog.con);
+            catalog.con.Execute("update LctPswd set Pswd = 'NEW'");
+            QCOMPARE(shown(report, "select Pswd from LctPswd"), "ZEL");
             transaction.commit();
         }
-        QCOMPARE(shown(report, "select Pswd from LctPswd"), QStringLiteral("NEW"));
-        writer.Execute(
+        QCOMPARE(shown(report, "select Pswd from LctPswd"), "NEW");
+        catalog.con.Execute(
             "create table Later (Number int null) create table #own (Id int identity, Number int null)");
         QCOMPARE(shown(report, "select Number from Later"), QString());
         // A table of the connection's own is edited like others, unseen by others, and goes with the
         // connection.
         Recordset own;
-        own.Open("select * from #own", writer);
+        own.Open("select * from #own", catalog.con);
         own.AddNew();
         own.Fields("Number") = 5;
         own.Update();
-        QCOMPARE(shown(writer, "select Number, @@identity, scope_identity(), @@rowcount from #own"),
-                 QStringLiteral("5|1|1|1"));
-        const auto missing = [](Connection &con) {
-            return failure([&con] { con.Execute("delete from #own"); });
-        };
+        QCOMPARE(shown(catalog.con, "select Number, @@identity, scope_identity(), @@rowcount from #own"),
+                 "5|1|1|1");
+        const auto missing = [](Connection &con) { return refusal(con, "delete from #own"); };
         QCOMPARE(missing(report), 208);
-        writer.Close();
-        writer.Open();
-        QCOMPARE(missing(writer), 208);
+        catalog.con.Close();
+        catalog.con.Open();
+        QCOMPARE(missing(catalog.con), 208);
     }
 
     void procedureIsOneTransaction_data() {
         columns<QString, bool>("table", "within");
-        zel::test::row("a table that lasts", "tblSession", false);
-        zel::test::row("a work table", "rptAcLedger", false);
-        zel::test::row("within a transaction", "tblSession", true);
+        row("a table that lasts", "tblSession", false);
+        row("a work table", "rptAcLedger", false);
+        row("within a transaction", "tblSession", true);
     }
 
     /// A procedure that fails at a later statement leaves its table as it was, and the connection in order.
     void procedureIsOneTransaction() {
         QFETCH(const QString, table);
         QFETCH(const bool, within);
-        const CatalogFolder folder;
-        Connection con;
-        open(con, folder.path());
+        OpenCatalog catalog;
         const QString column =
             table == u"tblSession" ? QStringLiteral("SessionId") : QStringLiteral("AcCode");
-        con.Execute(Sql::trusted(QStringLiteral("create procedure Refill @divisor int as begin delete from %1"
-                                                " create table #own (Number int null)"
-                                                " insert into %1 (%2) values (@divisor)"
-                                                " insert into %1 (%2) select 100 / @divisor end")
-                                     .arg(table, column)
-                                     .toStdString()));
+        catalog.con.Execute(
+            Sql::trusted(QStringLiteral("create procedure Refill @divisor int as begin delete from %1"
+                                        " create table #own (Number int null)"
+                                        " insert into %1 (%2) values (@divisor)"
+                                        " insert into %1 (%2) select 100 / @divisor end")
+                             .arg(table, column)
+                             .toStdString()));
         const Sql rows = Sql::trusted("select " + column.toStdString() + " from " + table.toStdString());
-        con.Execute("exec Refill 7");
-        QCOMPARE(shown(con, rows), QStringLiteral("7;14"));
-        QCOMPARE(failure([&con, within] {
+        catalog.con.Execute("exec Refill 7");
+        QCOMPARE(shown(catalog.con, rows), "7;14");
+        QCOMPARE(failure([&] {
                      std::optional<Transaction> transaction;
                      if (within)
-                         transaction.emplace(con);
-                     con.Execute("exec Refill 0");
+                         transaction.emplace(catalog.con);
+                     catalog.con.Execute("exec Refill 0");
                  }),
                  8134);
         const QByteArray plainRows = QStringLiteral("select %2 from %1").arg(table, column).toUtf8();
-        QCOMPARE(plain(folder.file(), plainRows.constData()), QStringLiteral("7;14"));
+        QCOMPARE(plain(catalog.file(), plainRows.constData()), "7;14");
         {
             std::optional<Transaction> transaction;
             if (within)
-                transaction.emplace(con);
-            con.Execute("exec Refill 5");
-            QCOMPARE(plain(folder.file(), plainRows.constData()),
+                transaction.emplace(catalog.con);
+            catalog.con.Execute("exec Refill 5");
+            QCOMPARE(plain(catalog.file(), plainRows.constData()),
                      within ? QStringLiteral("7;14") : QStringLiteral("5;20"));
             if (within)
                 transaction->commit();
         }
-        QCOMPARE(plain(folder.file(), plainRows.constData()), QStringLiteral("5;20"));
+        QCOMPARE(plain(catalog.file(), plainRows.constData()), "5;20");
     }
 
     /// Nobody waits for a work table to be on the disk; other connections and other programs see it whole at
     /// once nevertheless, and what is written next is on the disk as ever.
     void refilledWorkTableIsSeen() {
-        const CatalogFolder folder;
-        Connection con;
+        OpenCatalog catalog;
         Connection report;
-        open(con, folder.path());
-        open(report, folder.path());
+        open(report, catalog.path());
         const std::string naration(190, 'x');
-        con.Execute(Sql::trusted("create procedure Refill @lines int as begin delete from rptAcLedger"
-                                 " insert into rptAcLedger (AcCode, Naration) select s.SessionId, '" +
-                                 naration + "' from tblSession s where s.SessionId < @lines end"));
-        QVERIFY(writeLong(con));
-        const auto pragma = [&con](const char *text) {
-            auto running = dynamic_cast<SqliteDriver &>(con.driver()).session().prepare(text);
+        catalog.con.Execute(Sql::trusted("create procedure Refill @lines int as begin delete from rptAcLedger"
+                                         " insert into rptAcLedger (AcCode, Naration) select s.SessionId, '" +
+                                         naration + "' from tblSession s where s.SessionId < @lines end"));
+        QVERIFY(writeLong(catalog.con));
+        const auto pragma = [&](const char *text) {
+            auto running = dynamic_cast<SqliteDriver &>(catalog.con.driver()).session().prepare(text);
             return running.step() ? running.text(0) : std::string();
         };
         for (const int lines : {1, 40, 3000, 2}) {
-            con.Execute("exec Refill "_sql + QString::number(lines));
+            catalog.con.Execute("exec Refill "_sql + QString::number(lines));
             const QString expected = QStringLiteral("%1|%2").arg(lines).arg(lines * 190);
             QCOMPARE(shown(report, "select count(*), sum(len(Naration)) from rptAcLedger"), expected);
-            QCOMPARE(plain(folder.file(), "select count(*) || '|' || sum(length(Naration)) from rptAcLedger"),
-                     expected);
+            QCOMPARE(
+                plain(catalog.file(), "select count(*) || '|' || sum(length(Naration)) from rptAcLedger"),
+                expected);
             QCOMPARE(pragma("pragma synchronous"), "2");
         }
-        con.Close();
+        catalog.con.Close();
         report.Close();
-        QCOMPARE(plain(folder.file(), "select count(*) from rptAcLedger"), QStringLiteral("2"));
-        QCOMPARE(plain(folder.file(), "pragma integrity_check"), QStringLiteral("ok"));
+        QCOMPARE(plain(catalog.file(), "select count(*) from rptAcLedger"), "2");
+        QCOMPARE(plain(catalog.file(), "pragma integrity_check"), "ok");
     }
 
     /// What leaves the memory before the commit is seen by its own connection, changed again, and by nobody
     /// else before.
     void longTransactionIsReadBack() {
-        const CatalogFolder folder;
-        Connection con;
-        open(con, folder.path());
-        QVERIFY(writeLong(con));
-        QCOMPARE(plain(folder.file(), "select count(*) || '|' || sum(length(SessionName)) from tblSession"),
-                 QStringLiteral("3000|120000"));
-        QCOMPARE(plain(folder.file(), "pragma integrity_check"), QStringLiteral("ok"));
+        OpenCatalog catalog;
+        QVERIFY(writeLong(catalog.con));
+        QCOMPARE(plain(catalog.file(), "select count(*) || '|' || sum(length(SessionName)) from tblSession"),
+                 "3000|120000");
+        QCOMPARE(plain(catalog.file(), "pragma integrity_check"), "ok");
     }
 
     void droppedPagesAreNeverWritten_data() {
         columns<int, int, int>("rows", "room", "number");
-        zel::test::row("undone", 5000, -1, 0);
-        zel::test::row("the disk gets full before the commit", 5000, 60'000, 1105);
-        zel::test::row("the disk gets full at the commit", 200, 5'000, 1105);
-        zel::test::row("the disk is full at the commit", 200, 0, 1105);
+        row("undone", 5000, -1, 0);
+        row("the disk gets full before the commit", 5000, 60'000, 1105);
+        row("the disk gets full at the commit", 200, 5'000, 1105);
+        row("the disk is full at the commit", 200, 0, 1105);
     }
 
     /// Pages of a transaction that came to nothing still wait to be written. Another program's commits take
@@ -297,21 +283,19 @@ private Q_SLOTS:
         QFETCH(const int, rows);
         QFETCH(const int, room);
         QFETCH(const int, number);
-        const CatalogFolder folder;
-        Connection con;
+        OpenCatalog catalog;
         Connection other;
-        open(con, folder.path());
-        open(other, folder.path());
+        open(other, catalog.path());
         other.Execute("insert into LctPswd (Pswd) values ('OTHER')");
         if (room >= 0)
             faulty_disk::fullAfter(room);
-        QCOMPARE(failure([&con, rows, room] {
-                     SqliteSession &session = dynamic_cast<SqliteDriver &>(con.driver()).session();
+        QCOMPARE(failure([&] {
+                     SqliteSession &session = dynamic_cast<SqliteDriver &>(catalog.con.driver()).session();
                      session.execute("pragma cache_size = 10");
-                     Transaction transaction(con);
+                     Transaction transaction(catalog.con);
                      for (int row = 0; row < rows; ++row)
-                         con.Execute("insert into tblSession (SessionId, SessionName) values (1,"
-                                     " 'A NAME OF A SESSION THAT IS RATHER LONG')");
+                         catalog.con.Execute("insert into tblSession (SessionId, SessionName) values (1,"
+                                             " 'A NAME OF A SESSION THAT IS RATHER LONG')");
                      if (room >= 0)
                          transaction.commit();
                  }),
@@ -319,49 +303,43 @@ private Q_SLOTS:
         faulty_disk::roomy();
         for (int commit = 1; commit <= 70; ++commit) {
             other.Execute("insert into LctPswd (Pswd) values ('OTHER')");
-            QCOMPARE(shown(con, "select count(*) from LctPswd"), QString::number(2 + commit));
+            QCOMPARE(shown(catalog.con, "select count(*) from LctPswd"), QString::number(2 + commit));
         }
-        con.Close();
-        QCOMPARE(shown(other, "select count(*) from LctPswd"), QStringLiteral("72"));
+        catalog.con.Close();
+        QCOMPARE(shown(other, "select count(*) from LctPswd"), "72");
         other.Close();
-        QCOMPARE(plain(folder.file(), "select count(*) from LctPswd"), QStringLiteral("72"));
-        QCOMPARE(plain(folder.file(), "pragma integrity_check"), QStringLiteral("ok"));
+        QCOMPARE(plain(catalog.file(), "select count(*) from LctPswd"), "72");
+        QCOMPARE(plain(catalog.file(), "pragma integrity_check"), "ok");
     }
 
     void writersWaitForEachOther() {
-        const CatalogFolder folder;
-        Connection first;
+        OpenCatalog catalog;
         Connection second;
-        open(first, folder.path());
-        open(second, folder.path());
+        open(second, catalog.path());
         std::thread other;
         int number = -1;
         {
-            Transaction transaction(first);
-            first.Execute("insert into LctPswd (Pswd) values ('FIRST')");
+            Transaction transaction(catalog.con);
+            catalog.con.Execute("insert into LctPswd (Pswd) values ('FIRST')");
             other = std::thread([&second, &number] {
-                number =
-                    failure([&second] { second.Execute("insert into LctPswd (Pswd) values ('SECOND')"); });
+                number = refusal(second, "insert into LctPswd (Pswd) values ('SECOND')");
             });
             QTest::qSleep(1500);
             transaction.commit();
         }
         other.join();
         QCOMPARE(number, 0);
-        QCOMPARE(plain(folder.file(), "select Pswd from LctPswd"), QStringLiteral("ZEL;FIRST;SECOND"));
+        QCOMPARE(plain(catalog.file(), "select Pswd from LctPswd"), "ZEL;FIRST;SECOND");
     }
 
     void tooLongALockIsTold() {
-        const CatalogFolder folder;
-        Connection first;
+        OpenCatalog catalog;
         Connection second;
-        open(first, folder.path());
-        open(second, folder.path());
-        const Transaction transaction(first);
+        open(second, catalog.path());
+        const Transaction transaction(catalog.con);
         QElapsedTimer clock;
         clock.start();
-        QCOMPARE(failure([&second] { second.Execute("insert into LctPswd (Pswd) values ('SECOND')"); }),
-                 1222);
+        QCOMPARE(refusal(second, "insert into LctPswd (Pswd) values ('SECOND')"), 1222);
         QVERIFY(clock.elapsed() >= 5000);
     }
 };

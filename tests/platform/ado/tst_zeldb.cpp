@@ -32,8 +32,7 @@ Ran zeldb(const QStringList &arguments, const QByteArray &input = {}) {
 }
 
 QString cell(const QString &jsonLine, int row, int column) {
-    const QJsonArray rows =
-        QJsonDocument::fromJson(jsonLine.toUtf8()).object()[QStringLiteral("rows")].toArray();
+    const QJsonArray rows = QJsonDocument::fromJson(jsonLine.toUtf8()).object()["rows"].toArray();
     return QString::fromUtf8(
         QJsonDocument(QJsonArray{rows[row].toArray()[column]}).toJson(QJsonDocument::Compact));
 }
@@ -46,19 +45,19 @@ class tst_zeldb : public QObject {
 private Q_SLOTS:
     void createsOnce() {
         const QTemporaryDir parent;
-        const QString folder = parent.filePath(QStringLiteral("data"));
+        const QString folder = parent.filePath("data");
         QCOMPARE(zeldb({"create", folder}).status, 0);
         QCOMPARE(QDir(folder).entryList(QDir::Files), QStringList{"ZEL.db"});
         QCOMPARE(zeldb({"sql", folder, "update LctPswd set Pswd = 'MINE'"}).status, 0);
         const Ran second = zeldb({"create", folder});
         QCOMPARE(second.status, 1);
         QCOMPARE(second.err.count(u'\n'), 1);
-        QVERIFY(second.err.contains(QStringLiteral("already")));
-        QCOMPARE(plain(folder + "/ZEL.db", "select Pswd from LctPswd"), QStringLiteral("MINE"));
+        QVERIFY(second.err.contains("already"));
+        QCOMPARE(plain(folder + "/ZEL.db", "select Pswd from LctPswd"), "MINE");
         QCOMPARE(
             plain(folder + "/ZEL.db", "select count(*) from VouSetting union all select count(*) from Menus"),
-            QStringLiteral("13;19"));
-        QCOMPARE(plain(folder + "/ZEL.db", "pragma journal_mode"), QStringLiteral("wal"));
+            "13;19");
+        QCOMPARE(plain(folder + "/ZEL.db", "pragma journal_mode"), "wal");
     }
 
     /// A file size limit stands for a disk that gets full while the catalog is made.
@@ -68,8 +67,7 @@ private Q_SLOTS:
             QProcess shell;
             const QString command =
                 QStringLiteral("trap '' XFSZ; ulimit -f %1; exec \"$0\" create \"$1\"").arg(kilobytes);
-            shell.start(QStringLiteral("bash"),
-                        {"-c", command, program(), parent.filePath(QStringLiteral("data"))});
+            shell.start("bash", {"-c", command, program(), parent.filePath("data")});
             QVERIFY(shell.waitForFinished());
             QCOMPARE(shell.exitCode(), 1);
             const QByteArray told = shell.readAllStandardError();
@@ -94,7 +92,7 @@ private Q_SLOTS:
             if (files.isEmpty())
                 continue;
             QCOMPARE(files, QStringList{"ZEL.db"});
-            QCOMPARE(plain(folder.filePath("ZEL.db"), "select count(*) from Menus"), QStringLiteral("19"));
+            QCOMPARE(plain(folder.filePath("ZEL.db"), "select count(*) from Menus"), "19");
         }
         QVERIFY(stopped > 0);
     }
@@ -102,11 +100,11 @@ private Q_SLOTS:
     void bare() {
         const QTemporaryDir folder;
         QCOMPARE(zeldb({"create", folder.path(), "--bare"}).status, 0);
-        QCOMPARE(plain(folder.filePath("ZEL.db"), "select name from sys_logins"), QStringLiteral("sa"));
+        QCOMPARE(plain(folder.filePath("ZEL.db"), "select name from sys_logins"), "sa");
         QCOMPARE(plain(folder.filePath("ZEL.db"),
                        "select count(*) from sqlite_master where type = 'table'"
                        " and name not like 'sys!_%' escape '!' and name not like 'sqlite%'"),
-                 QStringLiteral("0"));
+                 "0");
         QCOMPARE(zeldb({"sql", folder.path(), "create table T (N int null)"}).status, 0);
     }
 
@@ -116,7 +114,7 @@ private Q_SLOTS:
         QCOMPARE(plain(folder.filePath("ZEL.db"),
                        "select v.VouStatus || ' ' || a.AcName from VouSetting v join Accounts a"
                        " on a.RowID = v.AcCode where v.VouStatus in ('CP','BR','IR')"),
-                 QStringLiteral("CP CASH IN HAND;BR CITY BANK;IR STUDENTS"));
+                 "CP CASH IN HAND;BR CITY BANK;IR STUDENTS");
     }
 
     /// What a catalog of an earlier version has otherwise comes up to date; what was entered stays.
@@ -146,8 +144,7 @@ private Q_SLOTS:
         QCOMPARE(ran.status, 0);
         QVERIFY(ran.out.contains("up to date"));
         QVERIFY(plain(file, "select sql from sqlite_master where name = 'Accounts'").contains("Remark"));
-        QCOMPARE(plain(file, "select count(*) from Accounts where AcName = 'CITY BANK'"),
-                 QStringLiteral("1"));
+        QCOMPARE(plain(file, "select count(*) from Accounts where AcName = 'CITY BANK'"), "1");
         plain(file, "alter table Accounts drop column Remark");
         QCOMPARE(plain(file, definitions) + plain(file, procedures), made);
         QCOMPARE(QDir(folder.path()).entryList({"*.new*"}, QDir::Files), QStringList());
@@ -166,39 +163,38 @@ private Q_SLOTS:
         QCOMPARE(ran.status, 0);
         QCOMPARE(ran.out.count(u'\n'), 1);
         const QJsonObject answer = QJsonDocument::fromJson(ran.out.toUtf8()).object();
-        QCOMPARE(answer[QStringLiteral("ok")], QJsonValue(true));
-        QCOMPARE(answer[QStringLiteral("columns")].toArray().size(), 6);
-        QCOMPARE(answer[QStringLiteral("rows_affected")], QJsonValue(1));
+        QCOMPARE(answer["ok"], QJsonValue(true));
+        QCOMPARE(answer["columns"].toArray().size(), 6);
+        QCOMPARE(answer["rows_affected"], QJsonValue(1));
         const QStringList cells = {"[7]",  "[\"2024-03-05\"]",  "[1000.5]",
                                    "[12]", "[\"Ñ \\\"x\\\"\"]", "[null]"};
         for (int column = 0; column < 6; ++column)
             QCOMPARE(cell(ran.out, 0, column), cells[column]);
 
         const Ran changed = zeldb({"sql", "--json", folder.path(), "delete from DetJV"});
-        QCOMPARE(QJsonDocument::fromJson(changed.out.toUtf8()).object()[QStringLiteral("rows_affected")],
-                 QJsonValue(1));
+        QCOMPARE(QJsonDocument::fromJson(changed.out.toUtf8()).object()["rows_affected"], QJsonValue(1));
 
         const Ran failed = zeldb({"sql", "--json", folder.path(), "select * from NoSuchTable"});
         QCOMPARE(failed.status, 1);
         const QJsonObject refusal = QJsonDocument::fromJson(failed.out.toUtf8()).object();
-        QCOMPARE(refusal[QStringLiteral("ok")], QJsonValue(false));
-        QCOMPARE(refusal[QStringLiteral("number")], QJsonValue(208));
+        QCOMPARE(refusal["ok"], QJsonValue(false));
+        QCOMPARE(refusal["number"], QJsonValue(208));
     }
 
     void tables() {
         const CatalogFolder folder;
         const Ran ran = zeldb(
             {"sql", folder.path(), "select VouStatus, VouNo, AcCode from VouSetting where VouStatus = 'PO'"});
-        QCOMPARE(ran.out, QStringLiteral("VouStatus  VouNo  AcCode\n"
-                                         "---------  -----  ------\n"
-                                         "PO         1      NULL  \n"
-                                         "1 row\n"));
+        QCOMPARE(ran.out, "VouStatus  VouNo  AcCode\n"
+                          "---------  -----  ------\n"
+                          "PO         1      NULL  \n"
+                          "1 row\n");
     }
 
     void files() {
         const CatalogFolder folder;
         const QTemporaryDir place;
-        QFile file(place.filePath(QStringLiteral("rows.sql")));
+        QFile file(place.filePath("rows.sql"));
         QVERIFY(file.open(QIODevice::WriteOnly));
         file.write("\xEF\xBB\xBFinsert into LctPswd (Pswd) values ('A')\r\ngo\r\n\nGO\ninsert into LctPswd "
                    "(Pswd) values "
@@ -207,10 +203,10 @@ private Q_SLOTS:
         file.close();
         const Ran ran = zeldb({"sql", folder.path(), "-f", file.fileName()});
         QCOMPARE(ran.status, 0);
-        QCOMPARE(ran.out, QStringLiteral("1 row changed\n1 row changed\n1 row changed\n"));
-        QCOMPARE(plain(folder.file(), "select Pswd from LctPswd"), QStringLiteral("A;GO ON"));
+        QCOMPARE(ran.out, "1 row changed\n1 row changed\n1 row changed\n");
+        QCOMPARE(plain(folder.file(), "select Pswd from LctPswd"), "A;GO ON");
         QCOMPARE(zeldb({"sql", folder.path(), "-f", "-"}, "delete from LctPswd").status, 0);
-        QCOMPARE(plain(folder.file(), "select count(*) from LctPswd"), QStringLiteral("0"));
+        QCOMPARE(plain(folder.file(), "select count(*) from LctPswd"), "0");
     }
 
     void failedBatches() {
@@ -218,8 +214,8 @@ private Q_SLOTS:
         const Ran ran = zeldb({"sql", folder.path(), "-f", "-"},
                               "delete from LctPswd\nGO\n\ndelete from NoSuchTable\nGO\ndelete from Menus\n");
         QCOMPARE(ran.status, 1);
-        QVERIFY(ran.err.contains(QStringLiteral("line 3")));
-        QCOMPARE(plain(folder.file(), "select count(*) from Menus"), QStringLiteral("0"));
+        QVERIFY(ran.err.contains("line 3"));
+        QCOMPARE(plain(folder.file(), "select count(*) from Menus"), "0");
         QCOMPARE(zeldb({"sql", folder.path()}).status, 1);
         QCOMPARE(zeldb({"sql", "/no/such/folder", "select 1"}).status, 1);
         QCOMPARE(zeldb({"frobnicate"}).status, 1);
@@ -232,7 +228,7 @@ private Q_SLOTS:
         QCOMPARE(zeldb({"passwd", folder.path(), "sa"}, "SECRET ONE\n").status, 0);
         zel::ado::Connection con;
         QCOMPARE(failure([&] { open(con, folder.path()); }), 18456);
-        open(con, folder.path(), QStringLiteral("sa"), QStringLiteral("SECRET ONE"));
+        open(con, folder.path(), "sa", "SECRET ONE");
     }
 
     void checks() {
@@ -246,11 +242,11 @@ private Q_SLOTS:
             "insert into DetJV (VouNo, VouStatus, AcCode, DrAmt, CrAmt) values (1, 'BP', 1, 0.2, 0)\nGO\n"
             "insert into DetJV (VouNo, VouStatus, AcCode, DrAmt, CrAmt) values (1, 'BP', 1, 0, 0.3)\n");
         QCOMPARE(filled.status, 0);
-        QCOMPARE(zeldb({"check", folder.path()}).out, QStringLiteral("The catalog is sound.\n"));
+        QCOMPARE(zeldb({"check", folder.path()}).out, "The catalog is sound.\n");
         QCOMPARE(zeldb({"sql", folder.path(), "delete from DetJV where DrAmt = 0.1"}).status, 0);
         const Ran found = zeldb({"check", folder.path()});
         QCOMPARE(found.status, 1);
-        QCOMPARE(found.out, QStringLiteral("Voucher BP 1 does not balance: debit 0.2, credit 0.3.\n"));
+        QCOMPARE(found.out, "Voucher BP 1 does not balance: debit 0.2, credit 0.3.\n");
     }
 
     void twoProcessesWriteTogether() {
@@ -268,8 +264,7 @@ private Q_SLOTS:
             QVERIFY(process.waitForFinished(60'000));
             QVERIFY2(process.exitCode() == 0, process.readAllStandardError().constData());
         }
-        QCOMPARE(plain(folder.file(), "select count(*) from LctPswd where Pswd = 'X'"),
-                 QStringLiteral("200"));
+        QCOMPARE(plain(folder.file(), "select count(*) from LctPswd where Pswd = 'X'"), "200");
     }
 };
 

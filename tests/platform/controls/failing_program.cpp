@@ -46,7 +46,7 @@ const AtExit s_atExit;
         qApp, [] { say("queued call"); }, Qt::QueuedConnection);
     QTimer::singleShot(0, [] { say("single shot"); });
     s_failed = true;
-    throw Error(105, QStringLiteral("Unclosed quotation mark after the character string 'x'."));
+    throw Error(105, "Unclosed quotation mark after the character string 'x'.");
 }
 
 /// Answers the box once it has stood for a while. The program's own ticking timer keeps events coming.

@@ -1,4 +1,4 @@
-#include "../../support/rows.h"
+#include "on_screen.h"
 #include "platform/base/error.h"
 #include "platform/controls/application.h"
 #include "platform/controls/data_combo.h"
@@ -6,6 +6,7 @@
 #include "platform/controls/text_box.h"
 #include "table_rows.h"
 
+#include "tests/support/facts.h"
 #include "tests/support/rows.h"
 #include <QAbstractItemView>
 #include <QSignalSpy>
@@ -31,16 +32,14 @@ private Q_SLOTS:
         ComboBox combo;
         combo.addItems({"Session Name", "Session No", "Both"});
         combo.setCurrentIndex(0);
-        combo.show();
-        combo.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&combo));
+        QVERIFY(activated(combo));
         QSignalSpy changed(&combo, &ComboBox::changed);
         QTest::keyClicks(&combo, "both B");
         QTest::keyClick(&combo, Qt::Key_Space);
         QCOMPARE(combo.currentIndex(), 0);
         QVERIFY(!combo.view()->isVisible());
         QTest::keyClick(&combo, Qt::Key_Down);
-        QCOMPARE(combo.Text(), QStringLiteral("Session No"));
+        QCOMPARE(combo.Text(), "Session No");
         QTest::keyClick(&combo, Qt::Key_Up);
         QCOMPARE(changed.size(), 2);
         combo.showPopup();
@@ -63,16 +62,14 @@ private Q_SLOTS:
         QFETCH(int, modifiers);
         ComboBox combo;
         combo.addItems({"Voucher #", "Date", "Paid To"});
-        combo.show();
-        combo.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&combo));
+        QVERIFY(activated(combo));
         QSignalSpy clicked(&combo, &ComboBox::clicked);
         QTest::keyClick(&combo, Qt::Key(key), Qt::KeyboardModifiers(modifiers));
         QVERIFY(combo.view()->isVisible());
         QTest::keyClick(combo.view(), Qt::Key_Down);
         QTest::keyClick(combo.view(), Qt::Key_Return);
         QTRY_VERIFY(!combo.view()->isVisible());
-        QCOMPARE(combo.Text(), QStringLiteral("Date"));
+        QCOMPARE(combo.Text(), "Date");
         QCOMPARE(clicked.size(), 1);
     }
 
@@ -88,10 +85,10 @@ private Q_SLOTS:
         QCOMPARE(changed.size(), 0);
 
         combo.setBoundText("3");
-        QCOMPARE(combo.Text(), QStringLiteral("BANKING"));
+        QCOMPARE(combo.Text(), "BANKING");
         QCOMPARE(changed.size(), 1);
         QTest::keyClick(&combo, 'c');
-        QCOMPARE(combo.BoundText(), QStringLiteral("12"));
+        QCOMPARE(combo.BoundText(), "12");
         QTest::keyClick(&combo, Qt::Key_Delete);
         QCOMPARE(combo.Text(), QString());
 
@@ -104,16 +101,7 @@ private Q_SLOTS:
     }
 
     void boundText_data() {
-        test::columns<QString, QString, QString, QString, QString>("bound", "step", "text", "boundAfter",
-                                                                   "changes");
-        test::row("its row is there", "3", "", "BANKING", "3", "0");
-        test::row("its row is gone", "99", "", "", "99", "0");
-        test::row("gone, another picked", "99", "pick", "COMMERCE", "12", "1");
-        test::row("gone, emptied by key", "99", "empty", "", "", "0");
-        test::row("gone, filled anew", "99", "fill", "", "", "0");
-        test::row("filled anew, elsewhere in the list", "7", "fill", "ACCOUNTS", "7", "0");
-        test::row("filled anew without it", "3", "fill", "", "", "1");
-        test::row("filled anew with it", "5", "fill", "DRAFTING", "5", "1");
+        test::rowsFrom<QString, QString, QString, QString, int>("platform/controls/combo.json");
     }
 
     void boundText() {
@@ -134,7 +122,7 @@ private Q_SLOTS:
                 TableRows::make({"#CourseId", "CourseName"}, {{"5", "DRAFTING"}, {"7", "ACCOUNTS"}}));
         QTEST(combo.Text(), "text");
         QTEST(combo.BoundText(), "boundAfter");
-        QTEST(QString::number(changed.size()), "changes");
+        QTEST(int(changed.size()), "changes");
     }
 
     void dataComboRefusesUnknownColumns() {
@@ -146,19 +134,15 @@ private Q_SLOTS:
 
     void dateBoxKeys() {
         QWidget screen;
-        auto *layout = new QVBoxLayout(&screen);
         auto *date = new DateBox;
         auto *next = new TextBox;
-        layout->addWidget(date);
-        layout->addWidget(next);
-        screen.show();
-        screen.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&screen));
+        stack(screen, {date, next});
+        QVERIFY(activated(screen));
         date->setFocus();
         QSignalSpy changed(date, &DateBox::changed);
         date->setValue(QDate(2024, 2, 29));
         QCOMPARE(changed.size(), 1);
-        QCOMPARE(date->text(), QStringLiteral("29/02/2024"));
+        QCOMPARE(date->text(), "29/02/2024");
         date->setSelectedSection(QDateTimeEdit::DaySection);
         QTest::keyClicks(date, "05112023");
         QCOMPARE(date->Value(), QDate(2023, 11, 5));
@@ -187,9 +171,7 @@ private Q_SLOTS:
         for (const auto &[key, modifier] :
              {std::pair(Qt::Key_Down, Qt::AltModifier), {Qt::Key_F4, Qt::NoModifier}}) {
             DateBox date;
-            date.show();
-            date.activateWindow();
-            QVERIFY(QTest::qWaitForWindowActive(&date));
+            QVERIFY(activated(date));
             QSignalSpy closed(&date, &DateBox::calendarClosed);
             QTest::keyClick(&date, key, modifier);
             QWidget *calendar = QApplication::activePopupWidget();

@@ -6,6 +6,7 @@
 #include "platform/controls/msg_box.h"
 #include "platform/controls/text_box.h"
 
+#include "tests/support/facts.h"
 #include "tests/support/rows.h"
 #include <QMdiArea>
 #include <QMenuBar>
@@ -20,6 +21,8 @@
 
 using zel::test::columns;
 using zel::test::fill;
+using zel::test::row;
+using zel::test::rowsFrom;
 
 using namespace zel;
 using namespace zel::controls;
@@ -168,29 +171,7 @@ private Q_SLOTS:
     }
 
     /// Steps, and what the screens were told: + load, ! activate, - unload; the number tells instances apart.
-    void life_data() {
-        columns<QString, QString>("steps", "told");
-        zel::test::row("shown", "show a", "a1+ a1!");
-        zel::test::row("shown twice", "show a, show a", "a1+ a1!");
-        zel::test::row("loaded, then shown", "load a, show a", "a1+ a1!");
-        zel::test::row("brought forward", "show a, show b, show a", "a1+ a1! b2+ b2! a1!");
-        zel::test::row("the user changes", "show a, show b, activate a, activate b",
-                       "a1+ a1! b2+ b2! a1! b2!");
-        zel::test::row("hidden is not unloaded", "show a, hide a, show a", "a1+ a1! a1!");
-        zel::test::row("hidden behind another", "show a, show b, hide b, show b", "a1+ a1! b2+ b2! a1! b2!");
-        zel::test::row("unloaded, then shown", "show a, unload a, show a", "a1+ a1! a1- a2+ a2!");
-        zel::test::row("closed by the user", "show a, close a, show a", "a1+ a1! a1- a2+ a2!");
-        zel::test::row("unloaded twice", "show a, show b, unload a, unload b", "a1+ a1! b2+ b2! a1- b2-");
-        zel::test::row("the next one becomes active", "show a, show b, unload b", "a1+ a1! b2+ b2! b2- a1!");
-        zel::test::row("closes itself", "show a, show b, exit b, show b",
-                       "a1+ a1! b2+ b2! b2- a1! b2… b3+ b3!");
-        zel::test::row("clearing does not unload", "show a, clear a, show a", "a1+ a1! a2+ a2!");
-        zel::test::row("a box is no change", "show a, box, show a", "a1+ a1!");
-        zel::test::row("main window closes", "show a, show b, main", "a1+ a1! b2+ b2! a1- b2- main-");
-        zel::test::row("hidden ones, too", "load a, show b, hide b, main", "a1+ b2+ b2! a1- b2- main-");
-        zel::test::row("unreferenced ones, too", "show a, hide a, clear a, main", "a1+ a1! a1- main-");
-        zel::test::row("main window again", "show a, main, main, show a", "a1+ a1! a1- main- a2+ a2!");
-    }
+    void life_data() { rowsFrom<QString, QString>("platform/controls/form.json"); }
 
     void life() {
         QFETCH(QString, steps);
@@ -257,7 +238,7 @@ private Q_SLOTS:
         s_b->Show();
         s_a->Show();
         s_b->Show();
-        QCOMPARE(s_log.join(' '), QStringLiteral("a1+ a1! b2+ a1~ b2! a1! a1~ b2!"));
+        QCOMPARE(s_log.join(' '), "a1+ a1! b2+ a1~ b2! a1! a1~ b2!");
     }
 
     void menuKeepsItsKeys() {
@@ -287,14 +268,14 @@ private Q_SLOTS:
         QVERIFY(!QApplication::activePopupWidget());
         QTest::keyClick(s_main->windowHandle(), Qt::Key_Q, Qt::AltModifier);
         QTest::keyClick(s_main->windowHandle(), Qt::Key_Q);
-        QCOMPARE(static_cast<TextBox *>(search)->text(), QString("q"));
+        QCOMPARE(static_cast<TextBox *>(search)->text(), "q");
     }
 
     void mnemonicsOfTheScreenWin() {
         s_a->Show();
         s_b->Show();
         QTest::keyClick(s_main->windowHandle(), Qt::Key_X, Qt::AltModifier);
-        QCOMPARE(s_log.join(' '), QStringLiteral("a1+ a1! b2+ b2! b2- a1! b2…"));
+        QCOMPARE(s_log.join(' '), "a1+ a1! b2+ b2! b2- a1! b2…");
         QTest::qWait(5);
 
         auto *twin = new Button(s_a.get());
@@ -312,15 +293,7 @@ private Q_SLOTS:
         QCOMPARE(clicked.size(), 1);
     }
 
-    void focusRefused_data() {
-        columns<QString, bool>("state", "refused");
-        zel::test::row("plain", "", false);
-        zel::test::row("disabled", "disabled", true);
-        zel::test::row("hidden", "hidden", true);
-        zel::test::row("in a disabled frame", "frame disabled", true);
-        zel::test::row("in a hidden frame", "frame hidden", true);
-        zel::test::row("on the other tab page", "other page", false);
-    }
+    void focusRefused_data() { rowsFrom<QString, bool>("platform/controls/form.json"); }
 
     void focusRefused() {
         QFETCH(QString, state);
@@ -397,13 +370,12 @@ private Q_SLOTS:
     void messages_data() {
         columns<int, QString, int, int, int>("style", "title", "key", "icon", "result");
         const int information = QMessageBox::Information;
-        zel::test::row("information", 64, "", int(Qt::Key_Return), information, int(vbOK));
-        zel::test::row("critical", 16, "Login Error", int(Qt::Key_Escape), int(QMessageBox::Critical),
-                       int(vbOK));
-        zel::test::row("confirmed", 68, "Confirm", int(Qt::Key_Return), information, int(vbYes));
-        zel::test::row("not confirmed", 68, "Confirm", int(Qt::Key_N), information, int(vbNo));
-        zel::test::row("escaped", 4, "", int(Qt::Key_Escape), int(QMessageBox::NoIcon), int(vbNo));
-        zel::test::row("yes by letter", 4, "", int(Qt::Key_Y), int(QMessageBox::NoIcon), int(vbYes));
+        row("information", 64, "", int(Qt::Key_Return), information, int(vbOK));
+        row("critical", 16, "Login Error", int(Qt::Key_Escape), int(QMessageBox::Critical), int(vbOK));
+        row("confirmed", 68, "Confirm", int(Qt::Key_Return), information, int(vbYes));
+        row("not confirmed", 68, "Confirm", int(Qt::Key_N), information, int(vbNo));
+        row("escaped", 4, "", int(Qt::Key_Escape), int(QMessageBox::NoIcon), int(vbNo));
+        row("yes by letter", 4, "", int(Qt::Key_Y), int(QMessageBox::NoIcon), int(vbYes));
     }
 
     void messages() {
@@ -456,7 +428,7 @@ private Q_SLOTS:
                 QCoreApplication::exit(9);
             });
         });
-        QCOMPARE(steps.join(' '), QStringLiteral("main login"));
+        QCOMPARE(steps.join(' '), "main login");
         QCOMPARE(status, 0);
     }
 };

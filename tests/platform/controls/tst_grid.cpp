@@ -87,20 +87,20 @@ private Q_SLOTS:
     void bound() {
         Grid grid;
         grid.setDataSource(threeRows());
-        QCOMPARE(all(grid), QStringLiteral("SessionId,SessionName,Amount|3,AUTUMN,12.5|2,SPRING,|1,FIRST,7"));
+        QCOMPARE(all(grid), "SessionId,SessionName,Amount|3,AUTUMN,12.5|2,SPRING,|1,FIRST,7");
         QCOMPARE(grid.Row(), 1);
         grid.setColumns({{"SESSION NO", 1200}, {"SESSION NAME", 3000}});
         grid.setTextMatrix(0, 0, "Session No");
-        QCOMPARE(all(grid), QStringLiteral("Session No,SESSION NAME|3,AUTUMN|2,SPRING|1,FIRST"));
+        QCOMPARE(all(grid), "Session No,SESSION NAME|3,AUTUMN|2,SPRING|1,FIRST");
         const auto alignment = [&](int col) {
             return grid.model()->index(0, col).data(Qt::TextAlignmentRole).value<Qt::Alignment>();
         };
         QVERIFY(alignment(0).testFlag(Qt::AlignRight));
         QVERIFY(alignment(1).testFlag(Qt::AlignLeft));
         grid.setTextMatrix(2, 1, "SUMMER");
-        QCOMPARE(all(grid), QStringLiteral("Session No,SESSION NAME|3,AUTUMN|2,SUMMER|1,FIRST"));
+        QCOMPARE(all(grid), "Session No,SESSION NAME|3,AUTUMN|2,SUMMER|1,FIRST");
         grid.setDataSource(threeRows());
-        QCOMPARE(all(grid), QStringLiteral("SessionId,SessionName,Amount|3,AUTUMN,12.5|2,SPRING,|1,FIRST,7"));
+        QCOMPARE(all(grid), "SessionId,SessionName,Amount|3,AUTUMN,12.5|2,SPRING,|1,FIRST,7");
     }
 
     void emptySearch() {
@@ -114,7 +114,7 @@ private Q_SLOTS:
         QCOMPARE(grid.Rows(), 4);
         grid.Clear();
         grid.setRows(2);
-        QCOMPARE(all(grid), QStringLiteral(",|,"));
+        QCOMPARE(all(grid), ",|,");
         QCOMPARE(grid.Row(), 1);
         QCOMPARE(grid.TextMatrix(grid.Row(), 0), QString());
         QVERIFY(!label->isHidden() && !grid.selectionModel()->hasSelection() && !grid.showGrid());
@@ -159,7 +159,7 @@ private Q_SLOTS:
         grid.setRows(grid.Rows() + 1);
         grid.setTextMatrix(2, 0, "16");
         QCOMPARE(grid.Row(), 1);
-        QCOMPARE(all(grid), QStringLiteral(",Account Debit:,Amount:|15,RENT,1,234.50|16,,"));
+        QCOMPARE(all(grid), ",Account Debit:,Amount:|15,RENT,1,234.50|16,,");
         QVERIFY(grid.model()
                     ->index(0, 2)
                     .data(Qt::TextAlignmentRole)
@@ -221,7 +221,7 @@ private Q_SLOTS:
         grid.setDataSource(threeRows());
         grid.setColumns({{"", 0}, {"NAME", 2880}, {"A heading wider than its column", 100}});
         QVERIFY(grid.isColumnHidden(0));
-        QCOMPARE(grid.TextMatrix(1, 0), QStringLiteral("3"));
+        QCOMPARE(grid.TextMatrix(1, 0), "3");
         grid.resize(2000, 300);
         grid.show();
         QVERIFY(grid.columnWidth(1) > pixels(2880)); // what the others leave is the widest one's

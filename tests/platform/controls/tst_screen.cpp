@@ -1,3 +1,4 @@
+#include "on_screen.h"
 #include "platform/base/error.h"
 #include "platform/controls/application.h"
 #include "platform/controls/form.h"
@@ -42,19 +43,19 @@ private Q_SLOTS:
         area.show();
         FormReference<Screen> screen;
         screen->Show();
-        QCOMPARE(screen->txtSessionName->Tag(), QStringLiteral("M"));
-        QCOMPARE(screen->txtSessionName->DataField(), QStringLiteral("SessionName"));
+        QCOMPARE(screen->txtSessionName->Tag(), "M");
+        QCOMPARE(screen->txtSessionName->DataField(), "SessionName");
         QCOMPARE(screen->txtSessionName->keys(), Keys::Upper);
         QCOMPARE(screen->txtSessionName->maxTyped(), 10);
         QCOMPARE(screen->txtSessionName->maxLength(), 10);
-        QCOMPARE(screen->mskNIC->text(), QStringLiteral("_____-_______-_"));
-        QCOMPARE(screen->mskNIC->property("text").toString(), QStringLiteral("_____-_______-_"));
+        QCOMPARE(screen->mskNIC->text(), "_____-_______-_");
+        QCOMPARE(screen->mskNIC->property("text").toString(), "_____-_______-_");
         QCOMPARE(screen->cmbMYear->enterKey(), EnterKey::GoesOn);
-        QCOMPARE(screen->cboCource->BoundColumn(), QStringLiteral("CourseId"));
+        QCOMPARE(screen->cboCource->BoundColumn(), "CourseId");
         QCOMPARE(screen->chkHead->enterKey(), EnterKey::GoesOn);
         QVERIFY(!screen->cmdSave->icon().isNull());
         QCOMPARE(textFields(screen.get(), "M").size(), std::size_t(1));
-        QCOMPARE(screen->subWindow()->windowTitle(), QStringLiteral("SESSION"));
+        QCOMPARE(screen->subWindow()->windowTitle(), "SESSION");
         QVERIFY(screen->size().width() >= screen->minimumSizeHint().width());
         QVERIFY(screen->size().height() >= screen->minimumSizeHint().height());
         screen->Unload();
@@ -81,9 +82,7 @@ private Q_SLOTS:
 
     void enterWalksTheTabOrder() {
         Screen screen;
-        screen.show();
-        screen.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&screen));
+        QVERIFY(activated(screen));
         screen.txtSessionName->setFocus();
         const QList<QWidget *> walk{screen.mskNIC, screen.txtNaration, screen.cmbMYear, screen.cboCource};
         for (QWidget *next : walk) {
@@ -100,9 +99,7 @@ private Q_SLOTS:
 
     void buttonsByKeys() {
         Screen screen;
-        screen.show();
-        screen.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&screen));
+        QVERIFY(activated(screen));
         QSignalSpy clicked(screen.cmdSave, &Button::clicked);
         screen.txtSessionName->setFocus();
         QTest::keyClick(screen.txtSessionName, Qt::Key_S, Qt::AltModifier);
@@ -122,7 +119,7 @@ private Q_SLOTS:
     void treeNodes() {
         TreeView tree;
         fill(tree);
-        QCOMPARE(tree.node("'1.1.1'")->Tag, QStringLiteral("12"));
+        QCOMPARE(tree.node("'1.1.1'")->Tag, "12");
         QCOMPARE(tree.node("'1.1.1'")->parent(), tree.node("'1.1'"));
         QCOMPARE(tree.topLevelItemCount(), 2);
         QVERIFY(!tree.node("'1'")->isExpanded());
@@ -156,7 +153,7 @@ private Q_SLOTS:
         QTest::keyClick(&tree, Qt::Key_Return);
         QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, QPoint(), QPoint());
         QCoreApplication::sendEvent(&tree, &menuKey);
-        QCOMPARE(told.join(' '), QStringLiteral("+10 -10 +10 L 11 L 11 R 11"));
+        QCOMPARE(told.join(' '), "+10 -10 +10 L 11 L 11 R 11");
     }
 
     void treeByMouse() {

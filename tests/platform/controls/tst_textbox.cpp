@@ -1,9 +1,10 @@
-#include "../../support/rows.h"
+#include "on_screen.h"
 #include "platform/controls/application.h"
 #include "platform/controls/masked_box.h"
 #include "platform/controls/memo_box.h"
 #include "platform/controls/text_box.h"
 
+#include "tests/support/facts.h"
 #include "tests/support/rows.h"
 #include <QClipboard>
 #include <QMainWindow>
@@ -14,28 +15,15 @@
 #include <QWindow>
 
 using zel::test::columns;
-using zel::test::row;
+using zel::test::fill;
+using zel::test::rowsFrom;
 
 using namespace zel::controls;
 
 class tst_textbox : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void keys_data() {
-        zel::test::columns<Keys, QString, QString, QString>("keys", "present", "typed", "text");
-        zel::test::row("free", Keys::Free, "", "aB 'x'", "aB 'x'");
-        zel::test::row("upper", Keys::Upper, "", "ab 1c", "AB 1C");
-        zel::test::row("upper without blanks", Keys::UpperTight, "", "a b", "AB");
-        zel::test::row("amount", Keys::Amount, "", "-1 2a.5.5,", "12.55");
-        zel::test::row("amount: point already there", Keys::Amount, "1.5", ".2", "1.52");
-        zel::test::row("point alone", Keys::Amount, "", ".", ".");
-        zel::test::row("number", Keys::Number, "", "1 2.a-3", "123");
-        zel::test::row("order", Keys::Order, "", " 7x8", "78");
-        zel::test::row("balance", Keys::Balance, "", "1-2-3.4.5 6,a", "1-23.456");
-        zel::test::row("phone", Keys::Phone, "", "021 34,5-a", "02134,5");
-        zel::test::row("fax", Keys::Fax, "", "021 34,5-a", "021 34,5");
-        zel::test::row("telephone", Keys::Telephone, "", "+92 (21)-3,4/a", "+92 (21)-3,4");
-    }
+    void keys_data() { rowsFrom<Keys, QString, QString, QString>("platform/controls/textbox.json"); }
 
     void keys() {
         QFETCH(Keys, keys);
@@ -65,14 +53,7 @@ private Q_SLOTS:
         QCOMPARE(composing.text(), text);
     }
 
-    void sets_data() {
-        zel::test::columns<QString, QString, QString>("set", "inside", "outside");
-        zel::test::row("amount", "[0-9 .]", "059 .", "-,/:a");
-        zel::test::row("hyphen at the end", "[0-9 . -]", "09 .-", ",/");
-        zel::test::row("hyphen between blanks", "[0-9 - ,]", "09 ,", "-.!");
-        zel::test::row("blank to hyphen", "[0-9 -- ,]", "09 !\"#'()+,-", "./:a");
-        zel::test::row("hyphen first", "[-a]", "-a", "b");
-    }
+    void sets_data() { rowsFrom<QString, QString, QString>("platform/controls/textbox.json"); }
 
     void sets() {
         QFETCH(QString, set);
@@ -92,11 +73,7 @@ private Q_SLOTS:
     }
 
     void limitHoldsTypingOnly_data() {
-        zel::test::columns<QString, int, QString, QString>("present", "selected", "typed", "text");
-        zel::test::row("typing stops", "", 0, "123456", "1234");
-        zel::test::row("full", "1234", 0, "5", "1234");
-        zel::test::row("the selection makes room", "1234", 2, "789", "7834");
-        zel::test::row("longer by the program", "123456", 0, "7", "123456");
+        rowsFrom<QString, int, QString, QString>("platform/controls/textbox.json");
     }
 
     void limitHoldsTypingOnly() {
@@ -123,34 +100,21 @@ private Q_SLOTS:
         }
     }
 
-    void enter_data() {
-        columns<Keys, bool>("keys", "moves");
-        zel::test::row("free", Keys::Free, true);
-        zel::test::row("free, stays", Keys::FreeStays, false);
-        zel::test::row("upper", Keys::Upper, true);
-        zel::test::row("upper, stays", Keys::UpperStays, false);
-        zel::test::row("amount", Keys::Amount, true);
-        zel::test::row("order", Keys::Order, false);
-        zel::test::row("telephone", Keys::Telephone, true);
-    }
+    void enter_data() { rowsFrom<Keys, bool>("platform/controls/textbox.json"); }
 
     void enter() {
         QFETCH(Keys, keys);
         QFETCH(bool, moves);
         QWidget screen;
-        auto *layout = new QVBoxLayout(&screen);
         auto *first = new TextBox;
         auto *disabled = new TextBox;
         auto *hidden = new TextBox;
         auto *next = new TextBox;
-        for (TextBox *box : {first, disabled, hidden, next})
-            layout->addWidget(box);
+        stack(screen, {first, disabled, hidden, next});
         disabled->setEnabled(false);
         hidden->hide();
         first->setKeys(keys);
-        screen.show();
-        screen.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&screen));
+        QVERIFY(activated(screen));
         first->setFocus();
         QSignalSpy pressed(first, &TextBox::enterPressed);
         QSignalSpy lost(first, &TextBox::lostFocus);
@@ -168,7 +132,7 @@ private Q_SLOTS:
         amount.setKeys(Keys::Amount);
         MemoBox memo;
         MaskedBox masked;
-        masked.setMask(QStringLiteral("##-##"));
+        masked.setMask("##-##");
         for (QWidget *box : {static_cast<QWidget *>(&amount), static_cast<QWidget *>(&memo),
                              static_cast<QWidget *>(&masked)}) {
             QTest::keyClick(box, Qt::Key_D, Qt::AltModifier);
@@ -177,9 +141,9 @@ private Q_SLOTS:
         }
         QCOMPARE(amount.text(), QString());
         QCOMPARE(memo.text(), QString());
-        QCOMPARE(masked.text(), QStringLiteral("__-__"));
+        QCOMPARE(masked.text(), "__-__");
         QTest::keyClick(&amount, Qt::Key_7, Qt::ControlModifier | Qt::AltModifier); // AltGr
-        QCOMPARE(amount.text(), QStringLiteral("7"));
+        QCOMPARE(amount.text(), "7");
     }
 
     void lockedBoxAnswersEnterAlone() {
@@ -192,7 +156,7 @@ private Q_SLOTS:
         QTest::keyClick(&box, Qt::Key_V, Qt::ControlModifier);
         QTest::keyClick(&box, Qt::Key_Backspace);
         QTest::keyClick(&box, Qt::Key_Enter);
-        QCOMPARE(box.text(), QStringLiteral("12"));
+        QCOMPARE(box.text(), "12");
         QCOMPARE(pressed.size(), 1);
         QVERIFY(box.focusPolicy() & Qt::TabFocus);
     }
@@ -200,24 +164,20 @@ private Q_SLOTS:
     /// A box that hands the focus to another as soon as it has it.
     void focusPassedOn() {
         QWidget screen;
-        auto *layout = new QVBoxLayout(&screen);
         auto *first = new TextBox;
         auto *passing = new TextBox;
         auto *target = new TextBox;
-        for (TextBox *box : {target, first, passing})
-            layout->addWidget(box);
+        stack(screen, {target, first, passing});
         QWidget::setTabOrder(first, passing);
         connect(passing, &TextBox::gotFocus, target, [target] { target->setFocus(); });
-        screen.show();
-        screen.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&screen));
+        QVERIFY(activated(screen));
         first->setFocus();
         QSignalSpy got(target, &TextBox::gotFocus);
         QTest::keyClick(first, Qt::Key_Return);
         QVERIFY(target->hasFocus());
         QCOMPARE(got.size(), 1);
         QTest::keyClicks(screen.focusWidget(), "x");
-        QCOMPARE(target->text(), QStringLiteral("x"));
+        QCOMPARE(target->text(), "x");
         QVERIFY(!passing->hasFocus());
     }
 
@@ -225,7 +185,7 @@ private Q_SLOTS:
         TextBox box;
         QGuiApplication::clipboard()->setText("one\r\ntwo\nthree");
         QTest::keyClick(&box, Qt::Key_V, Qt::ControlModifier);
-        QCOMPARE(box.text(), QStringLiteral("one two three"));
+        QCOMPARE(box.text(), "one two three");
         const QString wide = QString::fromUtf8("\xF0\x9F\x8E\x93"); // two units long
         box.setText(QString(40000, 'x'));
         QCOMPARE(box.text().size(), 40000);
@@ -258,13 +218,13 @@ private Q_SLOTS:
         QVERIFY(box.setProperty("DataField", "SessionName"));
         QVERIFY(box.setProperty("keys", "Amount"));
         QVERIFY(box.setProperty("masked", true));
-        QCOMPARE(box.Tag(), QStringLiteral("M"));
-        QCOMPARE(box.DataField(), QStringLiteral("SessionName"));
+        QCOMPARE(box.Tag(), "M");
+        QCOMPARE(box.DataField(), "SessionName");
         QCOMPARE(box.keys(), Keys::Amount);
-        QCOMPARE(box.rule().set, QStringLiteral("[0-9 .]"));
+        QCOMPARE(box.rule().set, "[0-9 .]");
         QCOMPARE(box.displayText(), QString());
         QTest::keyClicks(&box, "1x2");
-        QCOMPARE(box.displayText(), QStringLiteral("**"));
+        QCOMPARE(box.displayText(), "**");
 
         QWidget screen;
         auto *memo = new MemoBox(&screen);
@@ -273,17 +233,12 @@ private Q_SLOTS:
         const auto tagged = textFields(&screen, "M");
         QCOMPARE(tagged.size(), std::size_t(1));
         tagged.front()->setShownText("two\nlines");
-        QCOMPARE(memo->text(), QStringLiteral("two\nlines"));
+        QCOMPARE(memo->text(), "two\nlines");
         QCOMPARE(textFields(&screen).back()->widget(), other);
     }
 
-    void memo_data() {
-        // "\n" is Enter
-        zel::test::columns<Keys, int, QString, QString, bool>("keys", "limit", "typed", "text", "leaves");
-        zel::test::row("upper, goes on", Keys::Upper, 0, "ab\n", "AB", true);
-        zel::test::row("stays", Keys::FreeStays, 0, "a\nb", "a\nb", false);
-        zel::test::row("limit counts line ends", Keys::FreeStays, 3, "a\nbcd", "a\nb", false);
-    }
+    /// "\n" is Enter.
+    void memo_data() { rowsFrom<Keys, int, QString, QString, bool>("platform/controls/textbox.json"); }
 
     void memo() {
         QFETCH(Keys, keys);
@@ -292,16 +247,12 @@ private Q_SLOTS:
         QFETCH(QString, text);
         QFETCH(bool, leaves);
         QWidget screen;
-        auto *layout = new QVBoxLayout(&screen);
         auto *memo = new MemoBox;
         auto *next = new TextBox;
-        layout->addWidget(memo);
-        layout->addWidget(next);
+        stack(screen, {memo, next});
         memo->setKeys(keys);
         memo->setMaxTyped(limit);
-        screen.show();
-        screen.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&screen));
+        QVERIFY(activated(screen));
         memo->setFocus();
         QSignalSpy changed(memo, &MemoBox::changed);
         for (const QChar key : typed) {
@@ -323,15 +274,16 @@ private Q_SLOTS:
     void menuKeys_data() {
         columns<QString, bool, bool, bool, bool>("key", "selected", "itemShown", "memo", "toMenu");
         for (const bool memo : {false, true}) {
-            const auto row = [&](const char *what) -> QTestData & {
-                return QTest::newRow(qPrintable(QString("%1, %2").arg(memo ? "memo" : "text", what)));
+            const auto row = [memo](const char *what, const QString &key, bool selected, bool shown,
+                                    bool to) {
+                fill(QTest::addRow("%s, %s", memo ? "memo" : "text", what), key, selected, shown, memo, to);
             };
-            row("Ctrl+A") << "Ctrl+A" << false << true << memo << true;
-            row("Ctrl+A on a selection") << "Ctrl+A" << true << true << memo << true;
-            row("Ctrl+A, item hidden") << "Ctrl+A" << false << false << memo << false;
-            row("Ctrl+C without selection") << "Ctrl+C" << false << true << memo << true;
-            row("Ctrl+C on a selection") << "Ctrl+C" << true << true << memo << false;
-            row("Ctrl+U") << "Ctrl+U" << false << true << memo << true;
+            row("Ctrl+A", "Ctrl+A", false, true, true);
+            row("Ctrl+A on a selection", "Ctrl+A", true, true, true);
+            row("Ctrl+A, item hidden", "Ctrl+A", false, false, false);
+            row("Ctrl+C without selection", "Ctrl+C", false, true, true);
+            row("Ctrl+C on a selection", "Ctrl+C", true, true, false);
+            row("Ctrl+U", "Ctrl+U", false, true, true);
         }
     }
 
@@ -350,13 +302,9 @@ private Q_SLOTS:
         auto *memoBox = new MemoBox;
         QWidget *used = memo ? static_cast<QWidget *>(memoBox) : box;
         auto *centre = new QWidget;
-        auto *layout = new QVBoxLayout(centre);
-        layout->addWidget(box);
-        layout->addWidget(memoBox);
+        stack(*centre, {box, memoBox});
         window.setCentralWidget(centre);
-        window.show();
-        window.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&window));
+        QVERIFY(activated(window));
         box->setText("abc");
         memoBox->setText("abc");
         used->setFocus();
@@ -371,7 +319,7 @@ private Q_SLOTS:
         // Through the window, as the platform delivers it.
         QTest::keyClick(window.windowHandle(), pressed.key(), pressed.keyboardModifiers());
         QCOMPARE(triggered.size(), toMenu ? 1 : 0);
-        QCOMPARE(box->text(), QStringLiteral("abc"));
+        QCOMPARE(box->text(), "abc");
         if (key == "Ctrl+C")
             QCOMPARE(QGuiApplication::clipboard()->text(), toMenu ? QString("before") : QString("abc"));
     }

@@ -1,40 +1,32 @@
 #include "platform/base/error.h"
 #include "platform/tsql/reading/guard.h"
 
-#include "tests/support/rows.h"
+#include "tests/support/facts.h"
 #include <QTest>
 
-using zel::test::columns;
-using zel::test::fill;
-using zel::test::row;
+using zel::test::rowsFrom;
 
 using zel::Sql;
 using zel::operator""_sql;
 
 namespace {
 
+enum Kind { Text, Number, Password };
+
 /// Where a screen puts what somebody typed.
-struct Place {
-    const char *name;
+const struct {
+    Kind kind;
     Sql before;
     Sql behind;
+} Places[] = {
+    {Text, "Select * From Accounts Where AcName = '"_sql, "' and AcStatus = 'DD'"_sql},
+    {Text, "Select * From Accounts Where AcName Like '%"_sql, "%' order by AcName"_sql},
+    {Text, "update T set a='"_sql, "', b='' where c=''"_sql},
+    {Number, "Select * From MasJV Where VouNo = "_sql, " And VouStatus = 'BP' "_sql},
+    {Number, "Delete Accounts where rowid = "_sql, ""_sql},
+    {Number, "exec CreatStuWiseDet "_sql, ",0,0 "_sql},
+    {Password, "sp_password "_sql, ",'NEW','NAME'"_sql},
 };
-
-const Place &place(int index) {
-    static const Place places[] = {
-        {"text", "Select * From Accounts Where AcName = '"_sql, "' and AcStatus = 'DD'"_sql},
-        {"pattern", "Select * From Accounts Where AcName Like '%"_sql, "%' order by AcName"_sql},
-        {"empty text follows", "update T set a='"_sql, "', b='' where c=''"_sql},
-        {"number", "Select * From MasJV Where VouNo = "_sql, " And VouStatus = 'BP' "_sql},
-        {"number at the end", "Delete Accounts where rowid = "_sql, ""_sql},
-        {"number, tight", "exec CreatStuWiseDet "_sql, ",0,0 "_sql},
-        {"password", "sp_password "_sql, ",'NEW','NAME'"_sql},
-    };
-    return places[index];
-}
-constexpr int Texts = 3;
-constexpr int Numbers = 3;
-constexpr int Password = Texts + Numbers;
 
 int refusal(const Sql &text) {
     try {
@@ -52,84 +44,26 @@ int refusal(const Sql &text) {
 class tst_pieces : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void pieces_data() {
-        columns<int, QString, int>("where", "typed", "number");
-        // Typed text, and what it is refused with: within a text, in a number's place, as the bare password.
-        // -1: by any number.
-        const auto row = [](const char *name, const QString &typed, int inText, int asNumber,
-                            int asPassword) {
-            for (int i = 0; i <= Password; ++i) {
-                const int expected = i < Texts ? inText : i < Password ? asNumber : asPassword;
-                fill(QTest::addRow("%s: %s", place(i).name, name), i, typed, expected);
-            }
-        };
-        row("nothing", "", 0, -1, 102);
-        row("blanks", "  ", 0, -1, 102);
-        row("digits", "12", 0, 0, 0);
-        row("blanks around digits", " 12 ", 0, 0, 0);
-        row("negative", "-12", 0, 0, 0);
-        row("sign apart", "+ 12", 0, 0, 0);
-        row("point", "12.5", 0, 0, 0);
-        row("point first", ".5", 0, 0, 0);
-        row("two points", "1.2.3", 0, 102, 102);
-        row("two signs", "--12", 0, -1, 102);
-        row("sign only", "-", 0, 102, 102);
-        row("exponent", "1e5", 0, 102, 102);
-        row("word", "AppID", 0, 207, 0);
-        row("word of letters beyond ASCII", QString::fromUtf8("ÑANDÚ"), 0, 207, 0);
-        row("reserved word", "order", 0, 156, 156);
-        row("null", "null", 0, 156, 156);
-        row("two words", "AB CD", 0, 102, 102);
-        row("digit-led word", "1AB", 0, 102, 102);
-        row("dashed word", "A-B", 0, 102, 102);
-        row("variable", "@@version", 0, 102, 102);
-        row("call", "f()", 0, 102, 102);
-        row("quoted name", "[AppID]", 0, 102, 102);
-        row("whole text", "'x'", 102, 102, 102);
-        row("alternative", "1 or 1=1", 0, 102, 102);
-        row("second statement", "1; delete from Accounts", 0, 102, 102);
-        row("second statement without a sign", "1 delete from Accounts", 0, 102, 102);
-        row("comment", "1--", 0, 102, 102);
-        row("comment alone", "--", 0, -1, 102);
-        row("inner comment", "1/**/", 0, 102, 102);
-        row("open comment", "/*", 0, 113, 113);
-        row("closed apostrophe", "O''BRIEN", 0, 102, 102);
-        row("apostrophe", "O'BRIEN", 105, 105, 105);
-        row("apostrophe alone", "'", -1, -1, -1);
-        row("two apostrophes", "''", 0, 102, 102);
-        row("three apostrophes", "'''", -1, -1, -1);
-        row("closed and commented", "'; delete from Accounts --", 102, 105, 105);
-        row("closed and reopened", "' or ''='", 102, 102, 102);
-        row("closed and reopened with a text", "' or 'a'='a", 102, -1, -1);
-        row("list", "1,2", 0, 102, 102);
-        row("line break", "1\n2", 0, 102, 102);
-        row("long", QString(100'000, u'x'), 0, 207, 0);
-        row("long digits", QString(100'000, u'7'), 0, 0, 0);
-        row("long of apostrophes", QString(100'000, u'\''), 0, -1, -1);
-    }
+    /// Typed text, and what it is refused with: within a text, in a number's place, as the bare password.
+    /// -1: by any number.
+    void pieces_data() { rowsFrom<QString, int, int, int, int>("platform/tsql/pieces.json"); }
 
     void pieces() {
-        QFETCH(int, where);
         QFETCH(QString, typed);
-        QFETCH(int, number);
-        const Place &here = place(where);
-        const int refused = refusal(here.before + typed + here.behind);
-        if (number < 0)
-            QVERIFY2(refused != 0, "accepted");
-        else
-            QCOMPARE(refused, number);
+        QFETCH(int, times);
+        QFETCH(int, inText);
+        QFETCH(int, asNumber);
+        QFETCH(int, asPassword);
+        for (const auto &[kind, before, behind] : Places) {
+            const Sql text = before + typed.repeated(std::max(times, 1)) + behind;
+            const int expected = kind == Text ? inText : kind == Number ? asNumber : asPassword;
+            const int refused = refusal(text);
+            QVERIFY2(expected < 0 ? refused != 0 : refused == expected,
+                     qPrintable(QString("%1 by %2").arg(refused).arg(QString::fromUtf8(before.text()))));
+        }
     }
 
-    void twoPieces_data() {
-        columns<QString, QString, bool>("first", "second", "accepted");
-        zel::test::row("plain", "a", "b", true);
-        zel::test::row("both empty", "", "", true);
-        zel::test::row("paired apostrophes", "''", "''''", true);
-        zel::test::row("first takes the closing quote", "'", " or 1=1 --", false);
-        zel::test::row("second takes the closing quote", "a", "'", false);
-        zel::test::row("each one apostrophe", "'", "'", false);
-        zel::test::row("backslash", "\\", " or 1=1 --", true);
-    }
+    void twoPieces_data() { rowsFrom<QString, QString, bool>("platform/tsql/pieces.json"); }
 
     /// Two texts in one statement: what one leaves open the other must not close.
     void twoPieces() {

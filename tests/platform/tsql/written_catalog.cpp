@@ -2,6 +2,7 @@
 
 #include "platform/ado/drivers/sqlite_functions.h"
 #include "platform/base/error.h"
+#include "tests/support/facts.h"
 
 #include <sqlite3.h>
 
@@ -27,10 +28,11 @@ QString cell(sqlite3_stmt *statement, int column) {
 
 } // namespace
 
-WrittenCatalog::WrittenCatalog(std::string_view script) {
+WrittenCatalog::WrittenCatalog(const char *script) {
+    const std::string text = test::fileText(script).toStdString();
     sqlite3_open(":memory:", &m_db);
     ado::registerFunctions(m_db);
-    for (const std::string_view batch : batches(script)) {
+    for (const std::string_view batch : batches(text)) {
         for (const Statement &statement : translate(Sql::trusted(batch), *this, sqlite())) {
             if (statement.kind == StatementKind::CreateProcedure)
                 m_procedures[key(statement.name)] = statement.text;

@@ -14,8 +14,8 @@ struct sqlite3_value;
 /// An engine in memory whose tables were all written by the front end, and the catalog read back from them.
 class WrittenCatalog : public zel::tsql::Catalog {
 public:
-    /// Runs the script's batches, parted by GO.
-    explicit WrittenCatalog(std::string_view script);
+    /// Runs the batches, parted by GO, of a file below tests/.
+    explicit WrittenCatalog(const char *script);
     ~WrittenCatalog() override;
     WrittenCatalog(const WrittenCatalog &) = delete;
     WrittenCatalog &operator=(const WrittenCatalog &) = delete;

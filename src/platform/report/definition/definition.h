@@ -22,7 +22,9 @@ struct ColumnDefinition {
     Kind kind = Kind::Text;
 };
 
-enum class Join { None, Inner, Left };
+/// A table joined as Sum gives no rows: its numbers are sums over those of its rows that `on` ties to a row,
+/// Null where there is none.
+enum class Join { None, Inner, Left, Sum };
 
 /// A table that a report reads. The first one and those joined to it give the rows; each other, joined to
 /// nothing, gives one row for the whole report, looked up first.

@@ -95,13 +95,15 @@ void DefinitionReader::readTable(const XmlElement &element) {
     table.source = attributes.text(QStringLiteral("source"), table.name);
     if (!isIdentifier(table.source))
         m_file.refuse(element.at, QStringLiteral("\"%1\" is no table.").arg(table.source));
-    table.join = attributes.choice<Join>(
-        QStringLiteral("join"),
-        {{QStringLiteral("inner"), Join::Inner}, {QStringLiteral("left"), Join::Left}}, Join::None);
+    const Join join = attributes.choice<Join>(QStringLiteral("join"),
+                                              {{QStringLiteral("inner"), Join::Inner},
+                                               {QStringLiteral("left"), Join::Left},
+                                               {QStringLiteral("sum"), Join::Sum}},
+                                              Join::None);
     const XmlAttribute *on = attributes.find(QStringLiteral("on"));
     const XmlAttribute *where = attributes.find(QStringLiteral("where"));
     attributes.done();
-    if ((on != nullptr) != (table.join != Join::None))
+    if ((on != nullptr) != (join != Join::None))
         m_file.refuse(element.at, QStringLiteral("join and on belong together."));
     if (m_definition->tables.empty() && (on || where))
         m_file.refuse(element.at, QStringLiteral("The first table has no join and no where of its own."));
@@ -111,6 +113,7 @@ void DefinitionReader::readTable(const XmlElement &element) {
     m_definition->tables.push_back(std::move(table));
     if (on)
         m_definition->tables.back().on = pushedCondition(on->value, on->valueAt);
+    m_definition->tables.back().join = join;
     if (where)
         m_definition->tables.back().where = pushedCondition(where->value, where->valueAt);
 }

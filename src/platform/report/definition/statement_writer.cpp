@@ -50,6 +50,11 @@ Sql dayComparison(Op op, const Sql &left, QDate day) {
 
 } // namespace
 
+Sql named(const TableDefinition &table) {
+    const bool renamed = table.name.compare(table.source, Qt::CaseInsensitive) != 0;
+    return renamed ? Sql::name(table.source) + " " + Sql::name(table.name) : Sql::name(table.name);
+}
+
 Sql StatementWriter::write(const Expression &node) const {
     switch (node.op) {
     case Op::Literal:
@@ -112,7 +117,12 @@ Sql StatementWriter::column(int table, int index) const {
     const TableDefinition &source = m_definition.tables[static_cast<std::size_t>(table)];
     const QString name =
         source.name + QLatin1Char('.') + source.columns[static_cast<std::size_t>(index)].name;
-    return Sql::name(name);
+    if (source.join != Join::Sum || table == m_summed)
+        return Sql::name(name);
+    StatementWriter inside = *this;
+    inside.m_summed = table;
+    return "(select sum("_sql + Sql::name(name) + ") from " + named(source) + " where " +
+           inside.condition(*source.on) + ")";
 }
 
 Sql StatementWriter::number(const Expression &node) const {

@@ -6,6 +6,9 @@
 
 namespace zel::report {
 
+/// A table as `from` and `join` name it: "Accounts A".
+[[nodiscard]] Sql named(const TableDefinition &table);
+
 /// Writes a bound condition or sort key as statement text. FormulaError 5 for what can't stand in a
 /// statement.
 class StatementWriter {
@@ -15,6 +18,7 @@ public:
 
     [[nodiscard]] Sql write(const Expression &node) const;
     [[nodiscard]] Sql condition(const Expression &node) const;
+    /// Of a table joined as a sum the statement that gives it.
     [[nodiscard]] Sql column(int table, int index) const;
 
 private:
@@ -30,6 +34,7 @@ private:
 
     const Definition &m_definition;
     const Parameters &m_parameters;
+    int m_summed = -1; ///< the table whose rows are being summed, and whose columns are their own
 };
 
 /// FormulaError when a bound condition, group or sort key can't stand in a statement.

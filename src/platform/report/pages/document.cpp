@@ -51,10 +51,17 @@ QString Document::plainText() const {
     return text;
 }
 
-static void dropUntitled(std::vector<GroupNode> &nodes) {
-    for (GroupNode &node : nodes)
-        dropUntitled(node.children);
-    std::erase_if(nodes, [](const GroupNode &node) { return node.title.isEmpty() && node.children.empty(); });
+/// What stands under a node without a title stands in its place.
+static std::vector<GroupNode> titled(std::vector<GroupNode> nodes) {
+    std::vector<GroupNode> kept;
+    for (GroupNode &node : nodes) {
+        node.children = titled(std::move(node.children));
+        if (node.title.isEmpty())
+            std::ranges::move(node.children, std::back_inserter(kept));
+        else
+            kept.push_back(std::move(node));
+    }
+    return kept;
 }
 
 std::vector<GroupNode> Document::groups() const {
@@ -86,8 +93,7 @@ std::vector<GroupNode> Document::groups() const {
             }
         }
     }
-    dropUntitled(tree);
-    return tree;
+    return titled(std::move(tree));
 }
 
 } // namespace zel::report

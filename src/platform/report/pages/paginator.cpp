@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 namespace zel::report {
 
@@ -223,24 +224,25 @@ double Paginator::wantedHeight(const Cursor &cursor, const Sheet &sheet) const {
     return wanted <= page + Slack ? wanted : heightOf(cursor, layout);
 }
 
-/// To the end of the group that begins at the cursor, of the last one with the report's footers if they fit;
-/// `most` or more is as good as endless.
+/// To the end of the group that begins at the cursor, with the footers of outer groups that its last row bears,
+/// and of the last group with the report's, if they fit; `most` or more is as good as endless.
 double Paginator::groupHeight(Cursor cursor, const BandLayout &layout, double most) const {
     const int level = cursor.level;
     const qsizetype first = cursor.row;
     double height = 0;
+    std::optional<double> own;
     while (height <= most && cursor.phase != Phase::End && cursor.phase != Phase::ReportFooter) {
         if (cursor.row != first && m_pass.firstNewGroup(cursor.row) <= level)
             break;
-        if (cursor.phase == Phase::GroupFooter && cursor.level < level)
-            break;
+        if (cursor.phase == Phase::GroupFooter && cursor.level < level && !own)
+            own = height;
         height += heightOf(cursor, layout);
         m_flow.advance(cursor);
     }
-    if (cursor.phase != Phase::ReportFooter || m_flow.band(cursor)->newPage)
-        return height;
-    const double closed = height + bottomHeight(cursor, layout);
-    return closed <= most ? closed : height;
+    double closed = height;
+    if (cursor.phase == Phase::ReportFooter && !m_flow.band(cursor)->newPage)
+        closed += bottomHeight(cursor, layout);
+    return closed <= most ? closed : own.value_or(height);
 }
 
 /// Whether a row begins here; where rows have no bands of their own, the innermost footers are the rows.

@@ -58,18 +58,13 @@ void divide(const ExpressionPtr &condition, const Definition &definition, Select
     selection.lookups[*alone].push_back(condition);
 }
 
-Sql source(const TableDefinition &table) {
-    const bool renamed = table.name.compare(table.source, Qt::CaseInsensitive) != 0;
-    return renamed ? Sql::name(table.source) + " " + Sql::name(table.name) : Sql::name(table.name);
-}
-
 Sql fromClause(const Definition &definition, const StatementWriter &writer) {
-    Sql from = " from "_sql + source(definition.tables.front());
+    Sql from = " from "_sql + named(definition.tables.front());
     for (const TableDefinition &table : definition.tables) {
-        if (table.join == Join::None)
+        if (table.join == Join::None || table.join == Join::Sum)
             continue;
         from += table.join == Join::Inner ? " inner join "_sql : " left join "_sql;
-        from += source(table);
+        from += named(table);
         from += " on "_sql;
         from += writer.condition(*table.on);
     }
@@ -212,7 +207,7 @@ Select lookupSelect(const Definition &definition, int table, const Selection &se
         conditions.push_back(wanted.where);
     if (const auto given = selection.lookups.find(table); given != selection.lookups.end())
         conditions.insert(conditions.end(), given->second.begin(), given->second.end());
-    select.text = columnList(definition, writer, select.columns) + " from " + source(wanted) +
+    select.text = columnList(definition, writer, select.columns) + " from " + named(wanted) +
                   whereClause(conditions, writer, {});
     return select;
 }

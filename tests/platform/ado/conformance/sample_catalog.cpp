@@ -2,10 +2,9 @@
 
 #include "platform/base/date_text.h"
 #include "platform/base/error.h"
+#include "tests/support/facts.h"
 
 #include <QCryptographicHash>
-#include <QFile>
-#include <QJsonDocument>
 
 using namespace zel;
 using tsql::TypeKind;
@@ -13,7 +12,7 @@ using tsql::TypeKind;
 namespace {
 
 void runFile(ado::Driver &driver, const char *name) {
-    const QByteArray text = factFile(name);
+    const QByteArray text = test::fileText("platform/ado/conformance/" + QString(name));
     for (const std::string_view batch : tsql::batches({text.constData(), std::size_t(text.size())})) {
         try {
             ado::runStatements(driver, Sql::trusted(batch), [](const ado::Outcome &) {});
@@ -64,19 +63,8 @@ QString shown(const QJsonValue &value, TypeKind kind) {
 
 } // namespace
 
-QByteArray factFile(const char *name) {
-    QFile file(QStringLiteral(ZEL_SOURCE_DIR "/tests/platform/ado/conformance/") + QString::fromLatin1(name));
-    if (!file.open(QIODevice::ReadOnly))
-        qFatal("%s can't be read", qPrintable(file.fileName()));
-    return file.readAll();
-}
-
 QJsonArray facts(const char *name) {
-    QJsonParseError failure;
-    const QJsonDocument document = QJsonDocument::fromJson(factFile(name), &failure);
-    if (!document.isArray())
-        qFatal("%s, byte %d: %s", name, failure.offset, qPrintable(failure.errorString()));
-    return document.array();
+    return test::facts("platform/ado/conformance/" + QString(name)).array();
 }
 
 SampleCatalog::SampleCatalog() {

@@ -11,8 +11,7 @@
 #include <memory>
 #include <optional>
 
-/// The files of facts beside the tests.
-[[nodiscard]] QByteArray factFile(const char *name);
+/// A file of facts beside the tests.
 [[nodiscard]] QJsonArray facts(const char *name);
 
 /// What a statement text left: rows of the first statement that gave any, or the failure.

@@ -16,7 +16,7 @@ using zel::Sql;
 namespace {
 
 QStringList words(const QString &statement) {
-    static const QRegularExpression word(QStringLiteral("'[^']*'|\\w+|\\s+|."));
+    static const QRegularExpression word("'[^']*'|\\w+|\\s+|.");
     QStringList result;
     for (auto found = word.globalMatch(statement); found.hasNext();)
         result += found.next().captured();
