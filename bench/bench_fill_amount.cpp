@@ -4,10 +4,10 @@
 #include "desk.h"
 #include "institute.h"
 #include "measure.h"
+#include "watched.h"
 
 #include "accounts/frmFindAC.h"
 #include "institute/frmInsRec.h"
-#include "platform/ado/drivers/sqlite_functions.h"
 #include "platform/controls/application.h"
 #include "platform/controls/button.h"
 #include "platform/controls/data_combo.h"
@@ -17,34 +17,18 @@
 
 #include <QTest>
 
-#include <sqlite3.h>
-
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
 
-/// The selections that reached the engine through the program.
-std::vector<std::string> statements;
-
-int onStatement(unsigned, void *, void *statement, void *) {
-    const std::string_view sql = sqlite3_sql(static_cast<sqlite3_stmt *>(statement));
-    if (sql.starts_with("SELECT"))
-        statements.emplace_back(sql);
-    return 0;
-}
-
-int watch(sqlite3 *db, char **, const sqlite3_api_routines *) {
-    return sqlite3_trace_v2(db, SQLITE_TRACE_STMT, onStatement, nullptr);
-}
-
-sqlite3 *openBare(const QString &database) {
-    sqlite3 *db = nullptr;
-    sqlite3_open_v2(database.toUtf8().constData(), &db, SQLITE_OPEN_READONLY, nullptr);
-    zel::ado::registerFunctions(db);
-    sqlite3_exec(db, "pragma temp_store = memory; pragma cache_size = -32768", nullptr, nullptr, nullptr);
-    return db;
+/// The selections among them, and none is left.
+std::vector<std::string> takenSelections() {
+    std::vector<std::string> taken = std::exchange(bench::watchedStatements(), {});
+    std::erase_if(taken, [](const std::string &statement) { return !statement.starts_with("SELECT"); });
+    return taken;
 }
 
 std::string replaced(std::string text, const std::string &what, const std::string &with) {
@@ -60,8 +44,8 @@ int main(int argc, char **argv) {
     using zel::shell::gFoundRowID;
     std::optional<bench::Copy> copy(QString::fromLocal8Bit(argv[1]));
     const int first = bench::fillInstitute(copy->database().toStdString());
-    sqlite3 *db = openBare(copy->database());
-    sqlite3_auto_extension(reinterpret_cast<void (*)()>(watch));
+    sqlite3 *db = bench::openBare(copy->database());
+    bench::watchStatements();
     zel::controls::Application application(argc, argv);
     bench::connect(copy->folder());
     zel::shell::MDIForm1::reference->Show();
@@ -76,9 +60,8 @@ int main(int argc, char **argv) {
     int account = 0;
     std::vector<std::string> told;
     const auto chooseStudent = [&] {
-        if (account != 0 && statements != told)
-            qFatal("other statements than the peer's:\n%s\n%s", statements.back().c_str(),
-                   told.back().c_str());
+        if (const auto ran = takenSelections(); account != 0 && ran != told)
+            qFatal("other statements than the peer's:\n%s\n%s", ran.back().c_str(), told.back().c_str());
         account = account == 0 ? first : account + 487;
         screen.findChild<zel::controls::Button *>("cmdSelectCr")->click();
         gFoundRowID = account;
@@ -86,13 +69,12 @@ int main(int argc, char **argv) {
         zel::accounts::frmFindAC::reference->Unload();
         if (!QTest::qWaitFor([] { return gFoundRowID == 0; }))
             qFatal("the student did not arrive");
-        const std::string chosen = statements.back();
+        const std::string chosen = takenSelections().back();
         const std::string subject = "\"SubID\"=" + subjects->BoundText().toStdString() + ")";
         told.clear();
         for (int row = 1; row < subjects->count(); ++row)
             told.push_back(replaced(chosen, subject,
                                     "\"SubID\"=" + subjects->RowSource()->text(row, 0).toStdString() + ")"));
-        statements.clear();
     };
     bench::Arena arena;
     const bool within = bench::compare(

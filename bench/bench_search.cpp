@@ -3,8 +3,8 @@
 #include "bare_read.h"
 #include "desk.h"
 #include "measure.h"
+#include "watched.h"
 
-#include "platform/ado/drivers/sqlite_functions.h"
 #include "platform/controls/application.h"
 #include "platform/controls/combo_box.h"
 #include "platform/controls/grid.h"
@@ -14,56 +14,20 @@
 #include <QTabWidget>
 #include <QTest>
 
-#include <sqlite3.h>
-
 #include <string>
 
-namespace {
-
-/// The last statement that reached the engine through the program.
-std::string lastStatement;
-
-int onStatement(unsigned, void *, void *statement, void *) {
-    lastStatement = sqlite3_sql(static_cast<sqlite3_stmt *>(statement));
-    return 0;
-}
-
-int watch(sqlite3 *db, char **, const sqlite3_api_routines *) {
-    return sqlite3_trace_v2(db, SQLITE_TRACE_STMT, onStatement, nullptr);
-}
-
-/// Sees a widget being painted.
-class Paints : public QObject {
-public:
-    explicit Paints(QWidget *widget) { widget->installEventFilter(this); }
-    bool eventFilter(QObject *, QEvent *event) override {
-        count += event->type() == QEvent::Paint;
-        return false;
-    }
-    int count = 0;
-};
-
-sqlite3 *openBare(const QString &folder) {
-    sqlite3 *db = nullptr;
-    sqlite3_open_v2((folder + "/ZEL.db").toUtf8().constData(), &db, SQLITE_OPEN_READONLY, nullptr);
-    zel::ado::registerFunctions(db);
-    sqlite3_exec(db, "pragma temp_store = memory; pragma cache_size = -32768", nullptr, nullptr, nullptr);
-    return db;
-}
-
-} // namespace
-
 int main(int argc, char **argv) {
-    sqlite3 *db = openBare(QString::fromLocal8Bit(argv[1]));
-    sqlite3_auto_extension(reinterpret_cast<void (*)()>(watch));
+    const QString folder = QString::fromLocal8Bit(argv[1]);
+    sqlite3 *db = bench::openBare(folder + "/ZEL.db");
+    bench::watchStatements();
     zel::controls::Application application(argc, argv);
-    bench::connect(QString::fromLocal8Bit(argv[1]));
+    bench::connect(folder);
     QWidget *screen = bench::openVoucher("BP");
     screen->resize(1100, 750);
     screen->findChild<QTabWidget *>("SSTab1")->setCurrentIndex(1);
     auto *box = screen->findChild<zel::controls::TextBox *>("txtSearch");
     auto *list = screen->findChild<zel::controls::Grid *>("mshSearch");
-    Paints paints(list->viewport());
+    bench::Paints paints(list->viewport());
     QTest::qWait(100);
 
     bench::Arena arena;
@@ -90,7 +54,7 @@ int main(int argc, char **argv) {
         };
         empty();
         typeKey();
-        const std::string statement = lastStatement;
+        const std::string statement = bench::watchedStatements().back();
         within = bench::compare(
                      search.what, 1.3, 15, typeKey, [&] { bench::readBare(db, statement.c_str(), arena); },
                      empty) &&
