@@ -122,10 +122,7 @@ private Q_SLOTS:
     }
 
     void balances() {
-        QFETCH(QString, rows);
-        QFETCH(QString, student);
-        QFETCH(QString, subject);
-        QFETCH(QString, balance);
+        const auto [rows, student, subject, balance] = fetched<QString, QString, QString, QString>();
         Counter counter(Sql::trusted(rows.toStdString()));
         counter.choose("cmdSelectCr", student);
         counter.pick(subject.toLatin1().constData());
@@ -151,10 +148,7 @@ private Q_SLOTS:
     }
 
     void refusals() {
-        QFETCH(QString, credit);
-        QFETCH(QString, debit);
-        QFETCH(QString, amount);
-        QFETCH(QString, message);
+        const auto [credit, debit, amount, message] = fetched<QString, QString, QString, QString>();
         Counter counter;
         if (!credit.isEmpty())
             counter.choose("cmdSelectCr", credit);
@@ -240,8 +234,7 @@ private Q_SLOTS:
     }
 
     void endsProgram() {
-        QFETCH(QString, scene);
-        QFETCH(QString, number);
+        const auto [scene, number] = fetched<QString, QString>();
         const Ended ended = play(scene);
         QVERIFY2(ended.status == 1 && ended.box.startsWith("Error " + number + ":"), qPrintable(ended.box));
     }
