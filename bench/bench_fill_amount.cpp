@@ -19,6 +19,7 @@
 
 #include <sqlite3.h>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -57,12 +58,12 @@ std::string replaced(std::string text, const std::string &what, const std::strin
 int main(int argc, char **argv) {
     using zel::shell::gFoundName;
     using zel::shell::gFoundRowID;
-    const bench::Copy copy(QString::fromLocal8Bit(argv[1]));
-    const int first = bench::fillInstitute(copy.database().toStdString());
-    sqlite3 *db = openBare(copy.database());
+    std::optional<bench::Copy> copy(QString::fromLocal8Bit(argv[1]));
+    const int first = bench::fillInstitute(copy->database().toStdString());
+    sqlite3 *db = openBare(copy->database());
     sqlite3_auto_extension(reinterpret_cast<void (*)()>(watch));
     zel::controls::Application application(argc, argv);
-    bench::connect(copy.folder());
+    bench::connect(copy->folder());
     zel::shell::MDIForm1::reference->Show();
     zel::institute::frmInsRec &screen = *zel::institute::frmInsRec::reference;
     screen.Show();
@@ -107,6 +108,7 @@ int main(int argc, char **argv) {
         chooseStudent);
     chooseStudent();
     std::printf("    received at last %s\n", qPrintable(received->text()));
+    copy.reset();
     std::fflush(stdout);
     std::_Exit(within ? 0 : 1);
 }

@@ -37,6 +37,8 @@ void fill(ado::SqliteDriver &driver, const NewCatalog &wanted) {
     runAll(driver, rows);
     if (wanted.demoChart)
         runAll(driver, demo_chart);
+    if (wanted.filled)
+        wanted.filled(driver);
     driver.analyze();
 }
 

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <functional>
+
 namespace zel::ado {
 class Driver;
 }
@@ -9,9 +11,10 @@ class Driver;
 namespace zel::schema {
 
 struct NewCatalog {
-    bool bare = false;      ///< no tables, procedures and rows
-    bool demoChart = false; ///< a small chart of accounts, set up in the voucher kinds
-    QString saPassword;     ///< of the administrator's login "sa"
+    bool bare = false;                           ///< no tables, procedures and rows
+    bool demoChart = false;                      ///< a small chart of accounts, set up in the voucher kinds
+    QString saPassword;                          ///< of the administrator's login "sa"
+    std::function<void(ado::Driver &)> filled{}; ///< writes further rows, with which the catalog is whole
 };
 
 /// Makes the catalog ZEL.db in a folder, and the folder when only that is missing. It comes under its name

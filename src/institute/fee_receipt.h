@@ -8,7 +8,7 @@ namespace zel::institute {
 /// for which subject of which session.
 [[nodiscard]] const vouchers::VoucherKind &feeReceipt();
 
-/// The columns of its entry grid that no box of the shared screen fills.
+/// The entry grid's column with the subject's id.
 constexpr int SubjectColumn = 12;
 
 } // namespace zel::institute

@@ -83,9 +83,9 @@ void frmInsRec::showSession() {
         ui->cboSession->setBoundText(gRs.rows()->text(carried - 1, 0));
 }
 
-void frmInsRec::listSubjects(const Sql &applications) {
+void frmInsRec::listSubjects(const Sql &condition) {
     m_subjects = "select subid,subname from tblsubject"_sql +
-                 " where subid in (select subid from tbldetapp where appid " + applications;
+                 " where subid in (select subid from tbldetapp where appid " + condition;
     shell::bindCombo(*ui->cboSubject, m_subjects, "SubName", "SubID", shell::Picked::First);
 }
 

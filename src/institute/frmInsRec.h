@@ -34,8 +34,8 @@ protected:
 private:
     void fillAmount();
     void showSession();
-    /// The subjects that `applications` names behind "appid", "= (select ..." or "in (select ...".
-    void listSubjects(const Sql &applications);
+    /// Lists the subjects of the applications for which "appid " and the condition behind it hold.
+    void listSubjects(const Sql &condition);
     void listNoSubjects();
     void OptBank_Toggled(bool bank);
 

@@ -67,23 +67,20 @@ private Q_SLOTS:
         PostedCatalog catalog;
         const QString name = QString("WESTMORELAND AND WARWICKSHIRE MASONRY WORKS ").repeated(3).left(100);
         catalog.execute(
-            "update Accounts set AcName = '" + name + "' where AcNodes = '4.1.1'\n" +
-            "update Company set comAddr = '" + name + "'\n" +
-            "insert into tblSubject (SubId, SubName) values (1, '" + name.left(50) + "')\n" +
-            "insert into tblSession (SessionId, SessionName) values (1, '" + name.left(50) + "')\n" +
-            "insert into tblDetApp (AppID, SubID, NetAmount) values (1, 1, -9999999999.99)\n" +
-            "insert into tblMasApp (AppID, CusCode, RegNo, FatherName) select 1, RowID, '" + name.left(12) +
-            "', '" + name.left(60) + "' from Accounts where AcNodes = '4.1.1'\n" +
-            "insert into MasJV (VouNo, VouStatus, VouDate, IRStatus, Login) values (5, 'FR', '2024-03-14', "
-            "'CASH', '" +
-            name.left(50) + "')");
+            QString("update Accounts set AcName = '%1' where AcNodes = '4.1.1'\n"
+                    "insert into tblSubject (SubId, SubName) values (1, '%2')\n"
+                    "insert into tblSession (SessionId, SessionName) values (1, '%2')\n"
+                    "insert into tblDetApp (AppID, SubID, NetAmount) values (1, 1, -9999999999.99)\n"
+                    "insert into tblMasApp (AppID, CusCode, RegNo, FatherName) select 1, RowID, 'CAF-10234', "
+                    "'%2' "
+                    "from Accounts where AcNodes = '4.1.1'\n"
+                    "insert into MasJV (VouNo, VouStatus, Login) values (5, 'FR', '%2')")
+                .arg(name, name.left(50)));
         catalog.post(
             QString("2024-03-14 | FR 5 | 1 | 4.1.1 | 1.1.2 | 0 | 999999999.99 | " + name + name + "\n")
                 .repeated(12));
         catalog.execute("update DetJV set SessionID = 1, SubID = 1");
-        const auto document = slip(catalog);
-        QVERIFY(document->pageCount() > 1);
-        QVERIFY(wholeText(*document).contains("-21,999,999,999.87"));
+        QVERIFY(wholeText(*slip(catalog)).contains("-21,999,999,999.87"));
     }
 };
 

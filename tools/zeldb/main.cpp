@@ -1,4 +1,6 @@
 #include "check.h"
+#include "schema/demo/institute.h"
+#include "schema/demo/writer.h"
 #include "schema/new_catalog.h"
 #include "schema/refresh_catalog.h"
 #include "shown.h"
@@ -86,6 +88,16 @@ int create(const QCommandLineParser &line, const QStringList &words) {
                                      .demoChart = line.isSet(QStringLiteral("chart")),
                                      .saPassword = {}});
     say(QStringLiteral("Made the catalog %1/ZEL.db; log in as \"sa\" with an empty password.\n")
+            .arg(words[1]));
+    return 0;
+}
+
+int demo(const QCommandLineParser &, const QStringList &words) {
+    schema::NewCatalog wanted;
+    wanted.filled = [](ado::Driver &driver) { demo::write(driver, demo::makeInstitute()); };
+    schema::createCatalog(words[1], wanted);
+    say(QStringLiteral(
+            "Made the demonstration institute %1/ZEL.db; log in as \"sa\" with an empty password.\n")
             .arg(words[1]));
     return 0;
 }
@@ -182,6 +194,7 @@ struct Command {
 
 constexpr Command Commands[] = {
     {"create", "DIR [--bare] [--chart]", 2, 2, create},
+    {"demo", "DIR", 2, 2, demo},
     {"refresh", "DIR", 2, 2, refresh},
     {"passwd", "DIR LOGIN", 3, 3, changePassword},
     {"sql", "DIR (STATEMENT | -f FILE) [--json]", 2, 3, sql},
