@@ -29,8 +29,10 @@ std::array<DocumentPtr, 3> documentsOf(PostedCatalog &catalog, const QString &ac
 class tst_book_documents : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    /// A ledger that isn't told reads as the book, a detail ledger as the ledger; the period is March. The
-    /// statements run before the rows are posted and after.
+    /// Of one day what the account got, journals, what it paid, each by number, then entries; the other side
+    /// of each pair isn't the account's. A credit carried forward has one side only: the book shows it as
+    /// received, the account never had it. A ledger that isn't told reads as the book, a detail ledger as the
+    /// ledger; the period is March. The statements run before the rows are posted and after.
     void documents_data() {
         rowsFrom<QString, QString, QString, QString, QString, QString, QDate, QDate>(Facts);
     }

@@ -80,6 +80,8 @@ private Q_SLOTS:
     }
     void cleanup() { catalog.reset(); }
 
+    /// The usual books have one account of each kind that an institute moves, at codes that order differently
+    /// as texts.
     void balance_data() { rowsFrom<QString, QString, QString, QString>("reports/trial_balances.json"); }
 
     void balance() {
