@@ -195,9 +195,7 @@ private Q_SLOTS:
         }
     }
 
-    void endsProgram() {
-        expectEnd("a line of a student with two applications", "Error 512:");
-    }
+    void endsProgram() { expectEnd("a line of a student with two applications", "Error 512:"); }
 };
 
 ZEL_TEST_MAIN(tst_fee_receipt, scenes)
