@@ -1,6 +1,6 @@
 #include "platform/controls/focus.h"
 #include "tests/accounts/account_screen.h"
-#include "tests/support/rows.h"
+#include "tests/support/facts.h"
 #include "tests/support/test_program.h"
 
 #include <QLineEdit>
@@ -8,6 +8,8 @@
 
 using namespace zel;
 using namespace zel::test;
+
+static constexpr const char *Facts = "accounts/entry.json";
 
 class TestAccountEntry : public QObject {
     Q_OBJECT
@@ -130,17 +132,7 @@ private Q_SLOTS:
         QCOMPARE(office->rows("select count(*) from Accounts"), QStringList("5"));
     }
 
-    void duplicates_data() {
-        columns<QString, bool, QString, QString, bool>("node", "isNew", "box", "title", "taken");
-        row("subsidiary, another level's title", "1.1", true, "txtSubsidiary", "assets", true);
-        row("subsidiary, other blanks", "1.1", true, "txtSubsidiary", "ci ty b ank", true);
-        row("subsidiary, free", "1.1", true, "txtSubsidiary", "city bank 2", false);
-        row("control account", "1", true, "txtAcDes", " income", true);
-        row("sub-control may repeat", "1", true, "txtSubControl", "income", false);
-        row("edit, title as it was", "1.1.1", false, "txtSubsidiary", "city bank", false);
-        row("edit, blanks of its own", "1.1.1", false, "txtSubsidiary", "citybank", true);
-        row("edit, another's title", "1.1.1", false, "txtSubsidiary", "hill bank", true);
-    }
+    void duplicates_data() { rowsFrom<QString, bool, QString, QString, bool>(Facts); }
     void duplicates() {
         const auto [node, isNew, box, title, taken] = fetched<QString, bool, QString, QString, bool>();
         open(true);
@@ -161,22 +153,7 @@ private Q_SLOTS:
     }
 
     /// What one keystroke sequence in one control leaves in one column of 1.1.1.
-    void detail_data() {
-        columns<QString, QString, QString, QString>("box", "typed", "column", "stored");
-        row("a lone point", "txt_OpenBal", ".", "OpenBal", "NULL");
-        row("nothing", "txt_OpenBal", "", "OpenBal", "NULL");
-        row("negative", "txt_OpenBal", "-12.5", "OpenBal", "-12.5");
-        row("second point and minus", "txt_OpenBal", "1.2-.3-a 4", "OpenBal", "FAILS");
-        row("telephone", "txt_telno", "04 2,-35x7", "Contact", "042,357");
-        row("location in capitals", "txtLocation", "multan", "Location", "MULTAN");
-        row("address as typed", "txt_address", "12 Canal Road", "Addr", "12 Canal Road");
-        row("emptied address", "txtAdd2", "", "Addr2", "NULL");
-        row("an apostrophe where it is safe", "txt_address", "St. John's", "Addr", "St. John's");
-        row("full tax number", "txt_Gstno", "99887766554433", "GST", "99-88-7766-554-43");
-        row("tax number with a digit missing", "txt_Gstno", "998877665544", "GST", "12-34-5678-901-23");
-        row("full national number", "txt_Ntnno", "76543210", "NTN", "7654321-0");
-        row("half national number", "txt_Ntnno", "7654", "NTN", "1234567-8");
-    }
+    void detail_data() { rowsFrom<QString, QString, QString, QString>(Facts); }
     void detail() {
         const auto [box, typed, column, stored] = fetched<QString, QString, QString, QString>();
         open(true);
@@ -273,21 +250,7 @@ private Q_SLOTS:
         QTRY_COMPARE(focused(), "lstTree");
     }
 
-    void keys_data() {
-        columns<QString, QString, QString>("typed", "left", "next");
-        row("txtSubsidiary", "a b'c", "A B'C", "chkSupplier");
-        row("txt_OpenBal", "1 2x", "12", "txtContactPerson");
-        row("txtContactPerson", "mr a", "MR A", "txt_address");
-        row("txt_address", "a B", "a B", "txtAdd2");
-        row("txtAdd2", "a B", "a B", "txt_telno");
-        row("txt_telno", "1 a-2,", "12,", "txt_faxno");
-        row("txt_faxno", "1 a-2,", "12,", "txt_email");
-        row("txt_email", "A@b", "A@b", "txt_website");
-        row("txt_website", "A.b", "A.b", "txtLocation");
-        row("txtLocation", "ab", "AB", "txt_Gstno");
-        row("txtAcDes", "a b", "A B", "txtAcDes");
-        row("txtOrder", "1 a-2", "12", "txtOrder");
-    }
+    void keys_data() { rowsFrom<QString, QString, QString>(Facts); }
     void keys() {
         const auto [typed, left, next] = fetched<QString, QString, QString>();
         const QString box = QTest::currentDataTag();

@@ -2,7 +2,7 @@
 #include "platform/controls/button.h"
 #include "shell/module1.h"
 #include "tests/accounts/account_screen.h"
-#include "tests/support/rows.h"
+#include "tests/support/facts.h"
 #include "tests/support/test_program.h"
 
 #include <QCheckBox>
@@ -43,20 +43,8 @@ private Q_SLOTS:
     }
     void cleanup() { office.reset(); }
 
-    void filters_data() {
-        columns<QString, QString, QString, QString>("filter", "typed", "found",
-                                                    "all"); // "All Accounts" ticked
-        row("banks", "B", "", "CITY BANK", "*");
-        row("banks, narrowed", "B", "x", "", "");
-        row("suppliers", "S", "paper", "BOOK AND PAPER HOUSE", "BOOK AND PAPER HOUSE");
-        row("suppliers that are banks", "S", "city", "", "CITY BANK,ELECTRICITY");
-        row("sub-control", "SUB", "s",
-            "CAPITAL ACCOUNTS,CASH AND BANK,FEES,OFFICE EXPENSES,STUDENTS,SUPPLIERS",
-            "BOOK AND PAPER HOUSE,CAPITAL OF THE INSTITUTE,CASH IN HAND,REGISTRATION "
-            "FEE,SALARIES,STATIONERY");
-        row("all subsidiaries", "", "fee", "REGISTRATION FEE,TUITION FEE", "REGISTRATION FEE,TUITION FEE");
-        row("an unknown filter lists all", "Q", "RENT", "RENT", "RENT");
-    }
+    /// What is found, and what is with "All Accounts" ticked.
+    void filters_data() { rowsFrom<QString, QString, QString, QString>("accounts/finder.json"); }
     void filters() {
         auto [filter, typed, found, all] = fetched<QString, QString, QString, QString>();
         QWidget *finder = openFinder(filter);

@@ -1,7 +1,7 @@
 #include "platform/controls/text_box.h"
 #include "shell/module1.h"
 #include "tests/accounts/account_screen.h"
-#include "tests/support/rows.h"
+#include "tests/support/facts.h"
 #include "tests/support/test_program.h"
 
 #include <QAbstractButton>
@@ -18,6 +18,8 @@ constexpr char allColumns[] =
 } // namespace
 
 /// frmAcSetting on the small chart; CITY BANK is RowID 3, HILL BANK 4, BANKS 2.
+static constexpr const char *Facts = "accounts/voucher_setup.json";
+
 class TestVoucherSetup : public QObject {
     Q_OBJECT
 
@@ -51,19 +53,7 @@ private Q_SLOTS:
     }
     void cleanup() { office.reset(); }
 
-    void find_data() {
-        columns<QString, QString, bool>("box", "filter", "widens");
-        for (const char *pair :
-             {"cmdCPFindAC txtCPAcc", "cmdCRFindAC txtCRAcc", "cmdBPFindAC txtBPAcc", "cmdBRFindAC txtBRAcc",
-              "cmdJVFindAC txtJVAcc", "cmdSalInvFindAC txtSalInvACC", "cmdFindSTaxAC txtSTaxACC",
-              "cmdShrtFLLAc txtShortFLLAC", "cmdFindGst txtGstACC", "cmdIncTaxAC txtIncTaxACRpt",
-              "cmdSTaxACRpt txtSalTaxAcRpt"}) {
-            const QStringList names = QString(pair).split(' ');
-            row(qPrintable(names[0]), names[1], "", true);
-        }
-        row("cmdInsRecFindAC", "txtInsRecACC", "", false);
-        row("cmdAppSub", "txtAppSubACC", "SUB", false);
-    }
+    void find_data() { rowsFrom<QString, QString, bool>(Facts); }
     void find() {
         const auto [box, filter, widens] = fetched<QString, QString, bool>();
         const QString button = QTest::currentDataTag();
@@ -112,19 +102,8 @@ private Q_SLOTS:
             "chkSalInvYN.checked=false; chkJVYN.checked=true");
     }
 
-    void clear_data() {
-        columns<QString, QString>("emptied", "frame"); // boxes; a voucher frame's options and tick, too
-        row("cmdClearCP", "txtCP txtCPAcc", "CP");
-        row("cmdClearCR", "txtCR txtCRAcc", "CR");
-        row("cmdClearBP", "txtBP txtBPAcc", "BP");
-        row("cmdClearBR", "txtBR txtBRAcc", "BR");
-        row("cmdClearJV", "txtJV txtJVAcc", "JV");
-        row("cmdClearSalInv", "txtSalInv txtSalInvACC", "SalInv");
-        row("cmdClearGst", "txtGstInv txtGstACC", "");
-        row("cmdClearInsRec", "txtInsRec txtInsRecACC", "");
-        row("cmdClearAppSub", "txtAppSubACC", "");
-        row("cmdClearSTax", "txtTaxInv txtSTaxACC txtShortFLLAC", "");
-    }
+    /// Boxes; a voucher frame's options and tick, too.
+    void clear_data() { rowsFrom<QString, QString>(Facts); }
     void clear() {
         const auto [emptied, frame] = fetched<QString, QString>();
         fill();

@@ -4,8 +4,8 @@
 #include "platform/report/viewer/cr_viewer.h"
 #include "shell/screens.h"
 #include "tests/support/driver.h"
+#include "tests/support/facts.h"
 #include "tests/support/office.h"
-#include "tests/support/rows.h"
 #include "tests/support/test_program.h"
 
 #include <QtTest>
@@ -14,6 +14,8 @@ using namespace zel;
 using namespace zel::test;
 
 namespace {
+
+constexpr const char *Facts = "institute/application.json";
 
 /// An office with a small chart of accounts, where students stand below 1.2 and cash is account 3; the first
 /// student's account is 23. The form is open and empty.
@@ -33,12 +35,14 @@ struct Registry {
         control<controls::DateBox>(screen, "DtpFix")->setValue(QDate(2026, 3, 5));
     }
     /// Steps parted by ";": "txtCellNo=0300" types into a box, "find LAW" chooses in the finder, "line 1" and
-    /// "open 1" choose in a grid, "sql " is somebody else's statement, "again" a fresh form; any other name
-    /// is a button.
+    /// "open 1" choose in a grid, "sql " is somebody else's statement, "again" a fresh form, "apply ANNA" a
+    /// whole application; any other name is a button.
     void perform(const QString &steps) {
         for (const QString &step : steps.split(';', Qt::SkipEmptyParts)) {
             const QString what = step.section(' ', 1);
-            if (step.startsWith("sql "))
+            if (step.startsWith("apply "))
+                perform("txtStuNm=" + what + ";txtCellNo=1;find LAW;txtRecAmt=50;cmd_ADD_1;cmdSave");
+            else if (step.startsWith("sql "))
                 office.execute(Sql::trusted(what.toStdString()));
             else if (step.contains('='))
                 typeInto(screen, step.section('=', 0, 0), step.section('=', 1));
@@ -84,13 +88,6 @@ struct Registry {
     QWidget *screen = nullptr;
 };
 
-/// Cash and a student's account, on the fifth of March 2026.
-QString receipt(const QString &student, const QString &name, const QString &amount) {
-    const QString both = "AR|" + student + "|05/03/2026|";
-    return both + "1|3|" + student + '|' + amount + "|0|App. Rec Amount (" + name + ")\n" + both + "2|" +
-           student + "|3|0|" + amount + "|App. Rec Amount ";
-}
-
 /// Which of the three students a text tells of.
 QString namesIn(const QString &text) {
     QStringList names;
@@ -100,17 +97,13 @@ QString namesIn(const QString &text) {
     return names.join(' ');
 }
 
-const QString anna = "txtStuNm=ANNA;txtCellNo=1;find LAW;txtRecAmt=50;cmd_ADD_1;cmdSave;";
-const QString annaApplied = "1|23|ANNA|100|50\n";
-const QString annaOwes = "23|1.2.1|ANNA|100\n";
-
 } // namespace
 
 static const Scenes scenes = {
-    {"lines gone", [] { Registry().perform(anna + "sql delete from tblDetApp;open 1"); }},
+    {"lines gone", [] { Registry().perform("apply ANNA;sql delete from tblDetApp;open 1"); }},
     {"account gone",
-     [] { Registry().perform(anna + "open 1;sql delete Accounts where RowID > 22;cmdSave"); }},
-    {"renamed unopened", [] { Registry().perform(anna + "txtStuNm=BEN;cmdSave"); }},
+     [] { Registry().perform("apply ANNA;open 1;sql delete Accounts where RowID > 22;cmdSave"); }},
+    {"renamed unopened", [] { Registry().perform("apply ANNA;txtStuNm=BEN;cmdSave"); }},
 };
 
 class tst_application : public QObject {
@@ -155,73 +148,20 @@ private Q_SLOTS:
         QCOMPARE(registry.office.rows("select * from tblDetApp"), lines);
     }
 
-    void posts_data() {
-        columns<QString, QString, QString, QString>("steps", "says", "focus", "ledger");
-        row("new", anna, "", "txtStuNm", annaApplied + annaOwes + receipt("23", "ANNA", "50"));
-        row("saved twice", anna + "cmdSave", "this Student is already exitis!", "txtStuNm",
-            annaApplied + annaOwes + receipt("23", "ANNA", "50"));
-        row("renamed, another line and date, lines of the same number",
-            "sql insert into DetJV (VouNo, VouStatus) values (23, 'BP');" + anna +
-                "open 1;txtStuNm=BEN;find TAX;txtRecAmt=7;cmd_ADD_1;cmdSave",
-            "", "txtStuNm", "1|23|BEN|2600.5|57\n23|1.2.1|BEN|2600.5\n" + receipt("23", "BEN", "57"));
-        row("other blanks, nothing received any more",
-            anna + "open 1;txtStuNm=AN NA;line 1;txtRecAmt=0;cmd_ADD_1;cmdSave", "", "txtStuNm",
-            "1|23|AN NA|100|0\n23|1.2.1|AN NA|100");
-        row("amounts above the net amount shown before, a second point",
-            "txtStuNm=A;txtCellNo=1;find LAW;txtDiscount=99;cmd_ADD_1;find "
-            "TAX;txtDiscount=1x.5.5 ;txtRecAmt=9999;cmd_ADD_1;cmdSave",
-            "", "txtStuNm", "1|23|A|2598.95|0\n23|1.2.1|A|2598.95");
-        row("a new one after one that was opened",
-            anna + "open 1;cmdCancel;" + QString(anna).replace("ANNA", "BEN"), "", "txtStuNm",
-            annaApplied + "2|24|BEN|100|50\n" + annaOwes + "24|1.2.2|BEN|100\n" + receipt("24", "BEN", "50"));
-        row("the name of another account", QString(anna).replace("ANNA", "RE NT"), "", "txtStuNm",
-            "1|18|RE NT|100|50\n23|1.2.1|RE NT|100\n" + receipt("18", "RE NT", "50"));
-        row("deleted", anna + "open 1;cmdDelete", "Are you sure Delete this Application", "txtStuNm",
-            receipt("23", "ANNA", "50"));
-        row("fees received",
-            anna + "sql update DetJV set VouStatus = 'FR' where EntryNo = 2;open 1;cmdDelete",
-            "this Account use in vouceher detail", "cmdDelete",
-            annaApplied + annaOwes + receipt("23", "ANNA", "50").replace("\nAR", "\nFR"));
-        row("head is no HD", "sql update VouSetting set AcCode = 3 where VouStatus = 'IR';again;cmdSave",
-            "please set SubControl Account in Voucher Setup ", "cmdSave", "");
-        row("no name", "cmdSave", "Please enter Student Name", "txtStuNm", "");
-        row("no cell", "txtStuNm=A;cmdSave", "Please enter Cell No", "txtCellNo", "");
-        row("no cash account", "sql delete VouSetting where VouStatus = 'CR';again;" + anna,
-            "please select Account In Vouchere Setup", "cmdSave", "");
-        row("no subject", "txtStuNm=A;txtCellNo=1;find LAW;cmd_ADD_1;cmd_Delete_2;cmdSave",
-            "Please enter subject in detail", "cmdFindsubject", "");
-        row("free subject", "sql update tblSubject set TotAmt = 0;find TAX;cmd_ADD_1", "please enter Amount ",
-            "txt_rate", "");
-        row("subject taken", "find LAW;cmd_ADD_1;find LAW;cmd_ADD_1",
-            "This Subject Name is already exitis in detail", "txtSubName", "");
-    }
+    void posts_data() { rowsFrom<QString, QString, QString, QString>(Facts); }
 
     void posts() {
-        QFETCH(QString, steps);
-        QFETCH(QString, says);
-        QFETCH(QString, focus);
-        QFETCH(QString, ledger);
+        const auto [steps, says, focus, ledger] = fetched<QString, QString, QString, QString>();
         Registry registry;
         QCOMPARE(textsOf([&] { registry.perform(steps); }, {QMessageBox::Yes}).join('|').remove("|"), says);
         QCOMPARE(focused(), focus);
         QCOMPARE(registry.ledger().join('\n'), ledger);
     }
 
-    void searchesAndPrints_data() {
-        columns<QString, QString, QString>("value", "found", "printed");
-        row("Student Name", "NN", "ANNA DINNA", "ANNA DINNA");
-        row("Application ID", "2", "BEN", "BEN");
-        row("Cell No.", "55", "BEN", "BEN");
-        row("Reg.#", "R-3", "DINNA", "DINNA");
-        row("Date", "05032026", "ANNA DINNA", "ANNA DINNA");
-        row("Course Wise", "FOUNDATION", "ANNA BEN DINNA", "BEN");
-        row("Subject Wise", "AX", "ANNA BEN DINNA", "BEN");
-    }
+    void searchesAndPrints_data() { rowsFrom<QString, QString, QString>(Facts); }
 
     void searchesAndPrints() {
-        QFETCH(QString, value);
-        QFETCH(QString, found);
-        QFETCH(QString, printed);
+        const auto [value, found, printed] = fetched<QString, QString, QString>();
         Registry registry;
         registry.office.execute(
             "insert into tblMasApp (AppID, StuName) values (1, 'ANNA')\n"
@@ -242,19 +182,12 @@ private Q_SLOTS:
     }
 
     void endsProgram() {
-        const std::map<QString, QString> numbers{
-            {"lines gone", "3021"}, {"account gone", "3021"}, {"renamed unopened", "207"}};
-        for (const auto &[scene, number] : numbers) {
-            const Ended ended = play(scene);
-            QVERIFY2(ended.status == 1 && ended.box.startsWith("Error " + number),
-                     qPrintable(ended.errorStream));
-        }
+        expectEnd("lines gone", "Error 3021:");
+        expectEnd("account gone", "Error 3021:");
+        expectEnd("renamed unopened", "Error 207:");
     }
 };
 
-int main(int argc, char *argv[]) {
-    tst_application tests;
-    return run(argc, argv, tests, scenes);
-}
+ZEL_TEST_MAIN(tst_application, scenes)
 
 #include "tst_application.moc"

@@ -1,4 +1,5 @@
 #include "tests/institute/institute_desk.h"
+#include "tests/support/facts.h"
 
 #include "platform/controls/date_box.h"
 
@@ -59,22 +60,10 @@ void openFirst(QWidget *screen) {
 class tst_carry_forward : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void posts_data() {
-        columns<QString, QString, QString, QString>("narration", "amount", "stored", "credit");
-        row("plain", "12 of may", "1500.755", "1500.76|12 OF MAY", "1500.76|12");
-        row("narration without a number", "o'hara \"ریاضی\"", "2000", "2000|O'HARA \"ریاضی\"", "2000|0");
-        row("narration of many digits", "12345678901234567890123", "1", "1|12345678901234567890123",
-            "1|1.2345678901234568e+22");
-        row("narration of a part", "-.5.5", "1", "1|-.5.5", "1|-0.5");
-        row("no amount", "", "", "NULL|NULL", "");
-        row("amount of a point, letters dropped", "", ".x-", "NULL|NULL", "");
-    }
+    void posts_data() { rowsFrom<QString, QString, QString, QString>("institute/carry_forward.json"); }
 
     void posts() {
-        QFETCH(QString, narration);
-        QFETCH(QString, amount);
-        QFETCH(QString, stored);
-        QFETCH(QString, credit);
+        const auto [narration, amount, stored, credit] = fetched<QString, QString, QString, QString>();
         CarryDesk desk;
         QCOMPARE(focused(), "cmdFindApplication");
         desk.pickStudent("رضا");

@@ -195,15 +195,9 @@ private Q_SLOTS:
         }
     }
 
-    void endsProgram() {
-        const Ended ended = play(scenes.begin()->first);
-        QVERIFY2(ended.status == 1 && ended.box.startsWith("Error 512:"), qPrintable(ended.box));
-    }
+    void endsProgram() { expectEnd("a line of a student with two applications", "Error 512:"); }
 };
 
-int main(int argc, char *argv[]) {
-    tst_fee_receipt tests;
-    return run(argc, argv, tests, scenes);
-}
+ZEL_TEST_MAIN(tst_fee_receipt, scenes)
 
 #include "tst_fee_receipt.moc"

@@ -1,9 +1,12 @@
 #include "tests/institute/institute_desk.h"
+#include "tests/support/facts.h"
 
 using namespace zel;
 using namespace zel::test;
 using institute::frmFindApp;
 using institute::frmSearchSub;
+
+static constexpr const char *Facts = "institute/masters_finders.json";
 
 static void findApplications(const QString &value, Qt::Key criterion) {
     frmFindApp::reference->Show();
@@ -17,6 +20,7 @@ static void saveAmount(const QString &amount) {
     press(Qt::Key_F9);
 }
 
+/// By the failure that each ends with.
 static const Scenes scenes = {
     {"8114", [] { saveAmount("free"); }},
     {"8115", [] { saveAmount(QString(25, '9')); }},
@@ -35,18 +39,11 @@ static const Scenes scenes = {
 class tst_masters_finders : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void saves_data() {
-        columns<QString, QStringList, QString>("screen", "typed", "stored"); // "v" turns the months to years
-        row("course", "Course", QStringList{"o'hara \"q\"", "2 yrs", "v"}, "3|O'HARA \"Q\"|2 YRS|Year");
-        row("empty course", "Course", QStringList{"", "", ""}, "3|NULL|NULL|Month");
-        row("subject", "Subject", QStringList{"Tax Law", "1500.755"}, "5|1|Tax Law|1500.76");
-        row("subject in Urdu", "Subject", QStringList{"ریاضی", ""}, "5|1|ریاضی|NULL");
-    }
+    /// "v" turns the months to years.
+    void saves_data() { rowsFrom<QString, QStringList, QString>(Facts); }
 
     void saves() {
-        QFETCH(QString, screen);
-        QFETCH(QStringList, typed);
-        QFETCH(QString, stored);
+        const auto [screen, typed, stored] = fetched<QString, QStringList, QString>();
         InstituteDesk desk;
         desk.screen = openByMenu("mnu" + screen, "frm" + screen);
         for (const QString &text : typed) {
@@ -86,22 +83,10 @@ private Q_SLOTS:
         QCOMPARE(desk.office.rows("select * from tblSubject where SubId = 4"), QStringList{"4|1|ORPHAN|100"});
     }
 
-    void findsSubjects_data() {
-        columns<int, QString, QString, QStringList>("application", "course", "value", "found");
-        const QString law = "3|CA INTER|LAW|18|", audit = "1|ACCA|AUDIT|3|5000", tax = "2|ACCA|TAX|3|7500.5";
-        row("all of the first course", 0, "a", "", QStringList{audit, tax});
-        row("by name, typed small", 0, "a", "ax", QStringList{tax});
-        row("of another course", 0, "c", "", QStringList{law});
-        row("no hit", 0, "c", "tax", QStringList{"||||"});
-        row("inactive ones of an application", 1, "", "au", QStringList{audit});
-        row("application without inactive ones", 12, "", "a", QStringList{"||||"});
-    }
+    void findsSubjects_data() { rowsFrom<int, QString, QString, QStringList>(Facts); }
 
     void findsSubjects() {
-        QFETCH(int, application);
-        QFETCH(QString, course);
-        QFETCH(QString, value);
-        QFETCH(QStringList, found);
+        const auto [application, course, value, found] = fetched<int, QString, QString, QStringList>();
         const InstituteDesk desk;
         shell::gFoundAppID = application;
         frmSearchSub::reference->Show();
@@ -140,19 +125,11 @@ private Q_SLOTS:
         QVERIFY(form("frmSubject") && !form("frmSubject")->isVisible());
     }
 
-    void findsApplications_data() {
-        columns<Qt::Key, QString, int>("criterion", "value", "first"); // 0: none is found
-        row("all, the newest first", Qt::Key_Home, "", 12);
-        row("by name in Urdu", Qt::Key_Home, "رضا", 1);
-        row("by number, no like", Qt::Key_Down, "1", 1);
-        row("by cell", Qt::Key_End, "0-11", 1);
-        row("none", Qt::Key_Home, "zz", 0);
-    }
+    /// The first that is found; 0 for none.
+    void findsApplications_data() { rowsFrom<Qt::Key, QString, int>(Facts); }
 
     void findsApplications() {
-        QFETCH(Qt::Key, criterion);
-        QFETCH(QString, value);
-        QFETCH(int, first);
+        const auto [criterion, value, first] = fetched<Qt::Key, QString, int>();
         const InstituteDesk desk;
         findApplications(value, criterion);
         const QStringList list = cells(form("frmFindApp"), "Msh");
@@ -166,24 +143,12 @@ private Q_SLOTS:
         QCOMPARE(form("frmFindApp") == nullptr, first > 0);
     }
 
-    void endsProgram_data() {
-        QTest::addColumn<QString>("error");
-        row("amount of letters", "8114");
-        row("amount of many digits", "8115");
-        row("number of letters", "207");
-        row("no course to find by", "156");
-    }
-
     void endsProgram() {
-        QFETCH(QString, error);
-        const Ended ended = play(error);
-        QVERIFY2(ended.box.startsWith("Error " + error + ":"), qPrintable(ended.box + ended.errorStream));
+        for (const auto &[error, scene] : scenes)
+            expectEnd(error, "Error " + error + ':');
     }
 };
 
-int main(int argc, char *argv[]) {
-    tst_masters_finders tests;
-    return run(argc, argv, tests, scenes);
-}
+ZEL_TEST_MAIN(tst_masters_finders, scenes)
 
 #include "tst_masters_finders.moc"

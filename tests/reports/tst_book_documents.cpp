@@ -1,5 +1,5 @@
 #include "tests/reports/posted_catalog.h"
-#include "tests/support/rows.h"
+#include "tests/support/facts.h"
 
 #include <QTest>
 
@@ -12,6 +12,8 @@ using namespace zel::test;
 
 namespace {
 
+constexpr const char *Facts = "reports/books.json";
+
 const Period March{QDate(2024, 3, 1), QDate(2024, 3, 31)};
 
 /// An account's cash book, its ledger and its detail ledger.
@@ -22,151 +24,38 @@ std::array<DocumentPtr, 3> documentsOf(PostedCatalog &catalog, const QString &ac
             printedLedger(Ledger::Detail, id, period)};
 }
 
-struct Case {
-    QString rows;
-    QString book;
-    QString simple{};  ///< the ledger; '' where it reads as the book
-    QString detail{};  ///< '' where it reads as the ledger
-    QString prepare{}; ///< a statement before the rows are posted
-    QString after{};   ///< a statement after
-    Period period = March;
-};
-
 } // namespace
 
 class tst_book_documents : public QObject {
     Q_OBJECT
 private Q_SLOTS:
+    /// Of one day what the account got, journals, what it paid, each by number, then entries; the other side
+    /// of each pair isn't the account's. A credit carried forward has one side only: the book shows it as
+    /// received, the account never had it. A ledger that isn't told reads as the book, a detail ledger as the
+    /// ledger; the period is March. The statements run before the rows are posted and after.
     void documents_data() {
-        columns<Case>("expected");
-        const QString none = "Opening balance 0.00\n";
-        const QString idle = "No movement in this period.\nTotal of the period – –\n";
-        const QString receiptAndPayment = "2024-03-01 | CR 2 | 1 | 4.1.1 | 1.1.1 | 0 | 500 | FEES\n"
-                                          "2024-03-01 | CR 2 | 2 | 4.1.2 | 1.1.1 | 0 | 250.50 | -\n"
-                                          "2024-03-01 | CR 2 | 3 | 1.1.1 | - | 750.50 | 0 | -\n"
-                                          "2024-03-02 | CP 7 | 1 | 5.1.1 | 1.1.1 | 300 | 0 | RENT\n"
-                                          "2024-03-02 | CP 7 | 2 | 1.1.1 | - | 0 | 300 | RENT\n";
-        const QString book = none + "01/03/2024 CR - 2 TUITION FEE FEES 500.00 500.00 Dr\n"
-                                    "01/03/2024 CR - 2 REGISTRATION FEE 250.50 750.50 Dr\n"
-                                    "02/03/2024 CP - 7 RENT RENT 300.00 450.50 Dr\n"
-                                    "Total of the period 750.50 300.00\nClosing balance 450.50 Dr";
-        const QString ledger = none + "01/03/2024 CR - 2 VARIOUS ACCOUNTS 750.50 750.50 Dr\n"
-                                      "02/03/2024 CP - 7 RENT RENT 300.00 450.50 Dr\n"
-                                      "Total of the period 750.50 300.00\nClosing balance 450.50 Dr";
-        row("receipts and payments", Case{.rows = receiptAndPayment, .book = book, .simple = ledger});
-        const auto gone = [](QString text) {
-            return text.replace("RENT RENT", "Deleted account no. 18 RENT")
-                .replace("REGISTRATION FEE", "Deleted account no. 15");
-        };
-        row("the other account is gone",
-            Case{.rows = receiptAndPayment,
-                 .book = gone(book),
-                 .simple = gone(ledger),
-                 .after = "delete from Accounts where AcNodes in ('5.1.1', '4.1.2')"});
-        const QString before = "Opening balance 450.50 Dr\n" + idle + "Closing balance 450.50 Dr";
-        row("nothing but what was before",
-            Case{.rows = receiptAndPayment, .book = before, .period = {QDate(2024, 3, 3), March.to}});
-        row("dates reversed",
-            Case{.rows = receiptAndPayment, .book = before, .period = {March.to, March.from}});
-
-        // Of one day what the account got, journals, what it paid, each by number, then entries; the other
-        // side of each pair isn't the account's. What was before the period is in the opening balance.
-        row("all kinds, before and after the period",
-            Case{.rows = pair("JV 10", "5.1.2", "1.1.1", "20", "LIGHT", "2024-03-05") +
-                         pair("JV 9", "1.1.1", "3.1.1", "7", "CAPITAL", "2024-03-05", 2) +
-                         pair("JV 9", "1.1.1", "3.1.1", "5", "CAPITAL", "2024-03-05") +
-                         "2024-03-05 | CP 1 | 1 | 5.1.1 | 1.1.1 | 1900 | 0 | -\n"
-                         "2024-03-05 | CP 1 | 2 | 1.1.1 | - | 0 | 1900 | -\n" +
-                         pair("BP 12", "1.1.1", "1.1.2", "550", "DRAWN", "2024-03-31") +
-                         pair("BP 3", "1.1.1", "1.1.2", "1000", "DRAWN", "2024-03-05") +
-                         pair("BR 4", "1.1.2", "1.1.1", "600", "PAID IN", "2024-03-31") +
-                         pair("BR 4", "1.1.2", "4.1.1", "1", "NOT CASH", "2024-03-06", 2) +
-                         "2024-04-01 | CP 8 | 1 | 5.1.1 | 1.1.1 | 9 | 0 | LATER\n"
-                         "2024-04-01 | CP 8 | 2 | 1.1.1 | - | 0 | 9 | LATER\n"
-                         "2024-02-29 | CR 1 | 1 | 4.1.1 | 1.1.1 | 0 | 900.25 | BEFORE\n"
-                         "2024-02-29 | CR 1 | 2 | 1.1.1 | - | 900.25 | 0 | BEFORE\n",
-                 .book = "Opening balance 1,000.25 Dr\n"
-                         "05/03/2024 BP - 3 CITY BANK DRAWN 1,000.00 2,000.25 Dr\n"
-                         "05/03/2024 JV - 9 CAPITAL OF THE INSTITUTE CAPITAL 5.00 2,005.25 Dr\n"
-                         "05/03/2024 JV - 9 CAPITAL OF THE INSTITUTE CAPITAL 7.00 2,012.25 Dr\n"
-                         "05/03/2024 JV - 10 ELECTRICITY LIGHT 20.00 1,992.25 Dr\n"
-                         "05/03/2024 CP - 1 RENT 1,900.00 92.25 Dr\n"
-                         "31/03/2024 BP - 12 CITY BANK DRAWN 550.00 642.25 Dr\n"
-                         "31/03/2024 BR - 4 CITY BANK PAID IN 600.00 42.25 Dr\n"
-                         "Total of the period 1,562.00 2,520.00\nClosing balance 42.25 Dr",
-                 .prepare =
-                     "update Accounts set OpenBal = 100, openDate = '2024-12-31' where AcNodes = '1.1.1'"});
-        row("nothing in the period, opening in credit",
-            Case{.rows = {},
-                 .book = "Opening balance 1,234,567.89 Cr\n" + idle + "Closing balance 1,234,567.89 Cr",
-                 .prepare = "update Accounts set OpenBal = -1234567.89 where AcNodes = '1.1.1'"});
-        row("one day, back to nothing",
-            Case{.rows = "2024-03-01 | CR 1 | 1 | 3.1.1 | 1.1.1 | 0 | 0.1 | -\n"
-                         "2024-03-01 | CR 1 | 2 | 1.1.1 | - | 0.1 | 0 | -\n"
-                         "2024-03-02 | CP 1 | 1 | 5.1.1 | 1.1.1 | 0.1 | 0 | -\n"
-                         "2024-03-02 | CP 1 | 2 | 1.1.1 | - | 0 | 0.1 | -\n",
-                 .book = none + "01/03/2024 CR - 1 CAPITAL OF THE INSTITUTE 0.10 0.10 Dr\n"
-                                "02/03/2024 CP - 1 RENT 0.10 0.00\n"
-                                "Total of the period 0.10 0.10\nClosing balance 0.00"});
-        // A credit carried forward has one side only: the book shows it as received, the account never had
-        // it.
-        row("a row without another side",
-            Case{.rows = "2024-03-09 | CF 12 | 0 | 4.1.1 | 1.1.1 | 0 | 80 | CARRIED\n",
-                 .book = none + "09/03/2024 CF - 12 TUITION FEE CARRIED 80.00 80.00 Dr\n"
-                                "Total of the period 80.00 –\nClosing balance 80.00 Dr",
-                 .simple = none + idle + "Closing balance 0.00"});
-        row("the other account of a pair is gone",
-            Case{.rows = pair("JV 1", "1.1.1", "5.1.1", "10", "BACK"),
-                 .book = none + "04/03/2024 JV - 1 Deleted account no. 18 BACK 10.00 10.00 Dr\n"
-                                "Total of the period 10.00 –\nClosing balance 10.00 Dr",
-                 .after = "delete from Accounts where AcNodes = '5.1.1'"});
-        const QString end = "\nTotal of the period – 10.00\nClosing balance 10.00 Cr";
-        row("cheque, bill and file",
-            Case{.rows = pair("BR 1", "1.1.2", "1.1.1", "10", "PAID IN"),
-                 .book =
-                     none + "04/03/2024 BR - 1 CITY BANK PAID IN   Cheque no. 00451872 10.00 10.00 Cr" + end,
-                 .simple = none + "04/03/2024 BR - 1 CITY BANK PAID IN 10.00 10.00 Cr" + end,
-                 .detail = none +
-                           "04/03/2024 BR - 1 CITY BANK 10.00 10.00 Cr\n"
-                           "PAID IN   Cheque no. 00451872   Bill no. 77   File no. F-9" +
-                           end,
-                 .after = "update DetJV set ChecqNo = '00451872', BillNo = '77', FileNo = 'F-9'"});
-        row("negative and zero amounts",
-            Case{.rows =
-                     pair("BP 1", "1.1.1", "1.1.2", "-50", "-") + pair("BP 2", "1.1.1", "1.1.2", "0", "-"),
-                 .book = none + "04/03/2024 BP - 1 CITY BANK -50.00 50.00 Cr\n"
-                                "04/03/2024 BP - 2 CITY BANK 50.00 Cr\n"
-                                "Total of the period -50.00 –\nClosing balance 50.00 Cr"});
+        rowsFrom<QString, QString, QString, QString, QString, QString, QDate, QDate>(Facts);
     }
 
     void documents() {
-        QFETCH(Case, expected);
-        if (expected.simple.isEmpty())
-            expected.simple = expected.book;
-        if (expected.detail.isEmpty())
-            expected.detail = expected.simple;
+        auto [rows, book, simple, detail, prepare, after, from, to] =
+            fetched<QString, QString, QString, QString, QString, QString, QDate, QDate>();
+        if (simple.isEmpty())
+            simple = book;
+        if (detail.isEmpty())
+            detail = simple;
         PostedCatalog catalog;
-        catalog.execute(expected.prepare);
-        catalog.post(expected.rows);
-        catalog.execute(expected.after);
+        catalog.execute(prepare);
+        catalog.post(rows);
+        catalog.execute(after);
         QStringList bodies; // what stands between the column headings and the signatures
-        for (const DocumentPtr &document : documentsOf(catalog, "1.1.1", expected.period))
+        for (const DocumentPtr &document :
+             documentsOf(catalog, "1.1.1", from.isValid() ? Period{from, to} : March))
             bodies << document->plainText().section(" Balance\n", 1).section("\nPrepared by", 0, 0);
-        QCOMPARE(bodies, QStringList({expected.book, expected.simple, expected.detail}));
+        QCOMPARE(bodies, QStringList({book, simple, detail}));
     }
 
-    void companyBlock_data() {
-        columns<QString, QString, QString, QStringList>("name", "address", "telephone", "lines");
-        const QString name = "THE INSTITUTE OF COMMERCE, COMPUTER SCIENCES AND LANGUAGES";
-        const QString address = "14-B, Main University Road";
-        const QString lengthy = address + ", Block 5, Gulshan-e-Iqbal, Karachi 75300, Sindh, Pakistan";
-        row("name", name, "", "", QStringList{name});
-        row("address", name, address, "", QStringList{name, address});
-        row("telephone", name, "", "555 0123", QStringList{name, "Tel. 555 0123"});
-        row("on one line", name, address, "555 0123", QStringList{name, address + "   Tel. 555 0123"});
-        row("on two lines", name, lengthy, "555 0123", QStringList{name, lengthy, "Tel. 555 0123"});
-        row("nothing", "", "", "", QStringList());
-    }
+    void companyBlock_data() { rowsFrom<QString, QString, QString, QStringList>(Facts); }
 
     /// What isn't known of the company takes no room.
     void companyBlock() {
@@ -184,17 +73,8 @@ private Q_SLOTS:
         QVERIFY(std::abs(heading->baseline - 14 - block - 4.5) < 0.2);
     }
 
-    void headings_data() {
-        columns<QString, QString, QStringList>("prepare", "account", "lines"); // of the book, of the ledgers
-        row("cash", "", "1.1.1", QStringList{"CASH BOOK", "1.1.1   CASH IN HAND", "1.1.1   CASH IN HAND"});
-        row("bank", "", "1.1.2", QStringList{"BANK BOOK", "1.1.2   CITY BANK", "1.1.2   CITY BANK"});
-        row("another account", "", "5.1.1",
-            QStringList{"CASH AND BANK BOOK", "5.1.1   RENT", "5.1.1   RENT"});
-        row("deleted", "delete from Accounts where AcNodes = '1.1.1'", "1.1.1",
-            QStringList{"CASH AND BANK BOOK", "Deleted account", "Deleted account no. 0"});
-        row("no setting of the cash account", "delete from VouSetting", "1.1.2",
-            QStringList{"BANK BOOK", "1.1.2   CITY BANK", "1.1.2   CITY BANK"});
-    }
+    /// Of the book, of the ledgers.
+    void headings_data() { rowsFrom<QString, QString, QStringList>(Facts); }
 
     void headings() {
         const auto [prepare, account, lines] = fetched<QString, QString, QStringList>();

@@ -1,5 +1,5 @@
 #include "tests/reports/books_desk.h"
-#include "tests/support/rows.h"
+#include "tests/support/facts.h"
 #include "tests/support/test_program.h"
 
 #include <QTest>
@@ -10,6 +10,8 @@ using namespace zel;
 using namespace zel::test;
 
 namespace {
+
+constexpr const char *Facts = "reports/bad_input.json";
 
 BooksPlan smallBooks() {
     BooksPlan plan = planOf(30, false);
@@ -44,25 +46,8 @@ int busiest(const Held &held, const char *begin) {
 class tst_report_bad_input : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void damagedChart_data() {
-        // %1: the account of the ledger that moved most
-        columns<QString, bool, bool>("damage", "losesAccount", "losesCash");
-        row("whole", "select 1", false, false);
-        row("an account deleted under its vouchers", "delete from Accounts where RowID = %1", true, false);
-        row("the cash account deleted", "delete from Accounts where AcName = 'CASH 0'", false, true);
-        row("the sub-control account of cash deleted", "delete from Accounts where AcName = 'SUB CONTROL 0'",
-            false, false);
-        row("all control accounts deleted", "delete from Accounts where AcStatus = 'HH'", false, false);
-        row("all sub-control accounts deleted", "delete from Accounts where AcStatus = 'HD'", false, false);
-        row("an account without a code and a name",
-            "update Accounts set AcNodes = null, AcName = null, ParentID = null, Dcode = null where RowID = "
-            "%1",
-            false, false);
-        row("two sub-control accounts of one code",
-            "update Accounts set AcNodes = '1.1' where AcName = 'SUB CONTROL 3'", false, false);
-        row("an account that became a heading", "update Accounts set AcStatus = 'HD' where RowID = %1", false,
-            false);
-    }
+    /// %1: the account of the ledger that moved most.
+    void damagedChart_data() { rowsFrom<QString, bool, bool>(Facts); }
 
     /// The sums of all rows stay the totals of every trial balance, and the books go on saying what they
     /// said; a deleted account takes its opening balance along.
@@ -104,13 +89,7 @@ private Q_SLOTS:
         }
     }
 
-    void emptyPeriods_data() {
-        columns<QDate, QDate>("from", "to");
-        row("before all vouchers", QDate(1990, 1, 1), QDate(1990, 12, 31));
-        row("after all vouchers", QDate(2090, 1, 1), QDate(2090, 12, 31));
-        row("reversed dates", QDate(2025, 12, 31), QDate(2025, 1, 1));
-        row("a day and the day before", QDate(2025, 1, 2), QDate(2025, 1, 1));
-    }
+    void emptyPeriods_data() { rowsFrom<QDate, QDate>(Facts); }
 
     /// By the screen: openings alone, which are what closes.
     void emptyPeriods() {
@@ -143,13 +122,8 @@ private Q_SLOTS:
         QVERIFY(whole.entries.empty());
     }
 
-    void companies_data() {
-        columns<QString, int>("change", "times"); // that a book or a trial balance is printed
-        row("none active", "update Company set comActive = null", 0);
-        row("no company", "delete from Company", 0);
-        row("two active", "insert into Company (Company, comActive) values ('SECOND', 'Y')", 2);
-        row("two, one active", "insert into Company (Company) values ('SECOND')", 1);
-    }
+    /// How often a book or a trial balance is printed.
+    void companies_data() { rowsFrom<QString, int>(Facts); }
 
     /// By the screen: the books and the trial balances ask for a company, the ledgers don't.
     void companies() {

@@ -3,18 +3,19 @@
 #include "reports/frmRPTAccounts.h"
 #include "shell/module1.h"
 #include "tests/reports/report_desk.h"
-#include "tests/support/rows.h"
+#include "tests/support/facts.h"
 #include "tests/support/test_program.h"
 
 #include <QLabel>
 #include <QMdiSubWindow>
-#include <QStatusBar>
 #include <QtTest>
 
 using namespace zel;
 using namespace zel::test;
 
 namespace {
+
+constexpr const char *Facts = "reports/screen.json";
 
 const QStringList frames = {
     "frmCashBook",  "frmBankBook", "frmSimpleLedger", "frmDetailLedger", "frmSubTBSimple",
@@ -98,39 +99,11 @@ static const Scenes scenes = {
 class tst_report_screen : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void items_data() {
-        columns<QString, QString, QString, QString, QString>("caption", "frame", "title", "seen", "tabs");
-        const QString dates = "DTPicker1 DTPicker2 ";
-        const QString account = "cmdFindAC DTPicker1 DTPicker2 ";
-        const QString student = "cboSession DtaCourse DtaSubject ";
-        const auto row = [](const char *menu, const char *caption, int frame, const char *title,
-                            const char *seen, const QString &tabs) {
-            zel::test::row(menu, caption, frames[frame], title, seen, tabs);
-        };
-        row("mnuCashBook", "CASH BOOK", 0, "LblCashBook", "dates", dates + "cmdCashBook");
-        row("mnuBankBook", "BANK BOOK", 1, "LblBankBook", "account dates", account + "cmdBankBook txtAcName");
-        row("mnuSimpleLedger", "SIMPLE LEDGER", 2, "LblSimpleLedger", "account dates",
-            account + "cmdLedger txtAcName");
-        row("mnuDetLedger", "DETAIL LEDGER", 3, "LblDetailLedger", "account dates",
-            account + "cmdDetLedger txtAcName");
-        row("mnuSubTBSimple", "SUBSIDIARY TRIAL BALANCE SIMPLE", 4, "LblSubTBSimple", "dates",
-            dates + "cmdTrialBal");
-        row("mnuControlTB", "CONTROL TRIAL BALANCE", 5, "LblControlTB", "dates", dates + "cmdTrialControl");
-        row("mnuSubTBWOB", "SUBSIDIARY TRIAL BALANCE (WITH OPENING)", 6, "LblSubTBWOB", "dates",
-            dates + "cmdTrialOpening");
-        row("mnuFee", "SESSION WISE OUTSTANDING", 7, "LblFeeDetail", "cboSession", "cboSession cmdFeeDetail");
-        row("mnuStuFeeDet", "ACTIVE STUDENT WISE DETAIL", 8, "LblStuFeeDet", "session course",
-            student + "cmdStuFeeDet");
-        row("mnuInctiveStuWiseRPT", "INACTIVE STUDENT WISE DETAIL", 9, "LblInActiveStuFeeDet",
-            "session course", student + "cmdInActiveStuFeeDet");
-    }
+    void items_data() { rowsFrom<QString, QString, QString, QString, QString>(Facts); }
 
     void items() {
-        QFETCH(QString, caption);
-        QFETCH(QString, frame);
-        QFETCH(QString, title);
-        QFETCH(QString, seen);
-        QFETCH(QString, tabs);
+        const auto [caption, frame, title, seen, tabs] =
+            fetched<QString, QString, QString, QString, QString>();
         ReportDesk desk;
         QWidget *screen = desk.open(QTest::currentDataTag());
         QCOMPARE(screen->windowTitle(), "Accounts Report");
@@ -155,29 +128,10 @@ private Q_SLOTS:
                          qPrintable(inner->objectName()));
     }
 
-    void leftovers_data() {
-        columns<QStringList, QString, QString>("items", "shown", "seen");
-        zel::test::row("cash, bank", QStringList{"mnuCashBook", "mnuBankBook"}, "frmCashBook frmBankBook",
-                       "dates");
-        zel::test::row("bank, cash", QStringList{"mnuBankBook", "mnuCashBook"}, "frmCashBook frmBankBook",
-                       "dates");
-        zel::test::row("bank, ledger", QStringList{"mnuBankBook", "mnuSimpleLedger"},
-                       "frmBankBook frmSimpleLedger", "account dates");
-        zel::test::row("ledger, students", QStringList{"mnuDetLedger", "mnuStuFeeDet"},
-                       "frmDetailLedger frmStuFeeDetail", "session course");
-        zel::test::row("students, trial balance", QStringList{"mnuInctiveStuWiseRPT", "mnuControlTB"},
-                       "frmControlTB frmInActiveStuFeeDetail", "course");
-        zel::test::row("outstanding, bank", QStringList{"mnuFee", "mnuBankBook"}, "frmBankBook frmFeeDetail",
-                       "");
-        zel::test::row("students, bank, outstanding", QStringList{"mnuStuFeeDet", "mnuBankBook", "mnuFee"},
-                       "frmBankBook frmFeeDetail frmStuFeeDetail", "cboSession course");
-        zel::test::row("the same twice", QStringList{"mnuSubTBWOB", "mnuSubTBWOB"}, "frmSubTBWOB", "dates");
-    }
+    void leftovers_data() { rowsFrom<QStringList, QString, QString>(Facts); }
 
     void leftovers() {
-        QFETCH(QStringList, items);
-        QFETCH(QString, shown);
-        QFETCH(QString, seen);
+        const auto [items, shown, seen] = fetched<QStringList, QString, QString>();
         ReportDesk desk;
         QWidget *screen = desk.open(items.first());
         const QString first = shownFrames(screen);
@@ -228,16 +182,14 @@ private Q_SLOTS:
         columns<Qt::Key, QDate, QDate>("key", "from", "to");
         const QDate today = QDate::currentDate();
         const QDate first(today.year(), today.month(), 1);
-        zel::test::row("this month", Qt::Key_M, first, first.addMonths(1).addDays(-1));
-        zel::test::row("last month", Qt::Key_L, first.addMonths(-1), first.addDays(-1));
-        zel::test::row("this year", Qt::Key_Y, QDate(today.year(), 1, 1), QDate(today.year(), 12, 31));
-        zel::test::row("all", Qt::Key_A, QDate(2024, 2, 29), today);
+        row("this month", Qt::Key_M, first, first.addMonths(1).addDays(-1));
+        row("last month", Qt::Key_L, first.addMonths(-1), first.addDays(-1));
+        row("this year", Qt::Key_Y, QDate(today.year(), 1, 1), QDate(today.year(), 12, 31));
+        row("all", Qt::Key_A, QDate(2024, 2, 29), today);
     }
 
     void quickPeriods() {
-        QFETCH(Qt::Key, key);
-        QFETCH(QDate, from);
-        QFETCH(QDate, to);
+        const auto [key, from, to] = fetched<Qt::Key, QDate, QDate>();
         ReportDesk desk("delete from DetJV insert into DetJV (VouNo,VouStatus,AcCode,VouDate) "
                         "values (1,'JV',4,'2024-02-29') insert into DetJV (VouNo,VouStatus,AcCode,VouDate) "
                         "values (2,'JV',4,'2025-03-01')");
@@ -299,15 +251,13 @@ private Q_SLOTS:
 
     void sessions_data() {
         columns<QString, QString, QString>("change", "preset", "id");
-        zel::test::row("newest by id", "", "AUTUMN 2026", "10");
-        zel::test::row("two of one name", "update tblSession set SessionName = 'SAME'", "SAME", "10");
-        zel::test::row("none", "delete from tblSession", "", "");
+        row("newest by id", "", "AUTUMN 2026", "10");
+        row("two of one name", "update tblSession set SessionName = 'SAME'", "SAME", "10");
+        row("none", "delete from tblSession", "", "");
     }
 
     void sessions() {
-        QFETCH(QString, change);
-        QFETCH(QString, preset);
-        QFETCH(QString, id);
+        const auto [change, preset, id] = fetched<QString, QString, QString>();
         ReportDesk desk(Sql::trusted(change.toStdString()));
         QWidget *screen = desk.open("mnuFee");
         QCOMPARE(focused(), "cboSession");
@@ -397,16 +347,10 @@ private Q_SLOTS:
         QCOMPARE(focused(), "DTPicker1");
     }
 
-    void endsProgram_data() {
-        QTest::addColumn<QString>("box");
-        zel::test::row("bank book after cash book", "Error 5:\n\nInvalid procedure call or argument");
-        zel::test::row("account found for a hidden box", "Error 5:\n\nInvalid procedure call or argument");
-        zel::test::row("closed while no right is active", "Error 91:");
-    }
-
     void endsProgram() {
-        QFETCH(QString, box);
-        expectEnd(QTest::currentDataTag(), box);
+        expectEnd("bank book after cash book", "Error 5:\n\nInvalid procedure call or argument");
+        expectEnd("account found for a hidden box", "Error 5:\n\nInvalid procedure call or argument");
+        expectEnd("closed while no right is active", "Error 91:");
     }
 };
 

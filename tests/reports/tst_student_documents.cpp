@@ -1,5 +1,5 @@
 #include "tests/reports/posted_catalog.h"
-#include "tests/support/rows.h"
+#include "tests/support/facts.h"
 
 #include <QTest>
 
@@ -37,21 +37,10 @@ class tst_student_documents : public QObject {
     }
 
 private Q_SLOTS:
-    void admissions_data() {
-        columns<QString, QString>("selection", "ids");
-        row("name", "{tblMasApp.StuName} like '*a*'", "1 3");
-        row("number", "{tblMasApp.AppId} =  2", "2");
-        row("cell", "{tblMasApp.CellNo} like '*0300-1*'", "1 3");
-        row("registration", "{tblMasApp.RegNo} like '*2*'", "2 3");
-        row("course", "{tblCourse.CourseName} = 'LAW'", "1 3");
-        row("subject", "{tblSubject.SubName} like '*TRACT*'", "1");
-        row("date", "{tblMasApp.FixDate} = #2026-01-05#", "1 2");
-        row("none", "{tblMasApp.AppId} =  7", "");
-    }
+    void admissions_data() { rowsFrom<QString, QString>("reports/students.json"); }
 
     void admissions() {
-        QFETCH(QString, selection);
-        QFETCH(QString, ids);
+        const auto [selection, ids] = fetched<QString, QString>();
         PostedCatalog catalog;
         enroll(catalog);
         const auto report = catalog.open("rptAdmissionDetail.rpt");

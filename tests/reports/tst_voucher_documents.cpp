@@ -1,5 +1,5 @@
 #include "tests/reports/posted_catalog.h"
-#include "tests/support/rows.h"
+#include "tests/support/facts.h"
 
 #include <QTest>
 
@@ -10,6 +10,8 @@ using namespace zel::test;
 /// The five vouchers as they are printed, from the rows that their saves write.
 
 namespace {
+
+constexpr const char *Facts = "reports/vouchers.json";
 
 const QString Day = "2024-03-14";
 constexpr const char *Kinds[] = {"BP", "BR", "CP", "CR", "JV"};
@@ -49,41 +51,7 @@ QString rowsOf(const QString &kind, int entry, const QString &amount, const QStr
 class tst_voucher_documents : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void lines_data() {
-        columns<QString, QString, QStringList>("rows", "after", "printed");
-        const QString two = "Two Hundred and 50/100 Only";
-
-        row("BP, no narration, a deleted account, a deleted bank",
-            pair("BP 5", "5.1.1", "1.1.2", "150.50", "-") +
-                pair("BP 5", "5.1.2", "2.1.1", "50", "LIGHT", Day, 2),
-            QString("delete from Accounts where AcNodes in ('5.1.1', '2.1.1')"),
-            QStringList{"Deleted account no. 18 150.50", "(1.1.2 CITY BANK)", "5.1.2 ELECTRICITY 50.00",
-                        "LIGHT  (Deleted account no. 8)", "Total Rs. 200.50", "Amount in words " + two});
-        row("BR, taken back", pair("BR 5", "1.1.2", "4.1.1", "-1250", "BOUNCED"), QString(),
-            QStringList{"4.1.1 TUITION FEE -1,250.00", "BOUNCED", "Total Rs. -1,250.00",
-                        "Amount in words Minus One Thousand Two Hundred Fifty Only"});
-        row("CP, the summary is no line, a zero is",
-            QString("2024-03-14 | CP 5 | 1 | 5.1.1 | 1.1.1 | 200.50 | 0 | RENT\n"
-                    "2024-03-14 | CP 5 | 2 | 5.1.2 | 1.1.1 | 0 | 0 | -\n"
-                    "2024-03-14 | CP 5 | 3 | 1.1.1 | - | 0 | 200.50 | RENT\n"),
-            QString(),
-            QStringList{"5.1.1 RENT 200.50", "RENT", "5.1.2 ELECTRICITY 0.00", "Total Rs. 200.50",
-                        "Amount in words " + two});
-        row("CR, the summary is no line, the account deleted",
-            QString("2024-03-14 | CR 5 | 1 | 4.1.1 | 1.1.1 | 0 | 200 | FEES\n"
-                    "2024-03-14 | CR 5 | 2 | 4.1.2 | 1.1.1 | 0 | 0.50 | FEES\n"
-                    "2024-03-14 | CR 5 | 3 | 1.1.1 | - | 200.50 | 0 | FEES\n"),
-            QString("delete from Accounts where AcNodes = '4.1.2'"),
-            QStringList{"4.1.1 TUITION FEE 200.00", "FEES", "Deleted account no. 15 0.50", "FEES",
-                        "Total Rs. 200.50", "Amount in words " + two});
-        row("JV, the debit first whatever the sign",
-            pair("JV 5", "5.1.1", "5.1.2", "-100", "BACK", Day, 2) +
-                pair("JV 5", "5.1.3", "2.1.1", "300.50", "-"),
-            QString("delete from Accounts where AcNodes = '2.1.1'"),
-            QStringList{"5.1.3 SALARIES 300.50", "Deleted account no. 8 300.50", "5.1.1 RENT -100.00",
-                        "5.1.2 ELECTRICITY -100.00", "BACK", "Total Rs. 200.50 200.50",
-                        "Amount in words " + two});
-    }
+    void lines_data() { rowsFrom<QString, QString, QStringList>(Facts); }
 
     void lines() {
         const auto [rows, after, printed] = fetched<QString, QString, QStringList>();
@@ -93,21 +61,7 @@ private Q_SLOTS:
         QCOMPARE(body(voucher(catalog, QString(QTest::currentDataTag()).left(2))->document()), printed);
     }
 
-    void words_data() {
-        columns<QString, QString>("amount", "words");
-        row("less than a lakh", "99999.99", "Ninety Nine Thousand Nine Hundred Ninety Nine and 99/100 Only");
-        row("a lakh", "100000", "One Hundred Thousand Only (One Lakh Only)");
-        row("crores", "20300004.05",
-            "Twenty Million Three Hundred Thousand Four and 05/100 Only "
-            "(Two Crore Three Lakh Four and 05/100 Only)");
-        row("the greatest", "9999999999.99",
-            "Nine Billion Nine Hundred Ninety Nine Million Nine Hundred Ninety Nine Thousand Nine "
-            "Hundred Ninety Nine and 99/100 Only (Nine Hundred Ninety Nine Crore Ninety Nine Lakh Ninety "
-            "Nine "
-            "Thousand Nine Hundred Ninety Nine and 99/100 Only)");
-        row("taken back", "-250000",
-            "Minus Two Hundred Fifty Thousand Only (Minus Two Lakh Fifty Thousand Only)");
-    }
+    void words_data() { rowsFrom<QString, QString>(Facts); }
 
     void words() {
         const auto [amount, words] = fetched<QString, QString>();

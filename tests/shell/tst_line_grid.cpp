@@ -1,20 +1,18 @@
 #include "platform/base/error.h"
 #include "platform/base/number_text.h"
-#include "platform/controls/application.h"
 #include "platform/controls/button.h"
 #include "platform/controls/data_combo.h"
 #include "platform/controls/text_box.h"
 #include "shell/line_grid.h"
 #include "tests/platform/controls/table_rows.h"
 #include "tests/support/rows.h"
+#include "tests/support/test_program.h"
 
 #include <QtTest>
 
-using zel::test::columns;
-using zel::test::fill;
-
 using namespace zel;
 using namespace zel::shell;
+using namespace zel::test;
 
 namespace {
 
@@ -129,15 +127,14 @@ private Q_SLOTS:
 
     void missing_data() {
         columns<QString, Part>("box", "part");
-        zel::test::row("no such control", "txtNone", Part::Text);
-        zel::test::row("a box isn't bound", "txtSubId", Part::Bound);
-        zel::test::row("a combo has no text of its own to tag", "cboSession", Part::Tag);
-        zel::test::row("a grid has no text", "MshSubject", Part::Text);
+        row("no such control", "txtNone", Part::Text);
+        row("a box isn't bound", "txtSubId", Part::Bound);
+        row("a combo has no text of its own to tag", "cboSession", Part::Tag);
+        row("a grid has no text", "MshSubject", Part::Text);
     }
 
     void missing() {
-        QFETCH(QString, box);
-        QFETCH(Part, part);
+        const auto [box, part] = fetched<QString, Part>();
         Subjects screen;
         const QByteArray name = box.toLatin1();
         try {
@@ -150,10 +147,6 @@ private Q_SLOTS:
     }
 };
 
-int main(int argc, char *argv[]) {
-    controls::Application application(argc, argv);
-    tst_line_grid tests;
-    return QTest::qExec(&tests, argc, argv);
-}
+ZEL_TEST_MAIN(tst_line_grid)
 
 #include "tst_line_grid.moc"

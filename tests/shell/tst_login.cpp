@@ -4,8 +4,8 @@
 #include "shell/module1.h"
 #include "shell/server_file.h"
 #include "tests/support/driver.h"
+#include "tests/support/facts.h"
 #include "tests/support/office.h"
-#include "tests/support/rows.h"
 #include "tests/support/test_program.h"
 
 #include "platform/base/error.h"
@@ -18,6 +18,8 @@ using namespace zel;
 using namespace zel::test;
 
 namespace {
+
+constexpr const char *Facts = "shell/login.json";
 
 void writeServer(const Office &office, const QByteArray &content) {
     QFile file(office.folder() + "/Server.txt");
@@ -92,18 +94,7 @@ static const Scenes scenes = {
 class tst_login : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void readsServer_data() {
-        columns<QByteArray, QString>("content", "server");
-        row("a name", QByteArray("OFFICE\n"), "OFFICE");
-        row("no line end", QByteArray("OFFICE"), "OFFICE");
-        row("two line end characters", QByteArray("OFFICE\r\nrest\r\n"), "OFFICE");
-        row("up to a comma", QByteArray("OFFICE,1433\n"), "OFFICE");
-        row("quoted", QByteArray("\"MY OFFICE\"\n"), "MY OFFICE");
-        row("comma in quotes", QByteArray("\"OFFICE,1433\",x\n"), "OFFICE,1433");
-        row("blanks around", QByteArray("  OFFICE \n"), "OFFICE");
-        row("byte order mark", QByteArray("\xEF\xBB\xBF./data\n"), "./data");
-        row("empty first line", QByteArray("\nOFFICE\n"), "");
-    }
+    void readsServer_data() { rowsFrom<QByteArray, QString>(Facts); }
 
     void readsServer() {
         const auto [content, server] = fetched<QByteArray, QString>();
@@ -122,13 +113,8 @@ private Q_SLOTS:
         QVERIFY(!cancelled.errorStream.contains("after the end"));
     }
 
-    void refuses_data() {
-        columns<QString, QString, QString>("user", "password", "server"); // '' leaves the catalog's folder
-        row("wrong password", "sa", "nonsense", "");
-        row("unknown user", "nobody", "", "");
-        row("no catalog there", "sa", "", "./nowhere");
-        row("apostrophe", "sa' or '1'='1", "x", "");
-    }
+    /// At a server; the catalog's folder where none is told.
+    void refuses_data() { rowsFrom<QString, QString, QString>(Facts); }
 
     void refuses() {
         const auto [user, password, server] = fetched<QString, QString, QString>();
@@ -204,29 +190,19 @@ private Q_SLOTS:
         QCOMPARE(shell::gRs.RecordCount(), 0);
     }
 
-    void changesDisplay_data() {
-        columns<int, bool, QMessageBox::StandardButton, QStringList>("result", "back", "answer", "calls");
-        const QString test = "change 1572864 1024x768 flags 4";
-        row("at once", 0, false, QMessageBox::NoButton,
-            QStringList{"mode 0", test, "change 1572864 1024x768 flags 1", "broadcast 65535 126 42 0"});
-        row("restart", 1, false, QMessageBox::Yes, QStringList{"mode 0", test, "exit 0 0"});
-        row("no restart", 1, false, QMessageBox::No, QStringList{"mode 0", test});
-        row("refused", -2, false, QMessageBox::NoButton, QStringList{"mode 0", test});
-        row("back to the default", -2, true, QMessageBox::NoButton,
-            QStringList{"mode 0", "change 1572864 0x0 flags 4"});
-    }
+    void changesDisplay_data() { rowsFrom<int, bool, QString, QStringList>(Facts); }
 
     void changesDisplay() {
-        const auto [result, back, answer, calls] =
-            fetched<int, bool, QMessageBox::StandardButton, QStringList>();
+        const auto [result, back, answer, calls] = fetched<int, bool, QString, QStringList>();
         QStringList made;
         shell::frmLogin login;
         login.SetResulation(); // a platform without such calls: nothing happens
         login.setDisplay(std::make_unique<FakeDisplay>(result, made));
         const std::vector<Box> boxes =
-            boxesOf([&] { back ? login.setDefautResulation() : login.SetResulation(); }, {answer});
+            boxesOf([&] { back ? login.setDefautResulation() : login.SetResulation(); },
+                    {answer == "yes" ? QMessageBox::Yes : QMessageBox::No});
         QCOMPARE(made, calls);
-        QCOMPARE(int(boxes.size()), answer == QMessageBox::NoButton ? 0 : 1);
+        QCOMPARE(boxes.size(), answer.isEmpty() ? 0U : 1U);
         if (!boxes.empty()) {
             QCOMPARE(boxes[0].title, "Screen Resolution");
             QCOMPARE(boxes[0].text, "You must restart your computer to apply these changes.\n\n"

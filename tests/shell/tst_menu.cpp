@@ -5,8 +5,8 @@
 #include "shell/module1.h"
 #include "shell/screens.h"
 #include "tests/support/driver.h"
+#include "tests/support/facts.h"
 #include "tests/support/office.h"
-#include "tests/support/rows.h"
 #include "tests/support/test_program.h"
 
 #include <QAction>
@@ -20,6 +20,8 @@ using namespace zel;
 using namespace zel::test;
 
 namespace {
+
+constexpr const char *Facts = "shell/menu.json";
 
 /// A screen of the test's own, as far as the lock prompt and the menu need one.
 class OtherScreen : public controls::Form {
@@ -105,17 +107,7 @@ static const Scenes scenes = {
 class tst_menu : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void appliesRights_data() {
-        columns<QString, QString>("statement", "hidden");
-        const QString off = "update Menus set Active = '0' where Menus ";
-        row("all active", "", "");
-        row("some off", off + "in ('Course', 'CASH BOOK')", "mnuCashBook mnuCourse");
-        row("caption of no item", off + "= 'STOCK SUMMARY REPORT'", "");
-        row("item without a row", "delete from Menus where Menus = 'Course'", "");
-        row("case counts", "update Menus set Menus = 'COURSE', Active = '0' where Menus = 'Course'", "");
-        row("a whole menu", "insert into Menus (Menus, Active) values ('TRANSACTION', '0')", "mnuMainTrans");
-        row("other than 1 is off", "update Menus set Active = '2' where Menus = 'Session'", "mnuSession");
-    }
+    void appliesRights_data() { rowsFrom<QString, QString>(Facts); }
 
     void appliesRights() {
         const auto [statement, hidden] = fetched<QString, QString>();
@@ -177,16 +169,8 @@ private Q_SLOTS:
         QVERIFY(!form("frmLocPass"));
     }
 
-    void lockLeadsTo_data() {
-        columns<QString, QString, QString>("before", "item", "destination"); // flags set before
-        row("remove data", "", "mnuRemoveData", "frmRemoveData");
-        row("set menus", "", "mnuSetMenu", "frmSecMenus");
-        row("remove data after set menus", "menus", "mnuRemoveData", "frmSecMenus");
-        row("set menus after remove data", "remove", "mnuSetMenu", "frmSecMenus");
-        row("account before set menus", "account", "mnuSetMenu", "frmAccount");
-        row("account before all", "account menus", "mnuRemoveData", "frmAccount");
-        row("the spare has no screen", "spare", "mnuRemoveData", "");
-    }
+    /// By the flags set before.
+    void lockLeadsTo_data() { rowsFrom<QString, QString, QString>(Facts); }
 
     void lockLeadsTo() {
         const auto [before, item, destination] = fetched<QString, QString, QString>();

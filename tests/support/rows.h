@@ -19,10 +19,12 @@ void columns(Names... names) {
     (static_cast<void>(QTest::addColumn<Types>(names)), ...);
 }
 
-/// The running row's values, a type for each of the test's columns. Another type than the column's ends the
-/// tests.
+/// The running row's values, a type for each of the test's columns. Another number of them, or another type
+/// than the column's, ends the tests.
 template <typename... Types>
 std::tuple<Types...> fetched() {
+    if (sizeof...(Types) != columnNames.size())
+        qFatal("%zu columns, not %zu", columnNames.size(), sizeof...(Types));
     auto name = columnNames.cbegin();
     const auto next = [&name](int type) { return QTest::qData(*name++, type); };
     return {*static_cast<Types *>(next(qMetaTypeId<Types>()))...};

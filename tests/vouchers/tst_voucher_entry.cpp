@@ -1,4 +1,4 @@
-#include "tests/support/rows.h"
+#include "tests/support/facts.h"
 #include "tests/vouchers/voucher_desk.h"
 
 #include "shell/module1.h"
@@ -7,6 +7,8 @@ using namespace zel;
 using namespace zel::test;
 
 namespace {
+
+constexpr const char *Facts = "vouchers/entry.json";
 
 const char *const FixedCredit =
     "update VouSetting set AcCode = '1', AcStatus = 'CR', Fix = 'Y' where VouStatus = 'BP'";
@@ -65,14 +67,8 @@ private Q_SLOTS:
                         .arg(focus, line.debit, line.credit, line.amount == "." ? "" : line.amount));
     }
 
-    void boxes_data() {
-        columns<QString, QString, QString>("added", "removed", "cancelled"); // the accounts that then stand
-        row("BP", "|BANK TWO 2", "|BANK TWO 2", "|");
-        row("BR", "BANK ONE 1|", "|BANK TWO 2", "|");
-        row("CP", "|BANK TWO 2", "|BANK TWO 2", "|BANK TWO 2");
-        row("CR", "BANK ONE 1|", "BANK ONE 1|", "BANK ONE 1|");
-        row("JV", "BANK ONE 1|BANK TWO 2", "|BANK TWO 2", "|");
-    }
+    /// The accounts that then stand.
+    void boxes_data() { rowsFrom<QString, QString, QString>(Facts); }
 
     /// What a line that is added, removed or cancelled leaves in the boxes.
     void boxes() {
@@ -141,16 +137,7 @@ private Q_SLOTS:
         QCOMPARE(shell::gFoundName, QString());
     }
 
-    void setupRow_data() {
-        columns<QString, QString, QString>("setting", "accounts", "disabled");
-        row("credit, free", "AcCode = '1', AcStatus = 'CR', Fix = 'N'", "|BANK ONE 1", "");
-        row("credit, fixed", "AcCode = '1', AcStatus = 'CR', Fix = 'Y'", "|BANK ONE 1", "Cr");
-        row("debit, fixed", "AcCode = '4', AcStatus = 'DR', Fix = 'Y'", "RENT 4|", "Dr");
-        row("no side", "AcCode = '4', AcStatus = null, Fix = 'Y'", "|", "");
-        row("account gone, fixed", "AcCode = '99', AcStatus = 'CR', Fix = 'Y'", "|", "Cr");
-        row("a heading", "AcCode = '7', AcStatus = 'DR', Fix = 'N'", "|", "");
-        row("no account", "AcCode = '', AcStatus = 'CR', Fix = 'N'", "|", "");
-    }
+    void setupRow_data() { rowsFrom<QString, QString, QString>(Facts); }
 
     void setupRow() {
         const auto [setting, accounts, disabled] = fetched<QString, QString, QString>();
@@ -233,16 +220,7 @@ private Q_SLOTS:
         QCOMPARE(focused(), "cmdAdd");
     }
 
-    void dateByKeys_data() {
-        columns<QString, QString>("typed", "date");
-        row("whole", "29022024", "29/02/2024");
-        row("a day that the month shown lacks", "31122025", "31/12/2025");
-        row("with strokes", "05/03/2027", "05/03/2027");
-        row("one digit, with points", "5.3.2027", "05/03/2027");
-        row("the day and the month", "3103", "31/03/2026");
-        row("the day alone, one digit of two", "3", "03/02/2026");
-        row("no such day", "31022026", "28/02/2026");
-    }
+    void dateByKeys_data() { rowsFrom<QString, QString>(Facts); }
 
     /// F9 saves what is typed, though the date box has not been left.
     void dateByKeys() {

@@ -1,4 +1,4 @@
-#include "tests/support/rows.h"
+#include "tests/support/facts.h"
 #include "tests/vouchers/voucher_desk.h"
 
 #include "shell/module1.h"
@@ -11,6 +11,8 @@ using namespace zel::test;
 /// What tells the five screens apart: how each looks, what it reads back, what it copies into a line's boxes.
 
 namespace {
+
+constexpr const char *Facts = "vouchers/kinds.json";
 
 /// The columns of a grid as "heading = width", a ">" before those that stand at the right.
 QString headings(const controls::Grid *grid) {
@@ -79,19 +81,7 @@ void saveAfterNotFound(const char *kind) {
 class tst_voucher_kinds : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void faces_data() {
-        columns<QString, QString, bool, QString>("caption", "paidTo", "fileFirst", "grid");
-        const QString pairs = " = 0 | Account Debit: = 4000 | Account Credit: = 4000 | > Amount: = 1900 | "
-                              "Checque No. : = 1900 | Naration: = 4000 | CrAcCode: = 0 | File No: = 1200 | "
-                              "Bill No: = 1200";
-        const QString lines = " = 0 | Account Title: = 5000 | > %1 = 1900 | Checque No. : = 1900 | "
-                              "Naration: = 5000 | File No: = 1200 | Bill No: = 1200";
-        row("BP", "Bank Payment Voucher", "Paid To :", false, pairs);
-        row("BR", "Bank Receive Voucher", "Receive From :", false, pairs);
-        row("CP", "Cash Payment Voucher", "Paid To :", false, lines.arg("Debit:"));
-        row("CR", "Cash Receive Voucher", "Receive From :", false, lines.arg("Credit:"));
-        row("JV", "Journal Voucher", "Paid To :", true, pairs);
-    }
+    void faces_data() { rowsFrom<QString, QString, bool, QString>(Facts); }
 
     void faces() {
         const auto [caption, paidTo, fileFirst, grid] = fetched<QString, QString, bool, QString>();
@@ -140,14 +130,7 @@ private Q_SLOTS:
         QCOMPARE(ground(amount), QColor(Qt::white));
     }
 
-    void filterLeftByAnotherScreen_data() {
-        columns<QString, QString>("button", "listed");
-        row("BP", "cmdSelectDr", "BANK ONE");
-        row("BR", "cmdSelectCr", "BANK ONE");
-        row("CP", "cmdSelectDr", "A HEADING");
-        row("CR", "cmdSelectCr", "A HEADING");
-        row("JV", "cmdSelectDr", "BANK ONE");
-    }
+    void filterLeftByAnotherScreen_data() { rowsFrom<QString, QString>(Facts); }
 
     void filterLeftByAnotherScreen() {
         const auto [button, listed] = fetched<QString, QString>();
@@ -160,26 +143,7 @@ private Q_SLOTS:
         QCOMPARE(control<controls::Grid>(form("frmFindAC"), "mshSearch")->TextMatrix(1, 2), listed);
     }
 
-    void linesReadBack_data() {
-        columns<QString, QString, QString>("accounts", "cheque", "rows");
-        const QString payment = "4 | RENT | BANK ONE | 0.01 | '' | debit 1 | 1 | '' | 7\n"
-                                "5 | LIGHT | BANK TWO | 1,234,567,890.50 | c2 | debit 2 | 2 | 12 | ''\n"
-                                "99 | '' | '' | 3.00 | '' | debit 3 | 98 | '' | ''";
-        row("BP", "|BANK ONE 1", "", payment);
-        row("BR", "RENT 4|", "of the header",
-            "4 | RENT | BANK ONE | 0.01 | '' | credit 1 | 1 | '' | 8\n"
-            "5 | LIGHT | BANK TWO | 1,234,567,890.50 | x2 | credit 2 | 2 | 13 | ''\n"
-            "99 | '' | '' | 3.00 | '' | credit 3 | 98 | '' | ''");
-        row("CP", "|", "",
-            "4 | RENT | 0.01 | '' | debit 1 | '' | 7\n"
-            "5 | LIGHT | 1,234,567,890.50 | c2 | debit 2 | 12 | ''\n"
-            "99 | '' | 3.00 | '' | debit 3 | '' | ''");
-        row("CR", "|", "",
-            "1 | BANK ONE | 0.01 | '' | credit 1 | '' | 8\n"
-            "2 | BANK TWO | 1,234,567,890.50 | x2 | credit 2 | 13 | ''\n"
-            "98 | '' | 3.00 | '' | credit 3 | '' | ''");
-        row("JV", "|", "", payment);
-    }
+    void linesReadBack_data() { rowsFrom<QString, QString, QString>(Facts); }
 
     /// Pairs whose two rows differ, the second line first, with amounts that no line shows at the end.
     void linesReadBack() {
@@ -224,15 +188,8 @@ private Q_SLOTS:
         }
     }
 
-    void lineUnderEdit_data() {
-        columns<QString, QString, QString>("cells", "taken", "added"); // the accounts then in their boxes
-        const QString pair = "1 | BANK ONE | BANK TWO | 1,234,567,890.50 | c | n | 2 | 5 | 6";
-        row("BP", pair, "BANK ONE 1|BANK TWO 2", "|BANK TWO 2");
-        row("BR", pair, "BANK ONE 1|BANK TWO 2", "BANK ONE 1|");
-        row("CP", "1 | BANK ONE | 1,234,567,890.50 | c | n | 5 | 6", "BANK ONE 1|FEES 6", "|FEES 6");
-        row("CR", "2 | BANK TWO | 1,234,567,890.50 | c | n | 5 | 6", "RENT 4|BANK TWO 2", "RENT 4|");
-        row("JV", pair, "BANK ONE 1|BANK TWO 2", "BANK ONE 1|BANK TWO 2");
-    }
+    /// The accounts then in their boxes.
+    void lineUnderEdit_data() { rowsFrom<QString, QString, QString>(Facts); }
 
     void lineUnderEdit() {
         const auto [line, taken, added] = fetched<QString, QString, QString>();

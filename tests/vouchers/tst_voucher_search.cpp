@@ -1,4 +1,4 @@
-#include "tests/support/rows.h"
+#include "tests/support/facts.h"
 #include "tests/vouchers/voucher_desk.h"
 
 #include "platform/controls/combo_box.h"
@@ -10,6 +10,8 @@ using namespace zel;
 using namespace zel::test;
 
 namespace {
+
+constexpr const char *Facts = "vouchers/search.json";
 
 /// Three bank payments and one journal with the number of one of them.
 Sql someVouchers() {
@@ -56,17 +58,7 @@ void printWithoutReport() {
 class tst_voucher_search : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void finds_data() {
-        columns<QString, QString, QString>("criterion", "typed", "numbers");
-        row("part of a number", "Voucher #", "12", "112 12");
-        row("a number", "Voucher #", "20", "20");
-        row("no such number", "Voucher #", "3", "");
-        row("a date", "Date", "2026-03-05", "12");
-        row("a date of one more digit", "Date", "2025-11-05", "20");
-        row("a day without vouchers", "Date", "2026-03-06", "");
-        row("part of a name, case ignored", "Paid To", "l", "112 12");
-        row("no such name", "Paid To", "xyz", "");
-    }
+    void finds_data() { rowsFrom<QString, QString, QString>(Facts); }
 
     void finds() {
         const auto [criterion, typed, numbers] = fetched<QString, QString, QString>();
@@ -143,18 +135,8 @@ private Q_SLOTS:
         QCOMPARE(mark(true), "");
     }
 
-    void opens_data() {
-        columns<QString, QString>("accounts", "rows");
-        // As they were typed: the bank or cash first on the receiving kinds.
-        const QString paid = "RENT|BANK ONE|100.00|c|n|1|2\nLIGHT|BANK TWO|1,050.00|''|''|''|''";
-        const QString got = "BANK ONE|RENT|100.00|c|n|1|2\nBANK TWO|LIGHT|1,050.00|''|''|''|''";
-        const QString cash = "RENT|100.00|c|n|1|2\nLIGHT|1,050.00|''|''|''|''";
-        row("BP", "|BANK ONE 1", paid);
-        row("BR", "BANK ONE 1|", got);
-        row("CP", "|CASH BOX 3", cash);
-        row("CR", "CASH BOX 3|", cash);
-        row("JV", "|", paid);
-    }
+    /// As they were typed: the bank or cash first on the receiving kinds.
+    void opens_data() { rowsFrom<QString, QString>(Facts); }
 
     void opens() {
         const auto [accounts, rows] = fetched<QString, QString>();

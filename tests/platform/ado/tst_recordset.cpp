@@ -1,6 +1,5 @@
 #include "catalog_fixture.h"
 #include "tests/support/facts.h"
-#include "tests/support/rows.h"
 
 using namespace zel;
 using namespace zel::ado;
@@ -222,8 +221,7 @@ private Q_SLOTS:
 
     /// Whichever way an amount goes into the file, it comes back to the last hundredth, or it is refused.
     void largeAmounts() {
-        QFETCH(QString, amount);
-        QFETCH(bool, held);
+        const auto [amount, held] = fetched<QString, bool>();
         OpenCatalog catalog;
         const int number = held ? 0 : 8115;
         QCOMPARE(failure([&] {

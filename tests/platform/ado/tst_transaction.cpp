@@ -192,8 +192,7 @@ private Q_SLOTS:
 
     /// A procedure that fails at a later statement leaves its table as it was, and the connection in order.
     void procedureIsOneTransaction() {
-        QFETCH(const QString, table);
-        QFETCH(const bool, within);
+        const auto [table, within] = fetched<QString, bool>();
         OpenCatalog catalog;
         const QString column =
             table == u"tblSession" ? QStringLiteral("SessionId") : QStringLiteral("AcCode");
@@ -280,9 +279,7 @@ private Q_SLOTS:
     /// Pages of a transaction that came to nothing still wait to be written. Another program's commits take
     /// their places in the log, and stay.
     void droppedPagesAreNeverWritten() {
-        QFETCH(const int, rows);
-        QFETCH(const int, room);
-        QFETCH(const int, number);
+        const auto [rows, room, number] = fetched<int, int, int>();
         OpenCatalog catalog;
         Connection other;
         open(other, catalog.path());

@@ -6,7 +6,7 @@
 #include "tests/support/facts.h"
 #include <QTest>
 
-using zel::test::rowsFrom;
+using namespace zel::test;
 
 namespace {
 constexpr const char *Facts = "platform/base/numbers.json";
@@ -21,8 +21,7 @@ private Q_SLOTS:
     void parses_data() { rowsFrom<QString, QString>(Facts); }
 
     void parses() {
-        QFETCH(QString, text);
-        QFETCH(QString, plain);
+        const auto [text, plain] = fetched<QString, QString>();
         const auto parsed = Decimal::parse(text.toStdString());
         QCOMPARE(parsed ? QString::fromStdString(parsed->toString()) : QStringLiteral("-"), plain);
     }
@@ -30,17 +29,14 @@ private Q_SLOTS:
     void formats_data() { rowsFrom<QString, QString, QString>(Facts); }
 
     void formats() {
-        QFETCH(QString, number);
-        QFETCH(QString, picture);
-        QFETCH(QString, shown);
+        const auto [number, picture, shown] = fetched<QString, QString, QString>();
         QCOMPARE(format(*Decimal::parse(number.toStdString()), picture), shown);
     }
 
     void leadingNumbers_data() { rowsFrom<QString, QString>(Facts); }
 
     void leadingNumbers() {
-        QFETCH(QString, text);
-        QFETCH(QString, plain);
+        const auto [text, plain] = fetched<QString, QString>();
         QCOMPARE(Value(text).decimal(), *Decimal::parse(plain.toStdString()));
     }
 

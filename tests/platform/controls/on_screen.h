@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/controls/application.h"
+
 #include <QTest>
 #include <QVBoxLayout>
 
@@ -16,3 +18,11 @@ inline void stack(QWidget &screen, std::initializer_list<QWidget *> widgets) {
     for (QWidget *widget : widgets)
         layout->addWidget(widget);
 }
+
+/// The main function of a test class of controls: on the program's own application object.
+#define ZEL_CONTROLS_MAIN(TestClass)                                                                         \
+    int main(int argc, char **argv) {                                                                        \
+        zel::controls::Application application(argc, argv);                                                  \
+        TestClass test;                                                                                      \
+        return QTest::qExec(&test, argc, argv);                                                              \
+    }

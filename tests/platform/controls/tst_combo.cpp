@@ -1,13 +1,11 @@
 #include "on_screen.h"
 #include "platform/base/error.h"
-#include "platform/controls/application.h"
 #include "platform/controls/data_combo.h"
 #include "platform/controls/date_box.h"
 #include "platform/controls/text_box.h"
 #include "table_rows.h"
 
 #include "tests/support/facts.h"
-#include "tests/support/rows.h"
 #include <QAbstractItemView>
 #include <QSignalSpy>
 #include <QTest>
@@ -15,8 +13,13 @@
 
 using namespace zel;
 using namespace zel::controls;
+using namespace zel::test;
 
 namespace {
+
+/// What opens a list or a calendar.
+constexpr std::pair<Qt::Key, Qt::KeyboardModifier> openers[] = {{Qt::Key_Down, Qt::AltModifier},
+                                                                {Qt::Key_F4, Qt::NoModifier}};
 
 RowsPtr courses() {
     return TableRows::make({"#CourseId", "CourseName"},
@@ -51,26 +54,20 @@ private Q_SLOTS:
         QCOMPARE(changed.size(), 3);
     }
 
-    void openingKeys_data() {
-        test::columns<int, int>("key", "modifiers");
-        test::row("Alt+Down", int(Qt::Key_Down), int(Qt::AltModifier));
-        test::row("F4", int(Qt::Key_F4), 0);
-    }
-
     void openingKeys() {
-        QFETCH(int, key);
-        QFETCH(int, modifiers);
-        ComboBox combo;
-        combo.addItems({"Voucher #", "Date", "Paid To"});
-        QVERIFY(activated(combo));
-        QSignalSpy clicked(&combo, &ComboBox::clicked);
-        QTest::keyClick(&combo, Qt::Key(key), Qt::KeyboardModifiers(modifiers));
-        QVERIFY(combo.view()->isVisible());
-        QTest::keyClick(combo.view(), Qt::Key_Down);
-        QTest::keyClick(combo.view(), Qt::Key_Return);
-        QTRY_VERIFY(!combo.view()->isVisible());
-        QCOMPARE(combo.Text(), "Date");
-        QCOMPARE(clicked.size(), 1);
+        for (const auto &[key, modifier] : openers) {
+            ComboBox combo;
+            combo.addItems({"Voucher #", "Date", "Paid To"});
+            QVERIFY(activated(combo));
+            QSignalSpy clicked(&combo, &ComboBox::clicked);
+            QTest::keyClick(&combo, key, modifier);
+            QVERIFY(combo.view()->isVisible());
+            QTest::keyClick(combo.view(), Qt::Key_Down);
+            QTest::keyClick(combo.view(), Qt::Key_Return);
+            QTRY_VERIFY(!combo.view()->isVisible());
+            QCOMPARE(combo.Text(), "Date");
+            QCOMPARE(clicked.size(), 1);
+        }
     }
 
     void dataCombo() {
@@ -101,7 +98,7 @@ private Q_SLOTS:
     }
 
     void boundText_data() {
-        test::rowsFrom<QString, QString, QString, QString, int>("platform/controls/combo.json");
+        rowsFrom<QString, QString, QString, QString, int>("platform/controls/combo.json");
     }
 
     void boundText() {
@@ -168,8 +165,7 @@ private Q_SLOTS:
     }
 
     void calendarOpensByKey() {
-        for (const auto &[key, modifier] :
-             {std::pair(Qt::Key_Down, Qt::AltModifier), {Qt::Key_F4, Qt::NoModifier}}) {
+        for (const auto &[key, modifier] : openers) {
             DateBox date;
             QVERIFY(activated(date));
             QSignalSpy closed(&date, &DateBox::calendarClosed);
@@ -182,9 +178,5 @@ private Q_SLOTS:
     }
 };
 
-int main(int argc, char **argv) {
-    Application application(argc, argv);
-    tst_combo test;
-    return QTest::qExec(&test, argc, argv);
-}
+ZEL_CONTROLS_MAIN(tst_combo)
 #include "tst_combo.moc"

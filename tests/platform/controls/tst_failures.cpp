@@ -2,8 +2,7 @@
 #include <QProcess>
 #include <QTest>
 
-using zel::test::columns;
-using zel::test::row;
+using namespace zel::test;
 
 /// What the user sees, and what the process gives back, when nobody catches a failure.
 
@@ -20,8 +19,7 @@ private Q_SLOTS:
     }
 
     void endsTheProgram() {
-        QFETCH(QString, number);
-        QFETCH(QString, description);
+        const auto [number, description] = fetched<QString, QString>();
         QProcess program;
         program.start(QCoreApplication::applicationDirPath() + "/failing_program", {QTest::currentDataTag()});
         QVERIFY2(program.waitForFinished(20000), "the program goes on");

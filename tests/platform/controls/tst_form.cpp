@@ -1,5 +1,5 @@
+#include "on_screen.h"
 #include "platform/base/error.h"
-#include "platform/controls/application.h"
 #include "platform/controls/button.h"
 #include "platform/controls/focus.h"
 #include "platform/controls/form.h"
@@ -7,7 +7,6 @@
 #include "platform/controls/text_box.h"
 
 #include "tests/support/facts.h"
-#include "tests/support/rows.h"
 #include <QMdiArea>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -19,13 +18,9 @@
 #include <QVBoxLayout>
 #include <QWindow>
 
-using zel::test::columns;
-using zel::test::fill;
-using zel::test::row;
-using zel::test::rowsFrom;
-
 using namespace zel;
 using namespace zel::controls;
+using namespace zel::test;
 
 namespace {
 
@@ -174,8 +169,7 @@ private Q_SLOTS:
     void life_data() { rowsFrom<QString, QString>("platform/controls/form.json"); }
 
     void life() {
-        QFETCH(QString, steps);
-        QFETCH(QString, told);
+        const auto [steps, told] = fetched<QString, QString>();
         for (const QString &step : steps.split(", ")) {
             const QString verb = step.section(' ', 0, 0);
             if (verb == "main" && s_main) {
@@ -296,8 +290,7 @@ private Q_SLOTS:
     void focusRefused_data() { rowsFrom<QString, bool>("platform/controls/form.json"); }
 
     void focusRefused() {
-        QFETCH(QString, state);
-        QFETCH(bool, refused);
+        const auto [state, refused] = fetched<QString, bool>();
         auto *tabs = new QTabWidget(s_a.get());
         auto *frame = new QFrame;
         auto *box = new TextBox;
@@ -344,8 +337,7 @@ private Q_SLOTS:
 
     /// Where the area is as large as it may be, small, and large again.
     void room() {
-        QFETCH(bool, takesAll);
-        QFETCH(QSize, size);
+        const auto [takesAll, size] = fetched<bool, QSize>();
         auto *form = new Listed(takesAll ? Form::Kind::Child : Form::Kind::OwnSize);
         form->Show();
         for (const QSize &now : {size, QSize(640, 500), size}) {
@@ -379,11 +371,7 @@ private Q_SLOTS:
     }
 
     void messages() {
-        QFETCH(int, style);
-        QFETCH(QString, title);
-        QFETCH(int, key);
-        QFETCH(int, icon);
-        QFETCH(int, result);
+        const auto [style, title, key, icon, result] = fetched<int, QString, int, int, int>();
         const QString text = "this head not remove <b>& more</b> ";
         QString seen;
         QTimer::singleShot(0, [&] {
@@ -433,9 +421,5 @@ private Q_SLOTS:
     }
 };
 
-int main(int argc, char **argv) {
-    Application application(argc, argv);
-    tst_form test;
-    return QTest::qExec(&test, argc, argv);
-}
+ZEL_CONTROLS_MAIN(tst_form)
 #include "tst_form.moc"

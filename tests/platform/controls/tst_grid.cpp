@@ -1,5 +1,5 @@
+#include "on_screen.h"
 #include "platform/base/error.h"
-#include "platform/controls/application.h"
 #include "platform/controls/cell_delegate.h"
 #include "platform/controls/grid.h"
 #include "platform/controls/grid_model.h"
@@ -16,11 +16,9 @@
 #include <QTest>
 #include <QToolTip>
 
-using zel::test::columns;
-using zel::test::fill;
-
 using namespace zel;
 using namespace zel::controls;
+using namespace zel::test;
 
 namespace {
 
@@ -183,11 +181,8 @@ private Q_SLOTS:
     }
 
     void removal() {
-        QFETCH(bool, boundRows);
-        QFETCH(int, current);
-        QFETCH(int, removed);
-        QFETCH(QString, left);
-        QFETCH(int, currentAfter);
+        const auto [boundRows, current, removed, left, currentAfter] =
+            fetched<bool, int, int, QString, int>();
         Grid grid;
         if (boundRows) {
             grid.setDataSource(threeRows());
@@ -247,8 +242,7 @@ private Q_SLOTS:
     }
 
     void amountsArePainted() {
-        QFETCH(QString, cell);
-        QFETCH(QString, painted);
+        const auto [cell, painted] = fetched<QString, QString>();
         struct Painter : CellDelegate {
             using CellDelegate::initStyleOption;
         };
@@ -360,9 +354,5 @@ private Q_SLOTS:
     }
 };
 
-int main(int argc, char **argv) {
-    Application application(argc, argv);
-    tst_grid test;
-    return QTest::qExec(&test, argc, argv);
-}
+ZEL_CONTROLS_MAIN(tst_grid)
 #include "tst_grid.moc"

@@ -1,4 +1,4 @@
-#include "platform/controls/application.h"
+#include "on_screen.h"
 #include "platform/controls/masked_box.h"
 
 #include "tests/support/facts.h"
@@ -6,9 +6,8 @@
 #include <QSignalSpy>
 #include <QTest>
 
-using zel::test::rowsFrom;
-
 using namespace zel::controls;
+using namespace zel::test;
 
 class tst_maskedbox : public QObject {
     Q_OBJECT
@@ -17,10 +16,7 @@ private Q_SLOTS:
     void typing_data() { rowsFrom<QString, QString, QString, bool>("platform/controls/maskedbox.json"); }
 
     void typing() {
-        QFETCH(QString, mask);
-        QFETCH(QString, typed);
-        QFETCH(QString, text);
-        QFETCH(bool, full);
+        const auto [mask, typed, text, full] = fetched<QString, QString, QString, bool>();
         MaskedBox box;
         box.setMask(mask);
         for (const QChar key : typed) {
@@ -43,8 +39,7 @@ private Q_SLOTS:
     void set_data() { rowsFrom<QString, QString>("platform/controls/maskedbox.json"); }
 
     void set() {
-        QFETCH(QString, given);
-        QFETCH(QString, text);
+        const auto [given, text] = fetched<QString, QString>();
         MaskedBox box;
         box.setMask("#######-#");
         box.setText(given);
@@ -66,9 +61,5 @@ private Q_SLOTS:
     }
 };
 
-int main(int argc, char **argv) {
-    Application application(argc, argv);
-    tst_maskedbox test;
-    return QTest::qExec(&test, argc, argv);
-}
+ZEL_CONTROLS_MAIN(tst_maskedbox)
 #include "tst_maskedbox.moc"

@@ -1,6 +1,5 @@
 #include "on_screen.h"
 #include "platform/base/error.h"
-#include "platform/controls/application.h"
 #include "platform/controls/form.h"
 #include "platform/controls/look.h"
 #include "ui_screen.h"
@@ -11,15 +10,30 @@
 #include <QSignalSpy>
 #include <QTest>
 
-using zel::test::fill;
-
 using namespace zel;
 using namespace zel::controls;
+using namespace zel::test;
 
 /// A screen from a designer's file with every promoted control.
 class Screen : public Form, public Ui::Screen {
 public:
     Screen() { setupUi(this); }
+};
+
+/// The screen in an area of that size.
+struct InArea {
+    InArea(int width, int height) {
+        FormHost::setArea(&area);
+        area.resize(width, height);
+        area.show();
+        screen->Show();
+    }
+    ~InArea() {
+        screen->Unload();
+        FormHost::setArea(nullptr);
+    }
+    QMdiArea area;
+    FormReference<Screen> screen;
 };
 
 namespace {
@@ -37,12 +51,8 @@ class tst_screen : public QObject {
     Q_OBJECT
 private Q_SLOTS:
     void designedProperties() {
-        QMdiArea area;
-        FormHost::setArea(&area);
-        area.resize(1000, 700);
-        area.show();
-        FormReference<Screen> screen;
-        screen->Show();
+        InArea shown(1000, 700);
+        const Screen *screen = shown.screen.get();
         QCOMPARE(screen->txtSessionName->Tag(), "M");
         QCOMPARE(screen->txtSessionName->DataField(), "SessionName");
         QCOMPARE(screen->txtSessionName->keys(), Keys::Upper);
@@ -54,30 +64,22 @@ private Q_SLOTS:
         QCOMPARE(screen->cboCource->BoundColumn(), "CourseId");
         QCOMPARE(screen->chkHead->enterKey(), EnterKey::GoesOn);
         QVERIFY(!screen->cmdSave->icon().isNull());
-        QCOMPARE(textFields(screen.get(), "M").size(), std::size_t(1));
+        QCOMPARE(textFields(shown.screen.get(), "M").size(), std::size_t(1));
         QCOMPARE(screen->subWindow()->windowTitle(), "SESSION");
         QVERIFY(screen->size().width() >= screen->minimumSizeHint().width());
         QVERIFY(screen->size().height() >= screen->minimumSizeHint().height());
-        screen->Unload();
-        FormHost::setArea(nullptr);
     }
 
     /// In an area too small for it a screen reaches out of sight, and its controls don't stand on one
     /// another.
     void keepsItsLeastSize() {
-        QMdiArea area;
-        FormHost::setArea(&area);
-        area.resize(60, 50);
-        area.show();
-        FormReference<Screen> screen;
-        screen->Show();
+        InArea shown(60, 50);
+        Screen *screen = shown.screen.get();
         const QSize least = screen->minimumSizeHint();
-        QVERIFY(least.width() > area.width() || least.height() > area.height());
+        QVERIFY(least.width() > shown.area.width() || least.height() > shown.area.height());
         QCOMPARE(screen->size().expandedTo(least), screen->size());
         screen->subWindow()->resize(20, 20);
         QCOMPARE(screen->size().expandedTo(least), screen->size());
-        screen->Unload();
-        FormHost::setArea(nullptr);
     }
 
     void enterWalksTheTabOrder() {
@@ -195,9 +197,5 @@ private Q_SLOTS:
     }
 };
 
-int main(int argc, char **argv) {
-    Application application(argc, argv);
-    tst_screen test;
-    return QTest::qExec(&test, argc, argv);
-}
+ZEL_CONTROLS_MAIN(tst_screen)
 #include "tst_screen.moc"

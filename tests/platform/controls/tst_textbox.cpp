@@ -1,11 +1,9 @@
 #include "on_screen.h"
-#include "platform/controls/application.h"
 #include "platform/controls/masked_box.h"
 #include "platform/controls/memo_box.h"
 #include "platform/controls/text_box.h"
 
 #include "tests/support/facts.h"
-#include "tests/support/rows.h"
 #include <QClipboard>
 #include <QMainWindow>
 #include <QMenuBar>
@@ -14,11 +12,8 @@
 #include <QVBoxLayout>
 #include <QWindow>
 
-using zel::test::columns;
-using zel::test::fill;
-using zel::test::rowsFrom;
-
 using namespace zel::controls;
+using namespace zel::test;
 
 class tst_textbox : public QObject {
     Q_OBJECT
@@ -26,10 +21,7 @@ private Q_SLOTS:
     void keys_data() { rowsFrom<Keys, QString, QString, QString>("platform/controls/textbox.json"); }
 
     void keys() {
-        QFETCH(Keys, keys);
-        QFETCH(QString, present);
-        QFETCH(QString, typed);
-        QFETCH(QString, text);
+        const auto [keys, present, typed, text] = fetched<Keys, QString, QString, QString>();
 
         TextBox box;
         box.setKeys(keys);
@@ -56,9 +48,7 @@ private Q_SLOTS:
     void sets_data() { rowsFrom<QString, QString, QString>("platform/controls/textbox.json"); }
 
     void sets() {
-        QFETCH(QString, set);
-        QFETCH(QString, inside);
-        QFETCH(QString, outside);
+        const auto [set, inside, outside] = fetched<QString, QString, QString>();
         for (const QChar character : inside)
             QVERIFY2(inSet(set, character), qPrintable(QString(character)));
         for (const QChar character : outside)
@@ -77,10 +67,7 @@ private Q_SLOTS:
     }
 
     void limitHoldsTypingOnly() {
-        QFETCH(QString, present);
-        QFETCH(int, selected);
-        QFETCH(QString, typed);
-        QFETCH(QString, text);
+        const auto [present, selected, typed, text] = fetched<QString, int, QString, QString>();
         for (const bool paste : {false, true}) {
             TextBox box;
             box.setMaxTyped(4);
@@ -103,8 +90,7 @@ private Q_SLOTS:
     void enter_data() { rowsFrom<Keys, bool>("platform/controls/textbox.json"); }
 
     void enter() {
-        QFETCH(Keys, keys);
-        QFETCH(bool, moves);
+        const auto [keys, moves] = fetched<Keys, bool>();
         QWidget screen;
         auto *first = new TextBox;
         auto *disabled = new TextBox;
@@ -241,11 +227,7 @@ private Q_SLOTS:
     void memo_data() { rowsFrom<Keys, int, QString, QString, bool>("platform/controls/textbox.json"); }
 
     void memo() {
-        QFETCH(Keys, keys);
-        QFETCH(int, limit);
-        QFETCH(QString, typed);
-        QFETCH(QString, text);
-        QFETCH(bool, leaves);
+        const auto [keys, limit, typed, text, leaves] = fetched<Keys, int, QString, QString, bool>();
         QWidget screen;
         auto *memo = new MemoBox;
         auto *next = new TextBox;
@@ -288,11 +270,7 @@ private Q_SLOTS:
     }
 
     void menuKeys() {
-        QFETCH(QString, key);
-        QFETCH(bool, selected);
-        QFETCH(bool, itemShown);
-        QFETCH(bool, memo);
-        QFETCH(bool, toMenu);
+        const auto [key, selected, itemShown, memo, toMenu] = fetched<QString, bool, bool, bool, bool>();
         QMainWindow window;
         QAction *item = window.menuBar()->addMenu("&Registrations")->addAction("Item");
         item->setShortcut(QKeySequence(key));
@@ -325,9 +303,5 @@ private Q_SLOTS:
     }
 };
 
-int main(int argc, char **argv) {
-    Application application(argc, argv);
-    tst_textbox test;
-    return QTest::qExec(&test, argc, argv);
-}
+ZEL_CONTROLS_MAIN(tst_textbox)
 #include "tst_textbox.moc"

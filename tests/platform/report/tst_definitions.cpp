@@ -2,17 +2,14 @@
 #include "platform/report/definition/definition.h"
 
 #include "tests/support/facts.h"
-#include "tests/support/rows.h"
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 
-using zel::test::row;
-using zel::test::rowsFrom;
-
 using namespace zel;
 using namespace zel::report;
+using namespace zel::test;
 
 /// What a definition file may say, and where it is refused.
 
@@ -51,9 +48,7 @@ private Q_SLOTS:
     void refuses_data() { rowsFrom<QByteArray, QString, QString>(Facts); }
 
     void refuses() {
-        QFETCH(QByteArray, lines);
-        QFETCH(QString, place);
-        QFETCH(QString, word);
+        const auto [lines, place, word] = fetched<QByteArray, QString, QString>();
         const QString said = refusal(withLines(lines));
         QVERIFY2(said.startsWith("r.rpt:" + place + ": "), qPrintable(said));
         QVERIFY2(said.contains(word), qPrintable(said));
@@ -63,8 +58,7 @@ private Q_SLOTS:
     void includes_data() { rowsFrom<QByteArray, QString>(Facts); }
 
     void includes() {
-        QFETCH(QByteArray, parts);
-        QFETCH(QString, said);
+        const auto [parts, said] = fetched<QByteArray, QString>();
         const QTemporaryDir folder;
         QVERIFY(QDir(folder.path()).mkdir("parts"));
         put(folder, "r.rpt",
@@ -101,7 +95,7 @@ private Q_SLOTS:
         QCOMPARE(definition->name + ".rpt", QFileInfo(path).fileName());
     }
 
-    /// An office's paper is told once, and every document fits it.
+    /// An office's paper is told once, and every document fits it but the slip, which has a sheet of its own.
     void onOtherPaper() {
         const QTemporaryDir folder;
         QVERIFY(QDir(folder.path()).mkdir("parts"));

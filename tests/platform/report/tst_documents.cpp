@@ -4,7 +4,6 @@
 #include "platform/report/report.h"
 #include "tests/support/chart_catalog.h"
 #include "tests/support/facts.h"
-#include "tests/support/rows.h"
 
 #include <QProcess>
 #include <QRegularExpression>
@@ -13,12 +12,9 @@
 
 #include <optional>
 
-using zel::test::columns;
-using zel::test::row;
-using zel::test::rowsFrom;
-
 using namespace zel;
 using namespace zel::report;
+using namespace zel::test;
 
 /// The shipped definitions, on a real catalog.
 class tst_documents : public QObject {
@@ -38,10 +34,7 @@ private Q_SLOTS:
     void voucher_data() { rowsFrom<QString, bool, bool, QStringList>("platform/report/documents.json"); }
 
     void voucher() {
-        QFETCH(QString, kind);
-        QFETCH(bool, receives);
-        QFETCH(bool, summary);
-        QFETCH(QStringList, page);
+        const auto [kind, receives, summary, page] = fetched<QString, bool, bool, QStringList>();
         const auto row = [&](int voucher, int entry, const char *account, const char *contra,
                              const char *amount, bool debit, const QString &narration) {
             addRow(kind, voucher, entry, account, contra, debit ? amount : "0", debit ? "0" : amount,
@@ -71,22 +64,11 @@ private Q_SLOTS:
         QCOMPARE(report->document()->plainText(), page.join('\n'));
     }
 
-    void voucherPages_data() {
-        columns<QString, int>("change", "number");
-        QTest::addColumn<QStringList>("firstLines"); // of each page
-        const QString name = "NORTHFIELD INSTITUTE OF ACCOUNTANCY";
-        row("there", QString(), 5, QStringList{name});
-        row("no such voucher", QString(), 6, QStringList{""});
-        row("no active company", QString("update Company set comActive = null"), 5, QStringList{""});
-        row("two active companies",
-            QString("insert into Company (Company, comActive) values ('SOUTHFIELD', 'Y')"), 5,
-            QStringList{name, "SOUTHFIELD"});
-    }
+    /// The first line of each page.
+    void voucherPages_data() { rowsFrom<QString, int, QStringList>("platform/report/documents.json"); }
 
     void voucherPages() {
-        QFETCH(QString, change);
-        QFETCH(int, number);
-        QFETCH(QStringList, firstLines);
+        const auto [change, number, firstLines] = fetched<QString, int, QStringList>();
         addVoucher(5);
         addPair(5, 1, "5.1.1", "125000");
         m_catalog->program().Execute(Sql::trusted(change.toStdString()));

@@ -6,10 +6,9 @@
 #include "tests/support/facts.h"
 #include <QTest>
 
-using zel::test::rowsFrom;
-
 using namespace zel;
 using namespace zel::report;
+using namespace zel::test;
 
 namespace {
 
@@ -70,11 +69,10 @@ private Q_SLOTS:
     }
 
     /// Where the lakhs are left out they are told as the thousands.
-    void words_data() { rowsFrom<QString, QString, QString>(Facts); }
+    void words_data() { rowsFrom<QString, QString>(Facts); }
 
     void words() {
-        QFETCH(QString, thousands);
-        QFETCH(QString, lakhs);
+        const auto [thousands, lakhs] = fetched<QString, QString>();
         const Decimal amount = Decimal::parse(QTest::currentDataTag()).value();
         QCOMPARE(amountInWords(amount, WordScale::Thousands), thousands);
         QCOMPARE(amountInWords(amount, WordScale::Lakhs), lakhs.isEmpty() ? thousands : lakhs);

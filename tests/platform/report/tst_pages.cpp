@@ -9,10 +9,9 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-using zel::test::rowsFrom;
-
 using namespace zel;
 using namespace zel::report;
+using namespace zel::test;
 
 /// Pages as text, on rows written down here: each letter is 2 mm wide at 9 points and a line 5 mm high.
 
@@ -69,9 +68,7 @@ private Q_SLOTS:
     void pages_data() { rowsFrom<QByteArray, int, QString>("platform/report/pages.json"); }
 
     void pages() {
-        QFETCH(QByteArray, content);
-        QFETCH(int, height);
-        QFETCH(QString, text);
+        const auto [content, height, text] = fetched<QByteArray, int, QString>();
         Print print(reportOf(content, height));
         QString pages = print.report->document()->plainText();
         pages.replace('/', '|').replace('\n', '/').replace("\f", "//");
@@ -229,8 +226,7 @@ private Q_SLOTS:
     void wraps_data() { rowsFrom<QString, QString>("platform/report/pages.json"); }
 
     void wraps() {
-        QFETCH(QString, text);
-        QFETCH(QString, lines);
+        const auto [text, lines] = fetched<QString, QString>();
         QCOMPARE(wrapped(text, 20, Font(), PlainMetrics()).join('/'), lines);
     }
 };

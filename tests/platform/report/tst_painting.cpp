@@ -2,7 +2,6 @@
 #include "platform/report/pages/text_metrics.h"
 
 #include "tests/support/facts.h"
-#include "tests/support/rows.h"
 #include <QGlyphRun>
 #include <QImage>
 #include <QPageSize>
@@ -15,11 +14,8 @@
 #include <QTest>
 #include <QTextLayout>
 
-using zel::test::columns;
-using zel::test::row;
-using zel::test::rowsFrom;
-
 using namespace zel::report;
+using namespace zel::test;
 
 namespace {
 
@@ -130,10 +126,7 @@ private Q_SLOTS:
     void texts_data() { rowsFrom<QString, double, bool, bool>(Facts); }
 
     void texts() {
-        QFETCH(QString, text);
-        QFETCH(double, points);
-        QFETCH(bool, bold);
-        QFETCH(bool, italic);
+        const auto [text, points, bold, italic] = fetched<QString, double, bool, bool>();
         const Page page = pageOf(text, font(points, bold, italic));
         for (const double zoom : {1.0, 1.5, 2.0}) {
             const QImage ours = picture(
@@ -249,9 +242,7 @@ private Q_SLOTS:
     /// The parts of a line stand in the same order on every device, and a found word is marked where it
     /// stands.
     void mixedTexts() {
-        QFETCH(QString, text);
-        QFETCH(Qt::LayoutDirection, direction);
-        QFETCH(QStringList, order);
+        const auto [text, order, direction] = fetched<QString, QStringList, Qt::LayoutDirection>();
         Page page = pageOf(text, font(14));
         page.texts[0].direction = direction;
         constexpr double zoom = 2;
@@ -305,11 +296,7 @@ private Q_SLOTS:
     }
 
     void papers() {
-        QFETCH(QSizeF, page);
-        QFETCH(QSizeF, paper);
-        QFETCH(double, edge);
-        QFETCH(QPointF, corner);
-        QFETCH(double, scale);
+        const auto [page, paper, edge, corner, scale] = fetched<QSizeF, QSizeF, double, QPointF, double>();
         const Placement found = placed(page, paper, QRectF({}, paper).adjusted(edge, edge, -edge, -edge));
         QVERIFY((found.corner - corner).manhattanLength() < 0.05);
         QVERIFY(std::abs(found.scale - scale) < 0.0001);

@@ -3,7 +3,7 @@
 #include "tests/support/facts.h"
 #include <QTest>
 
-using zel::test::rowsFrom;
+using namespace zel::test;
 
 using zel::Sql;
 
@@ -15,8 +15,7 @@ private Q_SLOTS:
     void plans_data() { rowsFrom<QString, QStringList>("platform/tsql/index_use.json"); }
 
     void plans() {
-        QFETCH(QString, statement);
-        QFETCH(QStringList, used);
+        const auto [statement, used] = fetched<QString, QStringList>();
         const QString plan = m_catalog.plan(Sql::trusted(statement.toStdString()));
         for (const QString &part : used)
             QVERIFY2(plan.contains(part), qPrintable(plan + "\nwithout " + part));

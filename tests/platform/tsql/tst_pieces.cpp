@@ -4,7 +4,7 @@
 #include "tests/support/facts.h"
 #include <QTest>
 
-using zel::test::rowsFrom;
+using namespace zel::test;
 
 using zel::Sql;
 using zel::operator""_sql;
@@ -49,11 +49,7 @@ private Q_SLOTS:
     void pieces_data() { rowsFrom<QString, int, int, int, int>("platform/tsql/pieces.json"); }
 
     void pieces() {
-        QFETCH(QString, typed);
-        QFETCH(int, times);
-        QFETCH(int, inText);
-        QFETCH(int, asNumber);
-        QFETCH(int, asPassword);
+        const auto [typed, inText, asNumber, asPassword, times] = fetched<QString, int, int, int, int>();
         for (const auto &[kind, before, behind] : Places) {
             const Sql text = before + typed.repeated(std::max(times, 1)) + behind;
             const int expected = kind == Text ? inText : kind == Number ? asNumber : asPassword;
@@ -67,9 +63,7 @@ private Q_SLOTS:
 
     /// Two texts in one statement: what one leaves open the other must not close.
     void twoPieces() {
-        QFETCH(QString, first);
-        QFETCH(QString, second);
-        QFETCH(bool, accepted);
+        const auto [first, second, accepted] = fetched<QString, QString, bool>();
         const Sql text = "update T set a='"_sql + first + "' where b='" + second + "'";
         QCOMPARE(refusal(text) == 0, accepted);
         const Sql joined = "update T set a='"_sql + first + second + "'";

@@ -3,7 +3,7 @@
 #include "tests/support/facts.h"
 #include <QTest>
 
-using zel::test::rowsFrom;
+using namespace zel::test;
 
 using zel::secret;
 using zel::Sql;
@@ -24,8 +24,7 @@ private Q_SLOTS:
     void refused_data() { rowsFrom<QString, int>(Facts); }
 
     void refused() {
-        QFETCH(QString, statement);
-        QFETCH(int, number);
+        auto [statement, number] = fetched<QString, int>();
         const auto place = statement.indexOf(u'^');
         const QString before = statement.first(place);
         statement.remove(place, 1);
@@ -73,8 +72,7 @@ private Q_SLOTS:
     void secrets_data() { rowsFrom<QString, QString>(Facts); }
 
     void secrets() {
-        QFETCH(QString, statement);
-        QFETCH(QString, description);
+        const auto [statement, description] = fetched<QString, QString>();
         Sql text = Sql::trusted(statement.section(u'{', 0, 0).toStdString());
         if (statement.contains(u'{')) {
             text += secret(statement.section(u'{', 1).section(u'}', 0, 0));

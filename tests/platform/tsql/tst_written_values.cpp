@@ -3,7 +3,7 @@
 #include "tests/support/facts.h"
 #include <QTest>
 
-using zel::test::rowsFrom;
+using namespace zel::test;
 
 using zel::Sql;
 using zel::operator""_sql;
@@ -22,8 +22,7 @@ private Q_SLOTS:
     void values_data() { rowsFrom<QString, QStringList>(Facts); }
 
     void values() {
-        QFETCH(QString, statement);
-        QFETCH(QStringList, rows);
+        const auto [statement, rows] = fetched<QString, QStringList>();
         WrittenCatalog catalog("platform/tsql/written_values.sql");
         QCOMPARE(catalog.run(Sql::trusted(statement.toStdString())), rows);
     }
@@ -31,9 +30,7 @@ private Q_SLOTS:
     void changes_data() { rowsFrom<QString, QString, QStringList>(Facts); }
 
     void changes() {
-        QFETCH(QString, statement);
-        QFETCH(QString, question);
-        QFETCH(QStringList, rows);
+        const auto [statement, question, rows] = fetched<QString, QString, QStringList>();
         WrittenCatalog catalog("platform/tsql/written_values.sql");
         const QStringList failure = catalog.run(Sql::trusted(statement.toStdString()));
         if (failure == rows)

@@ -6,7 +6,7 @@
 
 #include <map>
 
-using zel::test::row;
+using namespace zel::test;
 
 using zel::Sql;
 

@@ -6,7 +6,7 @@
 
 #include <random>
 
-using zel::test::row;
+using namespace zel::test;
 
 using zel::Sql;
 

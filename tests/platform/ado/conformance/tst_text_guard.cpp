@@ -4,13 +4,13 @@
 #include "platform/tsql/front_end.h"
 
 #include "tests/support/facts.h"
-#include "tests/support/rows.h"
 #include <QRegularExpression>
 #include <QTest>
 
 #include <random>
 #include <set>
 
+using namespace zel::test;
 using zel::Sql;
 
 namespace {
@@ -76,8 +76,7 @@ private Q_SLOTS:
     /// `pairs` gives for all rows that the statement may ever show the value of its column `key` and the text
     /// that is compared.
     void searches() {
-        QFETCH(QJsonObject, at);
-        QFETCH(Hostile, typed);
+        const auto [at, typed] = fetched<QJsonObject, Hostile>();
         const auto compared = [blanksRemoved = at[u"blanksRemoved"].toBool()](QString text) {
             return blanksRemoved ? text.remove(u' ') : text;
         };
@@ -115,8 +114,7 @@ private Q_SLOTS:
     void numbers_data() { everyTextAtEveryPlace(); }
 
     void numbers() {
-        QFETCH(QJsonObject, at);
-        QFETCH(Hostile, typed);
+        const auto [at, typed] = fetched<QJsonObject, Hostile>();
         const int number = refusal(built(at, typed.text));
         QVERIFY2(typed.inNumber.contains(number), qPrintable(QString::number(number)));
     }
@@ -125,8 +123,7 @@ private Q_SLOTS:
 
     /// A text that is no date fails with 241, whoever finds it out; '' is a date.
     void dates() {
-        QFETCH(QJsonObject, at);
-        QFETCH(Hostile, typed);
+        const auto [at, typed] = fetched<QJsonObject, Hostile>();
         const Sql statement = built(at, typed.text);
         if (typed.inText != 0) {
             QCOMPARE(refusal(statement), typed.inText);
@@ -144,8 +141,7 @@ private Q_SLOTS:
 
     /// `texts` gives the texts of all rows that may be counted.
     void counts() {
-        QFETCH(QJsonObject, at);
-        QFETCH(Hostile, typed);
+        const auto [at, typed] = fetched<QJsonObject, Hostile>();
         const Sql statement = built(at, typed.text);
         QCOMPARE(refusal(statement), typed.inText);
         if (typed.inText != 0)
@@ -166,8 +162,7 @@ private Q_SLOTS:
 
     /// Names and passwords of logins between quotes: they arrive as they were typed, or nothing is called.
     void serverCalls() {
-        QFETCH(QJsonObject, at);
-        QFETCH(Hostile, typed);
+        const auto [at, typed] = fetched<QJsonObject, Hostile>();
         const Sql call = built(at, typed.text);
         QCOMPARE(refusal(call), typed.inText);
         if (typed.inText == 0)
@@ -178,8 +173,7 @@ private Q_SLOTS:
 
     /// A title that is written reaches its own row and no other.
     void titles() {
-        QFETCH(QJsonObject, at);
-        QFETCH(Hostile, typed);
+        const auto [at, typed] = fetched<QJsonObject, Hostile>();
         const Sql statement = built(at, typed.text);
         if (typed.inText != 0) {
             QCOMPARE(refusal(statement), typed.inText);
@@ -202,8 +196,7 @@ private Q_SLOTS:
 
     /// The one place where a word stands for a text: it is that text, whatever it names elsewhere.
     void oldPasswords() {
-        QFETCH(QJsonObject, at);
-        QFETCH(Hostile, typed);
+        const auto [at, typed] = fetched<QJsonObject, Hostile>();
         const Sql statement = built(at, typed.text);
         if (typed.inNumber == std::set{207}) {
             QCOMPARE(argument(statement, 0), typed.text);
@@ -270,13 +263,13 @@ private:
             }
             return made;
         }();
-        zel::test::columns<QJsonObject, Hostile>("at", "typed");
+        columns<QJsonObject, Hostile>("at", "typed");
         const QJsonArray places = all[QLatin1String(QTest::currentTestFunction())].toArray();
         QVERIFY(!places.isEmpty() || !QTest::currentTestFunction());
         for (const QJsonValue &place : places) {
             for (const Hostile &text : texts) {
                 const QByteArray name = place[u"name"].toString().toUtf8() + ": " + text.name;
-                zel::test::row(name, place.toObject(), text);
+                row(name, place.toObject(), text);
             }
         }
     }

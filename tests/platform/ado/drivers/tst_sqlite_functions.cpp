@@ -7,7 +7,7 @@
 
 #include <memory>
 
-using zel::test::rowsFrom;
+using namespace zel::test;
 
 using Database = std::unique_ptr<sqlite3, decltype(&sqlite3_close)>;
 
@@ -48,8 +48,7 @@ private Q_SLOTS:
     void answers_data() { rowsFrom<QString, QString>("platform/ado/drivers/functions.json"); }
 
     void answers() {
-        QFETCH(QString, expression);
-        QFETCH(QString, expected);
+        const auto [expression, expected] = fetched<QString, QString>();
         const Database db = opened();
         QCOMPARE(answer(db.get(), "select " + expression.toUtf8()), expected);
     }

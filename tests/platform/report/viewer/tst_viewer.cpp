@@ -4,7 +4,6 @@
 #include "platform/report/viewer/page_view.h"
 
 #include "tests/support/facts.h"
-#include "tests/support/rows.h"
 #include <QAction>
 #include <QApplication>
 #include <QFile>
@@ -28,13 +27,9 @@
 #include <algorithm>
 #include <functional>
 
-using zel::test::columns;
-using zel::test::fill;
-using zel::test::row;
-using zel::test::rowsFrom;
-
 using namespace zel;
 using namespace zel::report;
+using namespace zel::test;
 using namespace zel::viewer;
 
 static constexpr const char *Facts = "platform/report/viewer/viewer.json";
@@ -104,35 +99,25 @@ private Q_SLOTS:
     }
 
     void keys_data() {
-        QTest::addColumn<double>("zoom"); // 0: the page as a whole
-        columns<Qt::Key, Qt::KeyboardModifiers>("key", "modifiers");
-        QTest::addColumn<int>("page"); // from page 20
-        for (const double zoom : {0.1, 0.3, 0.0, 1.0, 6.0}) {
-            const auto row = [zoom](const char *name, Qt::Key key, Qt::KeyboardModifiers modifiers,
-                                    int page) {
-                fill(QTest::addRow("%s at %g", name, zoom), zoom, key, modifiers, page);
-            };
-            row("End", Qt::Key_End, Qt::NoModifier, 40);
-            row("Home", Qt::Key_Home, Qt::NoModifier, 1);
-            row("Alt+PgUp", Qt::Key_PageUp, Qt::AltModifier, 19);
-            row("Alt+PgDn", Qt::Key_PageDown, Qt::AltModifier, 21);
-            row("F5", Qt::Key_F5, Qt::NoModifier, 20);
-        }
+        columns<double, QString, int>("zoom", "keys", "page"); // 0 shows the page as a whole
+        const std::pair<const char *, int> fromPage20[] = {
+            {"End", 40}, {"Home", 1}, {"Alt+PgUp", 19}, {"Alt+PgDown", 21}, {"F5", 20}};
+        for (const double zoom : {0.1, 0.3, 0.0, 1.0, 6.0})
+            for (const auto &[keys, page] : fromPage20)
+                fill(QTest::addRow("%s at %g", keys, zoom), zoom, keys, page);
     }
 
     /// However many pages are in view, the keys go by exactly one, and the view can be moved a little from
     /// there.
     void keys() {
-        QFETCH(double, zoom);
-        QFETCH(Qt::Key, key);
-        QFETCH(Qt::KeyboardModifiers, modifiers);
-        QFETCH(int, page);
+        const auto [zoom, keys, page] = fetched<double, QString, int>();
+        const QKeyCombination pressed = QKeySequence(keys)[0];
         if (zoom > 0)
             pages().setZoom(zoom);
         else
             pages().setFit(PageView::Fit::Page);
         pages().showPage(19);
-        QTest::keyClick(&pages(), key, modifiers);
+        QTest::keyClick(&pages(), pressed.key(), pressed.keyboardModifiers());
         QCOMPARE(m_viewer->currentPage(), page);
         QCOMPARE(m_viewer->findChild<QLineEdit *>("txtPage")->text(), QString::number(page));
         QScrollBar &bar = *pages().verticalScrollBar();
@@ -141,7 +126,7 @@ private Q_SLOTS:
             QCOMPARE(m_viewer->currentPage(), page);
         }
         const int before = bar.value();
-        QTest::keyClick(&pages(), key == Qt::Key_End ? Qt::Key_PageUp : Qt::Key_PageDown);
+        QTest::keyClick(&pages(), keys == "End" ? Qt::Key_PageUp : Qt::Key_PageDown);
         QVERIFY(bar.value() != before);
     }
 
@@ -150,8 +135,7 @@ private Q_SLOTS:
 
     /// Whatever was typed, the box then says where the reader is.
     void pageBox() {
-        QFETCH(QString, typed);
-        QFETCH(int, page);
+        const auto [typed, page] = fetched<QString, int>();
         pages().showPage(2);
         auto &box = *m_viewer->findChild<QLineEdit *>("txtPage");
         box.setFocus();
@@ -168,9 +152,7 @@ private Q_SLOTS:
 
     /// What can't be written is told, and the report stays on view.
     void output() {
-        QFETCH(QString, action);
-        QFETCH(QString, file);
-        QFETCH(QString, written);
+        const auto [action, file, written] = fetched<QString, QString, QString>();
         if (action == "actPrint" && !QPrinterInfo::availablePrinterNames().isEmpty())
             QSKIP("a printer is set up, which would print");
         const QString path = m_folder->filePath(file);
@@ -187,26 +169,12 @@ private Q_SLOTS:
         QCOMPARE(m_viewer->pageCount(), 40);
     }
 
-    void paper_data() {
-        QTest::addColumn<QByteArray>("page"); // of the definition
-        QTest::addColumn<QPageSize::PageSizeId>("id");
-        QTest::addColumn<QSizeF>("size"); // of the sheet, its orientation counted
-        row("A4", QByteArray("size='A4'"), QPageSize::A4, QSizeF(210, 297));
-        row("A4 on its side", QByteArray("size='A4' orientation='landscape'"), QPageSize::A4,
-            QSizeF(297, 210));
-        row("A5", QByteArray("size='A5'"), QPageSize::A5, QSizeF(148, 210));
-        row("letter", QByteArray("size='Letter'"), QPageSize::Letter, QSizeF(215.9, 279.4));
-        row("legal on its side", QByteArray("size='Legal' orientation='landscape'"), QPageSize::Legal,
-            QSizeF(355.6, 215.9));
-        row("free", QByteArray("width='100' height='180'"), QPageSize::Custom, QSizeF(100, 180));
-        row("free and wide", QByteArray("width='180' height='100'"), QPageSize::Custom, QSizeF(180, 100));
-    }
+    /// The page of the definition, and the sheet, its orientation counted.
+    void paper_data() { rowsFrom<QByteArray, QString, double, double>(Facts); }
 
     /// What the printer is asked for, and what a PDF's pages are.
     void paper() {
-        QFETCH(QByteArray, page);
-        QFETCH(QPageSize::PageSizeId, id);
-        QFETCH(QSizeF, size);
+        const auto [page, id, width, height] = fetched<QByteArray, QString, double, double>();
         m_viewer->setReportSource(
             open("<page " + page + "/><detail><field>{S.Item}</field></detail>", "S_Item\nonly\n"));
         m_viewer->ViewReport();
@@ -222,9 +190,9 @@ private Q_SLOTS:
         const QString path = m_folder->filePath("paper.pdf");
         QCOMPARE(writeTo(path, [&] { m_viewer->ExportReport(); }), QStringList());
         const auto isSize = [&](QSizeF found) {
-            return qAbs(found.width() - size.width()) < 0.4 && qAbs(found.height() - size.height()) < 0.4;
+            return qAbs(found.width() - width) < 0.4 && qAbs(found.height() - height) < 0.4;
         };
-        QCOMPARE(asked.pageSize().id(), id);
+        QCOMPARE(asked.pageSize().key(), id);
         QVERIFY2(isSize(asked.fullRect(QPageLayout::Millimeter).size()), qPrintable(asked.pageSize().name()));
         QVERIFY2(isSize(firstPageOf(path)), qPrintable(QString::number(firstPageOf(path).width())));
     }
@@ -273,10 +241,7 @@ private Q_SLOTS:
 
     /// The zoom that a document opens with; what the reader chose stays for the next, in another viewer too.
     void opensAt() {
-        QFETCH(int, width);
-        QFETCH(int, rows);
-        QFETCH(double, chosen);
-        QFETCH(double, zoom);
+        auto [width, rows, chosen, zoom] = fetched<int, int, double, double>();
         if (chosen > 0)
             pages().setZoom(chosen);
         else if (chosen < 0)
@@ -321,8 +286,7 @@ private Q_SLOTS:
 
     /// From a page to the smallest pages and back: it is that page that stands in the view.
     void zoomKeepsPage() {
-        QFETCH(int, page);
-        QFETCH(QString, back);
+        const auto [page, back] = fetched<int, QString>();
         pages().showPage(page - 1);
         for (int times = 0; times < 20; ++times)
             action("actZoomOut").trigger();
@@ -361,8 +325,7 @@ private Q_SLOTS:
     void hitsAreCounted_data() { rowsFrom<QString, QStringList>(Facts); }
 
     void hitsAreCounted() {
-        QFETCH(QString, words);
-        QFETCH(QStringList, said);
+        const auto [words, said] = fetched<QString, QStringList>();
         auto &box = *m_viewer->findChild<QLineEdit *>("txtFind");
         const auto &label = *m_viewer->findChild<QLabel *>("lblHits");
         QTest::keyClick(&pages(), Qt::Key_F, Qt::ControlModifier);
@@ -461,7 +424,6 @@ private:
     [[nodiscard]] QAction &action(const char *name) const { return *m_viewer->findChild<QAction *>(name); }
 
     /// How many of the view's are such.
-
     [[nodiscard]] int pixels(const std::function<bool(QRgb)> &such) const {
         const QImage image = pages().viewport()->grab().toImage().convertToFormat(QImage::Format_RGB32);
         const auto *first = reinterpret_cast<const QRgb *>(image.constBits());
