@@ -17,8 +17,8 @@ enum class Picture { Plain, Number, Amount };
 
 /// One column: adding a line fills it from its box, taking a line back fills the box from it.
 struct LineColumn {
-    const char *heading;
-    int twips; ///< 0 hides the column
+    const char *heading = nullptr;
+    int twips = 0; ///< 0 hides the column
     Box box;
     Picture picture = Picture::Plain;
     bool takenBack = true;

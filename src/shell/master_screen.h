@@ -21,8 +21,8 @@ enum class EnterInList { Chooses, Closes, Nothing };
 /// What a master-data screen (sessions, courses, users ...) has of its own.
 struct MasterTable {
     struct Filled {
-        const char *box;
-        int column; ///< of the list
+        const char *box = nullptr;
+        int column = 0; ///< of the list
         Part part = Part::Text;
     };
 

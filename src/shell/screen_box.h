@@ -27,7 +27,7 @@ template <class T>
 enum class Part { Text, Tag, Bound, Ticked };
 
 struct Box {
-    const char *control;
+    const char *control = nullptr;
     Part part = Part::Text;
 };
 

@@ -19,8 +19,8 @@ enum class Numbers { OfHeaders, OfLines };
 enum class HeaderFrom { Date, Kind, Total, User, Text, TextOrNull };
 
 struct HeaderColumn {
-    const char *column;
-    HeaderFrom from;
+    const char *column = nullptr;
+    HeaderFrom from{};
     const char *box = nullptr; ///< where `from` is a text, unless the screen shows it in another way
 };
 
@@ -30,7 +30,7 @@ struct HeaderColumn {
 
 /// A column of the header row that is shown when a voucher is opened, Null as ''.
 struct HeaderShown {
-    const char *column;
+    const char *column = nullptr;
     const char *box = nullptr;
 };
 
@@ -63,7 +63,7 @@ using PostedLine = std::span<const Posted>;
 /// How the vouchers of a kind are searched. The list's statement names the kind twice.
 struct VoucherSearch {
     struct Criterion {
-        const char *caption;
+        const char *caption = nullptr;
         Literal before; ///< the condition up to what is searched for
         Literal behind;
         shell::Searched searched = shell::Searched::Text;

@@ -55,8 +55,8 @@ class Sql {
 public:
     /// A foreign piece: bytes [begin, end) of the text. An empty piece has begin == end.
     struct Piece {
-        std::size_t begin;
-        std::size_t end;
+        std::size_t begin = 0;
+        std::size_t end = 0;
         bool secret = false;
     };
 
