@@ -30,7 +30,7 @@ void retype(const QString &text, Qt::KeyboardModifiers whole = Qt::NoModifier);
 /// What goes into a box; '' leaves what stands there.
 struct Typed {
     const char *box;
-    QString text;
+    QString text = {};
 };
 /// Box after box, each left by Enter, which must lead to the next.
 void fill(const std::vector<Typed> &boxes);
