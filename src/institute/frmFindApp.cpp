@@ -1,6 +1,7 @@
 #include "institute/frmFindApp.h"
 
 #include "institute/application_search.h"
+#include "platform/controls/focus.h"
 #include "shell/module1.h"
 #include "ui_frmFindApp.h"
 
@@ -21,6 +22,10 @@ frmFindApp::~frmFindApp() = default;
 void frmFindApp::Form_Load() {
     m_search->load();
     m_search->run();
+}
+
+void frmFindApp::Form_Activate() {
+    controls::SetFocus(ui->txt_s_value);
 }
 
 void frmFindApp::Msh_DblClick(int row) {
