@@ -76,9 +76,9 @@ void fill(const std::vector<Typed> &boxes) {
 }
 
 void find(const QString &title, const Finder &finder, const QString &picture) {
-    if (activeForm() != finder.form)
-        qFatal("%s did not come up; %s is active", finder.form, qPrintable(activeForm()));
-    tabTo(finder.box);
+    if (activeForm() != finder.form || focused() != finder.box)
+        qFatal("%s did not come up on %s; %s of %s has the focus", finder.form, finder.box,
+               qPrintable(focused()), qPrintable(activeForm()));
     type(title);
     if (!picture.isEmpty())
         shot(frame(), picture);

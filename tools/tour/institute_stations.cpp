@@ -35,7 +35,8 @@ void enterMasters(const char *menu, const char *form, const std::vector<std::vec
                   const char *name) {
     QWidget *screen = openByMenu(menu, form);
     for (const auto &record : records) {
-        tabTo(record.front().box);
+        if (&record != &records.front()) // where a screen opens
+            tabTo(record.front().box);
         fill(record);
         if (&record == &records.back())
             shot(frame(), name);
