@@ -202,6 +202,7 @@ void frmCarryForward::ClearAll() {
     ui->mskNIC->reset();
     NewNo();
     m_lines->reset();
+    SetFocus(ui->cmdFindApplication);
 }
 
 void frmCarryForward::cmdFindsubject_Click() {
@@ -249,6 +250,7 @@ void frmCarryForward::Msh_DblClick(int row) {
     setUnderWay(*this, "correcting " + shownName().toLower());
     openFormData();
     ui->SSTab1->setCurrentIndex(0);
+    SetFocus(ui->cmdFindApplication);
     IsNewForm = false;
 }
 

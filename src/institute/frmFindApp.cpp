@@ -1,6 +1,7 @@
 #include "institute/frmFindApp.h"
 
 #include "institute/application_search.h"
+#include "platform/controls/focus.h"
 #include "shell/module1.h"
 #include "ui_frmFindApp.h"
 
@@ -8,7 +9,8 @@ namespace zel::institute {
 
 frmFindApp::frmFindApp() : Form(Kind::OwnSize), ui(std::make_unique<Ui::frmFindApp>()) {
     ui->setupUi(this);
-    closeOnCtrlW();
+    // Alt+X as in the other finders; else the key would be the menu's, which leaves all screens.
+    closeOn({Qt::CTRL | Qt::Key_W, Qt::ALT | Qt::Key_X});
     m_search = std::make_unique<shell::Search>(
         applicationFinderSearch(),
         shell::SearchControls{.criterion = ui->cboCriteria, .value = ui->txt_s_value, .list = ui->Msh});
@@ -21,6 +23,10 @@ frmFindApp::~frmFindApp() = default;
 void frmFindApp::Form_Load() {
     m_search->load();
     m_search->run();
+}
+
+void frmFindApp::Form_Activate() {
+    controls::SetFocus(ui->txt_s_value);
 }
 
 void frmFindApp::Msh_DblClick(int row) {

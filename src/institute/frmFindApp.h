@@ -23,6 +23,7 @@ public:
 
 protected:
     void Form_Load() override;
+    void Form_Activate() override;
 
 private:
     void Msh_DblClick(int row);

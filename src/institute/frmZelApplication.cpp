@@ -135,6 +135,7 @@ void frmZelApplication::connectSearch() {
         applicationSearch(), SearchControls{ui->cmb_s_cri, ui->txt_s_value, ui->Msh, ui->DTPicker1});
     connect(ui->DTPicker1, &DateBox::calendarClosed, this, &frmZelApplication::FillGrid);
     connect(ui->Msh, &controls::Grid::rowDoubleClicked, this, &frmZelApplication::Msh_DblClick);
+    connect(ui->Msh, &controls::Grid::enterPressed, this, &frmZelApplication::Msh_DblClick);
     connect(ui->cmdPrintStuRecord, &Button::clicked, this, &frmZelApplication::cmdPrintStuRecord_Click);
 }
 
@@ -310,9 +311,9 @@ void frmZelApplication::cmdExit_Click() {
 }
 
 void frmZelApplication::Msh_DblClick(int row) {
-    const QString number = ui->Msh->TextMatrix(row, 0);
-    if (number.isEmpty())
+    if (row < 1 || ui->Msh->TextMatrix(row, 0).isEmpty())
         return;
+    const QString number = ui->Msh->TextMatrix(row, 0);
     ClearAll();
     ui->txtAppId->setText(number);
     OpenData();

@@ -53,7 +53,7 @@ frmRPTAccounts::frmRPTAccounts() : ui(std::make_unique<Ui::frmRPTAccounts>()) {
     connectButtons();
     connectKeys();
     connectPeriods();
-    closeOnCtrlW();
+    closeOn({Qt::CTRL | Qt::Key_W});
     ui->LblMain->setToolTip("Close (Ctrl+W)");
     connect(ui->DtaCourse, &DataCombo::changed, this, &frmRPTAccounts::DtaCourse_Change);
     connect(ui->DtaCourse, &DataCombo::clicked, this, &frmRPTAccounts::DtaCourse_Change);

@@ -5,7 +5,7 @@ namespace zel::shell {
 
 frmVeiwer::frmVeiwer() : ui(std::make_unique<Ui::frmVeiwer>()) {
     ui->setupUi(this);
-    closeOnCtrlW();
+    closeOn({Qt::CTRL | Qt::Key_W});
 }
 
 frmVeiwer::~frmVeiwer() = default;

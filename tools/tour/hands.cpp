@@ -66,12 +66,24 @@ void retype(const QString &text, Qt::KeyboardModifiers whole) {
     type(text);
 }
 
-void find(const QString &title) {
-    if (activeForm() != "frmFindAC")
-        qFatal("the finder did not come up; %s is active", qPrintable(activeForm()));
-    tabTo("txtFindAC");
+void fill(const std::vector<Typed> &boxes) {
+    for (const Typed &typed : boxes) {
+        if (focused() != typed.box)
+            qFatal("%s should have the focus, %s has it", typed.box, qPrintable(focused()));
+        type(typed.text);
+        key(Qt::Key_Return);
+    }
+}
+
+void find(const QString &title, const Finder &finder, const QString &picture) {
+    if (activeForm() != finder.form || focused() != finder.box)
+        qFatal("%s did not come up on %s; %s of %s has the focus", finder.form, finder.box,
+               qPrintable(focused()), qPrintable(activeForm()));
     type(title);
-    const QString first = control<controls::Grid>(form("frmFindAC"), "mshSearch")->TextMatrix(1, 2);
+    if (!picture.isEmpty())
+        shot(frame(), picture);
+    const QString first =
+        control<controls::Grid>(form(finder.form), finder.list)->TextMatrix(1, finder.column);
     if (!first.startsWith(title))
         qFatal("the finder offers '%s' first for '%s'", qPrintable(first), qPrintable(title));
     key(Qt::Key_Down);

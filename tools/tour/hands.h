@@ -3,6 +3,8 @@
 #include <QString>
 #include <Qt>
 
+#include <vector>
+
 class QWidget;
 
 /// The hands of the tour: what a clerk does at the keyboard, and the pictures that are taken of it. What
@@ -24,7 +26,26 @@ void key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 void tabTo(const QString &name);
 /// Over what stands in the box that has the focus; a box of several lines wants Ctrl for the whole of it.
 void retype(const QString &text, Qt::KeyboardModifiers whole = Qt::NoModifier);
-/// The account finder: the title's beginning, Down into the list, Enter.
-void find(const QString &title);
+
+/// What goes into a box; '' leaves what stands there.
+struct Typed {
+    const char *box;
+    QString text = {};
+};
+/// Box after box, each left by Enter, which must lead to the next.
+void fill(const std::vector<Typed> &boxes);
+
+/// A finder's box for the search, its list, and the list's column where the search text stands.
+struct Finder {
+    const char *form;
+    const char *box;
+    const char *list;
+    int column;
+};
+constexpr Finder Accounts = {"frmFindAC", "txtFindAC", "mshSearch", 2};
+
+/// In the finder that has come up: the beginning of what is wanted, Down into the list, Enter. With a picture
+/// where it has a name.
+void find(const QString &title, const Finder &finder = Accounts, const QString &picture = {});
 
 } // namespace zel::tour

@@ -61,8 +61,10 @@ int main(int argc, char *argv[]) {
         Office office;
         office.addReports(QCoreApplication::applicationDirPath());
         logIn();
-        for (const auto station : {tour::buildChart, tour::setUpVouchers, tour::bankPayment,
-                                   tour::otherVouchers, tour::printBooks, tour::session})
+        for (const auto station :
+             {tour::buildChart, tour::setUpVouchers, tour::bankPayment, tour::otherVouchers, tour::printBooks,
+              tour::enterMasterData, tour::registerStudent, tour::receiveFee, tour::carryForward,
+              tour::printStudents})
             station();
         tell(office, "select VouNo,VouStatus,VouDate,PaidReceive,TotalAmount from MasJV");
         tell(office, "select EntryNo,AcCode,CrAc,DrAmt,CrAmt,Naration from DetJV");

@@ -72,6 +72,8 @@ void buildChart() {
     pick("CASH AND BANK");
     child(chart, "txtSubsidiary", "CITY BANK", true);
     pick("ASSETS");
+    child(chart, "txtSubControl", "STUDENTS");
+    pick("ASSETS");
     controlAccount(chart, "EXPENSES");
     pick("EXPENSES");
     child(chart, "txtSubControl", "OFFICE");
@@ -95,7 +97,8 @@ void buildChart() {
 void setUpVouchers() {
     openByMenu("mnuVocSetting", "frmAcSetting");
     for (const auto &[button, title] : {std::pair("cmdCPFindAC", "CASH"), std::pair("cmdCRFindAC", "CASH"),
-                                        std::pair("cmdBPFindAC", "CITY"), std::pair("cmdBRFindAC", "CITY")}) {
+                                        std::pair("cmdBPFindAC", "CITY"), std::pair("cmdBRFindAC", "CITY"),
+                                        std::pair("cmdAppSub", "STUDENTS")}) {
         tabTo(button);
         key(Qt::Key_Return);
         find(title);
@@ -104,15 +107,6 @@ void setUpVouchers() {
     const auto boxes = textsOf([] { key(Qt::Key_S, Qt::AltModifier); }, {QMessageBox::Ok});
     std::printf("    %s\n", qPrintable(boxes.join(" | ")));
     key(Qt::Key_X, Qt::AltModifier);
-}
-
-void session() {
-    QWidget *screen = openByMenu("mnuSession", "frmSession");
-    tabTo("txtSessionName");
-    type("autumn 2026");
-    key(Qt::Key_S, Qt::AltModifier);
-    turnTo(screen, "SSTab1", 1);
-    shot(frame(), "sessions");
 }
 
 } // namespace zel::tour

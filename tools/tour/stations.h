@@ -14,7 +14,15 @@ void bankPayment();
 void otherVouchers();
 /// Cash book, bank book, both ledgers and the three trial balances, whose closing balances must agree.
 void printBooks();
-/// A session of the institute; the screen stays.
-void session();
+/// Two sessions, a course and its two subjects.
+void enterMasterData();
+/// A student with both subjects, a discount and the money taken; the application printed.
+void registerStudent();
+/// A fee of the student, and its slip.
+void receiveFee();
+/// A subject made inactive on the application and carried forward to the later session.
+void carryForward();
+/// The list of admissions, what the sessions are owed, and the active and inactive students.
+void printStudents();
 
 } // namespace zel::tour

@@ -12,6 +12,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
+#include <QShortcut>
 #include <QShortcutEvent>
 
 namespace zel::controls {
@@ -52,6 +53,14 @@ QWidget *targetOf(QWidget *widget, const QKeySequence &key) {
     if (auto *label = qobject_cast<QLabel *>(widget))
         return label->buddy() && QKeySequence::mnemonic(label->text()) == key ? label->buddy() : nullptr;
     return nullptr;
+}
+
+/// A screen without such a button may have the key for itself.
+bool handToShortcut(QWidget *screen, const QKeySequence &key) {
+    for (QShortcut *own : screen->findChildren<QShortcut *>())
+        if (own->keys().contains(key))
+            return QMetaObject::invokeMethod(own, "activated");
+    return false;
 }
 
 } // namespace
@@ -100,7 +109,7 @@ bool Application::mnemonicGoesToScreen(QObject *receiver, QEvent *event) const {
         return true;
     }
     if (targets.isEmpty())
-        return false;
+        return handToShortcut(screen, pressed->key());
     const auto next = targets.indexOf(focusWidget()) + 1;
     QWidget *target = targets[next % targets.size()];
     target->setFocus(Qt::ShortcutFocusReason);

@@ -112,8 +112,9 @@ bool Form::eventFilter(QObject *watched, QEvent *event) {
     return QWidget::eventFilter(watched, event);
 }
 
-void Form::closeOnCtrlW() {
-    auto *shortcut = new QShortcut(Qt::CTRL | Qt::Key_W, this);
+void Form::closeOn(const QList<QKeySequence> &keys) {
+    auto *shortcut = new QShortcut(this);
+    shortcut->setKeys(keys);
     shortcut->setContext(Qt::WidgetWithChildrenShortcut);
     connect(shortcut, &QShortcut::activated, this, [this] { Unload(); });
 }

@@ -43,8 +43,8 @@ public:
     void setPlace(QPoint place);
 
 protected:
-    /// For a screen without an exit button: Ctrl+W does what the close box of its window does.
-    void closeOnCtrlW();
+    /// For a screen without an exit button: these keys do what the close box of its window does.
+    void closeOn(const QList<QKeySequence> &keys);
     /// The form itself, not a control on it, had the focus and lost it.
     virtual void Form_LostFocus() {}
 

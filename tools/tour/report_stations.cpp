@@ -17,8 +17,9 @@ namespace {
 struct Report {
     const char *menu;
     const char *name;
-    const char *account; ///< '' where the screen asks for none
-    const char *run;     ///< the button
+    const char *account;      ///< '' where the screen asks for none
+    const char *run;          ///< the button
+    const char *session = ""; ///< its first letter; '' where it is the preset one, or none is asked for
 };
 
 /// The numbers of the line that begins so, as they are printed. A page that lacks the line ends the tour.
@@ -47,6 +48,10 @@ QString print(const Report &report) {
         tabTo("cmdFindAC");
         key(Qt::Key_Return);
         find(report.account);
+    }
+    if (*report.session) {
+        tabTo("cboSession");
+        type(report.session);
     }
     tabTo(report.run);
     shot(frame(), report.name);
@@ -85,6 +90,27 @@ void printBooks() {
     mustBe("trial balance with opening", numbersOf(opening, "Grand total").mid(2, 2), period);
     std::printf("    books, ledgers and trial balances agree: cash %s, bank %s\n", qPrintable(cash),
                 qPrintable(bank));
+}
+
+void printStudents() {
+    QWidget *applications = openByMenu("mnuApp", "frmZelApplication");
+    turnTo(applications, "SSTab1", 1);
+    tabTo("cmdPrintStuRecord");
+    key(Qt::Key_Return);
+    mustBe("list of admissions", numbersOf(exportPage("admissions-printed"), "Grand total"),
+           {"83,500.50", "5,000.00", "78,500.50", "15,000.00"});
+    key(Qt::Key_X, Qt::AltModifier);
+
+    const std::pair<Report, QStringList> reports[] = {
+        {{"mnuFee", "outstanding", "", "cmdFeeDetail", "a"},
+         {"78,500.50", "15,000.00", "10,000.00", "38,500.50", "15,000.00"}},
+        {{"mnuStuFeeDet", "active-students", "", "cmdStuFeeDet", "a"},
+         {"45,000.00", "5,000.00", "40,000.00", "25,000.00", "15,000.00"}},
+        {{"mnuInctiveStuWiseRPT", "inactive-students", "", "cmdInActiveStuFeeDet", "a"},
+         {"38,500.50", "38,500.50", "38,500.50", "0.00"}},
+    };
+    for (const auto &[report, totals] : reports)
+        mustBe(report.name, numbersOf(print(report), "Grand total"), totals);
 }
 
 } // namespace zel::tour
