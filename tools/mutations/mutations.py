@@ -98,7 +98,7 @@ def build(arguments):
 
 def failing(folder, selection):
     """The first test of the selection that fails with the folder's library, or None."""
-    run = ["ctest", "--test-dir", str(BUILD), "-j", "2", "--stop-on-failure", "--timeout", "100", *selection]
+    run = ["ctest", "--test-dir", str(BUILD), "-j", "2", "--stop-on-failure", "--timeout", "300", *selection]
     told = subprocess.run(run, cwd=ROOT, env=dict(os.environ, LD_LIBRARY_PATH=str(folder)), stdout=subprocess.PIPE,
                           stderr=subprocess.DEVNULL, text=True, check=False).stdout
     found = re.search(r"^\s*\d+ - (\S+) \(", told, re.M)
