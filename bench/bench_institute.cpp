@@ -1,7 +1,6 @@
 // The institute's screens on 20,000 students, 100,000 subject lines and 100,000 receipts: opening each, until
 // it is painted, and a key in the searches of students, until the list is painted, against the statement that
 // the key runs, prepared and read whole by a bare C loop.
-#include "bare_read.h"
 #include "desk.h"
 #include "institute.h"
 #include "measure.h"
@@ -17,9 +16,7 @@
 #include "shell/MDIForm1.h"
 #include "shell/module1.h"
 
-#include <QSignalBlocker>
-#include <QTabWidget>
-#include <QTest>
+#include <QCoreApplication>
 
 #include <optional>
 
@@ -53,39 +50,6 @@ bool opens(const QString &name, const shell::Opener &open) {
     return within;
 }
 
-struct KeySearch {
-    const char *what;
-    QWidget *screen;
-    const char *box;
-    const char *list;
-    char key;
-};
-
-bool searches(sqlite3 *db, const KeySearch &search) {
-    auto *box = search.screen->findChild<controls::TextBox *>(search.box);
-    auto *list = search.screen->findChild<controls::Grid *>(search.list);
-    bench::Paints paints(list->viewport());
-    const auto typeKey = [&] {
-        const int before = paints.count;
-        QTest::keyClick(box, search.key);
-        while (paints.count == before)
-            QCoreApplication::processEvents();
-    };
-    const auto empty = [&] {
-        const QSignalBlocker quiet(box);
-        box->clear();
-        QTest::qWait(1);
-    };
-    empty();
-    typeKey();
-    const std::string statement = bench::watchedStatements().back();
-    bench::Arena arena;
-    const bool within = bench::compare(
-        search.what, 1.3, 15, typeKey, [&] { bench::readBare(db, statement.c_str(), arena); }, empty);
-    std::printf("    %d rows in the list, %ld read by the peer\n", list->Rows() - 1, arena.rows);
-    return within && list->Rows() - 1 == arena.rows;
-}
-
 } // namespace
 
 int main(int argc, char **argv) {
@@ -107,15 +71,18 @@ int main(int argc, char **argv) {
 
     institute::frmFindApp::reference->Show();
     accounts::frmFindAC::reference->Show();
-    QWidget *finder = &*institute::frmFindApp::reference;
-    QWidget *accounts = &*accounts::frmFindAC::reference;
-    for (const KeySearch &search :
-         {KeySearch{"search of applications, key 1, until it is painted", finder, "txt_s_value", "Msh", '1'},
-          KeySearch{"search of applications, key T (all), until it is painted", finder, "txt_s_value", "Msh",
-                    'T'},
-          KeySearch{"search of accounts, key 7, until it is painted", accounts, "txtFindAC", "mshSearch",
-                    '7'}})
-        within &= searches(db, search);
+    const auto searches = [db](const char *what, char key, QWidget &finder, const char *box,
+                               const char *list) {
+        return bench::searchByKey(db, {what, key, finder.findChild<controls::TextBox *>(box),
+                                       finder.findChild<controls::Grid *>(list)});
+    };
+    QWidget &applications = *institute::frmFindApp::reference;
+    within &= searches("search of applications, key 1, until it is painted", '1', applications, "txt_s_value",
+                       "Msh");
+    within &= searches("search of applications, key T (all), until it is painted", 'T', applications,
+                       "txt_s_value", "Msh");
+    within &= searches("search of accounts, key 7, until it is painted", '7', *accounts::frmFindAC::reference,
+                       "txtFindAC", "mshSearch");
     copy.reset();
     std::fflush(stdout);
     std::_Exit(within ? 0 : 1);

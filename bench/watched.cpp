@@ -1,6 +1,15 @@
 #include "watched.h"
 
+#include "bare_read.h"
+#include "measure.h"
+
 #include "platform/ado/drivers/sqlite_functions.h"
+#include "platform/controls/grid.h"
+#include "platform/controls/text_box.h"
+
+#include <QEvent>
+#include <QSignalBlocker>
+#include <QTest>
 
 #include <sqlite3.h>
 
@@ -16,6 +25,17 @@ int onStatement(unsigned, void *, void *statement, void *) {
 int watch(sqlite3 *db, char **, const sqlite3_api_routines *) {
     return sqlite3_trace_v2(db, SQLITE_TRACE_STMT, onStatement, nullptr);
 }
+
+/// Counts the paintings of a widget.
+class Paints : public QObject {
+public:
+    explicit Paints(QWidget *widget) { widget->installEventFilter(this); }
+    bool eventFilter(QObject *, QEvent *event) override {
+        count += event->type() == QEvent::Paint;
+        return false;
+    }
+    int count = 0;
+};
 
 } // namespace
 
@@ -34,6 +54,30 @@ sqlite3 *openBare(const QString &database) {
     zel::ado::registerFunctions(db);
     sqlite3_exec(db, "pragma temp_store = memory; pragma cache_size = -32768", nullptr, nullptr, nullptr);
     return db;
+}
+
+bool searchByKey(sqlite3 *db, const KeySearch &search) {
+    Paints paints(search.list->viewport());
+    const auto typeKey = [&] {
+        const int before = paints.count;
+        QTest::keyClick(search.box, search.key);
+        while (paints.count == before)
+            QCoreApplication::processEvents();
+    };
+    const auto empty = [&] {
+        const QSignalBlocker quiet(search.box);
+        search.box->clear();
+        QTest::qWait(1);
+    };
+    empty();
+    typeKey();
+    const std::string statement = watchedStatements().back();
+    Arena arena;
+    const bool within = compare(
+        search.what, 1.3, 15, typeKey, [&] { readBare(db, statement.c_str(), arena); }, empty);
+    const int rows = search.list->Rows() - 1;
+    std::printf("    %d rows in the list, %ld read by the peer\n", rows, arena.rows);
+    return within && rows == arena.rows;
 }
 
 } // namespace bench

@@ -1,12 +1,16 @@
 #pragma once
 
-#include <QEvent>
-#include <QWidget>
+#include <QString>
 
 #include <string>
 #include <vector>
 
 struct sqlite3;
+
+namespace zel::controls {
+class Grid;
+class TextBox;
+} // namespace zel::controls
 
 /// What reaches the engine and what reaches the screen while the program is measured.
 namespace bench {
@@ -20,15 +24,16 @@ void watchStatements();
 /// watchStatements.
 [[nodiscard]] sqlite3 *openBare(const QString &database);
 
-/// Counts the paintings of a widget.
-class Paints : public QObject {
-public:
-    explicit Paints(QWidget *widget) { widget->installEventFilter(this); }
-    bool eventFilter(QObject *, QEvent *event) override {
-        count += event->type() == QEvent::Paint;
-        return false;
-    }
-    int count = 0;
+/// A key in the box of a search.
+struct KeySearch {
+    const char *what;
+    char key;
+    zel::controls::TextBox *box;
+    zel::controls::Grid *list;
 };
+
+/// From the key to the painted list, against the statement that the key runs, prepared and read whole by a
+/// bare loop. Prints the ratio and the rows; says whether it is within its limit and the rows are as many.
+bool searchByKey(sqlite3 *db, const KeySearch &search);
 
 } // namespace bench

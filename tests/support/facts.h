@@ -62,8 +62,12 @@ void rowsFrom(const QString &path) {
     (add(std::type_identity<Types>()), ...);
     for (qsizetype line = 1; line < lines.size(); ++line) {
         QVariantList cells;
-        for (const QJsonValue &cell : lines[line].toArray())
-            cells << (cell.isObject() ? file[u"texts"][cell[u"text"].toString()] : cell).toVariant();
+        for (const QJsonValue &cell : lines[line].toArray()) {
+            const QJsonValue value = cell.isObject() ? file[u"texts"][cell[u"text"].toString()] : cell;
+            if (value.isUndefined())
+                qFatal("%s has no text \"%s\"", qPrintable(path), qPrintable(cell[u"text"].toString()));
+            cells << value.toVariant();
+        }
         QTestData &row = QTest::newRow(cells[0].toString().toUtf8().constData());
         column = first;
         (static_cast<void>(row << valueOf<Types>(cells.value(column++))), ...);
