@@ -3,6 +3,7 @@
 
 #include "platform/ado/drivers/sqlite_logins.h"
 
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -111,18 +112,48 @@ private Q_SLOTS:
                      .arg(folder.path()));
     }
 
-    void onlyTheOwnerMayRead() {
-        const QTemporaryDir folder;
-        schema::createCatalog(folder.path());
-        Connection con;
-        open(con, folder.path());
-        con.Execute("update LctPswd set Pswd = 'X'");
-        for (const char *name : {"ZEL.db", "ZEL.db-wal", "ZEL.db-shm"}) {
-            const auto mode = QFile::permissions(folder.filePath(QLatin1String(name)));
-            QVERIFY2(!(mode & (QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther)),
-                     name);
-            QVERIFY2(mode & QFile::WriteOwner, name);
+    void whoMayRead_data() {
+        QTest::addColumn<mode_t>("folderMode");
+        QTest::addColumn<mode_t>("fileMode");
+        QTest::newRow("open to all") << mode_t(0777) << mode_t(0600);
+        QTest::newRow("written by a group, files not the group's") << mode_t(0770) << mode_t(0600);
+        QTest::newRow("only read by its group") << mode_t(02750) << mode_t(0600);
+        QTest::newRow("a group's") << mode_t(02770) << mode_t(0660);
+    }
+
+    /// Whatever the maker keeps from others by default.
+    void whoMayRead() {
+        QFETCH(mode_t, folderMode);
+        QFETCH(mode_t, fileMode);
+        for (const mode_t kept : {0077, 0000}) {
+            const QTemporaryDir folder;
+            QCOMPARE(::chmod(folder.path().toLocal8Bit().constData(), folderMode), 0);
+            const mode_t before = ::umask(kept);
+            schema::createCatalog(folder.path());
+            Connection con;
+            open(con, folder.path());
+            con.Execute("update LctPswd set Pswd = 'X'");
+            ::umask(before);
+            for (const char *name : {"ZEL.db", "ZEL.db-wal", "ZEL.db-shm"}) {
+                struct stat found {};
+                QCOMPARE(::stat(folder.filePath(name).toLocal8Bit().constData(), &found), 0);
+                QCOMPARE(found.st_mode & 07777, fileMode);
+            }
         }
+    }
+
+    void othersFoldersRefused() {
+        const QTemporaryDir folder;
+        giveToClerk(folder.path());
+        const QFileInfo place(folder.path());
+        for (const mode_t mode : {02070, 0070}) {
+            QCOMPARE(::chmod(folder.path().toLocal8Bit().constData(), mode), 0);
+            const QString refused = toldToClerk(folder.path());
+            QVERIFY2(refused.contains(mode & S_ISGID ? " " + place.group() + "\"; then log in"
+                                                     : "to \"" + place.owner() + "\", who alone"),
+                     qPrintable(refused));
+        }
+        ::chmod(folder.path().toLocal8Bit().constData(), 0700);
     }
 
     void serverProcedures() {

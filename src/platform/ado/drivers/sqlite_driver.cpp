@@ -1,11 +1,13 @@
 #include "platform/ado/drivers/sqlite_driver.h"
 
+#include "platform/ado/drivers/catalog_sharing.h"
 #include "platform/base/error.h"
 
 #include <QFile>
 #include <QFileInfo>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -26,6 +28,8 @@ QString catalogFile(const QString &folder) {
     const QFileInfo place(folder);
     if (!place.isDir())
         throw Error(4060, QStringLiteral("There is no folder \"%1\".").arg(folder));
+    if (!may(folder, X_OK))
+        throw Error(4060, whoMayEnter(folder));
     QString path = place.absoluteFilePath() + u'/' + QLatin1String(SqliteDriver::FileName);
     const QFileInfo file(path);
     if (!file.exists())
@@ -125,9 +129,12 @@ std::unique_ptr<SqliteDriver> SqliteDriver::open(const QString &folder,
 
 std::unique_ptr<SqliteDriver> SqliteDriver::make(const QString &path) {
     const int file = ::open(QFile::encodeName(path).constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
-    if (file < 0)
-        throw Error(3906, QStringLiteral("The file \"%1\" can't be made: %2.").arg(path, qt_error_string()));
-    ::close(file);
+    const bool made = file >= 0 && ::fchmod(file, catalogMode(QFileInfo(path).path())) == 0;
+    const QString reason = qt_error_string();
+    if (file >= 0)
+        ::close(file);
+    if (!made)
+        throw Error(3906, QStringLiteral("The file \"%1\" can't be made: %2.").arg(path, reason));
     std::unique_ptr<SqliteDriver> driver(new SqliteDriver(path.toStdString(), SqliteSession::Purpose::Make));
     driver->m_logins.createTables();
     driver->setVersion();

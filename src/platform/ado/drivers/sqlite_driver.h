@@ -22,8 +22,8 @@ public:
     /// when the login is refused.
     [[nodiscard]] static std::unique_ptr<SqliteDriver> open(const QString &folder,
                                                             const std::optional<Credentials> &credentials);
-    /// Makes an empty catalog in the file `path`, which must not exist, readable by its owner only. Nothing
-    /// is safe on the disk before seal().
+    /// Makes an empty catalog in the file `path`, which must not exist, for those whom catalogMode()
+    /// names. Nothing is safe on the disk before seal().
     [[nodiscard]] static std::unique_ptr<SqliteDriver> make(const QString &path);
     /// Ends the making: the file is whole on the disk and opens with a write-ahead log from now on.
     static void seal(std::unique_ptr<SqliteDriver> made);
