@@ -4,6 +4,7 @@
 #include "shell/frmLogin.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 #include <QScopedValueRollback>
 
 namespace zel::shell {
@@ -75,7 +76,11 @@ void OpenRs2ForAdding(const Sql &statement) {
 }
 
 QString applicationPath() {
-    return theApplicationPath.isEmpty() ? QCoreApplication::applicationDirPath() : theApplicationPath;
+    if (!theApplicationPath.isEmpty())
+        return theApplicationPath;
+    const QString folder = QCoreApplication::applicationDirPath();
+    const QString office = QFileInfo(folder + "/office").canonicalFilePath();
+    return office.isEmpty() ? folder : office;
 }
 
 void setApplicationPath(const QString &path) {

@@ -67,7 +67,8 @@ void OpenRs2ForAdding(const Sql &statement);
 /// the table Menus, matched by caption. Error 91 when no row of Menus is active. Uses gRs.
 void ApplyMenus();
 
-/// The folder of the executable, without a slash at its end: Server.txt and the report files lie there.
+/// The folder of the executable, without a slash at its end: Server.txt and the report files lie there. Where
+/// the program is installed, they lie where the link "office" beside the executable leads.
 [[nodiscard]] QString applicationPath();
 /// For tests, which keep Server.txt and the reports elsewhere; an empty path goes back to the executable's.
 void setApplicationPath(const QString &path);
