@@ -4,6 +4,7 @@
 build_packages="g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-base-dev-tools qt6-svg-dev libsqlite3-dev libsodium-dev
  libgl1-mesa-dev libxkbcommon-dev libxcb-cursor0 fonts-noto-core"
 fuzz_packages="clang libclang-rt-dev llvm"
+package_packages="dpkg-dev file"
 test_packages="sqlite3 poppler-utils xvfb xauth xdotool"
 
 say() { printf '%s\n' "$*" >&2; }
