@@ -5,6 +5,7 @@ build_packages="g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-base-de
  libgl1-mesa-dev libxkbcommon-dev libxcb-cursor0 fonts-noto-core"
 fuzz_packages="clang libclang-rt-dev llvm"
 package_packages="dpkg-dev file"
+try_packages="mmdebstrap lintian desktop-file-utils appstream man-db sqlite3 xvfb openbox xdotool imagemagick"
 test_packages="sqlite3 poppler-utils xvfb xauth xdotool"
 
 say() { printf '%s\n' "$*" >&2; }
