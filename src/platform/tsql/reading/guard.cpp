@@ -91,13 +91,13 @@ private:
             refuse(piece, index); // the point belonged to a number without a point of its own
     }
 
-    /// Digits that lie within one number of the program's.
+    /// Digits that lie within one number of the program's, whose point is its own.
     void checkInNumber(const Piece &piece, std::size_t index, std::size_t begin, std::size_t end) const {
         const Token &token = m_tokens[index];
         const bool isNumber = token.kind == TokenKind::Integer || token.kind == TokenKind::Decimal;
         const bool isDigits =
             std::all_of(m_source.begin() + std::ptrdiff_t(begin), m_source.begin() + std::ptrdiff_t(end),
-                        [](char c) { return (c >= '0' && c <= '9') || c == '.'; });
+                        [](char c) { return c >= '0' && c <= '9'; });
         if (!isNumber || !isDigits || token.begin > begin || token.end < end || begin != piece.begin ||
             end != piece.end)
             refuse(piece, index);
