@@ -84,11 +84,15 @@ private:
         if (!isNumber || last != index + (hasSign ? 1 : 0) ||
             (hasSign && !blanksOnly(first.end, number.begin)))
             refuse(piece, index);
-        if (index > 0 && m_tokens[index - 1].end == first.begin &&
-            m_tokens[index - 1].kind != TokenKind::Sign)
+        if (index > 0 && m_tokens[index - 1].end == first.begin && growsWith(m_tokens[index - 1]))
             refuse(piece, index);
         if (m_tokens[last + 1].begin == end && m_tokens[last + 1].sign == '.')
-            refuse(piece, index); // the point belonged to a number without a point of its own
+            refuse(piece, index);
+    }
+
+    /// What the program wrote directly before a number is one token with some numbers, and not with others.
+    [[nodiscard]] static bool growsWith(const Token &token) {
+        return token.kind != TokenKind::Sign || token.sign == '.';
     }
 
     /// Digits that lie within one number of the program's, whose point is its own.
