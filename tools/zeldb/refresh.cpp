@@ -20,7 +20,8 @@ const Command refresh{
     .words = "CATALOG",
     .summary = "brings a catalog of an earlier version up to this one",
     .help = "Brings the procedures, work tables and indexes of a catalog up to this version, all\n"
-            "of them or none; what was entered stays as it is. ./run does so by itself.",
+            "of them or none; what was entered stays as it is. ./run and the package\n"
+            "do so by themselves.",
     .least = 1,
     .most = 1,
     .run = run,
