@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <cstring>
 #include <mutex>
+#include <utility>
 
 namespace zel::ado {
 
@@ -20,27 +21,31 @@ constexpr std::size_t Reserved = std::size_t(96) << 20;
 /// Equal slots, one behind the other. Those that were given back are the first to be taken again.
 class Slots {
 public:
-    /// Null when there is no room, or when the slots are of another size already.
+    /// Null when there is no room, or while slots of another size are taken.
     void *take(std::size_t bytes) {
         const std::lock_guard lock(m_mutex);
-        if (m_begin == nullptr && !reserve(bytes))
+        if (m_begin == nullptr && !reserve())
             return nullptr;
-        if (bytes != m_size)
+        if (bytes != m_size && m_taken > 0)
             return nullptr;
-        if (m_free != nullptr) {
-            void *const slot = m_free;
-            std::memcpy(&m_free, slot, sizeof m_free);
-            return slot;
+        if (bytes != m_size) {
+            m_size = bytes;
+            m_next = m_begin;
+            m_free = nullptr;
         }
-        if (std::size_t(m_end - m_next) < m_size)
-            return nullptr;
-        m_next += m_size;
-        return m_next - m_size;
+        void *slot = m_free;
+        if (slot != nullptr)
+            std::memcpy(&m_free, slot, sizeof m_free);
+        else if (std::size_t(m_end - m_next) >= m_size)
+            slot = std::exchange(m_next, m_next + m_size);
+        m_taken += slot != nullptr ? 1 : 0;
+        return slot;
     }
     void give(void *slot) {
         const std::lock_guard lock(m_mutex);
         std::memcpy(slot, &m_free, sizeof m_free);
         m_free = slot;
+        --m_taken;
     }
     [[nodiscard]] bool holds(const void *memory) const {
         const auto *const at = static_cast<const std::byte *>(memory);
@@ -49,7 +54,7 @@ public:
     [[nodiscard]] std::size_t size() const { return m_size; }
 
 private:
-    bool reserve(std::size_t bytes) {
+    bool reserve() {
         void *const memory = ::mmap(nullptr, Reserved + Large, PROT_READ | PROT_WRITE,
                                     MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
         if (memory == MAP_FAILED)
@@ -58,8 +63,7 @@ private:
         constexpr std::size_t Usual = std::size_t(256) << 10;
         const std::size_t behind = reinterpret_cast<std::uintptr_t>(memory) % Large;
         std::byte *const large = static_cast<std::byte *>(memory) + (Large - behind);
-        m_size = bytes;
-        m_begin = m_next = Large - behind < Usual ? large : large - Usual;
+        m_begin = Large - behind < Usual ? large : large - Usual;
         m_end = large + Reserved - Large;
         (void)::madvise(large, Reserved - Large, MADV_HUGEPAGE);
         return true;
@@ -71,6 +75,7 @@ private:
     std::byte *m_end = nullptr;
     void *m_free = nullptr;
     std::size_t m_size = 0;
+    std::size_t m_taken = 0;
 };
 
 Slots slots;
