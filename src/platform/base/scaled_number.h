@@ -30,7 +30,7 @@ struct ScaledNumber {
 /// scaledFromDouble() where arithmetic in doubles is certain of it, which leaves out large numbers and
 /// halves.
 [[nodiscard]] inline std::optional<std::int64_t> quicklyScaled(double value, int scale) {
-    constexpr std::array Powers{1.0, 10.0, 100.0, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8};
+    static constexpr std::array Powers{1.0, 10.0, 100.0, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8};
     // Up to this count the error of the multiplication stays far below the distance to a half.
     constexpr double Limit = 1099511627776.0;
     constexpr double HalfDistance = 1.0 / 1024;

@@ -71,6 +71,14 @@ const Table *WrittenCatalog::table(std::string_view name) const {
     return found == m_tables.end() ? nullptr : &found->second;
 }
 
+bool WrittenCatalog::indexed(const Table &table, std::string_view first, std::string_view second) const {
+    const QStringList begins =
+        rows("SELECT (SELECT group_concat(name) FROM pragma_index_info(i.name) WHERE seqno < 2) FROM"
+             " pragma_index_list('" +
+             table.name + "') i WHERE NOT partial");
+    return begins.contains(QString::fromStdString(std::string(first) + ',' + std::string(second)));
+}
+
 const std::string *WrittenCatalog::procedure(std::string_view name) const {
     const auto found = m_procedures.find(key(name));
     return found == m_procedures.end() ? nullptr : &found->second;

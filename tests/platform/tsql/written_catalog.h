@@ -21,6 +21,8 @@ public:
     WrittenCatalog &operator=(const WrittenCatalog &) = delete;
 
     [[nodiscard]] const zel::tsql::Table *table(std::string_view name) const override;
+    [[nodiscard]] bool indexed(const zel::tsql::Table &table, std::string_view first,
+                               std::string_view second) const override;
     [[nodiscard]] const std::string *procedure(std::string_view name) const override;
 
     /// The engine's text of the statements, by "; ".

@@ -1,6 +1,7 @@
 CREATE TABLE T (Id int IDENTITY(1,1) NOT NULL PRIMARY KEY, V varchar(20) NULL, C char(3) NULL, N numeric(18,2) NULL,
     D datetime NULL, I int NULL)
 CREATE TABLE U (K int NOT NULL, V varchar(20) NULL, N numeric(18,2) NULL)
+CREATE INDEX iDays ON T (I, D)
 GO
 CREATE PROCEDURE Both @a varchar(3), @n numeric(6,2) = 1.005, @d datetime = '2024-1-2' AS
 BEGIN

@@ -5,6 +5,8 @@
 #include <array>
 #include <cstddef>
 #include <cstring>
+#include <numeric>
+#include <span>
 
 namespace zel::ado {
 
@@ -17,7 +19,7 @@ namespace names = tsql::sqlite_names;
 struct RunningSum {
     std::int64_t near; ///< of the last numbers, as long as it fits
     unsigned char far[sizeof(ScaledCount)];
-    int scale;
+    int scale; ///< known at the end
     bool any;
 
     [[nodiscard]] ScaledCount sum() const {
@@ -35,41 +37,28 @@ struct RunningSum {
         near = 0;
         return true;
     }
-    /// False where the number or the near sum is too large for it.
-    [[nodiscard]] bool addQuickly(sqlite3_value *value, int type, std::int64_t unit) {
-        std::int64_t number = 0;
-        if (type == SQLITE_INTEGER) {
-            if (unit == 0 || __builtin_mul_overflow(sqlite3_value_int64(value), unit, &number))
-                return false;
-        } else if (const auto quick = quicklyScaled(sqlite3_value_double(value), scale)) {
-            number = *quick;
-        } else {
-            return false;
-        }
+    /// False where that takes more than a double's arithmetic.
+    [[nodiscard]] bool addQuickly(double number, int ownScale) {
+        const auto quick = quicklyScaled(number, ownScale);
         std::int64_t sum = 0;
-        if (__builtin_add_overflow(near, number, &sum))
+        if (!quick || __builtin_add_overflow(near, *quick, &sum))
             return false;
         near = sum;
+        any = true;
         return true;
     }
 };
 
-/// What the sums of one scale share.
-struct SumScale {
-    int scale = 0;
-    std::int64_t unit = 0; ///< 10 to the power of the scale, 0 where that is too large
-};
-
+/// By scale: what all its sums are given to know it.
 constexpr auto Scales = [] {
-    constexpr std::int64_t MostByTen = INT64_MAX / 10;
-    std::array<SumScale, std::size_t(MostDigits) + 1> scales{};
-    std::int64_t unit = 1;
-    for (std::size_t scale = 0; scale < scales.size(); ++scale) {
-        scales[scale] = {int(scale), unit};
-        unit = unit > MostByTen ? 0 : unit * 10;
-    }
+    std::array<int, std::size_t(MostDigits) + 1> scales{};
+    std::iota(scales.begin(), scales.end(), 0);
     return scales;
 }();
+
+int scaleOf(sqlite3_context *context) {
+    return *static_cast<const int *>(sqlite3_user_data(context));
+}
 
 std::optional<ScaledCount> scaledValue(sqlite3_value *value, int type, int scale) {
     return type == SQLITE_INTEGER ? scaledFromInteger(sqlite3_value_int64(value), scale)
@@ -86,36 +75,44 @@ struct RunningSums {
     }
 };
 
+/// Any number, however large; false behind a failure.
+[[gnu::noinline]] bool addAny(sqlite3_context *context, RunningSum &sum, sqlite3_value *value, int scale) {
+    const int type = sqlite3_value_type(value);
+    if (type == SQLITE_NULL)
+        return true;
+    sum.any = true;
+    const auto number = scaledValue(value, type, scale);
+    if (number && sum.add(*number))
+        return true;
+    giveError(context, Error(8115, std::string("Arithmetic overflow error converting expression to data type "
+                                               "numeric.")));
+    return false;
+}
+
 void sumStep(sqlite3_context *context, int count, sqlite3_value **values) {
-    const auto &shared = *static_cast<const SumScale *>(sqlite3_user_data(context));
+    const int scale = scaleOf(context);
     auto *sums =
         static_cast<RunningSums *>(sqlite3_aggregate_context(context, int(RunningSums::bytes(count))));
     if (sums == nullptr)
         return sqlite3_result_error_nomem(context);
     sums->count = count;
-    RunningSum *running = sums->each;
+    RunningSum *sum = sums->each;
     for (sqlite3_value *value : Arguments(values, std::size_t(count))) {
-        RunningSum &sum = *running++;
-        const int type = sqlite3_value_type(value);
-        if (type == SQLITE_NULL)
-            continue;
-        sum.any = true;
-        sum.scale = shared.scale;
-        if (sum.addQuickly(value, type, shared.unit))
-            continue;
-        const auto number = scaledValue(value, type, shared.scale);
-        if (!number || !sum.add(*number))
-            return giveError(context, Error(8115, std::string("Arithmetic overflow error converting "
-                                                              "expression to data type numeric.")));
+        // What counts as 0, NULL among it, changes nothing once there was another.
+        const double number = sqlite3_value_double(value);
+        const bool done = number == 0 ? sum->any : sum->addQuickly(number, scale);
+        if (!done && !addAny(context, *sum, value, scale))
+            return;
+        ++sum;
     }
 }
 
-void giveSum(sqlite3_context *context, const RunningSum &sum) {
+void giveSum(sqlite3_context *context, const RunningSum &sum, int scale) {
     if (!sum.any)
         return sqlite3_result_null(context);
     try {
         constexpr int MostOfAmounts = 12; // only quotients have more decimals
-        giveDecimal(context, sum.sum(), sum.scale, sum.scale > MostOfAmounts ? Digits::Kept : Digits::All);
+        giveDecimal(context, sum.sum(), scale, scale > MostOfAmounts ? Digits::Kept : Digits::All);
     } catch (const Error &error) {
         giveError(context, error);
     }
@@ -125,15 +122,17 @@ void sumFinal(sqlite3_context *context) {
     const auto *sums = static_cast<const RunningSums *>(sqlite3_aggregate_context(context, 0));
     if (sums == nullptr)
         return sqlite3_result_null(context);
-    giveSum(context, sums->each[0]);
+    giveSum(context, sums->each[0], scaleOf(context));
 }
 
 void sumsFinal(sqlite3_context *context) {
-    const auto *sums = static_cast<const RunningSums *>(sqlite3_aggregate_context(context, 0));
+    auto *sums = static_cast<RunningSums *>(sqlite3_aggregate_context(context, 0));
     if (sums == nullptr)
         return sqlite3_result_null(context);
-    sqlite3_result_blob(context, sums->each, int(std::size_t(sums->count) * sizeof(RunningSum)),
-                        SQLITE_TRANSIENT);
+    const auto count = std::size_t(sums->count);
+    for (RunningSum &sum : std::span(sums->each, count))
+        sum.scale = scaleOf(context);
+    sqlite3_result_blob(context, sums->each, int(count * sizeof(RunningSum)), SQLITE_TRANSIENT);
 }
 
 void sumAt(sqlite3_context *context, int, sqlite3_value **values) {
@@ -143,7 +142,7 @@ void sumAt(sqlite3_context *context, int, sqlite3_value **values) {
         return sqlite3_result_null(context);
     RunningSum sum{};
     std::memcpy(&sum, sums + offset, sizeof sum);
-    giveSum(context, sum);
+    giveSum(context, sum, sum.scale);
 }
 
 /// The only value of a sub-select that must have one row at most.
@@ -178,9 +177,9 @@ void oneFinal(sqlite3_context *context) {
 
 void registerAggregates(sqlite3 *db) {
     constexpr int Flags = SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS;
-    for (const SumScale &scale : Scales) {
-        auto *shared = const_cast<SumScale *>(&scale); // never written through
-        const std::string digits = std::to_string(scale.scale);
+    for (const int &scale : Scales) {
+        auto *shared = const_cast<int *>(&scale); // never written through
+        const std::string digits = std::to_string(scale);
         sqlite3_create_function_v2(db, (names::Sum + digits).c_str(), 1, Flags, shared, nullptr, sumStep,
                                    sumFinal, nullptr);
         sqlite3_create_function_v2(db, (names::Sums + digits).c_str(), -1, Flags, shared, nullptr, sumStep,

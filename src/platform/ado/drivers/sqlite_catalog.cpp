@@ -65,6 +65,15 @@ const tsql::Table *SqliteCatalog::table(std::string_view name) {
     return known->second ? &*known->second : nullptr;
 }
 
+bool SqliteCatalog::indexed(const tsql::Table &table, std::string_view first, std::string_view second) {
+    SqliteSession::Running begins = m_session.prepare(
+        "select 1 from pragma_index_list(?) i where not i.partial"
+        " and exists (select 1 from pragma_index_info(i.name) where seqno = 0 and name = ? collate nocase)"
+        " and exists (select 1 from pragma_index_info(i.name) where seqno = 1 and name = ? collate nocase)");
+    begins.bind(1, std::string_view(table.name)).bind(2, first).bind(3, second);
+    return begins.step();
+}
+
 const std::string *SqliteCatalog::procedure(std::string_view name) {
     const std::string key = lower(name);
     if (const auto known = m_procedures.find(key); known != m_procedures.end())

@@ -19,6 +19,7 @@ public:
     /// Lets go of what another program's or our own change of the schema has made old.
     void refresh();
     [[nodiscard]] const tsql::Table *table(std::string_view name);
+    [[nodiscard]] bool indexed(const tsql::Table &table, std::string_view first, std::string_view second);
     [[nodiscard]] const std::string *procedure(std::string_view name);
 
     /// 2714 when there is one of that name.

@@ -35,6 +35,10 @@ public:
     [[nodiscard]] const tsql::Table *table(std::string_view name) const override {
         return m_catalog.table(name);
     }
+    [[nodiscard]] bool indexed(const tsql::Table &table, std::string_view first,
+                               std::string_view second) const override {
+        return m_catalog.indexed(table, first, second);
+    }
     [[nodiscard]] const std::string *procedure(std::string_view name) const override {
         return m_catalog.procedure(name);
     }

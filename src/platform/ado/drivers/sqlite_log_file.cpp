@@ -1,5 +1,7 @@
 #include "platform/ado/drivers/sqlite_log_file.h"
 
+#include "platform/ado/drivers/sqlite_page_memory.h"
+
 #include <sqlite3.h>
 
 #include <cstring>
@@ -74,6 +76,19 @@ int read(sqlite3_file *file, void *bytes, int count, sqlite3_int64 at) {
     return log.own()->pMethods->xRead(log.own(), bytes, count, at);
 }
 
+/// SQLite has the header on the disk before the pages, since these may lie on older ones of another header.
+/// In an empty log nothing is old: the header goes with the first pages, and to the disk with the first
+/// commit that waits for that.
+int sync(sqlite3_file *file, int flags) {
+    constexpr int HeaderSize = 32;
+    LogFile &log = logOf(file);
+    sqlite3_int64 written = 0;
+    if (log.at == 0 && log.count == HeaderSize &&
+        log.own()->pMethods->xFileSize(log.own(), &written) == SQLITE_OK && written == 0)
+        return SQLITE_OK;
+    return then<&sqlite3_io_methods::xSync>(file, flags);
+}
+
 int close(sqlite3_file *file) {
     LogFile &log = logOf(file);
     const int written = log.writeOut();
@@ -89,7 +104,7 @@ const sqlite3_io_methods methods = {
     read,
     write,
     then<&sqlite3_io_methods::xTruncate, sqlite3_int64>,
-    then<&sqlite3_io_methods::xSync, int>,
+    sync,
     then<&sqlite3_io_methods::xFileSize, sqlite3_int64 *>,
     then<&sqlite3_io_methods::xLock, int>,
     then<&sqlite3_io_methods::xUnlock, int>,
@@ -143,6 +158,8 @@ const char *gatheringVfs() {
     // matter, where SQLite is in use already.
     static const int uncounted = sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
     (void)uncounted;
+    static const bool large = (useLargePageMemory(), true);
+    (void)large;
     sqlite3_initialize();
     if (sqlite3_vfs *now = sqlite3_vfs_find(nullptr); now != standard) {
         if (standard != nullptr)

@@ -224,6 +224,7 @@ ImageDefinition DefinitionReader::readImage(const XmlElement &element) {
     if (loaded.isNull())
         m_file.refuse(source.valueAt, QStringLiteral("There is no image %1.").arg(source.value));
     image.image = std::make_shared<QImage>(loaded);
+    m_definition->hasImages = true;
     const double width = attributes.number(QStringLiteral("w"), 20);
     image.rect =
         QRectF(across(attributes, QStringLiteral("x"), 0), attributes.number(QStringLiteral("y"), 0), width,

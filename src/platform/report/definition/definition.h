@@ -155,6 +155,7 @@ struct SubreportDefinition {
 struct Definition {
     QString name;
     QString title;
+    bool hasImages = false;
     bool blankWhenEmpty = false; ///< no row: one blank page, without headers and footers
     QSizeF pageSize{210, 297};
     QMarginsF margins{15, 12, 15, 12};
@@ -185,8 +186,9 @@ struct Definition {
 /// arguments.
 [[nodiscard]] ExpressionPtr bind(const std::shared_ptr<Expression> &parsed, Definition &definition);
 
-/// Reads a definition file. Error 53 when there is none, 54 "FILE:LINE:COLUMN: what" when it is refused.
-[[nodiscard]] std::shared_ptr<Definition> readDefinition(const QString &path);
+/// Reads a definition file, unless it is as it was when it was last read. Error 53 when there is none, 54
+/// "FILE:LINE:COLUMN: what" when it is refused.
+[[nodiscard]] std::shared_ptr<const Definition> readDefinition(const QString &path);
 /// The same from text; `fileName` stands in the errors, included files and images lie in `folder`.
 [[nodiscard]] std::shared_ptr<Definition> readDefinition(const QByteArray &xml, const QString &fileName,
                                                          const QString &folder = {});

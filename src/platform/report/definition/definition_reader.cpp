@@ -2,9 +2,6 @@
 
 #include "platform/report/definition/statement_writer.h"
 
-#include <QFile>
-#include <QFileInfo>
-
 #include <algorithm>
 #include <array>
 
@@ -271,22 +268,15 @@ void DefinitionReader::readLink(const XmlElement &element) {
     m_links.push_back(std::move(link));
 }
 
-std::shared_ptr<Definition> readDefinition(const QByteArray &xml, const QString &fileName,
-                                           const QString &folder) {
-    const XmlFile file(xml, fileName, folder);
+std::shared_ptr<Definition> readDefinition(const XmlFile &file) {
     if (file.root().name != QStringLiteral("report"))
         file.refuse(file.root().at, QStringLiteral("This is no <report>."));
     return DefinitionReader(file).read(file.root(), nullptr);
 }
 
-std::shared_ptr<Definition> readDefinition(const QString &path) {
-    QFile file(path);
-    const QFileInfo info(path);
-    if (!info.isFile())
-        throw Error(errors::FileNotFound, QStringLiteral("File not found: %1").arg(path));
-    if (!file.open(QIODevice::ReadOnly))
-        throw Error(errors::BadFile, QStringLiteral("%1: %2").arg(path, file.errorString()));
-    return readDefinition(file.readAll(), path, info.path());
+std::shared_ptr<Definition> readDefinition(const QByteArray &xml, const QString &fileName,
+                                           const QString &folder) {
+    return readDefinition(XmlFile(xml, fileName, folder));
 }
 
 } // namespace zel::report

@@ -99,4 +99,6 @@ private:
     std::vector<LinkDefinition> m_links;
 };
 
+[[nodiscard]] std::shared_ptr<Definition> readDefinition(const XmlFile &file);
+
 } // namespace zel::report

@@ -113,6 +113,13 @@ std::vector<XmlElement> XmlFile::included(const XmlElement &include, const QStri
     return std::move(root.children);
 }
 
+std::vector<QString> XmlFile::files() const {
+    std::vector<QString> files;
+    for (const Text &text : m_texts)
+        files.push_back(text.fileName);
+    return files;
+}
+
 const XmlFile::Text &XmlFile::textAt(qsizetype at) const {
     const auto after = std::ranges::upper_bound(m_texts, at, {}, &Text::begin);
     return *(after - 1);

@@ -33,6 +33,8 @@ public:
     XmlFile(const QByteArray &bytes, const QString &fileName, const QString &folder);
 
     [[nodiscard]] const XmlElement &root() const { return m_root; }
+    /// Its own name first, then the included files' paths.
+    [[nodiscard]] std::vector<QString> files() const;
     /// Throws Error 54 with the place.
     [[noreturn]] void refuse(qsizetype at, const QString &what) const;
     /// Of the file that the place is in.

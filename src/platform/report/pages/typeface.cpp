@@ -1,9 +1,11 @@
 #include "platform/report/pages/typeface.h"
 
+#include <QCoreApplication>
 #include <QFontMetricsF>
 
 #include <algorithm>
 #include <cmath>
+#include <deque>
 
 namespace zel::report {
 
@@ -81,13 +83,40 @@ qsizetype Typeface::fitting(const QString &text, double width) const {
     return text.size();
 }
 
+namespace {
+
+using TypefacePtr = std::shared_ptr<const Typeface>;
+
+/// Those in use last, the newest first; fonts must be closed before the application ends.
+std::deque<TypefacePtr> &openTypefaces() {
+    static std::deque<TypefacePtr> open;
+    static const bool closed = (qAddPostRoutine([] { open.clear(); }), true);
+    (void)closed;
+    return open;
+}
+
+TypefacePtr opened(const Font &font) {
+    constexpr std::size_t Most = 24; // about two reports'
+    std::deque<TypefacePtr> &open = openTypefaces();
+    const auto known = std::ranges::find_if(open, [&](const auto &one) { return one->font() == font; });
+    TypefacePtr found = known != open.end() ? *known : std::make_shared<const Typeface>(font);
+    if (known != open.end())
+        open.erase(known);
+    else if (open.size() >= Most)
+        open.pop_back();
+    open.push_front(found);
+    return found;
+}
+
+} // namespace
+
 const Typeface &Typefaces::of(const Font &font) const {
     if (m_last && m_last->font() == font)
         return *m_last;
     const auto known =
         std::ranges::find_if(m_typefaces, [&](const auto &typeface) { return typeface->font() == font; });
     if (known == m_typefaces.end()) {
-        m_typefaces.push_back(std::make_unique<Typeface>(font));
+        m_typefaces.push_back(opened(font));
         m_last = m_typefaces.back().get();
     } else {
         m_last = known->get();

@@ -7,6 +7,8 @@
 #include <QRawFont>
 
 #include <array>
+#include <memory>
+#include <vector>
 
 namespace zel::report {
 
@@ -84,13 +86,13 @@ private:
     mutable std::array<Letter, Letters> m_letters;
 };
 
-/// The typefaces that somebody uses, each opened once.
+/// The typefaces that somebody uses. The last ones that anybody used stay open for the next report.
 class Typefaces {
 public:
     [[nodiscard]] const Typeface &of(const Font &font) const;
 
 private:
-    mutable std::vector<std::unique_ptr<Typeface>> m_typefaces;
+    mutable std::vector<std::shared_ptr<const Typeface>> m_typefaces;
     mutable const Typeface *m_last = nullptr;
 };
 

@@ -31,6 +31,9 @@ struct Traits {
     /// The item of a sub-select that must have one row at most: before and behind it.
     std::string_view onlyBegin;
     std::string_view onlyEnd;
+    /// What comes behind the items of a select with BoundSelect::byIndex; nullptr where the engine itself
+    /// finds the quick way.
+    void (*groupsByIndex)(Writer &writer, const BoundSelect &select);
     /// A column's definition in `create table`, without its name.
     void (*columnDefinition)(Writer &writer, const ColumnNode &column, bool isKey);
     /// Behind `create table`: the identity begins at `seed`, which is above 1.

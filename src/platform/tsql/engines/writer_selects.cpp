@@ -243,13 +243,17 @@ void Writer::oneSelect(const BoundSelect &select, SelectUse use, bool top) {
     if (select.distinct && !distinctByGroups(select))
         *this << "DISTINCT ";
     items(select, use, top);
-    if (select.sources != nullptr) {
-        *this << " FROM ";
-        sources(select.sources);
+    if (select.byIndex && m_traits.groupsByIndex != nullptr) {
+        m_traits.groupsByIndex(*this, select);
+    } else {
+        if (select.sources != nullptr) {
+            *this << " FROM ";
+            sources(select.sources);
+        }
+        if (select.where != nullptr)
+            *this << " WHERE " << *select.where;
+        groups(select);
     }
-    if (select.where != nullptr)
-        *this << " WHERE " << *select.where;
-    groups(select);
     if (select.having != nullptr)
         *this << " HAVING " << *select.having;
     if (select.united == nullptr || !select.top.empty())

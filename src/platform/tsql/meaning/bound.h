@@ -153,6 +153,7 @@ struct BoundSelect {
     bool aggregate = false; ///< aggregates without group by: exactly one row
     bool atMostOneRow = false;
     bool rowIdentity = false; ///< the engine's row identity goes behind the last item
+    bool byIndex = false;     ///< sums by a column that begins an index, whose next column is compared
     bool inOrder = false;     ///< rows that nothing else orders come as they were inserted
     std::string_view top;
     BoundItem *items = nullptr;

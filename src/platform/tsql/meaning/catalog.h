@@ -25,6 +25,11 @@ class Catalog {
 public:
     virtual ~Catalog() = default;
     [[nodiscard]] virtual const Table *table(std::string_view name) const = 0;
+    /// Whether an index of all the table's rows begins with these two columns, in this order.
+    [[nodiscard]] virtual bool indexed(const Table & /*table*/, std::string_view /*first*/,
+                                       std::string_view /*second*/) const {
+        return false;
+    }
     /// Text of "create procedure NAME ..." as stored; nullptr when there is none.
     [[nodiscard]] virtual const std::string *procedure(std::string_view name) const = 0;
 };

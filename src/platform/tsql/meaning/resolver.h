@@ -99,6 +99,7 @@ private:
     void checkGrouped(const BoundSelect &inner, const BoundSelect &select);
     void checkReach(const Expr *argument, std::uint32_t at) const;
     bool atMostOneRow(const BoundSelect &select) const;
+    bool groupsBeginIndex(const BoundSelect &select) const;
     BoundSelect *scalar(const SelectNode &node);
 
     // Expressions.

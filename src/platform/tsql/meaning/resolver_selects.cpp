@@ -102,6 +102,7 @@ BoundSelect *Resolver::oneSelect(const SelectNode &node, bool inOrder) {
     if (made->aggregate || made->groupBy != nullptr || made->having != nullptr || node.having != nullptr)
         checkGroups(*made);
     made->atMostOneRow = atMostOneRow(*made);
+    made->byIndex = groupsBeginIndex(*made);
     return made;
 }
 

@@ -1,12 +1,12 @@
 #include "platform/tsql/engines/sqlite/sqlite_chains.h"
 #include "platform/tsql/engines/sqlite/sqlite_names.h"
+#include "platform/tsql/engines/sqlite/sqlite_sums.h"
 #include "platform/tsql/engines/sqlite/sqlite_texts.h"
 #include "platform/tsql/engines/writer.h"
 #include "platform/tsql/meaning/types.h"
 #include "platform/tsql/text/names.h"
 
 #include <algorithm>
-#include <vector>
 
 namespace zel::tsql {
 
@@ -95,45 +95,6 @@ void writeCase(Writer &out, const Expr &node) {
     if (node.b != nullptr)
         out << " ELSE " << *node.b;
     out << " END";
-}
-
-void collectSums(const Expr *value, int scale, std::vector<const Expr *> &sums) {
-    if (value == nullptr)
-        return;
-    if (value->op == Op::Sum && !value->distinct && value->n == scale)
-        sums.push_back(value);
-    for (const Expr *first : {value->a, value->b, value->c}) {
-        for (const Expr *part = first; part != nullptr; part = part->next)
-            collectSums(part, scale, sums);
-    }
-}
-
-/// The sums of one scale that a select makes beside one another.
-std::vector<const Expr *> sumsOf(const BoundSelect &select, int scale) {
-    std::vector<const Expr *> sums;
-    for (const BoundItem *item = select.items; item != nullptr; item = item->next)
-        collectSums(item->value, scale, sums);
-    collectSums(select.having, scale, sums);
-    for (const BoundOrder *one = select.orderBy; one != nullptr; one = one->next)
-        collectSums(one->value, scale, sums);
-    return sums;
-}
-
-void writeSumOf(Writer &out, const Expr &node, int scale) {
-    out << sqlite_names::Sum << scale << (node.distinct ? "(DISTINCT " : "(") << *node.a << ')';
-}
-
-/// Several sums are one call of a function for each row, since calls cost more than adding.
-void writeSum(Writer &out, const Expr &node) {
-    constexpr std::size_t MostArguments = 100;
-    const std::vector<const Expr *> sums = sumsOf(out.currentSelect(), node.n);
-    const auto place = std::ranges::find(sums, &node);
-    if (sums.size() < 2 || sums.size() > MostArguments || place == sums.end())
-        return writeSumOf(out, node, node.n);
-    out << sqlite_names::SumAt << '(' << sqlite_names::Sums << node.n;
-    for (const Expr *sum : sums)
-        out << (sum == sums.front() ? '(' : ',') << *sum->a;
-    out << ")," << int(place - sums.begin()) << ')';
 }
 
 void writeAverage(Writer &out, const Expr &node) {
@@ -291,6 +252,7 @@ constexpr Traits Sqlite = [] {
     traits.keyEnd = ")";
     traits.onlyBegin = "zel_one(";
     traits.onlyEnd = ")";
+    traits.groupsByIndex = writeGroupsByIndex;
     traits.columnDefinition = writeColumnDefinition;
     traits.identitySeed = writeIdentitySeed;
     traits.analyze = "ANALYZE";
