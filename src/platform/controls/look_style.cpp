@@ -265,7 +265,7 @@ int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption *option, const
     case PM_SmallIconSize:
         return 18;
     case PM_ToolTipLabelFrameWidth:
-        return 4;
+        return 8;
     case PM_FocusFrameHMargin: // between a cell's edge and its text
         return 5;
     case PM_LayoutHorizontalSpacing:
