@@ -2,9 +2,7 @@ create index ixDetJVVoucher on DetJV (VouStatus, VouNo, DrAmt)
 GO
 create index ixDetJVAccount on DetJV (AcCode, VouDate, DrAmt, CrAmt)
 GO
-create index ixDetJVContra on DetJV (CrAc, VouDate)
-GO
-create index ixDetJVNumber on DetJV (VouNo)
+create index ixDetJVDate on DetJV (VouDate)
 GO
 create index ixDetJVSubject on DetJV (AcCode, SubID, VouStatus, CrAmt) where SubID is not null
 GO

@@ -45,6 +45,7 @@ bool isWorkTable(const std::string &name) {
     return name.starts_with("rpt");
 }
 
+/// An index that the pattern has not is of an earlier version, and only costs time when rows are written.
 bool refreshTablesAndIndexes(SqliteSession &pattern, SqliteSession &session) {
     bool changed = false;
     for (const auto &[type, name, sql] : definitions(pattern)) {
@@ -55,6 +56,12 @@ bool refreshTablesAndIndexes(SqliteSession &pattern, SqliteSession &session) {
         if (!before.empty())
             session.execute(std::string("drop ").append(type).append(" ").append(name).c_str());
         session.execute(sql.c_str());
+        changed = true;
+    }
+    for (const auto &[type, name, sql] : definitions(session)) {
+        if (type != "index" || !present(pattern, name).empty())
+            continue;
+        session.execute(("drop index " + name).c_str());
         changed = true;
     }
     return changed;

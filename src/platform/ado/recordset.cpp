@@ -111,13 +111,11 @@ OwnRow Recordset::Private::copyOfCurrent() const {
     row.values.resize(std::size_t(rows().columnCount()));
     for (int column = 0; column < rows().columnCount(); ++column)
         row.values[std::size_t(column)] = value(column);
-    if (!adding) {
-        const OwnRow *own = this->own(current);
-        const auto identity = own ? own->identity : rows().identity(current);
-        if (!identity)
-            throw Error(NotUpdatable, "Insufficient key column information for updating or refreshing.");
-        row.identity = *identity;
-    }
+    const OwnRow *own = this->own(current);
+    const auto identity = own ? own->identity : rows().identity(current);
+    if (!identity)
+        throw Error(NotUpdatable, "Insufficient key column information for updating or refreshing.");
+    row.identity = *identity;
     return row;
 }
 
@@ -131,8 +129,12 @@ std::vector<Assignment> Recordset::Private::assignments() const {
 }
 
 void Recordset::Private::addRow() {
-    OwnRow row = copyOfCurrent();
+    OwnRow row;
     row.identity = connection->driver().insertRow(table, assignments());
+    row.values.resize(std::size_t(rows().columnCount()));
+    for (std::size_t column = 0; column < edited.size(); ++column)
+        if (edited[column])
+            row.values[column] = *std::move(edited[column]);
     for (int column = 0; column < rows().columnCount(); ++column)
         if (const tsql::Column *known = tableColumn(column); known && known->identity)
             row.values[std::size_t(column)] = row.identity;

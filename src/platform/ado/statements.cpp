@@ -189,12 +189,34 @@ private:
     bool m_transaction = false;
 };
 
+/// One statement on tables, whose meaning hangs on nothing but the schema.
+bool isSteady(const std::vector<Statement> &statements, const Sql &text) {
+    return statements.size() == 1 && statements[0].kind <= StatementKind::Delete &&
+           text.text().find('#') == std::string_view::npos;
+}
+
+/// A text without foreign pieces is said again and again, and read once.
+std::vector<Statement> read(Driver &driver, const Sql &text) {
+    driver.refresh();
+    if (!text.pieces().empty())
+        return tsql::translate(text, driver, driver.traits());
+    Readings &known = driver.readings();
+    if (const auto found = known.find(text.text()); found != known.end())
+        return found->second;
+    std::vector<Statement> statements = tsql::translate(text, driver, driver.traits());
+    if (!isSteady(statements, text))
+        return statements;
+    constexpr std::size_t Most = 256; // more than the program has; a script may have any number
+    if (known.size() >= Most)
+        known.clear();
+    return known.emplace(text.text(), std::move(statements)).first->second;
+}
+
 } // namespace
 
 void runStatements(Driver &driver, const Sql &text, const std::function<void(Outcome)> &told,
                    qsizetype most) {
-    driver.refresh();
-    std::vector<Statement> statements = tsql::translate(text, driver, driver.traits());
+    std::vector<Statement> statements = read(driver, text);
     Batch(driver, text, statements, told, most).run();
 }
 

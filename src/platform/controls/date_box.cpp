@@ -1,6 +1,7 @@
 #include "platform/controls/date_box.h"
 
 #include "platform/controls/focus.h"
+#include "platform/controls/look.h"
 #include "platform/controls/typing.h"
 
 #include <QCalendarWidget>
@@ -162,6 +163,8 @@ void DateBox::openCalendar() {
 }
 
 void DateBox::watchCalendar() {
+    if (calendarWidget()->styleSheet().isEmpty())
+        calendarWidget()->setStyleSheet(sheet(QStringLiteral("calendar")));
     // Which days are free is each house's own.
     for (const Qt::DayOfWeek day : {Qt::Saturday, Qt::Sunday})
         calendarWidget()->setWeekdayTextFormat(day, {});

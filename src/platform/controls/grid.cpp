@@ -44,6 +44,7 @@ Grid::Grid(QWidget *parent) : QTableView(parent), m_model(new GridModel(this)) {
     setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    horizontalHeader()->setStyleSheet(sheet(QStringLiteral("heading")));
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setSectionsClickable(false);
     QFont bold = font();

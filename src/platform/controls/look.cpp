@@ -66,9 +66,6 @@ void applyLook(QApplication &application) {
     font.setHintingPreference(QFont::PreferVerticalHinting);
     application.setFont(font);
     application.setWindowIcon(icon(QStringLiteral("logo")));
-    QFile sheet(QStringLiteral(":/look/look.qss"));
-    if (sheet.open(QIODevice::ReadOnly))
-        application.setStyleSheet(QString::fromUtf8(sheet.readAll()));
 }
 
 QIcon icon(const QString &name) {
@@ -78,6 +75,15 @@ QIcon icon(const QString &name) {
     QIcon &found = known[name];
     if (found.isNull())
         found = QIcon(QStringLiteral(":/icons/%1.svg").arg(name));
+    return found;
+}
+
+QString sheet(const QString &name) {
+    static QHash<QString, QString> known;
+    QString &found = known[name];
+    QFile file(QStringLiteral(":/look/%1.qss").arg(name));
+    if (found.isEmpty() && file.open(QIODevice::ReadOnly))
+        found = QString::fromUtf8(file.readAll());
     return found;
 }
 

@@ -7,7 +7,7 @@ class QApplication;
 
 namespace zel::controls {
 
-/// Style, palette, font and style sheet of the whole program, and its icons.
+/// Style, palette and font of the whole program, and its icons.
 void applyLook(QApplication &application);
 
 /// A line icon of the program's set: "save", "new", "delete", "print", "exit", "search", "add", "remove",
@@ -17,6 +17,10 @@ void applyLook(QApplication &application);
 /// resource
 /// ":/icons/<name>.svg".
 [[nodiscard]] QIcon icon(const QString &name);
+
+/// A style sheet for a single widget: "heading" of a table, "calendar". One for the whole program would
+/// remember what it found out about each combo box that ever was.
+[[nodiscard]] QString sheet(const QString &name);
 
 /// Pixels of a length in twips (1440 to the inch) on the screen of the program.
 [[nodiscard]] int pixels(int twips);

@@ -2,6 +2,7 @@
 
 #include "platform/controls/look.h"
 
+#include <QAbstractSpinBox>
 #include <QEvent>
 #include <QLineEdit>
 #include <QMdiArea>
@@ -129,6 +130,13 @@ void sharePalette(const QStyleOption *option) {
     }
 }
 
+/// A box that is read only is grey inside.
+void greyReadOnly(QPalette::ColorRole inside, const QStyleOption *option, const QWidget *widget) {
+    const auto *box = qobject_cast<const QAbstractSpinBox *>(widget);
+    if (option->state.testFlag(QStyle::State_ReadOnly) || (box && box->isReadOnly()))
+        const_cast<QStyleOption *>(option)->palette.setColor(inside, LookStyle::readOnlyBase());
+}
+
 bool hasFocus(const QStyleOption *option) {
     return option->state.testFlag(QStyle::State_HasFocus) && option->state.testFlag(QStyle::State_Enabled);
 }
@@ -139,11 +147,18 @@ LookStyle::LookStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
 
 void LookStyle::drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
                               const QWidget *widget) const {
+    if (element == PE_PanelLineEdit)
+        greyReadOnly(QPalette::Base, option, widget);
     sharePalette(option);
     if (element == PE_FrameFocusRect) {
         // Rows of a grid or a tree show where they are by their selection alone.
         if (!widget || !widget->inherits("QAbstractItemView"))
             drawRing(option->rect, painter);
+        return;
+    }
+    if (element == PE_PanelTipLabel) {
+        painter->fillRect(option->rect, QColor(0xc9, 0xbd, 0x8a));
+        painter->fillRect(option->rect.adjusted(1, 1, -1, -1), option->palette.toolTipBase());
         return;
     }
     if (element == PE_Frame && widget && widget->inherits("QAbstractScrollArea"))
@@ -182,6 +197,8 @@ void LookStyle::drawControl(ControlElement element, const QStyleOption *option, 
 
 void LookStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex *option,
                                    QPainter *painter, const QWidget *widget) const {
+    if (control == CC_ComboBox)
+        greyReadOnly(QPalette::Button, option, widget);
     sharePalette(option);
     const auto *bar = qstyleoption_cast<const QStyleOptionTitleBar *>(option);
     if (control == CC_TitleBar && bar)
@@ -247,6 +264,8 @@ int LookStyle::pixelMetric(PixelMetric metric, const QStyleOption *option, const
         return 18;
     case PM_SmallIconSize:
         return 18;
+    case PM_ToolTipLabelFrameWidth:
+        return 8;
     case PM_FocusFrameHMargin: // between a cell's edge and its text
         return 5;
     case PM_LayoutHorizontalSpacing:
@@ -267,6 +286,8 @@ int LookStyle::styleHint(StyleHint hint, const QStyleOption *option, const QWidg
         return '*';
     case SH_DialogButtonBox_ButtonsHaveIcons:
         return 0;
+    case SH_Table_GridLineColor:
+        return int(QColor(0xdd, 0xe3, 0xea).rgb());
     case SH_UnderlineShortcut:
         return 1;
     case SH_ItemView_ShowDecorationSelected:

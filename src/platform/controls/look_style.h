@@ -13,6 +13,7 @@ class LookStyle : public QProxyStyle {
 public:
     LookStyle();
     [[nodiscard]] static QColor accent() { return QColor(0x1f, 0x6f, 0xb8); }
+    [[nodiscard]] static QColor readOnlyBase() { return QColor(0xed, 0xf0, 0xf3); }
     [[nodiscard]] static QColor titleBar() { return QColor(0x24, 0x50, 0x7d); }
 
     void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,

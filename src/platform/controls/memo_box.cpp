@@ -1,6 +1,7 @@
 #include "platform/controls/memo_box.h"
 
 #include "platform/controls/focus.h"
+#include "platform/controls/look_style.h"
 #include "platform/controls/typing.h"
 
 #include <QInputMethodEvent>
@@ -17,6 +18,14 @@ MemoBox::MemoBox(QWidget *parent) : QPlainTextEdit(parent) {
             Q_EMIT changed();
         }
     });
+}
+
+void MemoBox::setLocked(bool locked) {
+    setReadOnly(locked);
+    QPalette own;
+    if (locked)
+        own.setColor(QPalette::Base, LookStyle::readOnlyBase());
+    setPalette(own);
 }
 
 void MemoBox::keyPressEvent(QKeyEvent *event) {

@@ -18,7 +18,7 @@ public:
     explicit MemoBox(QWidget *parent = nullptr);
 
     [[nodiscard]] bool Locked() const { return isReadOnly(); }
-    void setLocked(bool locked) { setReadOnly(locked); }
+    void setLocked(bool locked);
     [[nodiscard]] QString text() const { return toPlainText(); }
     void setText(const QString &text) { setPlainText(text); }
 

@@ -134,7 +134,8 @@ private Q_SLOTS:
         plain(file, "drop table rptAcLedger");
         plain(file, "drop index ixDetJVSubject");
         plain(file, "create index ixDetJVSubject on DetJV (AcCode, SubID)");
-        plain(file, "drop index ixDetJVNumber");
+        plain(file, "drop index ixDetJVDate");
+        plain(file, "create index ixDetJVNumber on DetJV (VouNo)");
         plain(file, "alter table Accounts add Remark text");
         plain(file, "update sys_procedures set Text = 'create procedure AcLedger as begin delete from "
                     "rptAcLedger end'"

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
 #include <span>
 #include <string>
@@ -23,6 +24,9 @@ struct Assignment {
 /// The values of a running batch by slot; NULL for a slot that is not there yet. They are as the engine gave
 /// them: whole numbers, floating ones and texts.
 using Variables = std::vector<Value>;
+
+/// What texts were read as, by text.
+using Readings = std::map<std::string, std::vector<tsql::Statement>, std::less<>>;
 
 /// When a transaction is safe from a power cut: before its commit() returns, or only together with the next
 /// commit that is, or at the close. Until then a power cut may undo it, whole.
@@ -45,6 +49,9 @@ public:
     /// Makes table() and procedure() answer as the catalog stands now, other programs' changes included. To
     /// be called before a statement text is read; pointers that they gave are valid until then.
     virtual void refresh() = 0;
+
+    /// For texts that mean the same until the schema changes; refresh() empties it when it has.
+    [[nodiscard]] virtual Readings &readings() = 0;
 
     /// The rows of a Select: all, read to the end, or the first `most` when that is above 0.
     [[nodiscard]] virtual std::shared_ptr<const RowSet> query(const tsql::Statement &statement,

@@ -25,6 +25,7 @@ void SqliteCatalog::refresh() {
     if (m_version != version.integer(0)) {
         m_version = version.integer(0);
         m_tables.clear();
+        m_readings.clear();
     }
     // The schema's version does not tell of tables that are this connection's own.
     m_tables.erase(m_tables.lower_bound("#"), m_tables.lower_bound("$"));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/ado/drivers/driver.h"
 #include "platform/ado/drivers/sqlite_session.h"
 #include "platform/tsql/front_end.h"
 
@@ -22,6 +23,9 @@ public:
     [[nodiscard]] bool indexed(const tsql::Table &table, std::string_view first, std::string_view second);
     [[nodiscard]] const std::string *procedure(std::string_view name);
 
+    /// Of texts that name no procedure and no table of the connection's own.
+    [[nodiscard]] Readings &readings() { return m_readings; }
+
     /// 2714 when there is one of that name.
     void storeProcedure(const std::string &name, const std::string &text);
     /// 3701 when there is none.
@@ -35,6 +39,7 @@ private:
     /// What was asked for, by name in lower case; nullopt where there is none of that name.
     std::map<std::string, std::optional<tsql::Table>> m_tables;
     std::map<std::string, std::string> m_procedures;
+    Readings m_readings;
 };
 
 } // namespace zel::ado

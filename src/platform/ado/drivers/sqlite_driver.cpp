@@ -270,9 +270,15 @@ void SqliteDriver::write(const std::string &sql, std::span<const Assignment> val
     running.step();
 }
 
-std::int64_t SqliteDriver::insertRow(std::string_view table, std::span<const Assignment> values) {
-    std::string sql;
-    sql.reserve(UsualText);
+const std::string &SqliteDriver::insertText(std::string_view table, std::span<const Assignment> values) {
+    if (m_insert.table == table && std::ranges::equal(m_insert.columns, values, {}, {}, &Assignment::column))
+        return m_insert.text;
+    m_insert.table = table;
+    m_insert.columns.clear();
+    for (const Assignment &assignment : values)
+        m_insert.columns.emplace_back(assignment.column);
+    std::string &sql = m_insert.text;
+    sql.clear();
     appendQuoted(sql += "insert into ", table);
     if (values.empty()) {
         sql += " default values";
@@ -285,7 +291,11 @@ std::int64_t SqliteDriver::insertRow(std::string_view table, std::span<const Ass
             sql += ", ?";
         sql += ')';
     }
-    write(sql, values, std::nullopt);
+    return sql;
+}
+
+std::int64_t SqliteDriver::insertRow(std::string_view table, std::span<const Assignment> values) {
+    write(insertText(table, values), values, std::nullopt);
     const std::int64_t identity = lastIdentity();
     const tsql::Table *known = this->table(table);
     const bool makesIdentity = known && std::ranges::any_of(known->columns, &tsql::Column::identity);

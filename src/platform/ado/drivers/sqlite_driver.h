@@ -9,6 +9,8 @@
 
 #include <memory>
 #include <optional>
+#include <string>
+#include <vector>
 
 namespace zel::ado {
 
@@ -32,6 +34,7 @@ public:
 
     [[nodiscard]] const tsql::Traits &traits() const override { return tsql::sqlite(); }
     void refresh() override { m_catalog.refresh(); }
+    [[nodiscard]] Readings &readings() override { return m_catalog.readings(); }
     [[nodiscard]] const tsql::Table *table(std::string_view name) const override {
         return m_catalog.table(name);
     }
@@ -74,6 +77,8 @@ private:
     void requireTransaction() const;
     /// Ends what begin() began.
     void ended() noexcept;
+    /// The text that inserts a row of these columns; mostly that of the row before.
+    const std::string &insertText(std::string_view table, std::span<const Assignment> values);
     void write(const std::string &sql, std::span<const Assignment> values,
                std::optional<std::int64_t> identity);
 
@@ -81,6 +86,12 @@ private:
     mutable SqliteCatalog m_catalog; ///< reads a table when it is first asked for
     SqliteLogins m_logins;
     std::optional<std::string> m_caller;
+    struct Insert {
+        std::string table;
+        std::vector<std::string> columns;
+        std::string text;
+    };
+    Insert m_insert; ///< the last one
     bool m_transaction = false;
     Durability m_durability = Durability::Now; ///< of the open transaction
     bool m_changed = false;                    ///< something that lasts was written
