@@ -51,18 +51,6 @@ QString catalogFile(const QString &folder) {
     return path;
 }
 
-void appendQuoted(std::string &sql, std::string_view name) {
-    sql += '"';
-    for (std::size_t quote = name.find('"'); quote != std::string_view::npos; quote = name.find('"')) {
-        sql.append(name, 0, quote + 1) += '"';
-        name.remove_prefix(quote + 1);
-    }
-    sql.append(name) += '"';
-}
-
-/// Room for the text of most rows, so that it is not moved while it grows.
-constexpr std::size_t UsualText = 500;
-
 void appendCell(RowSet &rows, sqlite3_stmt *statement, int column) {
     switch (sqlite3_column_type(statement, column)) {
     case SQLITE_INTEGER:
@@ -270,32 +258,8 @@ void SqliteDriver::write(const std::string &sql, std::span<const Assignment> val
     running.step();
 }
 
-const std::string &SqliteDriver::insertText(std::string_view table, std::span<const Assignment> values) {
-    if (m_insert.table == table && std::ranges::equal(m_insert.columns, values, {}, {}, &Assignment::column))
-        return m_insert.text;
-    m_insert.table = table;
-    m_insert.columns.clear();
-    for (const Assignment &assignment : values)
-        m_insert.columns.emplace_back(assignment.column);
-    std::string &sql = m_insert.text;
-    sql.clear();
-    appendQuoted(sql += "insert into ", table);
-    if (values.empty()) {
-        sql += " default values";
-    } else {
-        sql += " (";
-        for (const Assignment &assignment : values)
-            appendQuoted(&assignment == values.data() ? sql : sql += ", ", assignment.column);
-        sql += ") values (?";
-        for (std::size_t further = 1; further < values.size(); ++further)
-            sql += ", ?";
-        sql += ')';
-    }
-    return sql;
-}
-
 std::int64_t SqliteDriver::insertRow(std::string_view table, std::span<const Assignment> values) {
-    write(insertText(table, values), values, std::nullopt);
+    write(m_insert.of(table, values), values, std::nullopt);
     const std::int64_t identity = lastIdentity();
     const tsql::Table *known = this->table(table);
     const bool makesIdentity = known && std::ranges::any_of(known->columns, &tsql::Column::identity);
@@ -308,16 +272,7 @@ std::int64_t SqliteDriver::insertRow(std::string_view table, std::span<const Ass
 
 bool SqliteDriver::updateRow(std::string_view table, std::int64_t identity,
                              std::span<const Assignment> values) {
-    std::string sql;
-    sql.reserve(UsualText);
-    appendQuoted(sql += "update ", table);
-    sql += " set ";
-    for (const Assignment &assignment : values) {
-        appendQuoted(&assignment == values.data() ? sql : sql += ", ", assignment.column);
-        sql += " = ?";
-    }
-    sql += " where rowid = ?";
-    write(sql, values, identity);
+    write(updateText(table, values), values, identity);
     kept()[tsql::RowCountSlot] = sqlite3_changes(m_session.handle());
     return sqlite3_changes(m_session.handle()) > 0;
 }

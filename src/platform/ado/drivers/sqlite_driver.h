@@ -3,14 +3,13 @@
 #include "platform/ado/drivers/driver.h"
 #include "platform/ado/drivers/sqlite_catalog.h"
 #include "platform/ado/drivers/sqlite_logins.h"
+#include "platform/ado/drivers/sqlite_row_texts.h"
 #include "platform/ado/drivers/sqlite_session.h"
 
 #include <QString>
 
 #include <memory>
 #include <optional>
-#include <string>
-#include <vector>
 
 namespace zel::ado {
 
@@ -77,8 +76,6 @@ private:
     void requireTransaction() const;
     /// Ends what begin() began.
     void ended() noexcept;
-    /// The text that inserts a row of these columns; mostly that of the row before.
-    const std::string &insertText(std::string_view table, std::span<const Assignment> values);
     void write(const std::string &sql, std::span<const Assignment> values,
                std::optional<std::int64_t> identity);
 
@@ -86,12 +83,7 @@ private:
     mutable SqliteCatalog m_catalog; ///< reads a table when it is first asked for
     SqliteLogins m_logins;
     std::optional<std::string> m_caller;
-    struct Insert {
-        std::string table;
-        std::vector<std::string> columns;
-        std::string text;
-    };
-    Insert m_insert; ///< the last one
+    InsertText m_insert;
     bool m_transaction = false;
     Durability m_durability = Durability::Now; ///< of the open transaction
     bool m_changed = false;                    ///< something that lasts was written
