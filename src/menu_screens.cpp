@@ -2,6 +2,10 @@
 
 #include "accounts/frmAcSetting.h"
 #include "accounts/frmAccount.h"
+#include "admin/Frm_User.h"
+#include "admin/frmCompany.h"
+#include "admin/frmRemoveData.h"
+#include "admin/frm_Tele_Directory.h"
 #include "institute/frmCarryForward.h"
 #include "institute/frmCourse.h"
 #include "institute/frmInsRec.h"
@@ -19,6 +23,8 @@ shell::Screens menuScreens() {
     shell::Screens screens{
         {"mnuApp", shows(institute::frmZelApplication::reference)},
         {"mnuCarryFor", shows(institute::frmCarryForward::reference)},
+        {"mnuCompany", shows(admin::frmCompany::reference)},
+        {"mnu_TelDir", shows(admin::frm_Tele_Directory::reference)},
         {"mnuChartOfAC", shows(accounts::frmAccount::reference)},
         {"frmAccount", shell::showsMaximized(accounts::frmAccount::reference)},
         {"mnuVocSetting", shows(accounts::frmAcSetting::reference)},
@@ -26,6 +32,8 @@ shell::Screens menuScreens() {
         {"mnuCourse", shows(institute::frmCourse::reference)},
         {"mnuSession", shows(institute::frmSession::reference)},
         {"mnuRecvVou", shows(institute::frmInsRec::reference)},
+        {"mnuAddUser", shows(admin::Frm_User::reference)},
+        {"frmRemoveData", shows(admin::frmRemoveData::reference)},
         {"frmSecMenus", shows(shell::frmSecMenus::reference)},
     };
     screens.merge(vouchers::voucherScreens());

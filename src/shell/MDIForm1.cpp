@@ -20,7 +20,6 @@
 #include <QScrollBar>
 
 #include <algorithm>
-#include <utility>
 #include <vector>
 
 namespace zel::shell {
@@ -114,32 +113,20 @@ void MDIForm1::buildMenu() {
 
 void MDIForm1::choose(const QAction &item) {
     const QString name = item.objectName();
-    const QString caption = item.property("Caption").toString();
     if (name == "mnuExit")
         return mnuExit_Click();
     if (name == "mnuSetMenu")
-        return openLocked("frmSecMenus", caption, gOpenSetMenus);
+        return openLocked(gOpenSetMenus);
     if (name == "mnuRemoveData")
-        return openLocked("frmRemoveData", caption, gOpenRemoveData);
-    const Opener *open = opener(name);
-    if (!open)
-        return tellMissing(caption);
+        return openLocked(gOpenRemoveData);
     close_Menu();
-    (*open)();
+    openScreen(name);
 }
 
-void MDIForm1::openLocked(const QString &screenName, const QString &caption, bool &destination) {
-    const bool before = std::exchange(destination, true);
-    if (!opener(screenName) && !opener(frmLocPass::destination())) {
-        destination = before;
-        return tellMissing(caption);
-    }
+void MDIForm1::openLocked(bool &destination) {
     close_Menu();
+    destination = true;
     frmLocPass::reference->Show();
-}
-
-void MDIForm1::tellMissing(const QString &caption) {
-    say(caption + " is not part of this version yet.");
 }
 
 void MDIForm1::close_Menu() {

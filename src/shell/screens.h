@@ -14,13 +14,13 @@ using Opener = std::function<void()>;
 
 /// The screens that there are, filled by the program's start: menu items by their names ("mnuSession"), and
 /// the lock prompt's destinations by the screens' ("frmAccount", "frmSecMenus", "frmRemoveData"). The menu
-/// itself knows none of them; an item without a screen says so and does nothing.
+/// itself knows none of them.
 using Screens = std::map<QString, Opener>;
 
 void setScreens(Screens screens);
 
-/// The opener of that name, or nullptr while there is no such screen.
-[[nodiscard]] const Opener *opener(const QString &name);
+/// Brings the screen of that name up. Error 730 when there is none.
+void openScreen(const QString &name);
 
 /// The opener of a screen without more to do.
 template <class T>
