@@ -61,7 +61,7 @@ void frmRemoveData::addRow(QGridLayout &rows, const Removal &removal) {
     auto *button = new controls::Button;
     button->setObjectName(removal.button);
     button->setText("Remove");
-    button->setIconName("remove");
+    button->setIconName("delete");
     button->setAccessibleName("Remove: " + label->text());
     label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     label->setBuddy(button);
