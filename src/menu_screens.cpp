@@ -8,12 +8,14 @@
 #include "admin/frm_Tele_Directory.h"
 #include "institute/frmCarryForward.h"
 #include "institute/frmCourse.h"
+#include "institute/frmFindApp.h"
 #include "institute/frmInsRec.h"
 #include "institute/frmSession.h"
 #include "institute/frmSubject.h"
 #include "institute/frmZelApplication.h"
 #include "reports/frmRPTAccounts.h"
 #include "shell/frmSecMenus.h"
+#include "shell/frmVeiwer.h"
 #include "vouchers/voucher.h"
 
 namespace zel {
@@ -34,6 +36,8 @@ shell::Screens menuScreens() {
         {"mnuRecvVou", shows(institute::frmInsRec::reference)},
         {"mnuAddUser", shows(admin::Frm_User::reference)},
         {"frmRemoveData", shows(admin::frmRemoveData::reference)},
+        {"frmFindApp", shows(institute::frmFindApp::reference, "Application finder")},
+        {"frmVeiwer", shows(shell::frmVeiwer::reference, "Report on the screen")},
         {"frmSecMenus", shows(shell::frmSecMenus::reference)},
     };
     screens.merge(vouchers::voucherScreens());

@@ -51,7 +51,8 @@ frmRemoveData::frmRemoveData() : Form(Kind::OwnSize), ui(std::make_unique<Ui::fr
         addRow(*ui->layoutVouchers, removal);
     for (const Removal &removal : Masters)
         addRow(*ui->layoutMasters, removal);
-    closeOn({Qt::CTRL | Qt::Key_W, Qt::ALT | Qt::Key_X});
+    closeOn({controls::keys::Close, controls::keys::Leave});
+    shell::connectKeys(*this, keys());
 }
 
 frmRemoveData::~frmRemoveData() = default;

@@ -6,6 +6,7 @@
 #include "platform/controls/look.h"
 #include "shell/frmLocPass.h"
 #include "shell/frmLogin.h"
+#include "shell/key_sheet.h"
 #include "shell/logo.h"
 #include "shell/menu_table.h"
 #include "shell/module1.h"
@@ -44,6 +45,7 @@ MDIForm1::MDIForm1() : ui(std::make_unique<Ui::MDIForm1>()), m_panel(std::make_u
     Timer1.setInterval(500);
     connect(&Timer1, &QTimer::timeout, this, &MDIForm1::Timer1_Timer);
     buildMenu();
+    offerKeySheet(*this);
 }
 
 MDIForm1::~MDIForm1() = default;
@@ -51,6 +53,7 @@ MDIForm1::~MDIForm1() = default;
 void MDIForm1::Form_Load() {
     controls::FormHost::setArea(ui->mdiArea);
     m_panel->lblTitle->setText("Login :   " + gUserName);
+    m_panel->Label2->setText("ZEL " ZEL_VERSION " on " + gCon.Engine());
     nameCompany();
     Timer1.start();
     setWindowState(Qt::WindowMaximized);

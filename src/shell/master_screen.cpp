@@ -18,6 +18,11 @@ namespace zel::shell {
 
 MasterScreen::MasterScreen(const MasterTable &table) : m_table(table) {}
 
+Shortcuts MasterScreen::keys() {
+    static constexpr controls::Shortcut Keys[] = {{SaveKey.key, SaveKey.does}};
+    return Keys;
+}
+
 void MasterScreen::connectControls() {
     m_tabs = &named<QTabWidget>(*this, m_table.tabs);
     m_key = &named<controls::TextBox>(*this, m_table.keyBox);
@@ -44,7 +49,8 @@ void MasterScreen::connectControls() {
     on(named<QAbstractButton>(*this, "cmdExit"), "exit", [this] { cmdExit_Click(); });
     if (auto *print = findChild<QAbstractButton *>("cmdPrint"))
         on(*print, "print", [this] { cmdPrint_Click(); });
-    saveByKey(*this, *m_save);
+    connectKeys(*this, keys());
+    onKey(*this, SaveKey, *m_save);
     connect(m_key, &controls::TextBox::changed, this, [this] {
         setUnderWay(*this, m_key->text().isEmpty() ? QString()
                                                    : "correcting " + m_table.noun.toLower() + " " + number());

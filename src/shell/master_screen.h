@@ -10,6 +10,7 @@
 
 #include <memory>
 
+class QAbstractButton;
 class QTabWidget;
 
 namespace zel::shell {
@@ -72,6 +73,7 @@ class MasterScreen : public controls::Form {
 public:
     /// The table must outlive the screen.
     explicit MasterScreen(const MasterTable &table);
+    [[nodiscard]] static Shortcuts keys();
 
     /// Runs the search; a criterion other than those of the table lists everything.
     void FillGrid(const QString &criterion);

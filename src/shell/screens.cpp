@@ -14,11 +14,15 @@ void setScreens(Screens screens) {
     theScreens = std::move(screens);
 }
 
+const Screens &screens() {
+    return theScreens;
+}
+
 void openScreen(const QString &name) {
     const auto found = theScreens.find(name);
     if (found == theScreens.end())
         throw Error(errors::ControlNotFound, "There is no screen " + name + ".");
-    found->second();
+    found->second.open();
 }
 
 } // namespace zel::shell

@@ -1,6 +1,7 @@
 #include "platform/controls/date_box.h"
 
 #include "platform/controls/focus.h"
+#include "platform/controls/shortcut.h"
 #include "platform/controls/typing.h"
 
 #include <QCalendarWidget>
@@ -102,8 +103,7 @@ void DateBox::keyPressEvent(QKeyEvent *event) {
     if ((isDigit && typeDigit(letter.digitValue())) ||
         ((letter == u'/' || letter == u'.' || letter == u'-') && typeStroke()))
         return;
-    const bool opens =
-        event->key() == Qt::Key_F4 || (event->key() == Qt::Key_Down && event->modifiers() == Qt::AltModifier);
+    const bool opens = keys::OpenList.is(event) || keys::OpenListToo.is(event);
     if (isEnter(event)) {
         interpretText();
         if (m_enterKey == EnterKey::GoesOn)

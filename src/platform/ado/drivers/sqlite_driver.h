@@ -30,6 +30,9 @@ public:
     ~SqliteDriver() override;
 
     [[nodiscard]] const tsql::Traits &traits() const override { return tsql::sqlite(); }
+    [[nodiscard]] std::string engine() const override {
+        return std::string("SQLite ") + sqlite3_libversion();
+    }
     void refresh() override { m_catalog.refresh(); }
     [[nodiscard]] const tsql::Table *table(std::string_view name) const override {
         return m_catalog.table(name);
