@@ -132,12 +132,17 @@ QString html(const KeySection &section) {
 
 /// Two columns of about the same height.
 QString html(const std::vector<KeySection> &sections) {
-    const auto height = [](const KeySection &section) { return section.keys.size() + 2; };
-    std::size_t all = 0;
+    const auto height = [](const KeySection &section) {
+        qsizetype lines = 2 + section.title.size() / 40;
+        for (const auto &[key, does] : section.keys)
+            lines += 1 + does.size() / 34;
+        return lines;
+    };
+    qsizetype all = 0;
     for (const KeySection &section : sections)
         all += height(section);
     QString columns[2];
-    std::size_t above = 0;
+    qsizetype above = 0;
     for (const KeySection &section : sections) {
         columns[above + height(section) / 2 < all / 2 ? 0 : 1] += html(section);
         above += height(section);
