@@ -106,10 +106,14 @@ std::unique_ptr<SqliteDriver> SqliteDriver::open(const QString &folder,
     std::unique_ptr<SqliteDriver> driver(new SqliteDriver(path.toStdString(), SqliteSession::Purpose::Use));
     {
         SqliteSession::Running ours = driver->m_session.prepare(
-            "select count(*) from sqlite_master where name in ('sys_logins', 'sys_users', 'sys_rolemembers',"
-            " 'sys_procedures')");
+            "select count(*), (select user_version from pragma_user_version) from sqlite_master where name in"
+            " ('sys_logins', 'sys_users', 'sys_rolemembers', 'sys_procedures')");
         if (!ours.step() || ours.integer(0) != 4)
             throw Error(4060, QStringLiteral("The database \"%1\" is no catalog of this program.").arg(path));
+        if (ours.integer(1) > CatalogVersion)
+            throw Error(948, QStringLiteral("The catalog \"%1\" is of a later version of the program; please "
+                                            "use that one.")
+                                 .arg(path));
     }
     if (credentials) {
         driver->m_logins.check(*credentials);
@@ -126,6 +130,7 @@ std::unique_ptr<SqliteDriver> SqliteDriver::make(const QString &path) {
     ::close(file);
     std::unique_ptr<SqliteDriver> driver(new SqliteDriver(path.toStdString(), SqliteSession::Purpose::Make));
     driver->m_logins.createTables();
+    driver->setVersion();
     driver->m_catalog.refresh();
     return driver;
 }
@@ -300,6 +305,25 @@ bool SqliteDriver::updateRow(std::string_view table, std::int64_t identity,
     return sqlite3_changes(m_session.handle()) > 0;
 }
 
+bool SqliteDriver::setVersion() {
+    {
+        SqliteSession::Running version = m_session.prepare("pragma user_version");
+        if (version.step() && version.integer(0) == CatalogVersion)
+            return false;
+    }
+    m_session.execute(("pragma user_version = " + std::to_string(CatalogVersion)).c_str());
+    return true;
+}
+
+std::vector<std::string> SqliteDriver::damage() {
+    std::vector<std::string> found;
+    SqliteSession::Running integrity = m_session.prepare("pragma integrity_check(20)");
+    while (integrity.step())
+        if (std::string line = integrity.text(0); line != "ok")
+            found.push_back("The file is damaged: " + line + '.');
+    return found;
+}
+
 void SqliteDriver::analyze() {
     m_session.execute("pragma analysis_limit = 0; analyze");
 }
@@ -317,6 +341,14 @@ void SqliteDriver::begin(Durability durability) {
         throw;
     }
     m_transaction = true;
+}
+
+void SqliteDriver::beginReading() {
+    if (m_transaction)
+        throw Error(3988, "A transaction is open on this connection already.");
+    m_session.prepare("begin").step();
+    m_transaction = true;
+    m_session.prepare("select 1 from sqlite_master limit 1").step(); // the moment is that of the first read
 }
 
 void SqliteDriver::ended() noexcept {
