@@ -71,7 +71,7 @@ frmAcSetting::frmAcSetting() : ui(std::make_unique<Ui::frmAcSetting>()) {
                 clearSide(*clearing.side);
         });
     }
-    saveByKey(*this, *ui->cmdSave);
+    connectKeys(*this, keys());
     connect(ui->cmdSave, &controls::Button::clicked, this, &frmAcSetting::cmdSave_Click);
     connect(ui->cmdClear, &controls::Button::clicked, this, &frmAcSetting::cmdClear_Click);
     connect(ui->cmdExit, &controls::Button::clicked, this, &frmAcSetting::cmdExit_Click);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/controls/form.h"
+#include "shell/screen_keys.h"
 
 #include <QString>
 
@@ -18,6 +19,7 @@ class frmAcSetting : public controls::Form {
     Q_OBJECT
 public:
     inline static controls::FormReference<frmAcSetting> reference;
+    [[nodiscard]] static shell::Shortcuts keys() { return shell::SaveAlone; }
 
     frmAcSetting();
     ~frmAcSetting() override;

@@ -50,6 +50,11 @@ frmAccount::frmAccount() : ui(std::make_unique<Ui::frmAccount>()), mnuPop(new QM
 
 frmAccount::~frmAccount() = default;
 
+Shortcuts frmAccount::keys() {
+    static constexpr controls::Shortcut Keys[] = {{SaveKey.key, SaveKey.does}};
+    return Keys;
+}
+
 void frmAccount::connectEvents() {
     connect(ui->lstTree, &controls::TreeView::mouseDown, this,
             [this](Qt::MouseButton button) { RightDown = button == Qt::RightButton; });
@@ -72,7 +77,8 @@ void frmAccount::connectEvents() {
     connect(ui->txtFindAC, &controls::TextBox::changed, this, &frmAccount::FillGrid);
     connect(ui->mshSearch, &controls::Grid::rowDoubleClicked, this, &frmAccount::mshSearch_DblClick);
     connect(ui->cmdCreateAc, &controls::Button::clicked, this, &frmAccount::cmdCreateAc_Click);
-    onKey(*this, Qt::Key_F9, [this] { return isSaveOffered() ? ui->cmdCreateAc : nullptr; });
+    connectKeys(*this, keys());
+    onKey(*this, SaveKey, [this] { return isSaveOffered() ? ui->cmdCreateAc : nullptr; });
     connect(ui->cmdCancel, &controls::Button::clicked, this, &frmAccount::cmdCancel_Click);
     connect(ui->Command3, &controls::Button::clicked, this, &frmAccount::Command3_Click);
     connect(ui->cmdPrint, &controls::Button::clicked, this, &frmAccount::cmdPrint_Click);
@@ -183,7 +189,7 @@ void frmAccount::offer(const char *caption) {
     ui->cmdCreateAc->setIcon(controls::icon(isSaveOffered() ? "save" : "new"));
     ui->cmdCreateAc->setToolTip(QString());
     if (isSaveOffered())
-        tellKey(*ui->cmdCreateAc, Qt::Key_F9);
+        tellKey(*ui->cmdCreateAc, SaveKey);
     const controls::TreeNode *node = ui->lstTree->find(SelKey);
     setUnderWay(*this, !isSaveOffered() ? QString()
                        : IsNew          ? QString("new account")

@@ -3,6 +3,7 @@
 #include "platform/ado/recordset.h"
 #include "platform/controls/form.h"
 #include "shell/report_launcher.h"
+#include "shell/screen_keys.h"
 
 #include <QString>
 
@@ -27,6 +28,7 @@ class frmAccount : public controls::Form {
     Q_OBJECT
 public:
     inline static controls::FormReference<frmAccount> reference;
+    [[nodiscard]] static shell::Shortcuts keys();
 
     frmAccount();
     ~frmAccount() override;

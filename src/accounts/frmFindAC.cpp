@@ -20,7 +20,7 @@ frmFindAC::frmFindAC() : Form(Kind::OwnSize), ui(std::make_unique<Ui::frmFindAC>
     ui->cmdAccounts->setIcon(controls::icon("add"));
     ui->cmdExit->setIcon(controls::icon("exit"));
     // As on the screen that asks; else the key would be the menu's, which leaves them all.
-    ui->cmdExit->setShortcut(Qt::ALT | Qt::Key_X);
+    ui->cmdExit->setShortcut(controls::keys::Leave.key);
     ui->cmdExit->setToolTip("Exit (Alt+X)");
     connect(ui->txtFindAC, &controls::TextBox::changed, this, &frmFindAC::FillGrid);
     connect(ui->txtFindAC, &controls::TextBox::upOrDown, this, [this] { controls::SetFocus(ui->mshSearch); });

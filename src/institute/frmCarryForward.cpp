@@ -88,6 +88,17 @@ frmCarryForward::frmCarryForward() : ui(std::make_unique<Ui::frmCarryForward>())
 
 frmCarryForward::~frmCarryForward() = default;
 
+/// Two captions ask for F and two for D.
+Shortcuts frmCarryForward::keys() {
+    static constexpr controls::Shortcut Keys[] = {
+        {Qt::Key_F6, "Takes the line out", "cmd_Delete_2"},
+        {Qt::Key_F7, "Finds the student", "cmdFindApplication"},
+        {Qt::Key_F8, "Finds the subject", "cmdFindsubject"},
+        SaveKey,
+    };
+    return Keys;
+}
+
 void frmCarryForward::connectEntry() {
     connect(ui->txtStudent, &TextBox::gotFocus, this, [this] { SetFocus(ui->cmdFindApplication); });
     connect(ui->cmdFindApplication, &Button::clicked, this, [] { frmFindApp::reference->Show(); });
@@ -98,11 +109,7 @@ void frmCarryForward::connectEntry() {
     connect(ui->cmdDelete, &Button::clicked, this, &frmCarryForward::cmdDelete_Click);
     connect(ui->cmdCancel, &Button::clicked, this, &frmCarryForward::ClearAll);
     connect(ui->cmdExit, &Button::clicked, this, &frmCarryForward::cmdExit_Click);
-    // Two captions ask for F and two for D.
-    onKey(*this, Qt::Key_F6, *ui->cmd_Delete_2);
-    onKey(*this, Qt::Key_F7, *ui->cmdFindApplication);
-    onKey(*this, Qt::Key_F8, *ui->cmdFindsubject);
-    saveByKey(*this, *ui->cmdSave);
+    connectKeys(*this, keys());
 }
 
 void frmCarryForward::Form_Load() {

@@ -2,6 +2,7 @@
 
 #include "platform/controls/form.h"
 #include "shell/line_grid.h"
+#include "shell/screen_keys.h"
 #include "shell/search.h"
 
 #include <memory>
@@ -22,6 +23,7 @@ class frmCarryForward : public controls::Form {
     Q_OBJECT
 public:
     inline static controls::FormReference<frmCarryForward> reference;
+    [[nodiscard]] static shell::Shortcuts keys();
 
     frmCarryForward();
     ~frmCarryForward() override;

@@ -10,7 +10,8 @@ namespace zel::institute {
 frmFindApp::frmFindApp() : Form(Kind::OwnSize), ui(std::make_unique<Ui::frmFindApp>()) {
     ui->setupUi(this);
     // Alt+X as in the other finders; else the key would be the menu's, which leaves all screens.
-    closeOn({Qt::CTRL | Qt::Key_W, Qt::ALT | Qt::Key_X});
+    closeOn({controls::keys::Close, controls::keys::Leave});
+    shell::connectKeys(*this, keys());
     m_search = std::make_unique<shell::Search>(
         applicationFinderSearch(),
         shell::SearchControls{.criterion = ui->cboCriteria, .value = ui->txt_s_value, .list = ui->Msh});

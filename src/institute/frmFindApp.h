@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/controls/form.h"
+#include "shell/screen_keys.h"
 #include "shell/search.h"
 
 #include <memory>
@@ -17,6 +18,7 @@ class frmFindApp : public controls::Form {
     Q_OBJECT
 public:
     inline static controls::FormReference<frmFindApp> reference;
+    [[nodiscard]] static shell::Shortcuts keys() { return shell::CloseAlone; }
 
     frmFindApp();
     ~frmFindApp() override;

@@ -26,7 +26,7 @@ QList<controls::Grid::Column> columns() {
 frmSearchSub::frmSearchSub() : Form(Kind::OwnSize), ui(std::make_unique<Ui::frmSearchSub>()) {
     ui->setupUi(this);
     // As on the screen that asks; else the key would be the menu's, which leaves them all.
-    ui->txtExit->setShortcut(Qt::ALT | Qt::Key_X);
+    ui->txtExit->setShortcut(controls::keys::Leave.key);
     ui->txtExit->setToolTip("Exit (Alt+X)");
     connect(ui->DataCboCourse, &controls::DataCombo::changed, this, &frmSearchSub::FillGrid);
     connect(ui->txtFind, &controls::TextBox::changed, this, &frmSearchSub::FillGrid);

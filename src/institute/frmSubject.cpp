@@ -68,7 +68,7 @@ void frmSubject::fillCombos() {
               "CourseId", Picked::First);
 }
 
-bool frmSubject::mayBeSaved() {
+bool frmSubject::beginSave() {
     if (!ui->cboCource->Text().isEmpty())
         return true;
     controls::MsgBox("Please Select Cource", controls::vbInformation);

@@ -22,7 +22,7 @@ public:
 protected:
     void Form_Unload() override;
     void fillCombos() override;
-    [[nodiscard]] bool mayBeSaved() override;
+    [[nodiscard]] bool beginSave() override;
     void writeFields() override;
     void cmdExit_Click() override;
     void clearReference() override { reference.clear(); }

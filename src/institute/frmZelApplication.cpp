@@ -112,7 +112,7 @@ void frmZelApplication::connectEntry() {
     connect(ui->cmdDelete, &Button::clicked, this, &frmZelApplication::cmdDelete_Click);
     connect(ui->cmdPrint, &Button::clicked, this, &frmZelApplication::cmdPrint_Click);
     connect(ui->cmdExit, &Button::clicked, this, &frmZelApplication::cmdExit_Click);
-    saveByKey(*this, *ui->cmdSave);
+    connectKeys(*this, keys());
 }
 
 void frmZelApplication::connectLine() {

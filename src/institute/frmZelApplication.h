@@ -4,6 +4,7 @@
 #include "platform/controls/form.h"
 #include "shell/line_grid.h"
 #include "shell/report_launcher.h"
+#include "shell/screen_keys.h"
 #include "shell/search.h"
 
 #include <memory>
@@ -24,6 +25,7 @@ class frmZelApplication : public controls::Form {
     Q_OBJECT
 public:
     inline static controls::FormReference<frmZelApplication> reference;
+    [[nodiscard]] static shell::Shortcuts keys() { return shell::SaveAlone; }
 
     frmZelApplication();
     ~frmZelApplication() override;

@@ -22,6 +22,8 @@ using controls::pixels;
 
 namespace {
 
+constexpr controls::Shortcut RunKey{Qt::Key_F9, "Shows the report"};
+
 void see(Seen seen, std::initializer_list<QWidget *> group) {
     if (seen == Seen::Stays)
         return;
@@ -53,8 +55,6 @@ frmRPTAccounts::frmRPTAccounts() : ui(std::make_unique<Ui::frmRPTAccounts>()) {
     connectButtons();
     connectKeys();
     connectPeriods();
-    closeOn({Qt::CTRL | Qt::Key_W});
-    ui->LblMain->setToolTip("Close (Ctrl+W)");
     connect(ui->DtaCourse, &DataCombo::changed, this, &frmRPTAccounts::DtaCourse_Change);
     connect(ui->DtaCourse, &DataCombo::clicked, this, &frmRPTAccounts::DtaCourse_Change);
 }
@@ -62,17 +62,27 @@ frmRPTAccounts::frmRPTAccounts() : ui(std::make_unique<Ui::frmRPTAccounts>()) {
 frmRPTAccounts::~frmRPTAccounts() = default;
 
 /// The captions have no mnemonics, so these keys are told by the tooltips.
-void frmRPTAccounts::connectKeys() {
-    const std::pair<QWidget *, QKeySequence> keys[] = {
-        {ui->DTPicker1, Qt::ALT | Qt::Key_F},  {ui->DTPicker2, Qt::ALT | Qt::Key_T},
-        {ui->cboSession, Qt::ALT | Qt::Key_N}, {ui->DtaCourse, Qt::ALT | Qt::Key_C},
-        {ui->DtaSubject, Qt::ALT | Qt::Key_U}, {ui->cmdFindAC, Qt::Key_F7},
+Shortcuts frmRPTAccounts::keys() {
+    static constexpr controls::Shortcut Keys[] = {
+        {Qt::ALT | Qt::Key_F, "To the first date", "DTPicker1"},
+        {Qt::ALT | Qt::Key_T, "To the last date", "DTPicker2"},
+        {Qt::ALT | Qt::Key_N, "To the session", "cboSession"},
+        {Qt::ALT | Qt::Key_C, "To the course", "DtaCourse"},
+        {Qt::ALT | Qt::Key_U, "To the subject", "DtaSubject"},
+        {Qt::Key_F7, "Finds the account", "cmdFindAC"},
+        RunKey,
+        controls::keys::Close,
     };
-    for (const auto &[control, key] : keys)
-        onKey(*this, key, *control);
+    return Keys;
+}
+
+void frmRPTAccounts::connectKeys() {
+    shell::connectKeys(*this, keys());
     for (const ReportItem &item : reportItems())
-        tellKey(*((*ui).*item.run), Qt::Key_F9);
-    onKey(*this, Qt::Key_F9, [this] { return m_run; });
+        tellKey(*((*ui).*item.run), RunKey);
+    onKey(*this, RunKey, [this] { return m_run; });
+    closeOn({controls::keys::Close});
+    ui->LblMain->setToolTip("Close (" + controls::keys::Close.shown() + ")");
 }
 
 void frmRPTAccounts::Form_Load() {
@@ -196,7 +206,7 @@ void frmRPTAccounts::FillSubjects() {
 Screens reportScreens() {
     Screens screens;
     for (const ReportItem &item : reportItems())
-        screens[item.menu] = [&item] { frmRPTAccounts::reference->choose(item); };
+        screens[item.menu] = {[&item] { frmRPTAccounts::reference->choose(item); }, frmRPTAccounts::keys()};
     return screens;
 }
 

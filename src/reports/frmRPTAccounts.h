@@ -26,6 +26,7 @@ class frmRPTAccounts : public controls::Form {
     Q_OBJECT
 public:
     inline static controls::FormReference<frmRPTAccounts> reference;
+    [[nodiscard]] static shell::Shortcuts keys();
 
     frmRPTAccounts();
     ~frmRPTAccounts() override;

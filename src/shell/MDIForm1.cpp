@@ -6,6 +6,7 @@
 #include "platform/controls/look.h"
 #include "shell/frmLocPass.h"
 #include "shell/frmLogin.h"
+#include "shell/key_sheet.h"
 #include "shell/logo.h"
 #include "shell/menu_table.h"
 #include "shell/module1.h"
@@ -20,7 +21,6 @@
 #include <QScrollBar>
 
 #include <algorithm>
-#include <utility>
 #include <vector>
 
 namespace zel::shell {
@@ -45,6 +45,7 @@ MDIForm1::MDIForm1() : ui(std::make_unique<Ui::MDIForm1>()), m_panel(std::make_u
     Timer1.setInterval(500);
     connect(&Timer1, &QTimer::timeout, this, &MDIForm1::Timer1_Timer);
     buildMenu();
+    offerKeySheet(*this);
 }
 
 MDIForm1::~MDIForm1() = default;
@@ -52,6 +53,7 @@ MDIForm1::~MDIForm1() = default;
 void MDIForm1::Form_Load() {
     controls::FormHost::setArea(ui->mdiArea);
     m_panel->lblTitle->setText("Login :   " + gUserName);
+    m_panel->Label2->setText("ZEL " ZEL_VERSION " on " + gCon.Engine());
     nameCompany();
     Timer1.start();
     setWindowState(Qt::WindowMaximized);
@@ -114,32 +116,20 @@ void MDIForm1::buildMenu() {
 
 void MDIForm1::choose(const QAction &item) {
     const QString name = item.objectName();
-    const QString caption = item.property("Caption").toString();
     if (name == "mnuExit")
         return mnuExit_Click();
     if (name == "mnuSetMenu")
-        return openLocked("frmSecMenus", caption, gOpenSetMenus);
+        return openLocked(gOpenSetMenus);
     if (name == "mnuRemoveData")
-        return openLocked("frmRemoveData", caption, gOpenRemoveData);
-    const Opener *open = opener(name);
-    if (!open)
-        return tellMissing(caption);
+        return openLocked(gOpenRemoveData);
     close_Menu();
-    (*open)();
+    openScreen(name);
 }
 
-void MDIForm1::openLocked(const QString &screenName, const QString &caption, bool &destination) {
-    const bool before = std::exchange(destination, true);
-    if (!opener(screenName) && !opener(frmLocPass::destination())) {
-        destination = before;
-        return tellMissing(caption);
-    }
+void MDIForm1::openLocked(bool &destination) {
     close_Menu();
+    destination = true;
     frmLocPass::reference->Show();
-}
-
-void MDIForm1::tellMissing(const QString &caption) {
-    say(caption + " is not part of this version yet.");
 }
 
 void MDIForm1::close_Menu() {

@@ -33,8 +33,6 @@ public:
     void showPanel();
     /// Shows or hides the items of that caption; without one that bears it nothing happens.
     void setItemVisible(const QString &caption, bool visible);
-    /// Says in the status bar that what bears the caption is still to come.
-    void tellMissing(const QString &caption);
 
 protected:
     void Form_Load() override;
@@ -50,7 +48,7 @@ private:
     void choose(const QAction &item);
     /// Through the lock prompt, which leads where the flags say: that may be to another screen than the
     /// item's.
-    void openLocked(const QString &screenName, const QString &caption, bool &destination);
+    void openLocked(bool &destination);
     void mnuExit_Click();
     void Timer1_Timer();
     /// All menu items whose Tag is "M"; no item bears that tag.

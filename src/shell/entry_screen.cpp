@@ -4,9 +4,6 @@
 #include "platform/controls/text_box.h"
 #include "shell/module1.h"
 
-#include <QAbstractButton>
-#include <QShortcut>
-
 #include <utility>
 
 namespace zel::shell {
@@ -62,35 +59,6 @@ void fillGrid(controls::Grid &grid, const ado::Recordset &rows,
     grid.setDataSource(rows.rows());
     grid.setRedraw(true);
     grid.setColumns(columns);
-}
-
-void onKey(QWidget &screen, const QKeySequence &key, std::function<QWidget *()> target) {
-    auto *shortcut = new QShortcut(key, &screen);
-    shortcut->setContext(Qt::WidgetWithChildrenShortcut);
-    QObject::connect(shortcut, &QShortcut::activated, &screen, [target = std::move(target)] {
-        QWidget *control = target();
-        if (!control || !control->isEnabled() || !control->isVisible())
-            return;
-        // Like a button's own key: the box that is left takes what was typed into it.
-        control->setFocus(Qt::ShortcutFocusReason);
-        if (auto *button = qobject_cast<QAbstractButton *>(control))
-            button->click();
-    });
-}
-
-void tellKey(QWidget &control, const QKeySequence &key) {
-    const auto *button = qobject_cast<QAbstractButton *>(&control);
-    const QString name = button ? button->text().remove('&') : control.accessibleName();
-    control.setToolTip(name + " (" + key.toString() + ")");
-}
-
-void onKey(QWidget &screen, const QKeySequence &key, QWidget &control) {
-    onKey(screen, key, [&control] { return &control; });
-    tellKey(control, key);
-}
-
-void saveByKey(QWidget &screen, QAbstractButton &save) {
-    onKey(screen, Qt::Key_F9, save);
 }
 
 void bindCombo(controls::DataCombo &combo, const Sql &source, const char *listField, const char *boundColumn,

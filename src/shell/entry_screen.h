@@ -2,14 +2,12 @@
 
 #include "platform/ado/recordset.h"
 #include "platform/controls/grid.h"
+#include "shell/screen_keys.h"
 
 #include <QString>
 
-#include <functional>
 #include <optional>
 
-class QAbstractButton;
-class QKeySequence;
 class QWidget;
 
 namespace zel::controls {
@@ -39,17 +37,6 @@ void limitTagged(QWidget &form, ado::Recordset &columns, TypingLimit limit, cons
 /// The filling of a list from rows just opened: without a row the grid is unbound, cleared and left with two
 /// rows, headings gone; else it is bound without redrawing and gets its headings.
 void fillGrid(controls::Grid &grid, const ado::Recordset &rows, const QList<controls::Grid::Column> &columns);
-
-/// On that screen the key gives the focus to the control that `target` names, and clicks a button. Nothing
-/// happens while the control is null, disabled or out of sight.
-void onKey(QWidget &screen, const QKeySequence &key, std::function<QWidget *()> target);
-/// The tooltip: what the control is for, and its key.
-void tellKey(QWidget &control, const QKeySequence &key);
-/// Both, for the one control.
-void onKey(QWidget &screen, const QKeySequence &key, QWidget &control);
-
-/// F9 does what the screen's Save does.
-void saveByKey(QWidget &screen, QAbstractButton &save);
 
 /// The row that a list picks when it is bound: none, its first, its last.
 enum class Picked { None, First, Last };

@@ -59,8 +59,8 @@ void frmLocPass::cmdOK_Click() {
     }
     Unload();
     reference.clear();
-    if (const Opener *open = opener(destination()))
-        (*open)();
+    if (const QString screen = destination(); !screen.isEmpty())
+        openScreen(screen);
 }
 
 void frmLocPass::cmdCancel_Click() {

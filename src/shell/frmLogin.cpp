@@ -7,6 +7,7 @@
 #include "platform/controls/msg_box.h"
 #include "shell/MDIForm1.h"
 #include "shell/display.h"
+#include "shell/key_sheet.h"
 #include "shell/module1.h"
 #include "shell/server_file.h"
 
@@ -29,6 +30,7 @@ frmLogin::frmLogin()
     : Form(Kind::Window), ui(std::make_unique<Ui::frmLogin>()), m_display(std::make_unique<Display>()) {
     ui->setupUi(this);
     setWindowIcon(controls::icon("logo"));
+    offerKeySheet(*this);
     ui->cboUsers->setCompleter(nullptr); // a name that is the beginning of another stays as it is typed
     connect(ui->cboUsers->lineEdit(), &QLineEdit::returnPressed, this,
             [this] { controls::SetFocus(ui->txtPassword); });

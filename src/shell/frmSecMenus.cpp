@@ -2,7 +2,6 @@
 #include "ui_frmSecMenus.h"
 
 #include "platform/controls/look.h"
-#include "shell/entry_screen.h"
 #include "shell/module1.h"
 #include "shell/status_words.h"
 
@@ -39,7 +38,7 @@ frmSecMenus::frmSecMenus() : Form(Kind::OwnSize), ui(std::make_unique<Ui::frmSec
         m_boxes[i] = box;
         connect(box, &QCheckBox::toggled, this, [box](bool ticked) { setBold(*box, ticked); });
     }
-    saveByKey(*this, *ui->cmdSave);
+    connectKeys(*this, keys());
     connect(ui->cmdSave, &QAbstractButton::clicked, this, &frmSecMenus::cmdSave_Click);
     connect(ui->Command1, &QAbstractButton::clicked, this, &frmSecMenus::Command1_Click);
 }

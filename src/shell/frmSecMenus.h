@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/controls/form.h"
+#include "shell/screen_keys.h"
 
 #include <array>
 #include <memory>
@@ -19,6 +20,7 @@ class frmSecMenus : public controls::Form {
     Q_OBJECT
 public:
     inline static controls::FormReference<frmSecMenus> reference;
+    [[nodiscard]] static Shortcuts keys() { return SaveAlone; }
 
     frmSecMenus();
     ~frmSecMenus() override;

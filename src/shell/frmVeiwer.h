@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/controls/form.h"
+#include "shell/screen_keys.h"
 
 #include <memory>
 
@@ -19,6 +20,7 @@ class frmVeiwer : public controls::Form {
     Q_OBJECT
 public:
     inline static controls::FormReference<frmVeiwer> reference;
+    [[nodiscard]] static Shortcuts keys();
 
     frmVeiwer();
     ~frmVeiwer() override;

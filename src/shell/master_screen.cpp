@@ -18,6 +18,11 @@ namespace zel::shell {
 
 MasterScreen::MasterScreen(const MasterTable &table) : m_table(table) {}
 
+Shortcuts MasterScreen::keys() {
+    static constexpr controls::Shortcut Keys[] = {{SaveKey.key, SaveKey.does}};
+    return Keys;
+}
+
 void MasterScreen::connectControls() {
     m_tabs = &named<QTabWidget>(*this, m_table.tabs);
     m_key = &named<controls::TextBox>(*this, m_table.keyBox);
@@ -43,8 +48,9 @@ void MasterScreen::connectControls() {
     on(named<QAbstractButton>(*this, "cmdDelete"), "delete", [this] { cmdDelete_Click(); });
     on(named<QAbstractButton>(*this, "cmdExit"), "exit", [this] { cmdExit_Click(); });
     if (auto *print = findChild<QAbstractButton *>("cmdPrint"))
-        print->setIcon(controls::icon("print"));
-    saveByKey(*this, *m_save);
+        on(*print, "print", [this] { cmdPrint_Click(); });
+    connectKeys(*this, keys());
+    onKey(*this, SaveKey, *m_save);
     connect(m_key, &controls::TextBox::changed, this, [this] {
         setUnderWay(*this, m_key->text().isEmpty() ? QString()
                                                    : "correcting " + m_table.noun.toLower() + " " + number());
@@ -110,24 +116,41 @@ void MasterScreen::openForSave() {
             gRs.MoveFirst();
         return;
     }
-    OpenRs(m_table.nextNumber);
-    if (gRs.RecordCount() > 0) {
-        gRs.MoveFirst();
-        m_key->setText(gRs.Fields(m_table.keyColumn).text());
+    if (!m_table.nextNumber.text().empty()) {
+        OpenRs(m_table.nextNumber);
+        if (gRs.RecordCount() > 0) {
+            gRs.MoveFirst();
+            m_key->setText(gRs.Fields(m_table.keyColumn).text());
+        }
     }
     OpenRs(m_table.none);
     gRs.AddNew();
 }
 
+bool MasterScreen::isComplete() {
+    for (const MasterTable::Required &required : m_table.required) {
+        auto &box = named<controls::TextBox>(*this, required.box);
+        if (!box.text().isEmpty())
+            continue;
+        controls::MsgBox(required.message, controls::vbInformation);
+        controls::SetFocus(&box);
+        return false;
+    }
+    return true;
+}
+
 void MasterScreen::cmdSave_Click() {
-    if (!mayBeSaved())
+    if (!isComplete() || !beginSave())
         return;
+    const bool isNew = m_key->text().isEmpty();
     openForSave();
+    rowOpened(isNew);
     saveTagged(*this, gRs, m_table.notSaved, m_table.tag);
     writeFields();
-    gRs.Fields(m_table.keyColumn) = m_key->text();
+    if (!m_table.nextNumber.text().empty())
+        gRs.Fields(m_table.keyColumn) = m_key->text();
     gRs.Update();
-    say(m_table.noun + " " + m_key->text() + " saved");
+    say(m_table.noun + " " + gRs.Fields(m_table.keyColumn).text() + " saved");
     if (m_table.focusAfterSave)
         controls::SetFocus(m_first);
     FillGrid({});
@@ -155,6 +178,22 @@ void MasterScreen::cmdExit_Click() {
     unloadForGood();
 }
 
+void MasterScreen::prepareReport() {
+    ReportSettings settings;
+    settings.logon = Logon::Fixed;
+    if (!m_key->text().isEmpty())
+        settings.selection = m_table.report.selection + number();
+    m_report.OpenReport(m_table.report.file);
+    m_report.prepare(settings);
+}
+
+void MasterScreen::cmdPrint_Click() {
+    if (!m_table.report.file)
+        return;
+    prepareReport();
+    m_report.view();
+}
+
 void MasterScreen::Msh_DblClick() {
     const int row = m_grid->Row();
     if (row < 1 || m_grid->TextMatrix(row, 0).isEmpty())
@@ -169,7 +208,7 @@ void MasterScreen::Msh_DblClick() {
     for (std::size_t i = 0; i < m_filled.size(); ++i)
         m_filled[i].write(m_grid->TextMatrix(row, m_table.filled[i].column));
     showRow(row);
-    if (gFinderOpen)
+    if (m_table.closesForFinder && gFinderOpen)
         return unloadForGood();
     m_tabs->setCurrentIndex(0);
     m_save->setText("&Save");

@@ -2,6 +2,7 @@
 
 #include "platform/controls/form.h"
 #include "shell/entry_screen.h"
+#include "shell/report_launcher.h"
 #include "shell/screen_box.h"
 #include "shell/search.h"
 
@@ -9,6 +10,7 @@
 
 #include <memory>
 
+class QAbstractButton;
 class QTabWidget;
 
 namespace zel::shell {
@@ -26,6 +28,15 @@ struct MasterTable {
         Part part = Part::Text;
     };
 
+    struct Required {
+        const char *box = nullptr;
+        const char *message = nullptr; ///< shown where the box is empty
+    };
+    struct Report {
+        const char *file = nullptr;
+        Sql selection{}; ///< up to the number; of all records where none is shown
+    };
+
     QString noun; ///< what a row is called in the status bar: "Session"
     const char *tag = "M";
     const char *keyColumn;
@@ -33,7 +44,8 @@ struct MasterTable {
     const char *firstBox;        ///< gets the focus when a row was chosen
     bool focusAfterSave = false; ///< then, too
     QStringList notSaved{};      ///< tagged boxes that a save passes over
-    Sql nextNumber{};
+    std::vector<Required> required{};
+    Sql nextNumber{}; ///< none: the key is the database's to give
     Sql none;
     Sql byKey;    ///< up to the number
     Sql remove{}; ///< up to the number; a blank follows it
@@ -45,6 +57,8 @@ struct MasterTable {
     const char *chosenHeading = nullptr;   ///< cell (0,0) from the choice of a row to the next filling
     std::vector<Filled> filled{};          ///< where the choice is FromList
     bool unloadsOnLostFocus = false;       ///< when the form itself, not a control on it, loses the focus
+    bool closesForFinder = true;           ///< while a finder is up, the choice of a row closes the screen
+    Report report{};                       ///< what cmdPrint shows, read as "sa" with an empty password
 
     const char *tabs = "SSTab1";
     const char *saveButton = "cmdSave";
@@ -59,6 +73,7 @@ class MasterScreen : public controls::Form {
 public:
     /// The table must outlive the screen.
     explicit MasterScreen(const MasterTable &table);
+    [[nodiscard]] static Shortcuts keys();
 
     /// Runs the search; a criterion other than those of the table lists everything.
     void FillGrid(const QString &criterion);
@@ -76,13 +91,17 @@ protected:
     virtual void cmdSave_Click();
     virtual void cmdDelete_Click();
     virtual void cmdExit_Click();
+    virtual void cmdCancel_Click();
+    virtual void cmdPrint_Click();
     virtual void Msh_DblClick();
-    void cmdCancel_Click();
 
     /// The lists of the screen's own combos, on load.
     virtual void fillCombos() {}
-    /// Whether the save may begin; otherwise the message has been shown and the focus set.
-    [[nodiscard]] virtual bool mayBeSaved() { return true; }
+    /// The steps of a save before its row is opened. False ends it: the message has been shown and the focus
+    /// set.
+    [[nodiscard]] virtual bool beginSave() { return true; }
+    /// The steps between the opening of the row and the tagged boxes.
+    virtual void rowOpened([[maybe_unused]] bool isNew) {}
     /// Fields beside the tagged boxes, before the key is written.
     virtual void writeFields() {}
     /// Controls beside the tagged boxes, from a row of the list.
@@ -93,7 +112,9 @@ protected:
     /// Empties the tagged boxes.
     virtual void ClearAll();
     /// Shows the record of the key in the tagged boxes.
-    void FillData();
+    virtual void FillData();
+    /// Opens the table's report and sets it up.
+    void prepareReport();
     /// The number in the key box, for a statement.
     [[nodiscard]] QString number() const;
     void unloadForGood();
@@ -104,6 +125,7 @@ private:
     void Msh_Enter();
     /// Opens the row to be written: a new one with the next number, or the one of the key.
     void openForSave();
+    [[nodiscard]] bool isComplete();
 
     const MasterTable &m_table;
     bool m_shownBefore = false;
@@ -114,6 +136,7 @@ private:
     QAbstractButton *m_save = nullptr;
     std::vector<ScreenBox> m_filled; ///< one for each of the table
     std::unique_ptr<Search> m_search;
+    ReportLauncher m_report;
 };
 
 } // namespace zel::shell

@@ -1,5 +1,7 @@
 #include "shell/screens.h"
 
+#include "platform/base/error.h"
+
 #include <utility>
 
 namespace zel::shell {
@@ -12,9 +14,15 @@ void setScreens(Screens screens) {
     theScreens = std::move(screens);
 }
 
-const Opener *opener(const QString &name) {
+const Screens &screens() {
+    return theScreens;
+}
+
+void openScreen(const QString &name) {
     const auto found = theScreens.find(name);
-    return found == theScreens.end() ? nullptr : &found->second;
+    if (found == theScreens.end())
+        throw Error(errors::ControlNotFound, "There is no screen " + name + ".");
+    found->second.open();
 }
 
 } // namespace zel::shell

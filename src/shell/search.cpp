@@ -60,7 +60,8 @@ const SearchTable::Criterion *Search::find(const QString &caption) const {
 
 void Search::run(const QString &criterion) {
     const SearchTable::Criterion *known = find(criterion);
-    if (!known || known->before.text().empty()) {
+    const bool all = m_table.allWithoutValue && m_controls.value->text().isEmpty();
+    if (all || !known || known->before.text().empty()) {
         OpenRs(m_table.all);
     } else if (known->searched == Searched::Text) {
         OpenRs(known->before + m_controls.value->text() + known->behind);

@@ -32,6 +32,7 @@ struct SearchTable {
     QList<controls::Grid::Column> columns;
     bool criterionSearches = false; ///< another criterion searches at once, not only with the next value
     bool headingsStay = false;      ///< over an empty list, too
+    bool allWithoutValue = false;   ///< while nothing is searched for, whatever the criterion
 };
 
 /// The controls of a search; a screen without criteria or without dates has none of those.

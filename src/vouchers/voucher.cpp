@@ -61,7 +61,7 @@ void showVoucher(const VoucherKind &kind) {
 shell::Screens voucherScreens() {
     shell::Screens screens;
     for (const VoucherKind &kind : voucherKinds())
-        screens[kind.menu] = [&kind] { showVoucher(kind); };
+        screens[kind.menu] = {[&kind] { showVoucher(kind); }, VoucherScreen::keys()};
     return screens;
 }
 

@@ -27,8 +27,18 @@ using controls::vbInformation;
 using shell::named;
 
 namespace {
-constexpr Qt::Key PrintSaved = Qt::Key_F12;
+constexpr controls::Shortcut PrintSaved{Qt::Key_F12, "Prints what was saved last"};
 } // namespace
+
+shell::Shortcuts VoucherScreen::keys() {
+    static constexpr controls::Shortcut Keys[] = {
+        {Qt::Key_F7, "Finds the credit account", "cmdSelectCr"},
+        {Qt::Key_F8, "Finds the debit account", "cmdSelectDr"},
+        shell::SaveKey,
+        PrintSaved,
+    };
+    return Keys;
+}
 
 void VoucherScreen::connectEntry() {
     const auto on = [this](const char *button, auto procedure) {
@@ -47,10 +57,8 @@ void VoucherScreen::connectEntry() {
     if (m_kind.statusHandsFocusOn)
         connect(&named<TextBox>(*this, "txtVouStatus"), &TextBox::gotFocus, this,
                 [this] { SetFocus(DTPicker); });
-    shell::onKey(*this, Qt::Key_F7, *m_credit.select);
-    shell::onKey(*this, Qt::Key_F8, *m_debit.select);
-    shell::saveByKey(*this, *cmdSave);
-    auto *slip = new QShortcut(PrintSaved, this);
+    shell::connectKeys(*this, keys());
+    auto *slip = new QShortcut(QKeySequence(PrintSaved.key), this);
     slip->setContext(Qt::WidgetWithChildrenShortcut);
     connect(slip, &QShortcut::activated, this, &VoucherScreen::printSaved);
 }
@@ -141,8 +149,8 @@ void VoucherScreen::cmdSave_Click() {
     if (whole)
         whole->commit();
     m_saved = header.number;
-    shell::say(shownName() + " saved, " + shownAmount(header.total) + " (" +
-               QKeySequence(PrintSaved).toString() + " prints it)");
+    shell::say(shownName() + " saved, " + shownAmount(header.total) + " (" + PrintSaved.shown() +
+               " prints it)");
     ClearAll();
     SetFocus(DTPicker);
     totGrdAmount();

@@ -2,6 +2,7 @@
 
 #include "platform/controls/form.h"
 #include "shell/report_launcher.h"
+#include "shell/screen_keys.h"
 #include "shell/search.h"
 #include "vouchers/voucher_kind.h"
 
@@ -29,6 +30,7 @@ public:
     /// The kind must outlive the screen.
     explicit VoucherScreen(const VoucherKind &kind);
     ~VoucherScreen() override;
+    [[nodiscard]] static shell::Shortcuts keys();
 
 protected:
     /// To be called by the constructor after setupUi. Error 730 names a control that is missing.

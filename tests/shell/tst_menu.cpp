@@ -157,18 +157,6 @@ private Q_SLOTS:
         }
     }
 
-    void missingScreenLeavesAllAlone() {
-        OpenFrame frame;
-        openByMenu("mnuCPVou", {});
-        QVERIFY(frame.panelShown());
-        QVERIFY(said().contains("Cash Payment Voucher"));
-        shell::setScreens({});
-        openByMenu("mnuRemoveData", {});
-        QVERIFY(frame.panelShown());
-        QVERIFY(!shell::gOpenRemoveData);
-        QVERIFY(!form("frmLocPass"));
-    }
-
     /// By the flags set before.
     void lockLeadsTo_data() { rowsFrom<QString, QString, QString>(Facts); }
 

@@ -6,6 +6,7 @@
 #include "tests/support/driver.h"
 
 #include <QFileInfo>
+#include <QTest>
 #include <QWidget>
 
 #include <cstdio>
@@ -32,6 +33,10 @@ void setFolder(const QString &path) {
     folder = path;
 }
 
+QString pdfName(const QString &name) {
+    return numbered(name, "pdf");
+}
+
 QWidget *frame() {
     return form("MDIForm1");
 }
@@ -43,6 +48,34 @@ void shot(QWidget *widget, const QString &name) {
     if (!widget->grab().save(file))
         qFatal("%s can't be written", qPrintable(file));
     std::printf("%s\n", qPrintable(QFileInfo(file).fileName()));
+}
+
+void mustShow(QWidget *screen, const char *box, const QString &wanted) {
+    if (text(screen, box) != wanted)
+        qFatal("%s shows '%s', '%s' was wanted", box, qPrintable(text(screen, box)), qPrintable(wanted));
+}
+
+void mustPrint(const QString &page, const QStringList &lines) {
+    qsizetype from = 0;
+    for (const QString &line : lines) {
+        from = page.indexOf(line, from);
+        if (from < 0)
+            qFatal("'%s' is not printed", qPrintable(line));
+    }
+}
+
+void logIn(const QString &user, const QString &password) {
+    typeInto(form("frmLogin"), "cboUsers", user);
+    key(Qt::Key_Return);
+    type(password);
+    key(Qt::Key_Return);
+    if (!frame())
+        qFatal("%s is not let in", qPrintable(user));
+    frame()->showNormal();
+    frame()->resize(1280, 800);
+    // The clock shows from its first tick on.
+    if (!QTest::qWaitFor([] { return !text(frame(), "lblDate").isEmpty(); }))
+        qFatal("the main window shows no date");
 }
 
 void key(Qt::Key key, Qt::KeyboardModifiers modifiers) {
@@ -98,9 +131,9 @@ QString exportPage(const QString &name) {
     if (viewer->property("pageCount").toInt() < 1)
         qFatal("the viewer has no page");
     shot(frame(), name);
-    report::exportPdf(*viewer->ReportSource()->document(), numbered(name, "pdf"));
+    report::exportPdf(*viewer->ReportSource()->document(), pdfName(name));
     QString text = viewer->property("plainText").toString();
-    std::printf("%s\n%s\n", qPrintable(QFileInfo(numbered(name, "pdf")).fileName()), qPrintable(text));
+    std::printf("%s\n%s\n", qPrintable(QFileInfo(pdfName(name)).fileName()), qPrintable(text));
     screen->close();
     settle();
     return text;

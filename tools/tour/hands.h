@@ -18,8 +18,18 @@ void setFolder(const QString &folder);
 
 /// A picture of the widget.
 void shot(QWidget *widget, const QString &name);
+/// The file of the station's page.
+[[nodiscard]] QString pdfName(const QString &name);
 /// A picture of the viewer and its report as PDF, then the viewer is closed. Gives the report's text.
 QString exportPage(const QString &name);
+
+/// What a clerk reads off the screen before going on.
+void mustShow(QWidget *screen, const char *box, const QString &wanted);
+/// The lines as they must be printed, in their order.
+void mustPrint(const QString &page, const QStringList &lines);
+
+/// In the login that stands: the name and the password, then the main window in the tour's size.
+void logIn(const QString &user, const QString &password);
 
 void key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 /// Tab, as a clerk presses it, until the control has the focus.

@@ -15,22 +15,6 @@ constexpr Finder Subjects = {"frmSearchSub", "txtFind", "Msh", 2};
 constexpr Finder Applications = {"frmFindApp", "txt_s_value", "Msh", 4};
 constexpr const char *Student = "AYESHA SIDDIQUI";
 
-/// What a clerk reads off the screen before going on.
-void mustShow(QWidget *screen, const char *box, const QString &wanted) {
-    if (text(screen, box) != wanted)
-        qFatal("%s shows '%s', '%s' was wanted", box, qPrintable(text(screen, box)), qPrintable(wanted));
-}
-
-/// The lines as they must be printed, in their order.
-void mustPrint(const QString &page, const QStringList &lines) {
-    qsizetype from = 0;
-    for (const QString &line : lines) {
-        from = page.indexOf(line, from);
-        if (from < 0)
-            qFatal("'%s' is not printed", qPrintable(line));
-    }
-}
-
 void enterMasters(const char *menu, const char *form, const std::vector<std::vector<Typed>> &records,
                   const char *name) {
     QWidget *screen = openByMenu(menu, form);

@@ -22,6 +22,16 @@ void registerStudent();
 void receiveFee();
 /// A subject made inactive on the application and carried forward to the later session.
 void carryForward();
+/// The company's name and numbers, as the main window and the documents show them.
+void keepCompany();
+/// An entry of the telephone directory, printed.
+void keepDirectory();
+/// A new user, who then logs in.
+void addUser();
+/// The removal of all vouchers, on a copy of the catalog.
+void removeFromCopy();
+/// The sheet of keys.
+void showKeys();
 /// The list of admissions, what the sessions are owed, and the active and inactive students.
 void printStudents();
 

@@ -53,6 +53,10 @@ ObjectState Connection::State() const {
     return d->driver ? adStateOpen : adStateClosed;
 }
 
+QString Connection::Engine() const {
+    return QString::fromStdString(driver().engine());
+}
+
 void Connection::Execute(const Sql &statement) {
     runStatements(driver(), statement, [](const Outcome &) {});
 }

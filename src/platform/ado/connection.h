@@ -31,6 +31,8 @@ public:
     void Open();
     void Close();
     [[nodiscard]] ObjectState State() const;
+    /// Name and version of the open catalog's engine: "SQLite 3.40.1".
+    [[nodiscard]] QString Engine() const;
 
     /// Runs any number of statements; rows that they give are dropped.
     void Execute(const Sql &statement);

@@ -1,6 +1,7 @@
 #include "platform/controls/data_combo.h"
 
 #include "platform/base/error.h"
+#include "platform/controls/shortcut.h"
 
 #include <QAbstractListModel>
 #include <QKeyEvent>
@@ -112,7 +113,7 @@ void DataCombo::setBoundText(const QString &text) {
 }
 
 void DataCombo::keyPressEvent(QKeyEvent *event) {
-    if (event->key() == Qt::Key_Delete || event->key() == Qt::Key_Backspace)
+    if (keys::Unpick.is(event) || keys::UnpickToo.is(event))
         setBoundText({});
     else
         ComboBox::keyPressEvent(event);

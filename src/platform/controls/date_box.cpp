@@ -2,6 +2,7 @@
 
 #include "platform/controls/focus.h"
 #include "platform/controls/look.h"
+#include "platform/controls/shortcut.h"
 #include "platform/controls/typing.h"
 
 #include <QCalendarWidget>
@@ -103,8 +104,7 @@ void DateBox::keyPressEvent(QKeyEvent *event) {
     if ((isDigit && typeDigit(letter.digitValue())) ||
         ((letter == u'/' || letter == u'.' || letter == u'-') && typeStroke()))
         return;
-    const bool opens =
-        event->key() == Qt::Key_F4 || (event->key() == Qt::Key_Down && event->modifiers() == Qt::AltModifier);
+    const bool opens = keys::OpenList.is(event) || keys::OpenListToo.is(event);
     if (isEnter(event)) {
         interpretText();
         if (m_enterKey == EnterKey::GoesOn)

@@ -112,9 +112,12 @@ bool Form::eventFilter(QObject *watched, QEvent *event) {
     return QWidget::eventFilter(watched, event);
 }
 
-void Form::closeOn(const QList<QKeySequence> &keys) {
+void Form::closeOn(std::initializer_list<Shortcut> keys) {
+    QList<QKeySequence> sequences;
+    for (const Shortcut &closing : keys)
+        sequences << closing.key;
     auto *shortcut = new QShortcut(this);
-    shortcut->setKeys(keys);
+    shortcut->setKeys(sequences);
     shortcut->setContext(Qt::WidgetWithChildrenShortcut);
     connect(shortcut, &QShortcut::activated, this, [this] { Unload(); });
 }

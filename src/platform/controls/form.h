@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/controls/form_life.h"
+#include "platform/controls/shortcut.h"
 
 #include <QMainWindow>
 #include <QMdiSubWindow>
@@ -44,7 +45,7 @@ public:
 
 protected:
     /// For a screen without an exit button: these keys do what the close box of its window does.
-    void closeOn(const QList<QKeySequence> &keys);
+    void closeOn(std::initializer_list<Shortcut> keys);
     /// The form itself, not a control on it, had the focus and lost it.
     virtual void Form_LostFocus() {}
 

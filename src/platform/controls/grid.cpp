@@ -3,6 +3,7 @@
 #include "platform/controls/cell_delegate.h"
 #include "platform/controls/grid_model.h"
 #include "platform/controls/look.h"
+#include "platform/controls/shortcut.h"
 #include "platform/controls/typing.h"
 
 #include <QContextMenuEvent>
@@ -229,7 +230,7 @@ QItemSelectionModel::SelectionFlags Grid::selectionCommand(const QModelIndex &in
 void Grid::keyPressEvent(QKeyEvent *event) {
     if (isEnter(event)) {
         Q_EMIT enterPressed(Row());
-    } else if (event->key() == Qt::Key_F2) {
+    } else if (keys::TakeRow.is(event)) {
         if (const int row = Row(); row > 0) {
             Q_EMIT rowClicked(row);
             Q_EMIT rowDoubleClicked(row);

@@ -13,8 +13,8 @@ void applyLook(QApplication &application);
 /// A line icon of the program's set: "save", "new", "delete", "print", "exit", "search", "add", "remove",
 /// "cancel", "edit", "first", "previous", "next", "last", "zoom-in", "zoom-out", "fit-width", "fit-page",
 /// "export", "refresh", "user", "calendar", "level-1", "level-2", "level-3", "logo",
-/// "information", "critical". In a .ui file: the
-/// resource
+/// "information", "critical", and what stands beside an address: "company", "contact", "telephone", "mobile",
+/// "fax", "mail", "web", "place", "city", "country", "address". In a .ui file: the resource
 /// ":/icons/<name>.svg".
 [[nodiscard]] QIcon icon(const QString &name);
 

@@ -2,6 +2,7 @@
 
 #include "platform/base/error.h"
 #include "platform/controls/cell_delegate.h"
+#include "platform/controls/shortcut.h"
 #include "platform/controls/typing.h"
 
 #include <QContextMenuEvent>
@@ -85,7 +86,7 @@ void TreeView::keyPressEvent(QKeyEvent *event) {
         Q_EMIT nodeClicked(node, Qt::LeftButton);
     };
     auto *item = static_cast<TreeNode *>(currentItem());
-    if (item && (isEnter(event) || event->key() == Qt::Key_Space))
+    if (item && (isEnter(event) || keys::ClickNode.is(event)))
         return click(item);
     const bool wasHighlighted = item && item->isSelected();
     QTreeWidget::keyPressEvent(event);

@@ -45,6 +45,8 @@ public:
     Driver &operator=(const Driver &) = delete;
 
     [[nodiscard]] virtual const tsql::Traits &traits() const = 0;
+    /// Name and version.
+    [[nodiscard]] virtual std::string engine() const = 0;
 
     /// Makes table() and procedure() answer as the catalog stands now, other programs' changes included. To
     /// be called before a statement text is read; pointers that they gave are valid until then.

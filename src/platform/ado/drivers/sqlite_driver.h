@@ -32,6 +32,9 @@ public:
     ~SqliteDriver() override;
 
     [[nodiscard]] const tsql::Traits &traits() const override { return tsql::sqlite(); }
+    [[nodiscard]] std::string engine() const override {
+        return std::string("SQLite ") + sqlite3_libversion();
+    }
     void refresh() override { m_catalog.refresh(); }
     [[nodiscard]] Readings &readings() override { return m_catalog.readings(); }
     [[nodiscard]] const tsql::Table *table(std::string_view name) const override {

@@ -4,6 +4,7 @@
 #include "platform/controls/look.h"
 #include "platform/report/viewer/output.h"
 #include "platform/report/viewer/page_view.h"
+#include "platform/report/viewer/viewer_keys.h"
 
 #include <QAction>
 #include <QCoreApplication>
@@ -47,39 +48,45 @@ struct CRViewer91::Private {
 
 namespace {
 
+/// Of a tool's key.
+enum class AnsweredBy { Tool, Pages };
+
 struct Tool {
     const char *name; ///< of the action
     const char *icon;
-    const char *tip;
-    const char *keys;
+    const controls::Shortcut &key;
+    AnsweredBy answeredBy = AnsweredBy::Tool;
 };
 
-constexpr Tool firstTool{"actFirst", "first", QT_TRANSLATE_NOOP("CRViewer91", "First page (Home)"), ""};
-constexpr Tool previousTool{"actPrevious", "previous", QT_TRANSLATE_NOOP("CRViewer91", "Previous page"),
-                            "Alt+PgUp"};
-constexpr Tool nextTool{"actNext", "next", QT_TRANSLATE_NOOP("CRViewer91", "Next page"), "Alt+PgDown"};
-constexpr Tool lastTool{"actLast", "last", QT_TRANSLATE_NOOP("CRViewer91", "Last page (End)"), ""};
-constexpr Tool zoomOutTool{"actZoomOut", "zoom-out", QT_TRANSLATE_NOOP("CRViewer91", "Smaller"), "Ctrl+-"};
-constexpr Tool zoomInTool{"actZoomIn", "zoom-in", QT_TRANSLATE_NOOP("CRViewer91", "Larger"), "Ctrl++"};
-constexpr Tool fitWidthTool{"actFitWidth", "fit-width", QT_TRANSLATE_NOOP("CRViewer91", "Fit width"),
-                            "Ctrl+1"};
-constexpr Tool fitPageTool{"actFitPage", "fit-page", QT_TRANSLATE_NOOP("CRViewer91", "Fit page"), "Ctrl+0"};
-constexpr Tool findTool{"actFind", "search", QT_TRANSLATE_NOOP("CRViewer91", "Find next"), "F3"};
-constexpr Tool refreshTool{"actRefresh", "refresh", QT_TRANSLATE_NOOP("CRViewer91", "Read again"), "F5"};
-constexpr Tool printTool{"actPrint", "print", QT_TRANSLATE_NOOP("CRViewer91", "Print"), "Ctrl+P"};
-constexpr Tool exportTool{"actExport", "export", QT_TRANSLATE_NOOP("CRViewer91", "Export as PDF"), "Ctrl+E"};
+constexpr Tool firstTool{"actFirst", "first", keys::FirstPage, AnsweredBy::Pages};
+constexpr Tool previousTool{"actPrevious", "previous", keys::PreviousPage};
+constexpr Tool nextTool{"actNext", "next", keys::NextPage};
+constexpr Tool lastTool{"actLast", "last", keys::LastPage, AnsweredBy::Pages};
+constexpr Tool zoomOutTool{"actZoomOut", "zoom-out", keys::ZoomOut};
+constexpr Tool zoomInTool{"actZoomIn", "zoom-in", keys::ZoomIn};
+constexpr Tool fitWidthTool{"actFitWidth", "fit-width", keys::FitWidth};
+constexpr Tool fitPageTool{"actFitPage", "fit-page", keys::FitPage};
+constexpr Tool findTool{"actFind", "search", keys::FindNext};
+constexpr Tool refreshTool{"actRefresh", "refresh", keys::Refresh};
+constexpr Tool printTool{"actPrint", "print", keys::Print};
+constexpr Tool exportTool{"actExport", "export", keys::Export};
+
+/// On the viewer and whatever stands on it.
+void setKey(QAction &action, const controls::Shortcut &key) {
+    action.setShortcut(QKeySequence(key.key));
+    action.setShortcutContext(Qt::WidgetWithChildrenShortcut);
+}
+
+QString tipOf(const controls::Shortcut &key) {
+    return QStringLiteral("%1 (%2)").arg(CRViewer91::tr(key.does), key.shown());
+}
 
 QAction *addTool(QToolBar &bar, const Tool &tool, QWidget *viewer, const std::function<void()> &run) {
-    QString tip = CRViewer91::tr(tool.tip);
-    auto *action = new QAction(controls::icon(QString::fromLatin1(tool.icon)), tip, viewer);
+    auto *action = new QAction(controls::icon(tool.icon), CRViewer91::tr(tool.key.does), viewer);
     action->setObjectName(QString::fromLatin1(tool.name));
-    const QKeySequence keys(QString::fromLatin1(tool.keys));
-    if (!keys.isEmpty()) {
-        action->setShortcut(keys);
-        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-        tip += QStringLiteral(" (%1)").arg(keys.toString(QKeySequence::NativeText));
-    }
-    action->setToolTip(tip);
+    if (tool.answeredBy == AnsweredBy::Tool)
+        setKey(*action, tool.key);
+    action->setToolTip(tipOf(tool.key));
     viewer->addAction(action);
     bar.addAction(action);
     QObject::connect(action, &QAction::triggered, viewer, run);
@@ -201,16 +208,15 @@ void CRViewer91::Private::addZoom(CRViewer91 &viewer) {
     zoom->setMinimumWidth(viewer.fontMetrics().horizontalAdvance(QStringLiteral("0000%")));
     tools->addWidget(zoom);
     QAction *larger = addTool(*tools, zoomInTool, &viewer, [this] { pages->setZoom(pages->zoom() * 1.25); });
-    larger->setShortcuts({QKeySequence(QStringLiteral("Ctrl++")), QKeySequence(QStringLiteral("Ctrl+="))});
+    larger->setShortcuts({QKeySequence(keys::ZoomIn.key), QKeySequence(keys::ZoomInToo.key)});
     fitWidth = addTool(*tools, fitWidthTool, &viewer, [this] { pages->setFit(PageView::Fit::Width); });
     fitPage = addTool(*tools, fitPageTool, &viewer, [this] { pages->setFit(PageView::Fit::Page); });
     fitWidth->setCheckable(true);
     fitPage->setCheckable(true);
     auto *continuous = new QAction(tr("Continuous"), &viewer);
     continuous->setObjectName(QStringLiteral("actContinuous"));
-    continuous->setToolTip(tr("Pages one below the other, or one at a time (Ctrl+2)"));
-    continuous->setShortcut(QKeySequence(QStringLiteral("Ctrl+2")));
-    continuous->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    continuous->setToolTip(tipOf(keys::Continuous));
+    setKey(*continuous, keys::Continuous);
     continuous->setCheckable(true);
     continuous->setChecked(true);
     connect(continuous, &QAction::toggled, pages, &PageView::setContinuous);
@@ -224,7 +230,7 @@ void CRViewer91::Private::addFind(CRViewer91 &viewer) {
     findBox = new QLineEdit(&viewer);
     findBox->setObjectName(QStringLiteral("txtFind"));
     findBox->setAccessibleName(tr("Find"));
-    findBox->setPlaceholderText(tr("Find (Ctrl+F)"));
+    findBox->setPlaceholderText(tr("Find (%1)").arg(keys::Find.shown()));
     findBox->setClearButtonEnabled(true);
     findBox->setMaximumWidth(220);
     findBox->installEventFilter(&viewer);
@@ -238,19 +244,18 @@ void CRViewer91::Private::addFind(CRViewer91 &viewer) {
     tools->addSeparator();
     connect(findBox, &QLineEdit::textChanged, pages, &PageView::mark);
     connect(pages, &PageView::hitsChanged, &viewer, [this] { showHits(); });
-    const auto addKeys = [&](const char *name, const char *keys, const std::function<void()> &run) {
+    const auto addKey = [&](const char *name, const controls::Shortcut &key, const auto &run) {
         auto *action = new QAction(&viewer);
         action->setObjectName(QString::fromLatin1(name));
-        action->setShortcut(QKeySequence(QString::fromLatin1(keys)));
-        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        setKey(*action, key);
         viewer.addAction(action);
         connect(action, &QAction::triggered, &viewer, run);
     };
-    addKeys("actToFind", "Ctrl+F", [this] {
+    addKey("actToFind", keys::Find, [this] {
         findBox->setFocus(Qt::ShortcutFocusReason);
         findBox->selectAll();
     });
-    addKeys("actFindBefore", "Shift+F3", [this] { pages->findNext(true); });
+    addKey("actFindBefore", keys::FindBefore, [this] { pages->findNext(true); });
 }
 
 void CRViewer91::Private::addOutput(CRViewer91 &viewer) {

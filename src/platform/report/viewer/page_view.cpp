@@ -2,6 +2,8 @@
 
 #include "platform/report/viewer/page_view.h"
 
+#include "platform/report/viewer/viewer_keys.h"
+
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScrollBar>
@@ -266,18 +268,16 @@ void PageView::keyPressEvent(QKeyEvent *event) {
     if (!m_document)
         return QAbstractScrollArea::keyPressEvent(event);
     QScrollBar *bar = verticalScrollBar();
-    switch (event->key()) {
-    case Qt::Key_Home:
-        return showPage(0);
-    case Qt::Key_End:
-        return showPage(m_document->pageCount() - 1);
-    case Qt::Key_PageUp:
-        return bar->value() == bar->minimum() ? turn(-1) : bar->triggerAction(QScrollBar::SliderPageStepSub);
-    case Qt::Key_PageDown:
-        return bar->value() == bar->maximum() ? turn(1) : bar->triggerAction(QScrollBar::SliderPageStepAdd);
-    default:
+    if (keys::FirstPage.is(event))
+        showPage(0);
+    else if (keys::LastPage.is(event))
+        showPage(m_document->pageCount() - 1);
+    else if (keys::ScrollUp.is(event))
+        bar->value() == bar->minimum() ? turn(-1) : bar->triggerAction(QScrollBar::SliderPageStepSub);
+    else if (keys::ScrollDown.is(event))
+        bar->value() == bar->maximum() ? turn(1) : bar->triggerAction(QScrollBar::SliderPageStepAdd);
+    else
         QAbstractScrollArea::keyPressEvent(event);
-    }
 }
 
 void PageView::wheelEvent(QWheelEvent *event) {
