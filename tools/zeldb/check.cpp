@@ -1,59 +1,118 @@
-#include "check.h"
+#include "tools/zeldb/check.h"
 
 #include "platform/ado/statements.h"
+#include "platform/base/error.h"
+#include "platform/base/number_text.h"
+#include "schema/schema_texts.h"
+#include "tools/zeldb/shown.h"
+
+#include <QRegularExpression>
 
 namespace zel::tool {
 
 namespace {
 
-/// A rule of the books: `statement` lists what breaks it, and `finding` tells one of its rows, %1 and on
-/// being the columns.
-struct Rule {
-    const char *finding;
-    Literal statement;
+/// A transaction that reads, for as long as it is needed.
+class Reading {
+public:
+    explicit Reading(ado::Driver &driver) : m_driver(driver) { m_driver.beginReading(); }
+    ~Reading() { m_driver.rollback(); }
+    Reading(const Reading &) = delete;
+    Reading &operator=(const Reading &) = delete;
+
+private:
+    ado::Driver &m_driver;
 };
 
-/// Carried forward credits (CF) have no other side, and AR and CF no header.
-constexpr Rule Rules[] = {
-    {"Voucher %1 %2 does not balance: debit %3, credit %4.",
-     "select VouStatus, VouNo, sum(isnull(DrAmt,0)) as Dr, sum(isnull(CrAmt,0)) as Cr from DetJV where "
-     "VouStatus <> 'CF'"
-     " group by VouStatus, VouNo having sum(isnull(DrAmt,0)) <> sum(isnull(CrAmt,0)) order by VouStatus, "
-     "VouNo"},
-    {"Voucher %1 %2 has lines but no header.",
-     "select distinct VouStatus, VouNo from DetJV d where VouStatus not in ('AR','CF') and not exists"
-     " (select m.VouNo from MasJV m where m.VouNo = d.VouNo and m.VouStatus = d.VouStatus)"},
-    {"Voucher %1 %2 has a header but no lines.",
-     "select VouStatus, VouNo from MasJV m where not exists"
-     " (select d.VouNo from DetJV d where d.VouNo = m.VouNo and d.VouStatus = m.VouStatus)"},
-    {"Two vouchers bear the number %1 %2.",
-     "select VouStatus, VouNo from MasJV group by VouStatus, VouNo having count(*) > 1"},
-    {"Lines post to account %1, which is no subsidiary account of the chart.",
-     "select distinct AcCode from DetJV d where not exists"
-     " (select a.RowID from Accounts a where a.RowID = d.AcCode and a.AcStatus = 'DD')"},
-};
+std::shared_ptr<const ado::RowSet> ask(ado::Driver &driver, const Sql &statement) {
+    std::shared_ptr<const ado::RowSet> rows;
+    ado::runStatements(driver, statement, [&rows](const ado::Outcome &outcome) { rows = outcome.rows; });
+    return rows;
+}
+
+/// The tables of the schema that a catalog lacks; none when it lacks all of them.
+QStringList missingTables(const ado::Driver &driver) {
+    static const QRegularExpression made(QStringLiteral("^create table (\\w+)"),
+                                         QRegularExpression::MultilineOption);
+    const QString schema = QString::fromUtf8(schema::tables.data(), qsizetype(schema::tables.size()));
+    QStringList missing;
+    bool anyThere = false;
+    for (auto each = made.globalMatch(schema); each.hasNext();) {
+        const QString name = each.next().captured(1);
+        if (driver.table(name.toStdString()))
+            anyThere = true;
+        else
+            missing.append(name);
+    }
+    return anyThere ? missing : QStringList();
+}
+
+/// Tables of the connection's own for what the catalog's tables don't tell, so that rules can ask for it.
+void fillTables(ado::Driver &driver, const ado::Condition &condition, const QStringList &missing) {
+    Sql tables = "create table #logins (Name varchar(128)) create table #missing (Name varchar(128)) "
+                 "create table #damage (Text varchar(2000)) create table #catalog (Version int, Known int) "
+                 "insert into #catalog values ("_sql +
+                 condition.version + "," + ado::CatalogVersion + ") ";
+    const auto put = [&tables](const Literal &insert, const QString &text) {
+        tables += Sql(insert) + text + "') ";
+    };
+    for (const std::string &login : condition.logins)
+        put("insert into #logins values ('", QString::fromStdString(login));
+    for (const QString &table : missing)
+        put("insert into #missing values ('", table);
+    for (const std::string &sentence : condition.damage)
+        put("insert into #damage values ('", QString::fromStdString(sentence).left(2000));
+    ask(driver, tables);
+}
+
+QString cellText(const ado::RowSet &rows, qsizetype row, int column) {
+    const Value value = rows.value(row, column);
+    return rows.isAmount(column) && !value.isNull() ? storedAmount(value.decimal()) : shown(value);
+}
+
+void tell(const Rule &rule, const ado::RowSet &rows, std::vector<Finding> &found) {
+    for (qsizetype row = 0; row < rows.rowCount(); ++row) {
+        Finding &finding = found.emplace_back(Finding{&rule, {}, rule.finding});
+        for (const QString &key : rule.keys)
+            finding.keys.emplace_back(key, rows.value(row, rows.columnIndex(key)));
+        for (int column = 0; column < rows.columnCount(); ++column)
+            finding.text.replace(u'{' + rows.columnName(column) + u'}', cellText(rows, row, column));
+    }
+}
+
+bool isOfMissing(const Error &failure) {
+    constexpr int NoColumn = 207;
+    constexpr int NoTable = 208;
+    return failure.number() == NoColumn || failure.number() == NoTable;
+}
 
 } // namespace
 
-QStringList findings(ado::SqliteDriver &driver) {
-    QStringList found;
-    {
-        ado::SqliteSession::Running integrity = driver.session().prepare("pragma integrity_check(20)");
-        while (integrity.step())
-            if (const std::string line = integrity.text(0); line != "ok")
-                found.append(QStringLiteral("The file is damaged: %1.").arg(QString::fromStdString(line)));
+std::vector<Finding> findings(ado::Driver &driver, const Progress &progress) {
+    const int all = int(rules().size()) + 1;
+    int done = 0;
+    const auto step = [&] {
+        if (progress)
+            progress(done++, all);
+    };
+    step();
+    const Reading moment(driver);
+    const ado::Condition condition = driver.examine();
+    driver.refresh();
+    const QStringList missing = missingTables(driver);
+    const bool maybeLeftOut = !missing.isEmpty() || !driver.table("DetJV");
+    fillTables(driver, condition, missing);
+    std::vector<Finding> found;
+    for (const Rule &rule : rules()) {
+        step();
+        try {
+            tell(rule, *ask(driver, rule.statement), found);
+        } catch (const Error &failure) {
+            if (condition.damage.empty() && !(maybeLeftOut && isOfMissing(failure)))
+                throw;
+        }
     }
-    if (!driver.table("DetJV"))
-        return found;
-    for (const Rule &rule : Rules)
-        ado::runStatements(driver, rule.statement, [&found, &rule](const ado::Outcome &outcome) {
-            for (qsizetype row = 0; outcome.rows && row < outcome.rows->rowCount(); ++row) {
-                QString sentence = QLatin1String(rule.finding);
-                for (int column = 0; column < outcome.rows->columnCount(); ++column)
-                    sentence = sentence.arg(outcome.rows->text(row, column));
-                found.append(sentence);
-            }
-        });
+    step();
     return found;
 }
 

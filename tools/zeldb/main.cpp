@@ -1,9 +1,9 @@
-#include "check.h"
 #include "schema/demo/institute.h"
 #include "schema/demo/writer.h"
 #include "schema/new_catalog.h"
 #include "schema/refresh_catalog.h"
-#include "shown.h"
+#include "tools/zeldb/check_shown.h"
+#include "tools/zeldb/shown.h"
 
 #include "platform/ado/drivers/sqlite_driver.h"
 
@@ -174,14 +174,20 @@ int sql(const QCommandLineParser &line, const QStringList &words) {
     return status;
 }
 
-int check(const QCommandLineParser &, const QStringList &words) {
-    const auto driver = openAsOwner(words[1]);
-    const QStringList found = tool::findings(*driver);
-    for (const QString &finding : found)
-        say(finding + u'\n');
-    if (found.isEmpty())
-        say(QStringLiteral("The catalog is sound.\n"));
-    return found.isEmpty() ? 0 : 1;
+int check(const QCommandLineParser &line, const QStringList &words) {
+    if (line.isSet(QStringLiteral("list"))) {
+        say(tool::ruleList());
+        return 0;
+    }
+    const auto driver = ado::openForReading(words[1]);
+    const std::vector<tool::Finding> found = tool::findings(*driver);
+    if (line.isSet(QStringLiteral("json"))) {
+        for (const tool::Finding &finding : found)
+            put(stdout, asJson(finding) + '\n');
+    } else {
+        say(tool::asReport(found));
+    }
+    return tool::isSound(found) ? 0 : 1;
 }
 
 struct Command {
@@ -198,7 +204,7 @@ constexpr Command Commands[] = {
     {"refresh", "DIR", 2, 2, refresh},
     {"passwd", "DIR LOGIN", 3, 3, changePassword},
     {"sql", "DIR (STATEMENT | -f FILE) [--json]", 2, 3, sql},
-    {"check", "DIR", 2, 2, check},
+    {"check", "(DIR [--json] | --list)", 1, 2, check},
 };
 
 QString usage() {
@@ -236,6 +242,7 @@ int main(int argc, char **argv) {
         {{QStringLiteral("bare"), QStringLiteral("create: no tables, only the login \"sa\".")},
          {QStringLiteral("chart"), QStringLiteral("create: with a small chart of accounts.")},
          {QStringLiteral("json"), QStringLiteral("sql: one JSON object a statement, a line each.")},
+         {QStringLiteral("list"), QStringLiteral("check: lists the rules.")},
          {{QStringLiteral("f"), QStringLiteral("file")},
           QStringLiteral("sql: statements of a file (- is the standard input), batches parted by GO."),
           QStringLiteral("FILE")}});

@@ -198,6 +198,10 @@ void runStatements(Driver &driver, const Sql &text, const std::function<void(Out
     Batch(driver, text, statements, told, most).run();
 }
 
+std::unique_ptr<Driver> openForReading(const QString &catalog) {
+    return SqliteDriver::openForReading(catalog);
+}
+
 std::unique_ptr<Driver> openCatalog(const QString &dataSource, const QString &user, const QString &password) {
     if (dataSource.startsWith(QLatin1String("postgresql://")))
         throw Error(17,

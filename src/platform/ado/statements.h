@@ -29,4 +29,7 @@ void runStatements(Driver &driver, const Sql &text, const std::function<void(Out
 [[nodiscard]] std::unique_ptr<Driver> openCatalog(const QString &dataSource, const QString &user,
                                                   const QString &password);
 
+/// Opens a catalog as its owner, to read alone. An embedded catalog is named by its folder.
+[[nodiscard]] std::unique_ptr<Driver> openForReading(const QString &catalog);
+
 } // namespace zel::ado

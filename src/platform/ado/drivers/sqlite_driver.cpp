@@ -21,8 +21,8 @@ bool may(const QString &path, int access) {
     return ::faccessat(AT_FDCWD, QFile::encodeName(path).constData(), access, AT_EACCESS) == 0;
 }
 
-/// The path of the folder's catalog, after all that can be said before SQLite looks at it.
-QString catalogFile(const QString &folder) {
+/// The path of the folder's catalog, which may be read, after all that can be said before SQLite looks at it.
+QString readableFile(const QString &folder) {
     const QFileInfo place(folder);
     if (!place.isDir())
         throw Error(4060, QStringLiteral("There is no folder \"%1\".").arg(folder));
@@ -37,6 +37,12 @@ QString catalogFile(const QString &folder) {
     if (!may(path, R_OK))
         throw Error(4060, QStringLiteral("The catalog \"%1\" belongs to \"%2\", who alone may use it.")
                               .arg(path, file.owner()));
+    return path;
+}
+
+/// The same of one that may be written.
+QString catalogFile(const QString &folder) {
+    QString path = readableFile(folder);
     if (!may(path, R_OK | W_OK))
         throw Error(3906, QStringLiteral("The catalog \"%1\" may only be read, not written.").arg(path));
     if (!may(folder, R_OK | W_OK | X_OK))
@@ -100,10 +106,8 @@ SqliteDriver::SqliteDriver(const std::string &path, SqliteSession::Purpose purpo
     : m_session(path, purpose), m_catalog(m_session), m_logins(m_session),
       m_inUse(purpose == SqliteSession::Purpose::Use) {}
 
-std::unique_ptr<SqliteDriver> SqliteDriver::open(const QString &folder,
-                                                 const std::optional<Credentials> &credentials) {
-    const QString path = catalogFile(folder);
-    std::unique_ptr<SqliteDriver> driver(new SqliteDriver(path.toStdString(), SqliteSession::Purpose::Use));
+std::unique_ptr<SqliteDriver> SqliteDriver::opened(const QString &path, SqliteSession::Purpose purpose) {
+    std::unique_ptr<SqliteDriver> driver(new SqliteDriver(path.toStdString(), purpose));
     {
         SqliteSession::Running ours = driver->m_session.prepare(
             "select count(*) from sqlite_master where name in ('sys_logins', 'sys_users', 'sys_rolemembers',"
@@ -111,11 +115,24 @@ std::unique_ptr<SqliteDriver> SqliteDriver::open(const QString &folder,
         if (!ours.step() || ours.integer(0) != 4)
             throw Error(4060, QStringLiteral("The database \"%1\" is no catalog of this program.").arg(path));
     }
+    driver->m_catalog.refresh();
+    return driver;
+}
+
+std::unique_ptr<SqliteDriver> SqliteDriver::openForReading(const QString &folder) {
+    const QString path = readableFile(folder);
+    // A log is beside a file that is read, too. Where none can be made, nobody writes the file.
+    const bool sealed = !may(folder, R_OK | W_OK | X_OK) && !QFile::exists(path + QStringLiteral("-wal"));
+    return opened(path, sealed ? SqliteSession::Purpose::ReadSealed : SqliteSession::Purpose::Read);
+}
+
+std::unique_ptr<SqliteDriver> SqliteDriver::open(const QString &folder,
+                                                 const std::optional<Credentials> &credentials) {
+    std::unique_ptr<SqliteDriver> driver = opened(catalogFile(folder), SqliteSession::Purpose::Use);
     if (credentials) {
         driver->m_logins.check(*credentials);
         driver->m_caller = credentials->name;
     }
-    driver->m_catalog.refresh();
     return driver;
 }
 
@@ -126,6 +143,7 @@ std::unique_ptr<SqliteDriver> SqliteDriver::make(const QString &path) {
     ::close(file);
     std::unique_ptr<SqliteDriver> driver(new SqliteDriver(path.toStdString(), SqliteSession::Purpose::Make));
     driver->m_logins.createTables();
+    driver->m_session.execute(("pragma user_version = " + std::to_string(CatalogVersion)).c_str());
     driver->m_catalog.refresh();
     return driver;
 }
@@ -319,6 +337,14 @@ void SqliteDriver::begin(Durability durability) {
     m_transaction = true;
 }
 
+void SqliteDriver::beginReading() {
+    if (m_transaction)
+        throw Error(3988, "A transaction is open on this connection already.");
+    m_session.prepare("begin").step();
+    m_transaction = true;
+    m_session.prepare("select 1 from sqlite_master").step(); // the moment is that of the first reading
+}
+
 void SqliteDriver::ended() noexcept {
     m_transaction = false;
     if (std::exchange(m_durability, Durability::Now) == Durability::Later && m_inUse)
@@ -335,6 +361,23 @@ void SqliteDriver::rollback() noexcept {
     if (m_session.inTransaction())
         sqlite3_exec(m_session.handle(), "rollback", nullptr, nullptr, nullptr);
     ended();
+}
+
+Condition SqliteDriver::examine() {
+    Condition found;
+    try {
+        SqliteSession::Running integrity = m_session.prepare("pragma integrity_check(20)");
+        while (integrity.step())
+            if (const std::string line = integrity.text(0); line != "ok")
+                found.damage.push_back(line);
+    } catch (const Error &failure) { // the damage is such that the test can't go on
+        found.damage.push_back(failure.description().toStdString());
+    }
+    SqliteSession::Running version = m_session.prepare("pragma user_version");
+    version.step();
+    found.version = version.integer(0);
+    found.logins = m_logins.names();
+    return found;
 }
 
 } // namespace zel::ado

@@ -21,6 +21,9 @@ public:
     /// when the folder holds none, 3906 when it may only be read, 18456 when the login is refused.
     [[nodiscard]] static std::unique_ptr<SqliteDriver> open(const QString &folder,
                                                             const std::optional<Credentials> &credentials);
+    /// The same for the file's owner and to read alone: nothing is written to the file, which may be one that
+    /// can't be.
+    [[nodiscard]] static std::unique_ptr<SqliteDriver> openForReading(const QString &folder);
     /// Makes an empty catalog in the file `path`, which must not exist, readable by its owner only. Nothing
     /// is safe on the disk before seal().
     [[nodiscard]] static std::unique_ptr<SqliteDriver> make(const QString &path);
@@ -50,9 +53,11 @@ public:
     [[nodiscard]] bool updateRow(std::string_view table, std::int64_t identity,
                                  std::span<const Assignment> values) override;
     void begin(Durability durability) override;
+    void beginReading() override;
     [[nodiscard]] bool inTransaction() const override { return m_transaction; }
     void commit() override;
     void rollback() noexcept override;
+    [[nodiscard]] Condition examine() override;
 
     /// Gathers what query plans need to know about the rows that are there now.
     void analyze();
@@ -61,6 +66,9 @@ public:
 
 private:
     SqliteDriver(const std::string &path, SqliteSession::Purpose purpose);
+    /// Opens a file that is a catalog of this program; 4060 for any other.
+    [[nodiscard]] static std::unique_ptr<SqliteDriver> opened(const QString &path,
+                                                              SqliteSession::Purpose purpose);
     /// A statement nested too deeply fails with its own description.
     [[nodiscard]] SqliteSession::Running prepare(const tsql::Statement &statement);
     void requireTransaction() const;
@@ -76,7 +84,7 @@ private:
     bool m_transaction = false;
     Durability m_durability = Durability::Now; ///< of the open transaction
     bool m_changed = false;                    ///< something that lasts was written
-    bool m_inUse = true;                       ///< false while the file is made
+    bool m_inUse = true;                       ///< false while the file is made or only read
 };
 
 } // namespace zel::ado

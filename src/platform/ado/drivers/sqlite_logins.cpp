@@ -100,6 +100,15 @@ std::optional<std::string> SqliteLogins::hashOf(const std::string &name) {
     return found.text(0);
 }
 
+std::vector<std::string> SqliteLogins::names() {
+    const SqliteSession::OwnTables access(m_session);
+    std::vector<std::string> all;
+    SqliteSession::Running logins = m_session.prepare("select Name from sys_logins order by NameKey");
+    while (logins.step())
+        all.push_back(logins.text(0));
+    return all;
+}
+
 bool SqliteLogins::isUser(const std::string &name) {
     const SqliteSession::OwnTables access(m_session);
     SqliteSession::Running found = m_session.prepare("select 1 from sys_users where NameKey = ?");

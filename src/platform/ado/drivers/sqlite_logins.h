@@ -40,6 +40,7 @@ public:
 
     /// Sets a login's password without asking for the old one; 15007 when there is no such login.
     void setPassword(const std::string &name, const std::string &password);
+    [[nodiscard]] std::vector<std::string> names();
     /// 15007 when there is no such login.
     void requireLogin(const std::string &name);
 

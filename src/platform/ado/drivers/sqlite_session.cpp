@@ -6,6 +6,8 @@
 #include "platform/base/error.h"
 #include "platform/tsql/reading/failure.h"
 
+#include <QUrl>
+
 #include <array>
 #include <charconv>
 #include <cstdio>
@@ -63,9 +65,14 @@ std::pair<std::string, std::string> existing(const std::string &message) {
 
 SqliteSession::SqliteSession(const std::string &path, Purpose purpose) : m_path(path) {
     sqlite3 *handle = nullptr;
+    const bool writes = purpose == Purpose::Use || purpose == Purpose::Make;
+    const QByteArray sealed =
+        QUrl::fromLocalFile(QString::fromStdString(path)).toEncoded() + QByteArrayLiteral("?immutable=1");
     const int code =
-        sqlite3_open_v2(path.c_str(), &handle,
-                        SQLITE_OPEN_READWRITE | SQLITE_OPEN_EXRESCODE | SQLITE_OPEN_NOMUTEX, gatheringVfs());
+        sqlite3_open_v2(purpose == Purpose::ReadSealed ? sealed.constData() : path.c_str(), &handle,
+                        (writes ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY | SQLITE_OPEN_URI) |
+                            SQLITE_OPEN_EXRESCODE | SQLITE_OPEN_NOMUTEX,
+                        gatheringVfs());
     m_handle.reset(handle);
     if (code != SQLITE_OK)
         fail(code);
@@ -74,7 +81,7 @@ SqliteSession::SqliteSession(const std::string &path, Purpose purpose) : m_path(
     registerFunctions(handle);
     if (purpose == Purpose::Use)
         useWal();
-    else
+    else if (purpose == Purpose::Make)
         execute("pragma journal_mode = off; pragma synchronous = off");
     execute("pragma temp_store = memory; pragma cache_size = -32768; pragma trusted_schema = off");
     sqlite3_set_authorizer(handle, authorize, this);

@@ -1,0 +1,9 @@
+-- title: Damage to the catalog itself
+-- why: The database's own test found that what is stored is not what was written: a failing disk, or a copy made
+--     while the catalog was in use.
+-- severity: error
+-- do: Let nobody work on it, keep it as it is, and restore the last backup.
+-- finding: The file is damaged: {Text}.
+-- table:
+-- keys:
+select Text from #damage

@@ -1,0 +1,11 @@
+-- title: Lines without an account
+-- why: They are in no ledger.
+-- severity: error
+-- do: Open the voucher, choose the account and save it again.
+-- finding: {Lines} lines of {VouStatus} {VouNo} post to no account.
+-- table: DetJV
+-- keys: VouStatus VouNo
+select VouStatus, VouNo, count(*) as Lines
+from DetJV where AcCode is null
+group by VouStatus, VouNo
+order by VouStatus, VouNo
