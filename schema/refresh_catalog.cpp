@@ -1,7 +1,6 @@
 #include "schema/refresh_catalog.h"
 
 #include "platform/ado/drivers/sqlite_driver.h"
-#include "platform/base/error.h"
 #include "schema/half_made.h"
 #include "schema/new_catalog.h"
 
@@ -44,23 +43,6 @@ std::string present(SqliteSession &session, const std::string &name) {
 /// A table that is made anew before it is read, so that nothing in it is anybody's.
 bool isWorkTable(const std::string &name) {
     return name.starts_with("rpt");
-}
-
-/// 948 for a catalog that a newer program made, which may hold what this one would take away.
-bool raiseVersion(SqliteSession &session) {
-    SqliteSession::Running found = session.prepare("pragma user_version");
-    found.step();
-    const std::int64_t version = found.integer(0);
-    if (version > ado::CatalogVersion)
-        throw Error(948,
-                    QStringLiteral("The catalog is of a newer version (%1) than this program (%2), which "
-                                   "leaves it as it is.")
-                        .arg(version)
-                        .arg(ado::CatalogVersion));
-    if (version == ado::CatalogVersion)
-        return false;
-    session.execute(("pragma user_version = " + std::to_string(ado::CatalogVersion)).c_str());
-    return true;
 }
 
 bool refreshTablesAndIndexes(SqliteSession &pattern, SqliteSession &session) {
@@ -107,13 +89,13 @@ bool refreshCatalog(const QString &folder) {
     made->commit();
 
     driver->begin(ado::Durability::Now);
-    const bool version = raiseVersion(driver->session());
     const bool definitions = refreshTablesAndIndexes(made->session(), driver->session());
     const bool procedures = refreshProcedures(made->session(), driver->session());
+    const bool version = driver->setVersion();
     driver->commit();
     if (definitions)
         driver->analyze();
-    return version || definitions || procedures;
+    return definitions || procedures || version;
 }
 
 } // namespace zel::schema

@@ -48,21 +48,32 @@ QStringList missingTables(const ado::Driver &driver) {
 }
 
 /// Tables of the connection's own for what the catalog's tables don't tell, so that rules can ask for it.
-void fillTables(ado::Driver &driver, const ado::Condition &condition, const QStringList &missing) {
+void fillTables(ado::Driver &driver, const QStringList &damage, const QStringList &missing) {
+    constexpr int Longest = 2000;
     Sql tables = "create table #logins (Name varchar(128)) create table #missing (Name varchar(128)) "
-                 "create table #damage (Text varchar(2000)) create table #catalog (Version int, Known int) "
-                 "insert into #catalog values ("_sql +
-                 condition.version + "," + ado::CatalogVersion + ") ";
-    const auto put = [&tables](const Literal &insert, const QString &text) {
-        tables += Sql(insert) + text + "') ";
+                 "create table #damage (Text varchar(2000)) ";
+    const auto put = [&tables](Literal insert, const QString &text) {
+        tables += Sql(insert) + QString(text).replace(u'\'', QLatin1String("''")) + "') ";
     };
-    for (const std::string &login : condition.logins)
+    for (const std::string &login : driver.loginNames())
         put("insert into #logins values ('", QString::fromStdString(login));
     for (const QString &table : missing)
         put("insert into #missing values ('", table);
-    for (const std::string &sentence : condition.damage)
-        put("insert into #damage values ('", QString::fromStdString(sentence).left(2000));
+    for (const QString &sentence : damage)
+        put("insert into #damage values ('", sentence.left(Longest));
     ask(driver, tables);
+}
+
+/// What the engine finds. Damage that stops its test is damage, too.
+QStringList damageOf(ado::Driver &driver) {
+    QStringList sentences;
+    try {
+        for (const std::string &sentence : driver.damage())
+            sentences.append(QString::fromStdString(sentence));
+    } catch (const Error &failure) {
+        sentences.append(failure.description());
+    }
+    return sentences;
 }
 
 QString cellText(const ado::RowSet &rows, qsizetype row, int column) {
@@ -88,7 +99,7 @@ bool isOfMissing(const Error &failure) {
 
 } // namespace
 
-std::vector<Finding> findings(ado::Driver &driver, const Progress &progress) {
+std::vector<Finding> findings(ado::Driver &driver, const std::function<void(int done, int all)> &progress) {
     const int all = int(rules().size()) + 1;
     int done = 0;
     const auto step = [&] {
@@ -97,18 +108,18 @@ std::vector<Finding> findings(ado::Driver &driver, const Progress &progress) {
     };
     step();
     const Reading moment(driver);
-    const ado::Condition condition = driver.examine();
+    const QStringList damage = damageOf(driver);
     driver.refresh();
     const QStringList missing = missingTables(driver);
     const bool maybeLeftOut = !missing.isEmpty() || !driver.table("DetJV");
-    fillTables(driver, condition, missing);
+    fillTables(driver, damage, missing);
     std::vector<Finding> found;
     for (const Rule &rule : rules()) {
         step();
         try {
             tell(rule, *ask(driver, rule.statement), found);
         } catch (const Error &failure) {
-            if (condition.damage.empty() && !(maybeLeftOut && isOfMissing(failure)))
+            if (damage.isEmpty() && !(maybeLeftOut && isOfMissing(failure)))
                 throw;
         }
     }

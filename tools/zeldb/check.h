@@ -16,12 +16,10 @@ struct Finding {
     QString text;
 };
 
-/// Told before each step of a check, and when all are done.
-using Progress = std::function<void(int done, int all)>;
-
 /// Holds a catalog against all rules, as it stands at one moment, and writes nothing to it. Rules about a
 /// table that is missing are left out, which is a finding itself; of a catalog without any table (zeldb
-/// create --bare) only the file is looked at.
-[[nodiscard]] std::vector<Finding> findings(ado::Driver &driver, const Progress &progress = {});
+/// create --bare) only the file is looked at. `progress` is told before each step, and when all are done.
+[[nodiscard]] std::vector<Finding> findings(ado::Driver &driver,
+                                            const std::function<void(int done, int all)> &progress = {});
 
 } // namespace zel::tool

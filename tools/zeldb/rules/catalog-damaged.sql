@@ -3,7 +3,7 @@
 --     while the catalog was in use.
 -- severity: error
 -- do: Let nobody work on it, keep it as it is, and restore the last backup.
--- finding: The file is damaged: {Text}.
+-- finding: {Text}
 -- table:
 -- keys:
 select Text from #damage

@@ -110,10 +110,14 @@ std::unique_ptr<SqliteDriver> SqliteDriver::opened(const QString &path, SqliteSe
     std::unique_ptr<SqliteDriver> driver(new SqliteDriver(path.toStdString(), purpose));
     {
         SqliteSession::Running ours = driver->m_session.prepare(
-            "select count(*) from sqlite_master where name in ('sys_logins', 'sys_users', 'sys_rolemembers',"
-            " 'sys_procedures')");
+            "select count(*), (select user_version from pragma_user_version) from sqlite_master where name in"
+            " ('sys_logins', 'sys_users', 'sys_rolemembers', 'sys_procedures')");
         if (!ours.step() || ours.integer(0) != 4)
             throw Error(4060, QStringLiteral("The database \"%1\" is no catalog of this program.").arg(path));
+        if (ours.integer(1) > CatalogVersion)
+            throw Error(948, QStringLiteral("The catalog \"%1\" is of a later version of the program; please "
+                                            "use that one.")
+                                 .arg(path));
     }
     driver->m_catalog.refresh();
     return driver;
@@ -143,7 +147,7 @@ std::unique_ptr<SqliteDriver> SqliteDriver::make(const QString &path) {
     ::close(file);
     std::unique_ptr<SqliteDriver> driver(new SqliteDriver(path.toStdString(), SqliteSession::Purpose::Make));
     driver->m_logins.createTables();
-    driver->m_session.execute(("pragma user_version = " + std::to_string(CatalogVersion)).c_str());
+    driver->setVersion();
     driver->m_catalog.refresh();
     return driver;
 }
@@ -318,6 +322,25 @@ bool SqliteDriver::updateRow(std::string_view table, std::int64_t identity,
     return sqlite3_changes(m_session.handle()) > 0;
 }
 
+bool SqliteDriver::setVersion() {
+    {
+        SqliteSession::Running version = m_session.prepare("pragma user_version");
+        if (version.step() && version.integer(0) == CatalogVersion)
+            return false;
+    }
+    m_session.execute(("pragma user_version = " + std::to_string(CatalogVersion)).c_str());
+    return true;
+}
+
+std::vector<std::string> SqliteDriver::damage() {
+    std::vector<std::string> found;
+    SqliteSession::Running integrity = m_session.prepare("pragma integrity_check(20)");
+    while (integrity.step())
+        if (std::string line = integrity.text(0); line != "ok")
+            found.push_back("The file is damaged: " + line + '.');
+    return found;
+}
+
 void SqliteDriver::analyze() {
     m_session.execute("pragma analysis_limit = 0; analyze");
 }
@@ -342,7 +365,7 @@ void SqliteDriver::beginReading() {
         throw Error(3988, "A transaction is open on this connection already.");
     m_session.prepare("begin").step();
     m_transaction = true;
-    m_session.prepare("select 1 from sqlite_master").step(); // the moment is that of the first reading
+    m_session.prepare("select 1 from sqlite_master limit 1").step(); // the moment is that of the first read
 }
 
 void SqliteDriver::ended() noexcept {
@@ -361,23 +384,6 @@ void SqliteDriver::rollback() noexcept {
     if (m_session.inTransaction())
         sqlite3_exec(m_session.handle(), "rollback", nullptr, nullptr, nullptr);
     ended();
-}
-
-Condition SqliteDriver::examine() {
-    Condition found;
-    try {
-        SqliteSession::Running integrity = m_session.prepare("pragma integrity_check(20)");
-        while (integrity.step())
-            if (const std::string line = integrity.text(0); line != "ok")
-                found.damage.push_back(line);
-    } catch (const Error &failure) { // the damage is such that the test can't go on
-        found.damage.push_back(failure.description().toStdString());
-    }
-    SqliteSession::Running version = m_session.prepare("pragma user_version");
-    version.step();
-    found.version = version.integer(0);
-    found.logins = m_logins.names();
-    return found;
 }
 
 } // namespace zel::ado

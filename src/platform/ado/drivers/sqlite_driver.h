@@ -18,7 +18,8 @@ public:
     static constexpr char FileName[] = "ZEL.db";
 
     /// Opens the catalog of a folder for a login, or for the file's owner when there are no credentials. 4060
-    /// when the folder holds none, 3906 when it may only be read, 18456 when the login is refused.
+    /// when the folder holds none, 948 when it is of a later version, 3906 when it may only be read, 18456
+    /// when the login is refused.
     [[nodiscard]] static std::unique_ptr<SqliteDriver> open(const QString &folder,
                                                             const std::optional<Credentials> &credentials);
     /// The same for the file's owner and to read alone: nothing is written to the file, which may be one that
@@ -57,10 +58,12 @@ public:
     [[nodiscard]] bool inTransaction() const override { return m_transaction; }
     void commit() override;
     void rollback() noexcept override;
-    [[nodiscard]] Condition examine() override;
 
-    /// Gathers what query plans need to know about the rows that are there now.
-    void analyze();
+    [[nodiscard]] std::vector<std::string> damage() override;
+    [[nodiscard]] std::vector<std::string> loginNames() override { return m_logins.names(); }
+    void analyze() override;
+    /// Marks the catalog as one of CatalogVersion; false when it was one.
+    bool setVersion();
     [[nodiscard]] SqliteLogins &logins() { return m_logins; }
     [[nodiscard]] SqliteSession &session() { return m_session; }
 

@@ -87,6 +87,8 @@ private:
         if (index > 0 && m_tokens[index - 1].end == first.begin &&
             m_tokens[index - 1].kind != TokenKind::Sign)
             refuse(piece, index);
+        if (m_tokens[last + 1].begin == end && m_tokens[last + 1].sign == '.')
+            refuse(piece, index); // the point belonged to a number without a point of its own
     }
 
     /// Digits that lie within one number of the program's.
