@@ -47,13 +47,26 @@ QStringList missingTables(const ado::Driver &driver) {
     return anyThere ? missing : QStringList();
 }
 
-/// Tables of the connection's own for what the catalog's tables don't tell, so that rules can ask for it.
+/// Tables of the connection's own that rules ask: for what the catalog's tables don't tell, and for the sums
+/// of each voucher's lines, over which many a rule goes. Odd lines are neither a debit nor a credit.
+constexpr Literal OwnTables = R"(
+create table #logins (Name varchar(128))
+create table #missing (Name varchar(128))
+create table #damage (Text varchar(2000))
+create table #vouchers (VouStatus char(2) not null, VouNo int not null, Lines int, Dated int, Posted int, Contras int, Odd int,
+    Debit numeric(18,2), Credit numeric(18,2), FirstDay datetime, LastDay datetime, primary key (VouStatus, VouNo)))";
+constexpr Literal SumUp = R"(
+insert into #vouchers (VouStatus, VouNo, Lines, Dated, Posted, Contras, Odd, Debit, Credit, FirstDay, LastDay)
+    select VouStatus, VouNo, count(*), count(VouDate), count(AcCode), count(CrAc),
+        sum(case when DrAmt < 0 or CrAmt < 0 or (DrAmt <> 0 and CrAmt <> 0) or (DrAmt is null and CrAmt is null) then 1 else 0 end),
+        sum(isnull(DrAmt, 0)), sum(isnull(CrAmt, 0)), min(VouDate), max(VouDate)
+    from DetJV group by VouStatus, VouNo)";
+
 void fillTables(ado::Driver &driver, const QStringList &damage, const QStringList &missing) {
     constexpr int Longest = 2000;
-    Sql tables = "create table #logins (Name varchar(128)) create table #missing (Name varchar(128)) "
-                 "create table #damage (Text varchar(2000)) ";
-    const auto put = [&tables](Literal insert, const QString &text) {
-        tables += Sql(insert) + QString(text).replace(u'\'', QLatin1String("''")) + "') ";
+    Sql rows = " ";
+    const auto put = [&rows](Literal insert, const QString &text) {
+        rows += Sql(insert) + QString(text).replace(u'\'', QLatin1String("''")) + "') ";
     };
     for (const std::string &login : driver.loginNames())
         put("insert into #logins values ('", QString::fromStdString(login));
@@ -61,7 +74,7 @@ void fillTables(ado::Driver &driver, const QStringList &damage, const QStringLis
         put("insert into #missing values ('", table);
     for (const QString &sentence : damage)
         put("insert into #damage values ('", sentence.left(Longest));
-    ask(driver, tables);
+    ask(driver, rows);
 }
 
 /// What the engine finds. Damage that stops its test is damage, too.
@@ -100,28 +113,37 @@ bool isOfMissing(const Error &failure) {
 } // namespace
 
 std::vector<Finding> findings(ado::Driver &driver, const std::function<void(int done, int all)> &progress) {
-    const int all = int(rules().size()) + 1;
+    const int all = int(rules().size()) + 2; // the engine's test, the sums
     int done = 0;
     const auto step = [&] {
         if (progress)
             progress(done++, all);
     };
     step();
+    ask(driver, OwnTables);
     const Reading moment(driver);
     const QStringList damage = damageOf(driver);
     driver.refresh();
     const QStringList missing = missingTables(driver);
     const bool maybeLeftOut = !missing.isEmpty() || !driver.table("DetJV");
     fillTables(driver, damage, missing);
-    std::vector<Finding> found;
-    for (const Rule &rule : rules()) {
-        step();
+    // Where a table is missing or damaged, the rest is looked at.
+    const auto attempt = [&](const Sql &statement) {
         try {
-            tell(rule, *ask(driver, rule.statement), found);
+            return ask(driver, statement);
         } catch (const Error &failure) {
             if (damage.isEmpty() && !(maybeLeftOut && isOfMissing(failure)))
                 throw;
         }
+        return std::shared_ptr<const ado::RowSet>();
+    };
+    step();
+    attempt(SumUp);
+    std::vector<Finding> found;
+    for (const Rule &rule : rules()) {
+        step();
+        if (const auto rows = attempt(rule.statement))
+            tell(rule, *rows, found);
     }
     step();
     return found;

@@ -5,7 +5,7 @@
 -- finding: Line {EntryNo} of {VouStatus} {VouNo} has the debit {DrAmt} and the credit {CrAmt}.
 -- table: DetJV
 -- keys: VouStatus VouNo EntryNo
-select VouStatus, VouNo, EntryNo, DrAmt, CrAmt
-from DetJV
-where DrAmt < 0 or CrAmt < 0 or (DrAmt <> 0 and CrAmt <> 0) or (DrAmt is null and CrAmt is null)
-order by VouStatus, VouNo, EntryNo
+select d.VouStatus, d.VouNo, d.EntryNo, d.DrAmt, d.CrAmt
+from #vouchers v inner join DetJV d on d.VouStatus = v.VouStatus and d.VouNo = v.VouNo
+where v.Odd > 0 and (d.DrAmt < 0 or d.CrAmt < 0 or (d.DrAmt <> 0 and d.CrAmt <> 0) or (d.DrAmt is null and d.CrAmt is null))
+order by d.VouStatus, d.VouNo, d.EntryNo

@@ -3,12 +3,11 @@
 --     leaves that.
 -- severity: error
 -- do: Open the voucher, see that its date is right and save it again.
--- finding: Voucher {VouStatus} {VouNo} is of {VouDate}; {Lines} of its lines are not.
+-- finding: Voucher {VouStatus} {VouNo} is of {VouDate}; a line of it is not.
 -- table: MasJV
 -- keys: VouStatus VouNo
-select m.VouStatus, m.VouNo, m.VouDate, count(*) as Lines
-from MasJV m inner join DetJV d on d.VouStatus = m.VouStatus and d.VouNo = m.VouNo
-where d.VouDate <> m.VouDate
+select m.VouStatus, m.VouNo, m.VouDate
+from MasJV m inner join #vouchers v on v.VouStatus = m.VouStatus and v.VouNo = m.VouNo
+where (v.FirstDay <> m.VouDate or v.LastDay <> m.VouDate)
     and (select count(*) from MasJV o where o.VouStatus = m.VouStatus and o.VouNo = m.VouNo) = 1
-group by m.VouStatus, m.VouNo, m.VouDate
 order by m.VouStatus, m.VouNo

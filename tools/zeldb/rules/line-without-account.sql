@@ -5,7 +5,6 @@
 -- finding: {Lines} lines of {VouStatus} {VouNo} post to no account.
 -- table: DetJV
 -- keys: VouStatus VouNo
-select VouStatus, VouNo, count(*) as Lines
-from DetJV where AcCode is null
-group by VouStatus, VouNo
+select VouStatus, VouNo, Lines - Posted as Lines
+from #vouchers where Posted < Lines
 order by VouStatus, VouNo

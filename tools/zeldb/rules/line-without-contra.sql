@@ -5,7 +5,6 @@
 -- finding: {Lines} lines of {VouStatus} {VouNo} name no other side.
 -- table: DetJV
 -- keys: VouStatus VouNo
-select VouStatus, VouNo, count(*) as Lines
-from DetJV where CrAc is null and VouStatus not in ('CP', 'CR')
-group by VouStatus, VouNo
+select VouStatus, VouNo, Lines - Contras as Lines
+from #vouchers where Contras < Lines and VouStatus not in ('CP', 'CR')
 order by VouStatus, VouNo

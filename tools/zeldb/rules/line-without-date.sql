@@ -5,7 +5,6 @@
 -- finding: {Lines} lines of {VouStatus} {VouNo} have no date.
 -- table: DetJV
 -- keys: VouStatus VouNo
-select VouStatus, VouNo, count(*) as Lines
-from DetJV where VouDate is null
-group by VouStatus, VouNo
+select VouStatus, VouNo, Lines - Dated as Lines
+from #vouchers where Dated < Lines
 order by VouStatus, VouNo

@@ -6,8 +6,7 @@
 -- finding: {Lines} lines of {VouStatus} {VouNo} have no header.
 -- table: DetJV
 -- keys: VouStatus VouNo
-select VouStatus, VouNo, count(*) as Lines
-from (select VouStatus, VouNo from DetJV where VouStatus not in ('AR', 'CF')) d
-where not exists (select * from MasJV m where m.VouStatus = d.VouStatus and m.VouNo = d.VouNo)
-group by VouStatus, VouNo
+select VouStatus, VouNo, Lines
+from #vouchers v
+where VouStatus not in ('AR', 'CF') and not exists (select * from MasJV m where m.VouStatus = v.VouStatus and m.VouNo = v.VouNo)
 order by VouStatus, VouNo

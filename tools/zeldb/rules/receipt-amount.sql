@@ -2,11 +2,12 @@
 -- why: The ledger holds another amount than the application says was taken. A save that was cut off leaves that.
 -- severity: error
 -- do: Open the application and save it again, which writes the receipt anew.
--- finding: Application {AppID} has received {CashReceive}; the receipt of its account {CusCode} is of {Receipt}.
+-- finding: Application {AppID} has received {CashReceive}; the receipt of its account {CusCode} is of {Debit}.
 -- table: tblMasApp
 -- keys: AppID
-select m.AppID, m.CusCode, m.CashReceive, d.Receipt
-from (select CusCode, min(AppID) as AppID, sum(isnull(CashReceive, 0)) as CashReceive from tblMasApp where CusCode <> 0 group by CusCode) m
-    inner join (select VouNo, sum(isnull(DrAmt, 0)) as Receipt from DetJV where VouStatus = 'AR' group by VouNo) d on d.VouNo = m.CusCode
-where m.CashReceive <> d.Receipt
+select m.AppID, m.CusCode, m.CashReceive, v.Debit
+from (select CusCode, min(AppID) as AppID, sum(isnull(CashReceive, 0)) as CashReceive
+        from tblMasApp where CusCode <> 0 group by CusCode) m
+    inner join #vouchers v on v.VouNo = m.CusCode and v.VouStatus = 'AR'
+where m.CashReceive <> v.Debit
 order by m.AppID

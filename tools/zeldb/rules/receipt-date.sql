@@ -6,7 +6,7 @@
 -- table: tblMasApp
 -- keys: AppID
 select m.AppID, m.CusCode, m.FixDate
-from tblMasApp m
-where m.CusCode <> 0 and (select count(*) from tblMasApp o where o.CusCode = m.CusCode) = 1
-    and exists (select * from DetJV d where d.VouStatus = 'AR' and d.VouNo = m.CusCode and d.VouDate <> m.FixDate)
+from tblMasApp m inner join #vouchers v on v.VouNo = m.CusCode and v.VouStatus = 'AR'
+where (v.FirstDay <> m.FixDate or v.LastDay <> m.FixDate)
+    and (select count(*) from tblMasApp o where o.CusCode = m.CusCode) = 1
 order by m.AppID

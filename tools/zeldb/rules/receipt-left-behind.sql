@@ -3,11 +3,10 @@
 --     debit.
 -- severity: note
 -- do: Nothing, when the money was kept. Was it given back, enter a payment of cash that says so.
--- finding: The receipt {VouNo} of {VouDate} over {Receipt} belongs to no application.
+-- finding: The receipt {VouNo} of {FirstDay} over {Debit} belongs to no application.
 -- table: DetJV
 -- keys: VouNo
-select VouNo, min(VouDate) as VouDate, sum(isnull(DrAmt, 0)) as Receipt
-from DetJV d
-where VouStatus = 'AR' and not exists (select * from tblMasApp m where m.CusCode = d.VouNo)
-group by VouNo
+select VouNo, FirstDay, Debit
+from #vouchers v
+where VouStatus = 'AR' and not exists (select * from tblMasApp m where m.CusCode = v.VouNo)
 order by VouNo

@@ -7,6 +7,7 @@
 -- table: tblMasApp
 -- keys: AppID
 select m.AppID, m.CusCode, m.CashReceive
-from (select CusCode, min(AppID) as AppID, sum(isnull(CashReceive, 0)) as CashReceive from tblMasApp where CusCode <> 0 group by CusCode) m
-where m.CashReceive > 0 and not exists (select * from DetJV d where d.VouStatus = 'AR' and d.VouNo = m.CusCode)
+from (select CusCode, min(AppID) as AppID, sum(isnull(CashReceive, 0)) as CashReceive
+        from tblMasApp where CusCode <> 0 group by CusCode) m
+where m.CashReceive > 0 and not exists (select * from #vouchers v where v.VouStatus = 'AR' and v.VouNo = m.CusCode)
 order by m.AppID

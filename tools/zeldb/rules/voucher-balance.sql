@@ -6,7 +6,6 @@
 -- finding: Voucher {VouStatus} {VouNo} does not balance: debit {Debit}, credit {Credit}.
 -- table: DetJV
 -- keys: VouStatus VouNo
-select VouStatus, VouNo, sum(isnull(DrAmt, 0)) as Debit, sum(isnull(CrAmt, 0)) as Credit
-from DetJV where VouStatus <> 'CF'
-group by VouStatus, VouNo having sum(isnull(DrAmt, 0)) <> sum(isnull(CrAmt, 0))
+select VouStatus, VouNo, Debit, Credit
+from #vouchers where VouStatus <> 'CF' and Debit <> Credit
 order by VouStatus, VouNo

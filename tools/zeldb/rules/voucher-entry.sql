@@ -6,10 +6,10 @@
 -- finding: Line {EntryNo} of voucher {VouStatus} {VouNo} has the debit {Debit} and the credit {Credit}.
 -- table: DetJV
 -- keys: VouStatus VouNo EntryNo
-select VouStatus, VouNo, EntryNo, Debit, Credit
+select e.VouStatus, e.VouNo, e.EntryNo, e.Debit, e.Credit
 from (select VouStatus, VouNo, EntryNo, sum(isnull(DrAmt, 0)) as Debit, sum(isnull(CrAmt, 0)) as Credit
     from DetJV where VouStatus in ('BP', 'BR', 'JV', 'FR')
     group by VouStatus, VouNo, EntryNo having sum(isnull(DrAmt, 0)) <> sum(isnull(CrAmt, 0))) e
-where (select sum(isnull(d.DrAmt, 0)) from DetJV d where d.VouStatus = e.VouStatus and d.VouNo = e.VouNo)
-    = (select sum(isnull(d.CrAmt, 0)) from DetJV d where d.VouStatus = e.VouStatus and d.VouNo = e.VouNo)
-order by VouStatus, VouNo, EntryNo
+    inner join #vouchers v on v.VouStatus = e.VouStatus and v.VouNo = e.VouNo
+where v.Debit = v.Credit
+order by e.VouStatus, e.VouNo, e.EntryNo

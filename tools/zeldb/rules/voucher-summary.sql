@@ -6,7 +6,6 @@
 -- finding: Voucher {VouStatus} {VouNo} has {Summaries} summary rows.
 -- table: DetJV
 -- keys: VouStatus VouNo
-select VouStatus, VouNo, sum(case when CrAc is null then 1 else 0 end) as Summaries
-from DetJV where VouStatus in ('CP', 'CR')
-group by VouStatus, VouNo having sum(case when CrAc is null then 1 else 0 end) <> 1
+select VouStatus, VouNo, Lines - Contras as Summaries
+from #vouchers where VouStatus in ('CP', 'CR') and Lines - Contras <> 1
 order by VouStatus, VouNo

@@ -8,5 +8,5 @@
 -- keys: VouStatus VouNo
 select VouStatus, VouNo
 from MasJV m
-where not exists (select * from DetJV d where d.VouStatus = m.VouStatus and d.VouNo = m.VouNo)
+where not exists (select * from #vouchers v where v.VouStatus = m.VouStatus and v.VouNo = m.VouNo)
 order by VouStatus, VouNo
