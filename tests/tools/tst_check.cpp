@@ -6,6 +6,7 @@
 #include "tests/support/facts.h"
 #include "tools/zeldb/check_shown.h"
 
+#include <QProcess>
 #include <QTemporaryDir>
 
 using namespace zel;
@@ -64,6 +65,24 @@ private Q_SLOTS:
                 planted += name.toString().section(' ', 0, 0);
         for (const tool::Rule &rule : tool::rules())
             QVERIFY2(planted.contains(rule.name), qPrintable(rule.name));
+    }
+
+    /// What programs read: the status, and the output's beginning.
+    void commandLine_data() { rowsFrom<QString, QString, int, QString>("tools/check.json"); }
+    void commandLine() {
+        const auto [plant, words, status, told] = fetched<QString, QString, int, QString>();
+        const QTemporaryDir folder;
+        schema::createCatalog(folder.path());
+        BookCatalog clerk(folder.filePath("ZEL.db").toStdString());
+        clerk.run(plant.toStdString());
+        clerk.run("begin immediate; delete from Company;"); // and is not at the end yet
+        QProcess zeldb;
+        zeldb.start(ZEL_BINARY_DIR "/bin/zeldb",
+                    QString("check " + words).replace("CATALOG", folder.path()).split(' '));
+        QVERIFY(zeldb.waitForFinished());
+        QCOMPARE(zeldb.exitCode(), status);
+        const QString said = zeldb.readAllStandardOutput() + zeldb.readAllStandardError();
+        QVERIFY2(said.startsWith(told), qPrintable(said));
     }
 
     void soundCatalogs_data() {

@@ -233,24 +233,6 @@ private Q_SLOTS:
         open(con, folder.path(), "sa", "SECRET ONE");
     }
 
-    void checks() {
-        const CatalogFolder folder;
-        QCOMPARE(zeldb({"check", folder.path()}).status, 0);
-        const Ran filled = zeldb(
-            {"sql", folder.path(), "-f", "-"},
-            "insert into Accounts (AcNodes, AcName, AcStatus) values ('1.1.1', 'CASH', 'DD')\nGO\n"
-            "insert into MasJV (VouNo, VouStatus) values (1, 'BP')\nGO\n"
-            "insert into DetJV (VouNo, VouStatus, AcCode, DrAmt, CrAmt) values (1, 'BP', 1, 0.1, 0)\nGO\n"
-            "insert into DetJV (VouNo, VouStatus, AcCode, DrAmt, CrAmt) values (1, 'BP', 1, 0.2, 0)\nGO\n"
-            "insert into DetJV (VouNo, VouStatus, AcCode, DrAmt, CrAmt) values (1, 'BP', 1, 0, 0.3)\n");
-        QCOMPARE(filled.status, 0);
-        QCOMPARE(zeldb({"check", folder.path()}).out, "The catalog is sound.\n");
-        QCOMPARE(zeldb({"sql", folder.path(), "delete from DetJV where DrAmt = 0.1"}).status, 0);
-        const Ran found = zeldb({"check", folder.path()});
-        QCOMPARE(found.status, 1);
-        QCOMPARE(found.out, "Voucher BP 1 does not balance: debit 0.2, credit 0.3.\n");
-    }
-
     void twoProcessesWriteTogether() {
         const CatalogFolder folder;
         QByteArray script;
