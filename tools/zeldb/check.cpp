@@ -127,21 +127,23 @@ std::vector<Finding> findings(ado::Driver &driver, const std::function<void(int 
     const QStringList missing = missingTables(driver);
     const bool maybeLeftOut = !missing.isEmpty() || !driver.table("DetJV");
     fillTables(driver, damage, missing);
-    // Where a table is missing or damaged, the rest is looked at.
     const auto attempt = [&](const Sql &statement) {
         try {
             return ask(driver, statement);
         } catch (const Error &failure) {
-            if (damage.isEmpty() && !(maybeLeftOut && isOfMissing(failure)))
+            if (!maybeLeftOut || !isOfMissing(failure))
                 throw;
         }
         return std::shared_ptr<const ado::RowSet>();
     };
     step();
-    attempt(SumUp);
+    if (damage.isEmpty())
+        attempt(SumUp);
     std::vector<Finding> found;
     for (const Rule &rule : rules()) {
         step();
+        if (!damage.isEmpty() && !rule.table.isEmpty())
+            continue; // what a damaged file says of the books is not to be trusted
         if (const auto rows = attempt(rule.statement))
             tell(rule, *rows, found);
     }

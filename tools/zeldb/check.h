@@ -16,9 +16,10 @@ struct Finding {
     QString text;
 };
 
-/// Holds a catalog against all rules, as it stands at one moment, and writes nothing to it. Rules about a
-/// table that is missing are left out, which is a finding itself; of a catalog without any table (zeldb
-/// create --bare) only the file is looked at. `progress` is told before each step, and when all are done.
+/// Holds a catalog against all rules, as it stands at one moment, and writes nothing to it. Left out are the
+/// rules about a table that is missing, which is a finding itself, and all about the books of a damaged file
+/// and of a catalog without any table (zeldb create --bare). `progress` is told before each step, and when
+/// all are done.
 [[nodiscard]] std::vector<Finding> findings(ado::Driver &driver,
                                             const std::function<void(int done, int all)> &progress = {});
 

@@ -335,9 +335,10 @@ bool SqliteDriver::setVersion() {
 std::vector<std::string> SqliteDriver::damage() {
     std::vector<std::string> found;
     SqliteSession::Running integrity = m_session.prepare("pragma integrity_check(20)");
-    while (integrity.step())
-        if (std::string line = integrity.text(0); line != "ok")
-            found.push_back("The file is damaged: " + line + '.');
+    while (integrity.step()) // a row can be several lines, the first of which names the database
+        for (const QString &line : QString::fromStdString(integrity.text(0)).split(u'\n'))
+            if (line != QLatin1String("ok") && !line.startsWith(u'*'))
+                found.push_back("The file is damaged: " + line.toStdString() + '.');
     return found;
 }
 
