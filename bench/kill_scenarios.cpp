@@ -271,14 +271,14 @@ void addForms(std::vector<Scenario> &all) {
                    [] {
                        carry(4, {6, 7});
                    },
-                   {{"insert tblMasCarryForw", "form-without-lines FormID=3"},
-                    {"delete tblDetCarryForw", "form-without-lines FormID=3"},
-                    {"insert tblDetCarryForw", "carry-not-credited FormID=3 SubjectID=6 SessionID=2"},
-                    {"insert tblDetCarryForw", "carry-not-credited FormID=3 SubjectID=6 SessionID=2; "
-                                               "carry-not-credited FormID=3 SubjectID=7 SessionID=2"},
-                    {"delete DetJV", "carry-not-credited FormID=3 SubjectID=6 SessionID=2; "
-                                     "carry-not-credited FormID=3 SubjectID=7 SessionID=2"},
-                    {"insert DetJV", "carry-not-credited FormID=3 SubjectID=7 SessionID=2"},
+                   {{"insert tblMasCarryForw", "form-without-lines FormID=4"},
+                    {"delete tblDetCarryForw", "form-without-lines FormID=4"},
+                    {"insert tblDetCarryForw", "carry-not-credited FormID=4 SubjectID=6 SessionID=2"},
+                    {"insert tblDetCarryForw", "carry-not-credited FormID=4 SubjectID=6 SessionID=2; "
+                                               "carry-not-credited FormID=4 SubjectID=7 SessionID=2"},
+                    {"delete DetJV", "carry-not-credited FormID=4 SubjectID=6 SessionID=2; "
+                                     "carry-not-credited FormID=4 SubjectID=7 SessionID=2"},
+                    {"insert DetJV", "carry-not-credited FormID=4 SubjectID=7 SessionID=2"},
                     {"insert DetJV", ""}}});
     all.push_back(
         {"a carry forward, changed",

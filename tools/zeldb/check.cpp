@@ -8,6 +8,8 @@
 
 #include <QRegularExpression>
 
+#include <algorithm>
+
 namespace zel::tool {
 
 namespace {
@@ -52,7 +54,6 @@ QStringList missingTables(const ado::Driver &driver) {
 constexpr Literal OwnTables = R"(
 create table #logins (Name varchar(128))
 create table #missing (Name varchar(128))
-create table #damage (Text varchar(2000))
 create table #vouchers (VouStatus char(2) not null, VouNo int not null, Lines int, Dated int, Posted int, Contras int, Odd int,
     Debit numeric(18,2), Credit numeric(18,2), FirstDay datetime, LastDay datetime, primary key (VouStatus, VouNo)))";
 constexpr Literal SumUp = R"(
@@ -62,8 +63,7 @@ insert into #vouchers (VouStatus, VouNo, Lines, Dated, Posted, Contras, Odd, Deb
         sum(isnull(DrAmt, 0)), sum(isnull(CrAmt, 0)), min(VouDate), max(VouDate)
     from DetJV group by VouStatus, VouNo)";
 
-void fillTables(ado::Driver &driver, const QStringList &damage, const QStringList &missing) {
-    constexpr int Longest = 2000;
+void fillTables(ado::Driver &driver, const QStringList &missing) {
     Sql rows = " ";
     const auto put = [&rows](Literal insert, const QString &text) {
         rows += Sql(insert) + QString(text).replace(u'\'', QLatin1String("''")) + "') ";
@@ -72,21 +72,27 @@ void fillTables(ado::Driver &driver, const QStringList &damage, const QStringLis
         put("insert into #logins values ('", QString::fromStdString(login));
     for (const QString &table : missing)
         put("insert into #missing values ('", table);
-    for (const QString &sentence : damage)
-        put("insert into #damage values ('", sentence.left(Longest));
     ask(driver, rows);
 }
 
-/// What the engine finds. Damage that stops its test is damage, too.
-QStringList damageOf(ado::Driver &driver) {
-    QStringList sentences;
+/// What the engine finds, by the rule that has no query. Damage that stops its test is damage, too.
+std::vector<Finding> damageOf(ado::Driver &driver) {
+    const auto engines =
+        std::ranges::find_if(rules(), [](const Rule &rule) { return rule.statement.text().empty(); });
+    std::vector<Finding> found;
+    const auto put = [&](const QString &sentence) {
+        found.push_back(
+            {&*engines, {}, QString(engines->finding).replace(QLatin1String("{What}"), sentence)});
+    };
     try {
-        for (const std::string &sentence : driver.damage())
-            sentences.append(QString::fromStdString(sentence));
+        for (const std::string &told : driver.damage())
+            for (const QString &sentence : QString::fromStdString(told).split(u'\n'))
+                if (!sentence.contains(QLatin1String("***"))) // which only heads the others
+                    put(sentence);
     } catch (const Error &failure) {
-        sentences.append(failure.description());
+        put(failure.description());
     }
-    return sentences;
+    return found;
 }
 
 QString cellText(const ado::RowSet &rows, qsizetype row, int column) {
@@ -122,11 +128,12 @@ std::vector<Finding> findings(ado::Driver &driver, const std::function<void(int 
     step();
     ask(driver, OwnTables);
     const Reading moment(driver);
-    const QStringList damage = damageOf(driver);
+    if (auto damage = damageOf(driver); !damage.empty())
+        return damage; // what such a file says of the books is not to be trusted
     driver.refresh();
     const QStringList missing = missingTables(driver);
     const bool maybeLeftOut = !missing.isEmpty() || !driver.table("DetJV");
-    fillTables(driver, damage, missing);
+    fillTables(driver, missing);
     const auto attempt = [&](const Sql &statement) {
         try {
             return ask(driver, statement);
@@ -137,13 +144,12 @@ std::vector<Finding> findings(ado::Driver &driver, const std::function<void(int 
         return std::shared_ptr<const ado::RowSet>();
     };
     step();
-    if (damage.isEmpty())
-        attempt(SumUp);
+    attempt(SumUp);
     std::vector<Finding> found;
     for (const Rule &rule : rules()) {
         step();
-        if (!damage.isEmpty() && !rule.table.isEmpty())
-            continue; // what a damaged file says of the books is not to be trusted
+        if (rule.statement.text().empty())
+            continue;
         if (const auto rows = attempt(rule.statement))
             tell(rule, *rows, found);
     }

@@ -5,6 +5,7 @@
 
 #include <QMap>
 
+#include <algorithm>
 #include <span>
 
 namespace zel::tool {
@@ -34,7 +35,8 @@ QMap<QString, QString> headOf(const QStringList &lines) {
 
 Rule ruleOf(const EmbeddedText &embedded) {
     const QString text = QString::fromUtf8(embedded.text.data(), qsizetype(embedded.text.size()));
-    const QMap<QString, QString> head = headOf(text.split(u'\n'));
+    const QStringList lines = text.split(u'\n');
+    const QMap<QString, QString> head = headOf(lines);
     const auto word = [&](const char *name) {
         const auto found = head.find(QLatin1String(name));
         if (found == head.end())
@@ -53,7 +55,10 @@ Rule ruleOf(const EmbeddedText &embedded) {
     rule.table = word("table");
     rule.keys = word("keys").split(u' ', Qt::SkipEmptyParts);
     rule.severity = word("severity") == QLatin1String("note") ? Severity::Note : Severity::Error;
-    rule.statement = Sql::trusted(embedded.text);
+    const bool hasQuery = std::ranges::any_of(
+        lines, [](const QString &line) { return !line.isEmpty() && !line.startsWith(QLatin1String("--")); });
+    if (hasQuery)
+        rule.statement = Sql::trusted(embedded.text);
     return rule;
 }
 

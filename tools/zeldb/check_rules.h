@@ -23,7 +23,8 @@ enum class Severity { Error, Note };
 ///     -- keys: VouStatus VouNo
 ///     select VouStatus, VouNo from ...
 ///
-/// Each {column} of the finding and each key is a column of the query. A longer line goes on as "-- more".
+/// Each {column} of the finding and each key is a column of the query. A longer line goes on as
+/// "--     more". What the engine itself finds in its file has no query, and is {What}.
 struct Rule {
     QString name; ///< the file's
     QString title;
@@ -33,7 +34,7 @@ struct Rule {
     QString table;
     QStringList keys;
     Severity severity = Severity::Error;
-    Sql statement;
+    Sql statement; ///< '' of what the engine finds
 };
 
 /// All rules, in the order of their names.

@@ -3,7 +3,6 @@
 --     while the catalog was in use. What such a file says of the books can't be trusted, so the other rules were left out.
 -- severity: error
 -- do: Let nobody work on it, keep it as it is, and restore the last backup.
--- finding: {Text}
+-- finding: {What}
 -- table:
 -- keys:
-select Text from #damage
