@@ -60,8 +60,8 @@ private Q_SLOTS:
     void everyRuleHasItsFault() {
         const QJsonArray lines = facts("tools/check.json")["whatIsPlantedIsNamed"].toArray();
         QSet<QString> planted;
-        for (const QJsonValue &line : lines)
-            for (const QJsonValue &name : line[2].toArray())
+        for (const auto &line : lines)
+            for (const auto &name : line.toArray()[2].toArray())
                 planted += name.toString().section(' ', 0, 0);
         for (const tool::Rule &rule : tool::rules())
             QVERIFY2(planted.contains(rule.name), qPrintable(rule.name));
