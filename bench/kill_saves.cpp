@@ -4,13 +4,14 @@
 // nothing may be left, since their saves are transactions.
 #include "desk.h"
 #include "kill_scenarios.h"
+#include "measure.h"
 
 #include "menu_screens.h"
 #include "platform/ado/statements.h"
 #include "platform/controls/application.h"
 #include "shell/module1.h"
 #include "tests/support/office.h"
-#include "tools/zeldb/check.h"
+#include "tools/zeldb/check_shown.h"
 
 #include <QRandomGenerator>
 #include <QRegularExpression>
@@ -20,14 +21,12 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <chrono>
 #include <cstdio>
 #include <cstring>
 
 namespace {
 
 using bench::Scenario;
-using bench::Step;
 
 /// What the killed process tells the one that waits, in memory that both have.
 struct Told {
@@ -35,11 +34,12 @@ struct Told {
     int stopAt; ///< the statement that does not begin any more, counted from 1
     int statements;
     int writes;
-    int firstWrite; ///< as a statement; 0: none yet
-    int lastWrite;
+    int firstWrite;         ///< as a statement; 0: none yet
     char written[Most][40]; ///< verb and table of each
 };
 Told *told = nullptr;
+
+constexpr int Killed = 2; ///< status
 
 /// "insert DetJV" of a statement that writes; '' of any other.
 QByteArray writeOf(const char *sql) {
@@ -54,13 +54,12 @@ QByteArray writeOf(const char *sql) {
 
 int onStatement(unsigned, void *, void *, void *text) {
     if (++told->statements == told->stopAt)
-        _exit(2);
+        _exit(Killed);
     const QByteArray write = writeOf(static_cast<const char *>(text));
     if (write.isEmpty() || told->writes == Told::Most)
         return 0;
     if (told->firstWrite == 0)
         told->firstWrite = told->statements;
-    told->lastWrite = told->statements;
     std::strncpy(told->written[told->writes++], write.constData(), sizeof told->written[0] - 1);
     return 0;
 }
@@ -90,12 +89,8 @@ int play(const Scenario &scenario, const QString &folder, int stopAt) {
 QString found(const QString &folder) {
     QStringList names;
     const auto driver = zel::ado::openForReading(folder);
-    for (const zel::tool::Finding &finding : zel::tool::findings(*driver)) {
-        QString name = finding.rule->name;
-        for (const auto &[key, value] : finding.keys)
-            name += ' ' + key + '=' + value.text();
-        names += name;
-    }
+    for (const zel::tool::Finding &finding : zel::tool::findings(*driver))
+        names += nameOf(finding);
     return names.join(QStringLiteral("; "));
 }
 
@@ -111,61 +106,85 @@ QString expected(const Scenario &scenario) {
     return told->writes == 0 ? QString() : QString(scenario.steps[std::size_t(told->writes - 1)].left);
 }
 
-constexpr int Endless = 1'000'000;
+constexpr int Never = 1'000'000;
+
+/// What stands wrong after a scenario that went to its end or was killed; '' when nothing does.
+QString wrongAfter(const Scenario &scenario, const QString &folder, int status, int wantedStatus) {
+    const QString left = found(folder);
+    const QString wanted = expected(scenario);
+    if (status == wantedStatus && left == wanted)
+        return {};
+    return QStringLiteral("  status %1, found \"%2\", not \"%3\"\n").arg(status).arg(left, wanted);
+}
+
+class Kills {
+public:
+    Kills() { bench::makeKillCatalog(m_base.path()); }
+
+    /// Each once to its end, which tells how many statements it has; false when one is not as it is told.
+    bool playAll() {
+        bool asTold = true;
+        for (const Scenario &scenario : m_scenarios) {
+            const bench::Copy copy(m_base.path());
+            const int status = play(scenario, copy.folder(), Never);
+            m_ranges.emplace_back(told->firstWrite, told->statements);
+            QString wrong = wrongAfter(scenario, copy.folder(), status, 0);
+            if (scenario.steps.empty() ? told->writes == 0 : told->writes != int(scenario.steps.size()))
+                wrong += QStringLiteral("  %1 statements wrote, not %2\n")
+                             .arg(told->writes)
+                             .arg(scenario.steps.size());
+            std::printf("%-28s %3d statements, %d write\n%s", qPrintable(scenario.name), told->statements,
+                        told->writes, qPrintable(wrong));
+            asTold &= wrong.isEmpty();
+        }
+        return asTold;
+    }
+
+    /// One of them, killed at any statement from its first write on.
+    bool killOne() {
+        auto *random = QRandomGenerator::global();
+        const std::size_t which = std::size_t(random->bounded(int(m_scenarios.size())));
+        const Scenario &scenario = m_scenarios[which];
+        const bench::Copy copy(m_base.path());
+        const int stopAt = random->bounded(m_ranges[which].first, m_ranges[which].second + 1);
+        const int status = play(scenario, copy.folder(), stopAt);
+        const QString wrong = wrongAfter(scenario, copy.folder(), status, Killed);
+        if (!wrong.isEmpty())
+            std::printf("%s, killed at statement %d\n%s", qPrintable(scenario.name), stopAt,
+                        qPrintable(wrong));
+        return wrong.isEmpty();
+    }
+
+    [[nodiscard]] std::size_t kinds() const { return m_scenarios.size(); }
+
+private:
+    QTemporaryDir m_base;
+    std::vector<Scenario> m_scenarios = bench::killScenarios();
+    std::vector<std::pair<int, int>> m_ranges; ///< of the statements to kill at
+};
 
 } // namespace
 
 int main(int argc, char **argv) {
-    told = static_cast<Told *>(
-        mmap(nullptr, sizeof(Told), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
+    void *shared = mmap(nullptr, sizeof(Told), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+    if (shared == MAP_FAILED)
+        qFatal("no memory");
+    told = static_cast<Told *>(shared);
     sqlite3_auto_extension(reinterpret_cast<void (*)()>(watch));
-    zel::controls::Application application(argc, argv);
+    const zel::controls::Application application(argc, argv);
     const int kills = argc > 1 ? std::atoi(argv[1]) : 300;
-    const zel::test::Office office;
+    zel::test::Office office;
     zel::shell::setScreens(zel::menuScreens());
-    const_cast<zel::test::Office &>(office).logIn();
+    office.logIn(); // so that no child has to
     zel::shell::gCon.Close();
-    const QTemporaryDir base;
-    bench::makeKillCatalog(base.path());
 
-    const auto start = std::chrono::steady_clock::now();
-    const std::vector<Scenario> scenarios = bench::killScenarios();
-    int wrong = 0;
-    std::vector<std::pair<int, int>> ranges; // of the statements to kill at
-    for (const Scenario &scenario : scenarios) {
-        const bench::Copy copy(base.path());
-        const int status = play(scenario, copy.folder(), Endless);
-        ranges.emplace_back(told->firstWrite, told->statements);
-        const QString left = found(copy.folder());
-        const QString wanted = expected(scenario);
-        std::printf("%-30s %d statements, %d write\n", qPrintable(scenario.name), told->statements,
-                    told->writes);
-        if (status != 0 || left != wanted ||
-            (!scenario.steps.empty() && told->writes != int(scenario.steps.size()))) {
-            ++wrong;
-            std::printf("  status %d, found \"%s\", not \"%s\"\n", status, qPrintable(left),
-                        qPrintable(wanted));
-            for (int i = 0; i < told->writes; ++i)
-                std::printf("    %s\n", told->written[i]);
-        }
-    }
-    for (int kill = 0; kill < kills; ++kill) {
-        auto *random = QRandomGenerator::global();
-        const std::size_t at = std::size_t(random->bounded(int(scenarios.size())));
-        const Scenario &scenario = scenarios[at];
-        const bench::Copy copy(base.path());
-        const int stopAt = random->bounded(ranges[at].first, ranges[at].second + 1);
-        const int status = play(scenario, copy.folder(), stopAt);
-        const QString left = found(copy.folder());
-        const QString wanted = expected(scenario);
-        if (status != 2 || left != wanted) {
-            ++wrong;
-            std::printf("%s killed at statement %d (status %d): found \"%s\", not \"%s\"\n",
-                        qPrintable(scenario.name), stopAt, status, qPrintable(left), qPrintable(wanted));
-        }
-    }
-    const double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-    std::printf("%d kills of %zu kinds of save, %d wrong, %.1f s\n", kills, scenarios.size(), wrong, seconds);
-    std::fflush(stdout);
-    _exit(wrong == 0 ? 0 : 1);
+    Kills all;
+    int wrong = all.playAll() ? 0 : 1;
+    const double seconds = bench::seconds([&] {
+        for (int kill = 0; kill < kills; ++kill)
+            wrong += all.killOne() ? 0 : 1;
+    });
+    std::printf("%d kills of %zu kinds of save, %d wrong, %.0f s\n", kills, all.kinds(), wrong, seconds);
+    bench::connect(office.folder()); // the screens are unloaded with a connection
+    return wrong == 0 ? 0 : 1;
 }

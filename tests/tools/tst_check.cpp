@@ -14,17 +14,13 @@ using namespace zel::test;
 
 namespace {
 
-/// Rule and keys of each finding, as "voucher-total VouStatus=JV VouNo=7".
 QStringList named(const QString &folder) {
     QStringList names;
     const auto driver = ado::openForReading(folder);
     for (const tool::Finding &finding : tool::findings(*driver)) {
-        QString name = finding.rule->name;
-        for (const auto &[key, value] : finding.keys)
-            name += ' ' + key + '=' + value.text();
+        names += nameOf(finding);
         if (finding.text.contains('{'))
-            name += ": " + finding.text; // a place of the sentence that no column fills
-        names += name;
+            names += finding.text; // a place of the sentence that no column fills
     }
     return names;
 }

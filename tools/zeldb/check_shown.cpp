@@ -95,6 +95,13 @@ QByteArray asJson(const Finding &finding) {
         .toJson(QJsonDocument::Compact);
 }
 
+QString nameOf(const Finding &finding) {
+    QString name = finding.rule->name;
+    for (const auto &[key, value] : finding.keys)
+        name += u' ' + key + u'=' + shown(value);
+    return name;
+}
+
 QString ruleList() {
     QString text;
     for (const Rule &rule : rules())

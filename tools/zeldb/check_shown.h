@@ -14,6 +14,9 @@ namespace zel::tool {
 /// {"keys":{...},"rule":"...","severity":"...","table":"...","text":"..."} on one line.
 [[nodiscard]] QByteArray asJson(const Finding &finding);
 
+/// The rule and the keys, such as "voucher-total VouStatus=JV VouNo=7".
+[[nodiscard]] QString nameOf(const Finding &finding);
+
 /// Each rule's name, severity and title.
 [[nodiscard]] QString ruleList();
 
