@@ -91,10 +91,11 @@ bool refreshCatalog(const QString &folder) {
     driver->begin(ado::Durability::Now);
     const bool definitions = refreshTablesAndIndexes(made->session(), driver->session());
     const bool procedures = refreshProcedures(made->session(), driver->session());
+    const bool version = driver->setVersion();
     driver->commit();
     if (definitions)
         driver->analyze();
-    return definitions || procedures;
+    return definitions || procedures || version;
 }
 
 } // namespace zel::schema

@@ -198,10 +198,18 @@ void runStatements(Driver &driver, const Sql &text, const std::function<void(Out
     Batch(driver, text, statements, told, most).run();
 }
 
-std::unique_ptr<Driver> openCatalog(const QString &dataSource, const QString &user, const QString &password) {
+namespace {
+
+void refuseServer(const QString &dataSource) {
     if (dataSource.startsWith(QLatin1String("postgresql://")))
         throw Error(17,
                     QStringLiteral("This build can't reach a PostgreSQL server (\"%1\").").arg(dataSource));
+}
+
+} // namespace
+
+std::unique_ptr<Driver> openCatalog(const QString &dataSource, const QString &user, const QString &password) {
+    refuseServer(dataSource);
     const bool embedded = dataSource == QLatin1String(".") || dataSource.startsWith(QLatin1String("./")) ||
                           dataSource.startsWith(QLatin1String("../")) || dataSource.startsWith(u'/');
     if (dataSource.trimmed().isEmpty())
@@ -216,6 +224,11 @@ std::unique_ptr<Driver> openCatalog(const QString &dataSource, const QString &us
                                : QCoreApplication::applicationDirPath() + u'/' + dataSource;
     return SqliteDriver::open(QDir::cleanPath(folder),
                               Credentials{user.toStdString(), password.toStdString()});
+}
+
+std::unique_ptr<Driver> openAsOwner(const QString &place) {
+    refuseServer(place);
+    return SqliteDriver::open(place, std::nullopt);
 }
 
 } // namespace zel::ado

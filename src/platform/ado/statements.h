@@ -28,5 +28,8 @@ void runStatements(Driver &driver, const Sql &text, const std::function<void(Out
 /// SQL Server.
 [[nodiscard]] std::unique_ptr<Driver> openCatalog(const QString &dataSource, const QString &user,
                                                   const QString &password);
+/// The same for who owns the catalog, and needs no login: `place` is a folder in any form, or
+/// "postgresql://...".
+[[nodiscard]] std::unique_ptr<Driver> openAsOwner(const QString &place);
 
 } // namespace zel::ado

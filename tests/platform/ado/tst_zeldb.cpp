@@ -219,6 +219,8 @@ private Q_SLOTS:
         QCOMPARE(zeldb({"sql", folder.path()}).status, 1);
         QCOMPARE(zeldb({"sql", "/no/such/folder", "select 1"}).status, 1);
         QCOMPARE(zeldb({"frobnicate"}).status, 1);
+        plain(folder.file(), "pragma user_version = 99");
+        QVERIFY(zeldb({"sql", folder.path(), "select 1"}).err.contains("later version"));
     }
 
     void passwords() {

@@ -28,6 +28,10 @@ using Variables = std::vector<Value>;
 /// commit that is, or at the close. Until then a power cut may undo it, whole.
 enum class Durability { Now, Later };
 
+/// The version of the tables that this program knows. A catalog of a later one is not opened (948): what is
+/// new in it this program would leave out.
+inline constexpr std::int64_t CatalogVersion = 1;
+
 /// One open catalog on one engine. Every failure is an Error with the server's number. A statement that
 /// writes commits by itself, except between begin() and commit().
 class Driver : public tsql::Catalog {
@@ -60,10 +64,17 @@ public:
                                          std::span<const Assignment> values) = 0;
 
     virtual void begin(Durability durability) = 0;
+    /// A transaction that only reads: until it ends all that is read is of one moment, while others write on.
+    virtual void beginReading() = 0;
     [[nodiscard]] virtual bool inTransaction() const = 0;
     virtual void commit() = 0;
     /// Undoes what was written since begin(); can't fail.
     virtual void rollback() noexcept = 0;
+
+    /// What the engine finds wrong with its own storage, a sentence each.
+    [[nodiscard]] virtual std::vector<std::string> damage() = 0;
+    /// Gathers what query plans need to know about the rows that are there now.
+    virtual void analyze() = 0;
 
     /// What stays in its slots from one batch to the next.
     [[nodiscard]] Variables &kept() { return m_kept; }

@@ -106,10 +106,14 @@ std::unique_ptr<SqliteDriver> SqliteDriver::open(const QString &folder,
     std::unique_ptr<SqliteDriver> driver(new SqliteDriver(path.toStdString(), SqliteSession::Purpose::Use));
     {
         SqliteSession::Running ours = driver->m_session.prepare(
-            "select count(*) from sqlite_master where name in ('sys_logins', 'sys_users', 'sys_rolemembers',"
-            " 'sys_procedures')");
+            "select count(*), (select user_version from pragma_user_version) from sqlite_master where name in"
+            " ('sys_logins', 'sys_users', 'sys_rolemembers', 'sys_procedures')");
         if (!ours.step() || ours.integer(0) != 4)
             throw Error(4060, QStringLiteral("The database \"%1\" is no catalog of this program.").arg(path));
+        if (ours.integer(1) > CatalogVersion)
+            throw Error(948, QStringLiteral("The catalog \"%1\" is of a later version of the program; please "
+                                            "use that one.")
+                                 .arg(path));
     }
     if (credentials) {
         driver->m_logins.check(*credentials);
@@ -126,6 +130,7 @@ std::unique_ptr<SqliteDriver> SqliteDriver::make(const QString &path) {
     ::close(file);
     std::unique_ptr<SqliteDriver> driver(new SqliteDriver(path.toStdString(), SqliteSession::Purpose::Make));
     driver->m_logins.createTables();
+    driver->setVersion();
     driver->m_catalog.refresh();
     return driver;
 }
@@ -300,10 +305,6 @@ bool SqliteDriver::updateRow(std::string_view table, std::int64_t identity,
     return sqlite3_changes(m_session.handle()) > 0;
 }
 
-void SqliteDriver::analyze() {
-    m_session.execute("pragma analysis_limit = 0; analyze");
-}
-
 void SqliteDriver::begin(Durability durability) {
     if (m_transaction)
         throw Error(3988, "A transaction is open on this connection already.");
@@ -317,6 +318,14 @@ void SqliteDriver::begin(Durability durability) {
         throw;
     }
     m_transaction = true;
+}
+
+void SqliteDriver::beginReading() {
+    if (m_transaction)
+        throw Error(3988, "A transaction is open on this connection already.");
+    m_session.prepare("begin").step();
+    m_transaction = true;
+    m_session.prepare("select 1 from sqlite_master limit 1").step(); // the moment is that of the first read
 }
 
 void SqliteDriver::ended() noexcept {

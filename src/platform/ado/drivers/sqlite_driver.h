@@ -18,7 +18,8 @@ public:
     static constexpr char FileName[] = "ZEL.db";
 
     /// Opens the catalog of a folder for a login, or for the file's owner when there are no credentials. 4060
-    /// when the folder holds none, 3906 when it may only be read, 18456 when the login is refused.
+    /// when the folder holds none, 948 when it is of a later version, 3906 when it may only be read, 18456
+    /// when the login is refused.
     [[nodiscard]] static std::unique_ptr<SqliteDriver> open(const QString &folder,
                                                             const std::optional<Credentials> &credentials);
     /// Makes an empty catalog in the file `path`, which must not exist, readable by its owner only. Nothing
@@ -50,12 +51,15 @@ public:
     [[nodiscard]] bool updateRow(std::string_view table, std::int64_t identity,
                                  std::span<const Assignment> values) override;
     void begin(Durability durability) override;
+    void beginReading() override;
     [[nodiscard]] bool inTransaction() const override { return m_transaction; }
     void commit() override;
     void rollback() noexcept override;
 
-    /// Gathers what query plans need to know about the rows that are there now.
-    void analyze();
+    [[nodiscard]] std::vector<std::string> damage() override;
+    void analyze() override;
+    /// Marks the catalog as one of CatalogVersion; false when it was one.
+    bool setVersion();
     [[nodiscard]] SqliteLogins &logins() { return m_logins; }
     [[nodiscard]] SqliteSession &session() { return m_session; }
 
