@@ -74,6 +74,9 @@ SqliteSession::SqliteSession(const std::string &path, Purpose purpose) : m_path(
     registerFunctions(handle);
     if (purpose == Purpose::Use)
         useWal();
+    else if (purpose == Purpose::TakeOut)
+        execute("pragma busy_timeout = 0; pragma locking_mode = exclusive; pragma journal_mode = delete;"
+                "begin exclusive");
     else
         execute("pragma journal_mode = off; pragma synchronous = off");
     execute("pragma temp_store = memory; pragma cache_size = -32768; pragma trusted_schema = off");
