@@ -22,6 +22,8 @@ QString shownType(const tsql::Column &column) {
     QString text = QString::fromUtf8(name.data(), qsizetype(name.size()));
     if (isText(column.type))
         text += QStringLiteral("(%1)").arg(column.type.length);
+    else if (column.type.kind == TypeKind::Numeric)
+        text += QStringLiteral("(%1,%2)").arg(column.type.length).arg(column.type.scale);
     return text + QLatin1String(column.nullable ? "" : " not null");
 }
 
@@ -41,7 +43,12 @@ bool fits(const std::optional<std::string_view> &cell, const tsql::Column &colum
     }
 }
 
-/// What does not fit: a sentence each for the first of each column, and how many values there are.
+QString shownCell(const std::optional<std::string_view> &cell) {
+    return cell ? u'"' + QString::fromUtf8(cell->data(), qsizetype(cell->size())) + u'"'
+                : QStringLiteral("NULL");
+}
+
+/// What does not fit: a sentence for each column, and how many values there are.
 struct Misfits {
     QStringList sentences;
     std::int64_t values = 0;
@@ -59,22 +66,17 @@ void look(ado::Driver &driver, Source &source, const ado::TableDefinition &defin
         ++row;
         for (std::size_t at = 0; at < cells.size(); ++at)
             if (!fits(cells[at], table->columns.at(at)) && misfits[at]++ == 0)
-                first[at] = cells[at]
-                                ? QStringLiteral("row %1 has \"%2\"")
-                                      .arg(row)
-                                      .arg(QString::fromUtf8(cells[at]->data(), qsizetype(cells[at]->size())))
-                                : QStringLiteral("row %1 has NULL").arg(row);
+                first[at] = QStringLiteral("row %1, ").arg(row) + shownCell(cells[at]);
         progress.step();
     });
     for (std::size_t at = 0; at < misfits.size(); ++at) {
         if (misfits[at] == 0)
             continue;
         found.values += misfits[at];
-        found.sentences.append(QStringLiteral("%1.%2 is %3; %4, and %5 values in all do not fit.")
-                                   .arg(QString::fromStdString(definition.name),
-                                        QString::fromStdString(definition.columns[at]),
-                                        shownType(table->columns[at]), first[at])
-                                   .arg(misfits[at]));
+        found.sentences.append(
+            QStringLiteral("%1.%2 is %3: rows that do not fit: %4, the first is %5.")
+                .arg(QString::fromStdString(definition.name), QString::fromStdString(definition.columns[at]),
+                     shownType(table->columns[at]), QString::number(misfits[at]), first[at]));
     }
 }
 

@@ -9,6 +9,7 @@
 #include <array>
 #include <charconv>
 #include <cstdio>
+#include <system_error>
 
 namespace zel::ado {
 
@@ -57,6 +58,12 @@ std::pair<std::string, std::string> existing(const std::string &message) {
     std::string name = message.substr(blank + 1, message.size() - End.size() - blank - 1);
     std::erase(name, '"');
     return {message.substr(0, blank), name};
+}
+
+/// ", No space left on device"; '' when the system said nothing.
+std::string systemReason(sqlite3 *handle) {
+    const int reason = handle ? sqlite3_system_errno(handle) : 0;
+    return reason != 0 ? ", " + std::generic_category().message(reason) : std::string();
 }
 
 } // namespace
@@ -157,7 +164,8 @@ void SqliteSession::fail(int code) {
     case SQLITE_CORRUPT:
         throw Error(824, "The catalog " + file + " is damaged: " + message + '.');
     case SQLITE_IOERR:
-        throw Error(823, "The catalog " + file + " can't be read or written: " + message + '.');
+        throw Error(823, "The catalog " + file + " can't be read or written: " + message +
+                             systemReason(m_handle.get()) + '.');
     case SQLITE_NOMEM:
         throw Error(701, "There is not enough memory for this statement.");
     case SQLITE_AUTH:
