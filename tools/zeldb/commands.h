@@ -12,6 +12,7 @@ extern const Command passwd;
 extern const Command backup;
 extern const Command restore;
 extern const Command copy;
+extern const Command import;
 extern const Command sql;
 extern const Command check; // in check_command.cpp
 
