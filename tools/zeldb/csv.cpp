@@ -115,13 +115,12 @@ Csv csvOf(const QByteArray &bytes, const QString &path) {
     QStringDecoder decoder(QStringDecoder::Utf8); // takes the mark away
     const QString text = decoder(bytes);
     if (decoder.hasError() || bytes.contains('\0')) {
-        const qsizetype bad = std::min(text.indexOf(QChar::ReplacementCharacter), text.indexOf(QChar(u'\0')));
+        const QChar sign = decoder.hasError() ? QChar(QChar::ReplacementCharacter) : QChar(u'\0');
+        const QStringView before = QStringView(text).left(text.indexOf(sign));
         refuse(
-            QStringLiteral("The file \"%1\" is not UTF-8%2; save it as \"CSV UTF-8\" and try again.")
-                .arg(path,
-                     bad < 0
-                         ? QString()
-                         : QStringLiteral(" (line %1)").arg(1 + QStringView(text).left(bad).count(u'\n'))));
+            QStringLiteral("The file \"%1\" is not UTF-8 (line %2); save it as \"CSV UTF-8\" and try again.")
+                .arg(path)
+                .arg(1 + before.count(u'\n')));
     }
     return Reading(text, path).read();
 }

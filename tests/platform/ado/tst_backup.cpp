@@ -7,6 +7,7 @@
 #include <atomic>
 #include <thread>
 
+using namespace zel;
 using namespace zel::test;
 
 namespace {
@@ -123,11 +124,10 @@ private Q_SLOTS:
     /// Two rows come at a time and go at a time; a backup of one moment has them both or neither.
     void isOfOneMoment() {
         const HardCatalog from;
-        std::atomic<bool> end = false;
-        std::thread clerk([&] {
+        std::jthread clerk([&](const std::stop_token &end) {
             zel::ado::Connection con;
             open(con, from.path());
-            while (!end) {
+            while (!end.stop_requested()) {
                 zel::ado::Transaction both(con);
                 con.Execute("delete from User_Information where Row_No = 1");
                 con.Execute("delete from tbl_Tele_Directory where Row_No = 1");
@@ -138,7 +138,7 @@ private Q_SLOTS:
         });
         for (int time = 0; time < 5; ++time)
             QCOMPARE(zeldb({"backup", "--replace", from.path(), from.beside("b")}).err, "");
-        end = true;
+        clerk.request_stop();
         clerk.join();
         QCOMPARE(zeldb({"restore", from.beside("b"), from.beside("r")}).err, "");
         QCOMPARE(plain(from.beside("r/ZEL.db"), "select (select count(*) from User_Information) = (select "
@@ -276,6 +276,38 @@ private Q_SLOTS:
             QVERIFY(ran.out.contains(files[1]));
             QCOMPARE(plain(folder + '/' + files[1], "select Pswd from LctPswd"), "ZEL;LAST");
         }
+    }
+
+    /// A program that begins while a catalog is restored works on the new one: what it is told is saved, is.
+    void whoWaitsOpensTheNewOne() {
+        const HardCatalog from;
+        QCOMPARE(zeldb({"backup", from.path(), from.beside("b")}).err, "");
+        std::atomic<int> saved = 0;
+        std::jthread clerk([&](const std::stop_token &end) {
+            while (!end.stop_requested()) {
+                const QString number = QString::number(saved + 1);
+                if (failure([&] {
+                        ado::Connection con;
+                        open(con, from.path());
+                        con.Execute("insert into User_Information (Row_No) values ("_sql + number + ")");
+                    }) == 0)
+                    ++saved;
+                QThread::msleep(30); // with all programs closed, so that a restore may begin
+            }
+        });
+        for (int restored = 0; restored < 3;) {
+            const bool done = zeldb({"restore", from.beside("b"), from.path()}).status == 0;
+            const int before = saved + 1; // the next one may have begun before
+            QTRY_VERIFY(saved > before);
+            restored += done ? 1 : 0;
+            const QString question = "select Row_No from User_Information where Row_No = ";
+            const Ran ran = zeldb({"sql", from.path(), question + QString::number(before + 1)});
+            QVERIFY2(ran.out.endsWith("1 row\n"), qPrintable(ran.out + ran.err));
+        }
+        clerk.request_stop();
+        clerk.join();
+        for (const QString &name : QDir(from.path()).entryList({"ZEL.db", "*.before-*"}, QDir::Files))
+            QCOMPARE(plain(from.path() + '/' + name, "pragma integrity_check"), "ok");
     }
 
     /// A file that is no catalog any more, and a log that has lost its catalog, harm no restored one.

@@ -120,9 +120,12 @@ void SqliteDriver::seal(std::unique_ptr<SqliteDriver> made) {
 }
 
 std::unique_ptr<SqliteSession> SqliteDriver::takeOutOfUse(const QString &folder) {
-    const std::string path = (QDir(folder).absoluteFilePath(QLatin1String(FileName))).toStdString();
+    const QString path = QDir(folder).absoluteFilePath(QLatin1String(FileName));
+    if (!may(path, R_OK | W_OK))
+        throw Error(3906, QStringLiteral("The catalog \"%1\" belongs to \"%2\", who alone may replace it.")
+                              .arg(path, QFileInfo(path).owner()));
     try {
-        return std::make_unique<SqliteSession>(path, SqliteSession::Purpose::TakeOut);
+        return std::make_unique<SqliteSession>(path.toStdString(), SqliteSession::Purpose::TakeOut);
     } catch (const Error &failure) {
         constexpr int NoDatabase = 4060;
         constexpr int Damaged = 824;
