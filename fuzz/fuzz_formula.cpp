@@ -23,6 +23,7 @@ public:
     [[nodiscard]] Value total(int) const override { return 7; }
     [[nodiscard]] Value parameter(int) const override { return 42; }
     [[nodiscard]] Value fromSubreport(const QString &, const QString &) const override { return {}; }
+    [[nodiscard]] bool continued() const override { return true; }
     [[nodiscard]] std::int64_t rowNumber() const override { return 3; }
     [[nodiscard]] int pageNumber() const override { return 2; }
     [[nodiscard]] int pageCount() const override { return 9; }

@@ -2,9 +2,9 @@
 
 #include "fuzzing.h"
 
+#include "platform/base/date_text.h"
 #include "platform/base/number_text.h"
 #include "platform/tsql/text/conversions.h"
-#include "platform/tsql/text/date_text.h"
 #include "platform/tsql/text/text_rules.h"
 
 #include <cstring>
@@ -29,11 +29,12 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
         if (storedAmount(leadingNumber(stored)) != stored || shownAmount(amount).remove(u',') != stored)
             fuzz::broken("an amount is shown and stored alike", text);
     });
-    for (const tsql::DateTarget target : {tsql::DateTarget::DateTime, tsql::DateTarget::Date}) {
-        const tsql::DateReading read = tsql::parseDate(text, target, size % 2 == 0 ? 0 : 103);
+    for (const DateTarget target : {DateTarget::DateTime, DateTarget::Date}) {
+        const DateOrder order = size % 2 == 0 ? DateOrder::MonthFirst : DateOrder::DayFirst;
+        const DateReading read = parseDate(text, target, order);
         if (read.error != 0)
             continue;
-        const tsql::DateReading again = tsql::parseDate(read.date.text(), target);
+        const DateReading again = parseDate(read.date.text(), target);
         if (again.error != 0 || again.date.text() != read.date.text())
             fuzz::broken("a date's text is read as the date", read.date.text());
     }
@@ -43,7 +44,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     double real = 0;
     if (size >= sizeof real) {
         std::memcpy(&real, data, sizeof real);
-        if (const std::string written = tsql::floatText(real); real - real == 0)
+        if (const std::string written = plainText(real); real - real == 0)
             (void)fuzz::accepted([&] { (void)tsql::floatFromText(written); });
     }
     return 0;
