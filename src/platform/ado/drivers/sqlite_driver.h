@@ -31,6 +31,11 @@ public:
     /// Ends the making: the file is whole on the disk and opens with a write-ahead log from now on.
     static void seal(std::unique_ptr<SqliteDriver> made);
 
+    /// Takes the catalog of a folder out of use, for as long as the result lives: nobody can begin to use it,
+    /// and its file is whole by itself, without a log. 1222 when a program has it open. Nullptr when the file
+    /// is none that the engine can read, so that nobody uses it anyway.
+    [[nodiscard]] static std::unique_ptr<SqliteSession> takeOutOfUse(const QString &folder);
+
     ~SqliteDriver() override;
 
     [[nodiscard]] const tsql::Traits &traits() const override { return tsql::sqlite(); }
@@ -62,6 +67,10 @@ public:
     [[nodiscard]] std::vector<std::string> damage() override;
     [[nodiscard]] std::vector<std::string> loginNames() override { return m_logins.names(); }
     void analyze() override;
+    [[nodiscard]] Inventory inventory() override;
+    void readRows(const TableDefinition &table, const std::function<void(Cells)> &told) override;
+    [[nodiscard]] std::unique_ptr<RowSink> addRows(const TableDefinition &table) override;
+    void addLogin(const Login &login) override { m_logins.add(login); }
     /// Marks the catalog as one of CatalogVersion; false when it was one.
     bool setVersion();
     [[nodiscard]] SqliteLogins &logins() { return m_logins; }
@@ -72,6 +81,10 @@ private:
     /// Opens a file that is a catalog of this program; 4060 for any other.
     [[nodiscard]] static std::unique_ptr<SqliteDriver> opened(const QString &path,
                                                               SqliteSession::Purpose purpose);
+    /// Again when the file was another one before the name meanwhile, as a restored catalog is: who waited
+    /// for the old one must not write to it any more.
+    [[nodiscard]] static std::unique_ptr<SqliteDriver> openFile(const std::string &path,
+                                                                SqliteSession::Purpose purpose);
     /// A statement nested too deeply fails with its own description.
     [[nodiscard]] SqliteSession::Running prepare(const tsql::Statement &statement);
     void requireTransaction() const;

@@ -1,12 +1,14 @@
-// The file of an embedded catalog: opened, made.
+// The file of an embedded catalog: opened, made, taken out of use.
 
 #include "platform/ado/drivers/sqlite_driver.h"
 #include "platform/base/error.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace zel::ado {
@@ -51,8 +53,27 @@ QString catalogFile(const QString &folder) {
 
 } // namespace
 
+std::unique_ptr<SqliteDriver> SqliteDriver::openFile(const std::string &path,
+                                                     SqliteSession::Purpose purpose) {
+    const auto standing = [&path] {
+        struct stat file {};
+        return ::stat(path.c_str(), &file) == 0 ? file.st_ino : 0;
+    };
+    while (true) {
+        const auto before = standing();
+        try {
+            std::unique_ptr<SqliteDriver> driver(new SqliteDriver(path, purpose));
+            if (standing() == before)
+                return driver;
+        } catch (const Error &) {
+            if (standing() == before)
+                throw;
+        }
+    }
+}
+
 std::unique_ptr<SqliteDriver> SqliteDriver::opened(const QString &path, SqliteSession::Purpose purpose) {
-    std::unique_ptr<SqliteDriver> driver(new SqliteDriver(path.toStdString(), purpose));
+    std::unique_ptr<SqliteDriver> driver = openFile(path.toStdString(), purpose);
     {
         SqliteSession::Running ours = driver->m_session.prepare(
             "select count(*), (select user_version from pragma_user_version) from sqlite_master where name in"
@@ -114,6 +135,22 @@ void SqliteDriver::seal(std::unique_ptr<SqliteDriver> made) {
     if (!synced)
         throw Error(823, QStringLiteral("The catalog \"%1\" can't be written: %2.")
                              .arg(QString::fromStdString(path), qt_error_string()));
+}
+
+std::unique_ptr<SqliteSession> SqliteDriver::takeOutOfUse(const QString &folder) {
+    const QString path = QDir(folder).absoluteFilePath(QLatin1String(FileName));
+    if (!may(path, R_OK | W_OK))
+        throw Error(3906, QStringLiteral("The catalog \"%1\" belongs to \"%2\", who alone may replace it.")
+                              .arg(path, QFileInfo(path).owner()));
+    try {
+        return std::make_unique<SqliteSession>(path.toStdString(), SqliteSession::Purpose::TakeOut);
+    } catch (const Error &failure) {
+        constexpr int NoDatabase = 4060;
+        constexpr int Damaged = 824;
+        if (failure.number() == NoDatabase || failure.number() == Damaged)
+            return nullptr;
+        throw;
+    }
 }
 
 } // namespace zel::ado
