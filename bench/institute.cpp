@@ -30,14 +30,17 @@ insert into tblSubject (SubId, CourseId, SubName, TotAmt)
     with recursive c(n) as (select 1 union all select n + 1 from c where n < 40)
     select n, (n + 4) / 5, 'SUBJECT ' || n, 5000 + n % 5 * 500 from c;
 
-insert into Accounts (RowID, ParentID, Dcode, AcNodes, AcName, AcStatus)
-    select {last} + s, '2.1', s, '2.1.' || s, 'STUDENT ' || s || ' OF THE INSTITUTE', 'DD' from s;
+insert into Accounts (RowID, ParentID, Dcode, AcNodes, AcName, AcStatus, OpenBal)
+    select {last} + s, '2.1', s, '2.1.' || s, 'STUDENT ' || s || ' OF THE INSTITUTE', 'DD', (select sum(5000 + k % 5 * 500) from k) from s;
 insert into tblMasApp (AppID, CusCode, SessionID, RegNo, StuName, FatherName, CellNo, AppDate, FixDate, TotAmt, CashReceive)
     select s, {last} + s, 1 + s % {sessions}, 'R-' || s, 'STUDENT ' || s || ' OF THE INSTITUTE', 'FATHER OF ' || s,
-           '0300-' || (1000000 + s), '2025-01-01', '2025-01-01', 5000 * {subjects}, 1000 * {subjects} from s;
+           '0300-' || (1000000 + s), '2025-01-01', '2025-01-01', (select sum(5000 + k % 5 * 500) from k), 1000 * {subjects} from s;
 insert into tblDetApp (AppID, SubID, SubAmt, Discount, NetAmount, RecAmount, InActive)
     select s, s % 8 * 5 + k, 5000 + (k % 5) * 500, 0, 5000 + (k % 5) * 500, 1000, case when s % 50 = 0 and k = 1 then '1' end
     from s, k;
+insert into DetJV (VouNo, VouStatus, VouDate, EntryNo, AcCode, CrAc, DrAmt, CrAmt, Naration)
+    select {last} + s, 'AR', '2025-01-01', 2 - side, iif(side, 34, {last} + s), iif(side, {last} + s, 34), iif(side, 1000 * {subjects}, 0),
+           iif(side, 0, 1000 * {subjects}), 'App. Rec Amount ' from s, (select 1 as side union all select 0);
 insert into tblMasCarryForw (FormID, FormDate, AppID) select s / 50, '2025-06-01', s from s where s % 50 = 0;
 insert into tblDetCarryForw (FormID, FormDate, AppID, SubjectID, SessionID, PreSessionID, ForAmt)
     select s / 50, '2025-06-01', s, s % 8 * 5 + 1, {sessions}, 1 + s % {sessions}, 700 from s where s % 50 = 0;

@@ -15,7 +15,7 @@ struct InstituteSize {
 };
 
 /// Adds the institute to the catalog `database`, beside the books that it has, then runs ANALYZE. Eight
-/// courses of five subjects; students' accounts are numbered on from the last account. Gives the first
+/// courses of five subjects, of each of which some money came with the application; students' accounts are numbered on from the last account. Gives the first
 /// student's account. Ends the process with a message when SQLite refuses.
 int fillInstitute(const std::string &database, const InstituteSize &size = {});
 

@@ -1,7 +1,7 @@
 # shellcheck shell=sh disable=SC2034
 # What a fresh Debian 12 lacks, for ./run and ./test. Sourced: lists of packages and three functions.
 
-build_packages="g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-base-dev-tools qt6-svg-dev libsqlite3-dev libsodium-dev
+build_packages="g++ cmake ninja-build ccache pkg-config qt6-base-dev qt6-base-dev-tools qt6-svg-dev libsqlite3-dev libsodium-dev libzstd-dev
  libgl1-mesa-dev libxkbcommon-dev libxcb-cursor0 fonts-noto-core"
 fuzz_packages="clang libclang-rt-dev llvm"
 package_packages="dpkg-dev file"

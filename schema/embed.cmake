@@ -1,10 +1,22 @@
 # Writes OUT, a source that holds each of the files IN as the text of its name, as HEADER declares them in NAMESPACE:
-# cmake -DIN="a.sql;b.txt" -DOUT=x.cpp -DHEADER=x.h -DNAMESPACE=x -P
+# with TABLE as one table of that name instead, a row a file, in the files' order:
+# cmake -DIN="a.sql;b.txt" -DOUT=x.cpp -DHEADER=x.h -DNAMESPACE=x [-DTABLE=texts] -P
 set(source "#include \"${HEADER}\"\n\nnamespace ${NAMESPACE} {\n")
+if(TABLE)
+    string(APPEND source "\nconst EmbeddedText ${TABLE}[] = {\n")
+endif()
 foreach(file IN LISTS IN)
     get_filename_component(name ${file} NAME_WE)
     file(READ ${file} text)
-    string(APPEND source "\nconst std::string_view ${name} = R\"embedded(${text})embedded\";\n")
+    if(TABLE)
+        string(APPEND source "    {\"${name}\", R\"embedded(${text})embedded\"},\n")
+    else()
+        string(APPEND source "\nconst std::string_view ${name} = R\"embedded(${text})embedded\";\n")
+    endif()
 endforeach()
+if(TABLE)
+    list(LENGTH IN count)
+    string(APPEND source "};\nconst std::size_t ${TABLE}Count = ${count};\n")
+endif()
 string(APPEND source "\n} // namespace ${NAMESPACE}\n")
 file(WRITE ${OUT} "${source}")

@@ -13,9 +13,6 @@
 
 namespace zel::schema {
 
-namespace {
-
-/// Whether the folder's names are on the disk, or it is none that can be asked to put them there.
 bool synced(const QString &folder) {
     const int opened = ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (opened < 0)
@@ -25,8 +22,6 @@ bool synced(const QString &folder) {
     errno = failure;
     return failure == 0 || failure == EINVAL || failure == ENOTSUP;
 }
-
-} // namespace
 
 SignalsWait::SignalsWait() {
     sigset_t waiting;
@@ -76,6 +71,29 @@ void HalfMade::keepAs(const QString &path) {
         throw Error(823, QStringLiteral("The catalog \"%1\" can't be made: %2.").arg(path, reason));
     }
     m_kept = true;
+}
+
+void HalfMade::keepInPlaceOf(const QString &path, const QString &kept, bool withLogs) {
+    const auto must = [&](bool done) {
+        if (!done)
+            throw Error(823, QStringLiteral("The catalog \"%1\" can't be replaced: %2; it is as it was.")
+                                 .arg(path, qt_error_string()));
+    };
+    const QByteArray to = QFile::encodeName(path);
+    const QByteArray old = QFile::encodeName(kept);
+    for (const char *end : {"", "-wal", "-journal"})
+        must((*end != '\0' && !withLogs) || ::link((to + end).constData(), (old + end).constData()) == 0 ||
+             errno == ENOENT);
+    must(synced(m_folder));
+    // A log of the old file would be taken for the new one's.
+    for (const char *end : {"-wal", "-shm", "-journal"})
+        must(::unlink((to + end).constData()) == 0 || errno == ENOENT);
+    must(synced(m_folder));
+    must(::rename(QFile::encodeName(m_path).constData(), to.constData()) == 0);
+    m_kept = true;
+    if (!synced(m_folder))
+        throw Error(823, QStringLiteral("The catalog \"%1\" was replaced, but a power cut may undo it: %2.")
+                             .arg(path, qt_error_string()));
 }
 
 } // namespace zel::schema

@@ -31,6 +31,9 @@ public:
     [[nodiscard]] const QString &path() const { return m_path; }
     /// Gives the file its name, in one step and never over another one (Error 1802), and makes that last.
     void keepAs(const QString &path);
+    /// The same in place of what stands there, which nobody may have open and which gets the name `kept`;
+    /// with its logs, unless it is whole without them.
+    void keepInPlaceOf(const QString &path, const QString &kept, bool withLogs);
 
 private:
     SignalsWait m_signals; // the first, since it goes last
@@ -39,6 +42,9 @@ private:
     bool m_madeFolder;
     bool m_kept = false;
 };
+
+/// Puts the names of a folder's files on the disk; true, too, when the folder is none that can be asked to.
+[[nodiscard]] bool synced(const QString &folder);
 
 [[noreturn]] void refuseSecond(const QString &folder);
 

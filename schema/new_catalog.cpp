@@ -6,8 +6,12 @@
 #include "schema/half_made.h"
 #include "schema/schema_texts.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
+
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace zel::schema {
 
@@ -42,29 +46,111 @@ void fill(ado::SqliteDriver &driver, const NewCatalog &wanted) {
     driver.analyze();
 }
 
-} // namespace
+/// A folder for a catalog, made when only it is missing.
+struct Place {
+    explicit Place(const QString &named)
+        : folder(QDir::cleanPath(QDir().absoluteFilePath(named))),
+          path(folder + u'/' + QLatin1String(ado::SqliteDriver::FileName)), made(!QDir(folder).exists()) {
+        ado::requireReachable(named);
+    }
+    void mustBeFree() const {
+        if (QFile::exists(path))
+            refuseSecond(folder);
+    }
+    void make() const {
+        if (made && !QDir().mkdir(folder))
+            throw Error(
+                3906, QStringLiteral("The folder \"%1\" can't be made: %2.").arg(folder, qt_error_string()));
+    }
+    QString folder;
+    QString path;
+    bool made;
+};
 
-void createCatalog(const QString &folder, const NewCatalog &wanted) {
-    const QString place = QDir::cleanPath(QDir().absoluteFilePath(folder));
-    const QString path = place + u'/' + QLatin1String(ado::SqliteDriver::FileName);
-    if (QFile::exists(path))
-        refuseSecond(place);
-    const bool madeFolder = !QDir(place).exists();
-    if (madeFolder && !QDir().mkdir(place))
-        throw Error(3906,
-                    QStringLiteral("The folder \"%1\" can't be made: %2.").arg(place, qt_error_string()));
-
-    HalfMade half(place, madeFolder);
+/// Writes the file whole and to the disk; failures name it as the person knows it.
+template <class Fill>
+void build(const HalfMade &half, const QString &path, const Fill &fill) {
     try {
         std::unique_ptr<ado::SqliteDriver> driver = ado::SqliteDriver::make(half.path());
         driver->begin(ado::Durability::Now);
-        fill(*driver, wanted);
+        fill(*driver);
         driver->commit();
         ado::SqliteDriver::seal(std::move(driver));
-    } catch (const Error &failure) { // named as the person knows it
+    } catch (const Error &failure) {
         throw Error(failure.number(), failure.description().replace(half.path(), path));
     }
-    half.keepAs(path);
+}
+
+template <class Fill>
+void makeNew(const QString &folder, const Fill &fill) {
+    const Place place(folder);
+    place.mustBeFree();
+    place.make();
+    HalfMade half(place.folder, place.made);
+    build(half, place.path, fill);
+    half.keepAs(place.path);
+}
+
+/// A dated name that is not taken.
+QString keptName(const QString &path) {
+    const QString dated = path + QStringLiteral(".before-") +
+                          QDateTime::currentDateTimeUtc().toString(QStringLiteral("yyyyMMddTHHmmssZ"));
+    QString name = dated;
+    for (int again = 2; QFile::exists(name); ++again)
+        name = dated + u'-' + QString::number(again);
+    return name;
+}
+
+/// A killed replacement leaves the catalog under a second name.
+void removeSecondNames(const Place &place) {
+    struct stat standing {};
+    if (::stat(QFile::encodeName(place.path).constData(), &standing) != 0 || standing.st_nlink < 2)
+        return;
+    const QDir folder(place.folder);
+    for (const QString &name : folder.entryList({QStringLiteral("ZEL.db.before-*")}, QDir::Files)) {
+        struct stat other {};
+        const QByteArray path = QFile::encodeName(folder.filePath(name));
+        if (::stat(path.constData(), &other) == 0 && other.st_ino == standing.st_ino)
+            ::unlink(path.constData());
+    }
+}
+
+} // namespace
+
+void createCatalog(const QString &folder, const NewCatalog &wanted) {
+    makeNew(folder, [&](ado::SqliteDriver &driver) { fill(driver, wanted); });
+}
+
+void requireNoCatalog(const QString &folder) {
+    Place(folder).mustBeFree();
+}
+
+void makeCatalog(const QString &folder, const std::function<void(ado::Driver &)> &fill) {
+    makeNew(folder, fill);
+}
+
+QString replaceCatalog(const QString &folder, const std::function<void(ado::Driver &)> &fill) {
+    const Place place(folder);
+    place.make();
+    const bool old = QFile::exists(place.path);
+    std::unique_ptr<ado::SqliteSession> held;
+    try {
+        if (old)
+            held = ado::SqliteDriver::takeOutOfUse(place.folder);
+    } catch (const Error &failure) {
+        constexpr int Held = 1222;
+        if (failure.number() != Held)
+            throw;
+        throw Error(
+            Held,
+            QStringLiteral("A program has the catalog \"%1\" open; close it and try again.").arg(place.path));
+    }
+    HalfMade half(place.folder, place.made);
+    build(half, place.path, fill);
+    removeSecondNames(place);
+    const QString kept = keptName(place.path);
+    half.keepInPlaceOf(place.path, kept, !held);
+    return old ? kept : QString();
 }
 
 } // namespace zel::schema

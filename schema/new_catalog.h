@@ -22,6 +22,17 @@ struct NewCatalog {
 /// behind.
 void createCatalog(const QString &folder, const NewCatalog &wanted = {});
 
+/// The same of what `fill` writes, all of it in one transaction: it makes the tables too, and the logins.
+void makeCatalog(const QString &folder, const std::function<void(ado::Driver &)> &fill);
+
+/// 1802 when the folder holds a catalog.
+void requireNoCatalog(const QString &folder);
+
+/// The same in place of a catalog that is there, which is kept beside it whole, under the name that is given
+/// back; '' when there was none. 1222 when a program has it open. When it fails or is killed, the old one
+/// stands.
+QString replaceCatalog(const QString &folder, const std::function<void(ado::Driver &)> &fill);
+
 /// The tables, indexes and procedures, without rows, in an empty catalog.
 void define(ado::Driver &driver);
 

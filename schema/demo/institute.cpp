@@ -1,6 +1,7 @@
 #include "schema/demo/institute.h"
 
 #include "platform/base/error.h"
+#include "schema/demo/calendar.h"
 #include "schema/demo/demo_texts.h"
 #include "schema/demo/enrolment.h"
 #include "schema/demo/office.h"
@@ -20,7 +21,7 @@ void readChart(Institute &institute) {
     for (const Row &row : tableOf(chart))
         institute.chart.push_back({row[0], row[1], row[2],
                                    row[3].isEmpty() ? std::optional<Cents>() : row.cents(3), row[4], row[5],
-                                   row[6], row[7]});
+                                   row[6], row[7], FirstDay, row[0]});
     institute.cash = institute.account(QStringLiteral("CASH IN HAND"));
     institute.bank = institute.account(QStringLiteral("UNITED CITY BANK"));
     institute.savings = institute.account(QStringLiteral("CRESCENT SAVINGS BANK"));

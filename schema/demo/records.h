@@ -31,6 +31,14 @@ struct Account {
     QString address;
     QString contact;
     QString email;
+    QDate opened{};  ///< of a subsidiary account
+    QString order{}; ///< of a control account among the others
+    QString address2{};
+    QString fax{};
+    QString website{};
+    QString location{};
+    QString gst{};
+    QString ntn{};
 };
 
 /// Sessions, courses and subjects bear the numbers 1, 2, ... in the order of their lists.
@@ -84,6 +92,7 @@ struct Application {
     QChar section;
     Cents registrationFee;
     std::vector<SubjectLine> lines;
+    QString office{};
 
     [[nodiscard]] Cents total() const {
         return std::accumulate(lines.begin(), lines.end(), Cents(0),

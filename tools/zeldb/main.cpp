@@ -14,7 +14,8 @@ namespace {
 
 const std::vector<const tool::Command *> &commands() {
     static const std::vector<const tool::Command *> all = {
-        &tool::create, &tool::demo, &tool::refresh, &tool::passwd, &tool::sql, &tool::check,
+        &tool::create, &tool::demo,   &tool::refresh, &tool::backup, &tool::restore,
+        &tool::copy,   &tool::import, &tool::passwd,  &tool::sql,    &tool::check,
     };
     return all;
 }

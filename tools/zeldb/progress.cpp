@@ -17,7 +17,8 @@ constexpr char BackAndWipe[] = "\r\033[K";
 
 } // namespace
 
-Progress::Progress(const char *work) : m_work(work), m_next(QuietMs), m_seen(isatty(STDERR_FILENO) != 0) {
+Progress::Progress(const char *work, std::int64_t whole)
+    : m_work(work), m_whole(whole), m_next(QuietMs), m_seen(isatty(STDERR_FILENO) != 0) {
     m_clock.start();
 }
 

@@ -1,4 +1,4 @@
-#include "shown.h"
+#include "tools/zeldb/shown.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -19,7 +19,19 @@ QString moment(const DateTime &value) {
     return text;
 }
 
-QString cellText(const Value &value) {
+QByteArray line(const QJsonObject &object) {
+    return QJsonDocument(object).toJson(QJsonDocument::Compact);
+}
+
+QString countText(std::int64_t count, const char *what) {
+    return QStringLiteral("%1 %2%3\n")
+        .arg(count)
+        .arg(QLatin1String(count == 1 ? "row" : "rows"), QLatin1String(what));
+}
+
+} // namespace
+
+QString shown(const Value &value) {
     if (value.isNull())
         return QStringLiteral("NULL");
     if (const auto *date = std::get_if<DateTime>(&value.storage()))
@@ -27,7 +39,7 @@ QString cellText(const Value &value) {
     return value.text();
 }
 
-QJsonValue cellJson(const Value &value) {
+QJsonValue asJson(const Value &value) {
     const auto &held = value.storage();
     if (value.isNull())
         return QJsonValue::Null;
@@ -43,18 +55,6 @@ QJsonValue cellJson(const Value &value) {
     return value.text();
 }
 
-QByteArray line(const QJsonObject &object) {
-    return QJsonDocument(object).toJson(QJsonDocument::Compact);
-}
-
-QString countText(std::int64_t count, const char *what) {
-    return QStringLiteral("%1 %2%3\n")
-        .arg(count)
-        .arg(QLatin1String(count == 1 ? "row" : "rows"), QLatin1String(what));
-}
-
-} // namespace
-
 QString asTable(const ado::Outcome &outcome) {
     if (!outcome.rows)
         return countText(outcome.rowsAffected, " changed");
@@ -63,7 +63,7 @@ QString asTable(const ado::Outcome &outcome) {
     for (int column = 0; column < rows.columnCount(); ++column) {
         widths.push_back(rows.columnName(column).size());
         for (qsizetype row = 0; row < rows.rowCount(); ++row)
-            widths.back() = std::max(widths.back(), cellText(rows.value(row, column)).size());
+            widths.back() = std::max(widths.back(), shown(rows.value(row, column)).size());
     }
     QString text;
     const auto put = [&](int column, const QString &cell, bool right) {
@@ -77,7 +77,7 @@ QString asTable(const ado::Outcome &outcome) {
         put(column, QString(widths[std::size_t(column)], u'-'), false);
     for (qsizetype row = 0; row < rows.rowCount(); ++row)
         for (int column = 0; column < rows.columnCount(); ++column)
-            put(column, cellText(rows.value(row, column)), rows.isNumber(column));
+            put(column, shown(rows.value(row, column)), rows.isNumber(column));
     return text + countText(rows.rowCount(), "");
 }
 
@@ -90,7 +90,7 @@ QByteArray asJson(const ado::Outcome &outcome) {
         for (qsizetype row = 0; row < outcome.rows->rowCount(); ++row) {
             QJsonArray cells;
             for (int column = 0; column < outcome.rows->columnCount(); ++column)
-                cells.append(cellJson(outcome.rows->value(row, column)));
+                cells.append(asJson(outcome.rows->value(row, column)));
             all.append(cells);
         }
     }

@@ -4,9 +4,15 @@
 #include "platform/base/error.h"
 
 #include <QByteArray>
+#include <QJsonValue>
 #include <QString>
 
 namespace zel::tool {
+
+/// NULL as "NULL", a date as YYYY-MM-DD with the time of day behind when there is one.
+[[nodiscard]] QString shown(const Value &value);
+/// Numbers as numbers, dates as texts, NULL as null.
+[[nodiscard]] QJsonValue asJson(const Value &value);
 
 /// An outcome as a table for people: headings, a rule, the rows with numbers to the right; or how many rows
 /// were changed.

@@ -220,18 +220,14 @@ void runStatements(Driver &driver, const Sql &text, const std::function<void(Out
     Batch(driver, text, statements, told, most).run();
 }
 
-namespace {
-
-void refuseServer(const QString &dataSource) {
+void requireReachable(const QString &dataSource) {
     if (dataSource.startsWith(QLatin1String("postgresql://")))
         throw Error(17,
                     QStringLiteral("This build can't reach a PostgreSQL server (\"%1\").").arg(dataSource));
 }
 
-} // namespace
-
 std::unique_ptr<Driver> openCatalog(const QString &dataSource, const QString &user, const QString &password) {
-    refuseServer(dataSource);
+    requireReachable(dataSource);
     const bool embedded = dataSource == QLatin1String(".") || dataSource.startsWith(QLatin1String("./")) ||
                           dataSource.startsWith(QLatin1String("../")) || dataSource.startsWith(u'/');
     if (dataSource.trimmed().isEmpty())
@@ -249,8 +245,13 @@ std::unique_ptr<Driver> openCatalog(const QString &dataSource, const QString &us
 }
 
 std::unique_ptr<Driver> openAsOwner(const QString &place) {
-    refuseServer(place);
+    requireReachable(place);
     return SqliteDriver::open(place, std::nullopt);
+}
+
+std::unique_ptr<Driver> openForReading(const QString &place) {
+    requireReachable(place);
+    return SqliteDriver::openForReading(place);
 }
 
 } // namespace zel::ado

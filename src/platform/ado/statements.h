@@ -28,8 +28,12 @@ void runStatements(Driver &driver, const Sql &text, const std::function<void(Out
 /// SQL Server.
 [[nodiscard]] std::unique_ptr<Driver> openCatalog(const QString &dataSource, const QString &user,
                                                   const QString &password);
+/// 17 for a server that this build can't reach.
+void requireReachable(const QString &place);
 /// The same for who owns the catalog, and needs no login: `place` is a folder in any form, or
 /// "postgresql://...".
 [[nodiscard]] std::unique_ptr<Driver> openAsOwner(const QString &place);
+/// The same to read alone: nothing is written, not even where it may be.
+[[nodiscard]] std::unique_ptr<Driver> openForReading(const QString &place);
 
 } // namespace zel::ado

@@ -1,35 +1,14 @@
 #include "catalog_fixture.h"
+#include "zeldb_program.h"
 
 #include <QDir>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 
 using namespace zel::test;
 
 namespace {
-
-struct Ran {
-    int status;
-    QString out;
-    QString err;
-};
-
-QString program() {
-    return QStringLiteral(ZEL_BINARY_DIR "/bin/zeldb");
-}
-
-Ran zeldb(const QStringList &arguments, const QByteArray &input = {}) {
-    QProcess process;
-    process.start(program(), arguments);
-    process.write(input);
-    process.closeWriteChannel();
-    if (!process.waitForFinished(60'000) || process.exitStatus() != QProcess::NormalExit)
-        return {-1, {}, process.errorString()};
-    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
-            QString::fromUtf8(process.readAllStandardError())};
-}
 
 QString cell(const QString &jsonLine, int row, int column) {
     const QJsonArray rows = QJsonDocument::fromJson(jsonLine.toUtf8()).object()["rows"].toArray();
@@ -60,18 +39,13 @@ private Q_SLOTS:
         QCOMPARE(plain(folder + "/ZEL.db", "pragma journal_mode"), "wal");
     }
 
-    /// A file size limit stands for a disk that gets full while the catalog is made.
     void leavesNothingHalfMade() {
         const QTemporaryDir parent;
         for (const int kilobytes : {0, 4, 40, 120}) {
-            QProcess shell;
-            const QString command =
-                QStringLiteral("trap '' XFSZ; ulimit -f %1; exec \"$0\" create \"$1\"").arg(kilobytes);
-            shell.start("bash", {"-c", command, program(), parent.filePath("data")});
-            QVERIFY(shell.waitForFinished());
-            QCOMPARE(shell.exitCode(), 1);
-            const QByteArray told = shell.readAllStandardError();
-            QVERIFY2(told.count('\n') == 1 && told.contains("/data/ZEL.db\" can't be "), told.constData());
+            const Ran ran = zeldbOnFullDisk(kilobytes, {"create", parent.filePath("data")});
+            QCOMPARE(ran.status, 1);
+            QVERIFY2(ran.err.count('\n') == 1 && ran.err.contains("/data/ZEL.db\" can't be "),
+                     qPrintable(ran.err));
             QCOMPARE(QDir(parent.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList());
         }
     }
@@ -82,7 +56,7 @@ private Q_SLOTS:
         for (int milliseconds = 0; milliseconds < 400; milliseconds += 40) {
             const QTemporaryDir folder;
             QProcess process;
-            process.start(program(), {"create", folder.path()});
+            process.start(zeldbPath(), {"create", folder.path()});
             QVERIFY(process.waitForStarted());
             QTest::qSleep(milliseconds);
             process.terminate();
@@ -234,24 +208,6 @@ private Q_SLOTS:
         open(con, folder.path(), "sa", "SECRET ONE");
     }
 
-    void checks() {
-        const CatalogFolder folder;
-        QCOMPARE(zeldb({"check", folder.path()}).status, 0);
-        const Ran filled = zeldb(
-            {"sql", folder.path(), "-f", "-"},
-            "insert into Accounts (AcNodes, AcName, AcStatus) values ('1.1.1', 'CASH', 'DD')\nGO\n"
-            "insert into MasJV (VouNo, VouStatus) values (1, 'BP')\nGO\n"
-            "insert into DetJV (VouNo, VouStatus, AcCode, DrAmt, CrAmt) values (1, 'BP', 1, 0.1, 0)\nGO\n"
-            "insert into DetJV (VouNo, VouStatus, AcCode, DrAmt, CrAmt) values (1, 'BP', 1, 0.2, 0)\nGO\n"
-            "insert into DetJV (VouNo, VouStatus, AcCode, DrAmt, CrAmt) values (1, 'BP', 1, 0, 0.3)\n");
-        QCOMPARE(filled.status, 0);
-        QCOMPARE(zeldb({"check", folder.path()}).out, "The catalog is sound.\n");
-        QCOMPARE(zeldb({"sql", folder.path(), "delete from DetJV where DrAmt = 0.1"}).status, 0);
-        const Ran found = zeldb({"check", folder.path()});
-        QCOMPARE(found.status, 1);
-        QCOMPARE(found.out, "Voucher BP 1 does not balance: debit 0.2, credit 0.3.\n");
-    }
-
     void twoProcessesWriteTogether() {
         const CatalogFolder folder;
         QByteArray script;
@@ -259,7 +215,7 @@ private Q_SLOTS:
             script += "insert into LctPswd (Pswd) values ('X')\nGO\n";
         QProcess both[2];
         for (QProcess &process : both) {
-            process.start(program(), {"sql", folder.path(), "-f", "-"});
+            process.start(zeldbPath(), {"sql", folder.path(), "-f", "-"});
             process.write(script);
             process.closeWriteChannel();
         }

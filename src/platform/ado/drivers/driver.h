@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/ado/drivers/row_set.h"
+#include "platform/ado/drivers/upkeep.h"
 #include "platform/base/value.h"
 #include "platform/tsql/front_end.h"
 
@@ -82,8 +83,18 @@ public:
 
     /// What the engine finds wrong with its own storage, a sentence each.
     [[nodiscard]] virtual std::vector<std::string> damage() = 0;
+    /// The names of all who may log in.
+    [[nodiscard]] virtual std::vector<std::string> loginNames() = 0;
     /// Gathers what query plans need to know about the rows that are there now.
     virtual void analyze() = 0;
+    /// What the catalog holds beside its rows. With beginReading() before it, the rows are of the same
+    /// moment.
+    [[nodiscard]] virtual Inventory inventory() = 0;
+    /// All rows of a table, in the order in which a statement without "order by" gives them.
+    virtual void readRows(const TableDefinition &table, const std::function<void(Cells)> &told) = 0;
+    /// For a table that is there, and empty. `columns` and `lastIdentity` of the definition count.
+    [[nodiscard]] virtual std::unique_ptr<RowSink> addRows(const TableDefinition &table) = 0;
+    virtual void addLogin(const Login &login) = 0;
 
     /// What stays in its slots from one batch to the next.
     [[nodiscard]] Variables &kept() { return m_kept; }

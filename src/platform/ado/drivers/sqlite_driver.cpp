@@ -1,14 +1,6 @@
 #include "platform/ado/drivers/sqlite_driver.h"
 
-#include "platform/ado/drivers/catalog_sharing.h"
 #include "platform/base/error.h"
-
-#include <QFile>
-#include <QFileInfo>
-
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <utility>
@@ -19,37 +11,6 @@ namespace {
 
 using tsql::StatementKind;
 
-bool may(const QString &path, int access) {
-    return ::faccessat(AT_FDCWD, QFile::encodeName(path).constData(), access, AT_EACCESS) == 0;
-}
-
-/// The path of the folder's catalog, after all that can be said before SQLite looks at it.
-QString catalogFile(const QString &folder) {
-    const QFileInfo place(folder);
-    if (!place.isDir())
-        throw Error(4060, QStringLiteral("There is no folder \"%1\".").arg(folder));
-    if (!may(folder, X_OK))
-        throw Error(4060, whoMayEnter(folder));
-    QString path = place.absoluteFilePath() + u'/' + QLatin1String(SqliteDriver::FileName);
-    const QFileInfo file(path);
-    if (!file.exists())
-        throw Error(4060, QStringLiteral("The folder \"%1\" holds no catalog ZEL.db.").arg(folder));
-    if (!file.isFile())
-        throw Error(4060, QStringLiteral("\"%1\" is no file.").arg(path));
-    if (file.size() == 0)
-        throw Error(4060, QStringLiteral("The file \"%1\" is no catalog: it is empty.").arg(path));
-    if (!may(path, R_OK))
-        throw Error(4060, QStringLiteral("The catalog \"%1\" belongs to \"%2\", who alone may use it.")
-                              .arg(path, file.owner()));
-    if (!may(path, R_OK | W_OK))
-        throw Error(3906, QStringLiteral("The catalog \"%1\" may only be read, not written.").arg(path));
-    if (!may(folder, R_OK | W_OK | X_OK))
-        throw Error(3906,
-                    QStringLiteral("The folder \"%1\" may only be read, not written, so its catalog can't be "
-                                   "used.")
-                        .arg(folder));
-    return path;
-}
 
 void appendCell(RowSet &rows, sqlite3_stmt *statement, int column) {
     switch (sqlite3_column_type(statement, column)) {
@@ -91,63 +52,6 @@ void bindVariables(SqliteSession::Running &running, const tsql::Statement &state
 SqliteDriver::SqliteDriver(const std::string &path, SqliteSession::Purpose purpose)
     : m_session(path, purpose), m_catalog(m_session), m_logins(m_session),
       m_inUse(purpose == SqliteSession::Purpose::Use) {}
-
-std::unique_ptr<SqliteDriver> SqliteDriver::open(const QString &folder,
-                                                 const std::optional<Credentials> &credentials) {
-    const QString path = catalogFile(folder);
-    std::unique_ptr<SqliteDriver> driver(new SqliteDriver(path.toStdString(), SqliteSession::Purpose::Use));
-    {
-        SqliteSession::Running ours = driver->m_session.prepare(
-            "select count(*), (select user_version from pragma_user_version) from sqlite_master where name in"
-            " ('sys_logins', 'sys_users', 'sys_rolemembers', 'sys_procedures')");
-        if (!ours.step() || ours.integer(0) != 4)
-            throw Error(4060, QStringLiteral("The database \"%1\" is no catalog of this program.").arg(path));
-        if (ours.integer(1) > CatalogVersion)
-            throw Error(948, QStringLiteral("The catalog \"%1\" is of a later version of the program; please "
-                                            "use that one.")
-                                 .arg(path));
-    }
-    if (credentials) {
-        driver->m_logins.check(*credentials);
-        driver->m_caller = credentials->name;
-    }
-    driver->m_catalog.refresh();
-    return driver;
-}
-
-std::unique_ptr<SqliteDriver> SqliteDriver::make(const QString &path) {
-    const int file = ::open(QFile::encodeName(path).constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
-    const bool made = file >= 0 && ::fchmod(file, catalogMode(QFileInfo(path).path())) == 0;
-    const QString reason = qt_error_string();
-    if (file >= 0)
-        ::close(file);
-    if (!made)
-        throw Error(3906, QStringLiteral("The file \"%1\" can't be made: %2.").arg(path, reason));
-    std::unique_ptr<SqliteDriver> driver(new SqliteDriver(path.toStdString(), SqliteSession::Purpose::Make));
-    driver->m_logins.createTables();
-    driver->setVersion();
-    driver->m_catalog.refresh();
-    return driver;
-}
-
-void SqliteDriver::seal(std::unique_ptr<SqliteDriver> made) {
-    const std::string path = made->m_session.path();
-    made->m_session.execute("pragma synchronous = full");
-    {
-        SqliteSession::Running journal = made->m_session.prepare("pragma journal_mode = wal");
-        if (!journal.step() || journal.text(0) != "wal")
-            throw Error(945, "The catalog \"" + path +
-                                 "\" can't be written with a write-ahead log on this file system.");
-    }
-    made.reset();
-    const int file = ::open(path.c_str(), O_RDWR | O_CLOEXEC);
-    const bool synced = file >= 0 && ::fsync(file) == 0;
-    if (file >= 0)
-        ::close(file);
-    if (!synced)
-        throw Error(823, QStringLiteral("The catalog \"%1\" can't be written: %2.")
-                             .arg(QString::fromStdString(path), qt_error_string()));
-}
 
 /// A connection that wrote leaves behind what the next run's query plans need, where that is cheap; a failure
 /// here harms nobody.
@@ -275,29 +179,6 @@ bool SqliteDriver::updateRow(std::string_view table, std::int64_t identity,
     write(updateText(table, values), values, identity);
     kept()[tsql::RowCountSlot] = sqlite3_changes(m_session.handle());
     return sqlite3_changes(m_session.handle()) > 0;
-}
-
-bool SqliteDriver::setVersion() {
-    {
-        SqliteSession::Running version = m_session.prepare("pragma user_version");
-        if (version.step() && version.integer(0) == CatalogVersion)
-            return false;
-    }
-    m_session.execute(("pragma user_version = " + std::to_string(CatalogVersion)).c_str());
-    return true;
-}
-
-std::vector<std::string> SqliteDriver::damage() {
-    std::vector<std::string> found;
-    SqliteSession::Running integrity = m_session.prepare("pragma integrity_check(20)");
-    while (integrity.step())
-        if (std::string line = integrity.text(0); line != "ok")
-            found.push_back("The file is damaged: " + line + '.');
-    return found;
-}
-
-void SqliteDriver::analyze() {
-    m_session.execute("pragma analysis_limit = 0; analyze");
 }
 
 void SqliteDriver::begin(Durability durability) {

@@ -23,11 +23,19 @@ public:
     /// when the login is refused.
     [[nodiscard]] static std::unique_ptr<SqliteDriver> open(const QString &folder,
                                                             const std::optional<Credentials> &credentials);
+    /// The same for the file's owner and to read alone: nothing is written to the file, which may be one that
+    /// can't be.
+    [[nodiscard]] static std::unique_ptr<SqliteDriver> openForReading(const QString &folder);
     /// Makes an empty catalog in the file `path`, which must not exist, for those whom catalogMode()
     /// names. Nothing is safe on the disk before seal().
     [[nodiscard]] static std::unique_ptr<SqliteDriver> make(const QString &path);
     /// Ends the making: the file is whole on the disk and opens with a write-ahead log from now on.
     static void seal(std::unique_ptr<SqliteDriver> made);
+
+    /// Takes the catalog of a folder out of use, for as long as the result lives: nobody can begin to use it,
+    /// and its file is whole by itself, without a log. 1222 when a program has it open. Nullptr when the file
+    /// is none that the engine can read, so that nobody uses it anyway.
+    [[nodiscard]] static std::unique_ptr<SqliteSession> takeOutOfUse(const QString &folder);
 
     ~SqliteDriver() override;
 
@@ -66,7 +74,12 @@ public:
     void rollback() noexcept override;
 
     [[nodiscard]] std::vector<std::string> damage() override;
+    [[nodiscard]] std::vector<std::string> loginNames() override { return m_logins.names(); }
     void analyze() override;
+    [[nodiscard]] Inventory inventory() override;
+    void readRows(const TableDefinition &table, const std::function<void(Cells)> &told) override;
+    [[nodiscard]] std::unique_ptr<RowSink> addRows(const TableDefinition &table) override;
+    void addLogin(const Login &login) override { m_logins.add(login); }
     /// Marks the catalog as one of CatalogVersion; false when it was one.
     bool setVersion();
     [[nodiscard]] SqliteLogins &logins() { return m_logins; }
@@ -74,6 +87,13 @@ public:
 
 private:
     SqliteDriver(const std::string &path, SqliteSession::Purpose purpose);
+    /// Opens a file that is a catalog of this program; 4060 for any other.
+    [[nodiscard]] static std::unique_ptr<SqliteDriver> opened(const QString &path,
+                                                              SqliteSession::Purpose purpose);
+    /// Again when the file was another one before the name meanwhile, as a restored catalog is: who waited
+    /// for the old one must not write to it any more.
+    [[nodiscard]] static std::unique_ptr<SqliteDriver> openFile(const std::string &path,
+                                                                SqliteSession::Purpose purpose);
     /// A statement nested too deeply fails with its own description.
     [[nodiscard]] SqliteSession::Running prepare(const tsql::Statement &statement);
     void requireTransaction() const;
@@ -90,7 +110,7 @@ private:
     bool m_transaction = false;
     Durability m_durability = Durability::Now; ///< of the open transaction
     bool m_changed = false;                    ///< something that lasts was written
-    bool m_inUse = true;                       ///< false while the file is made
+    bool m_inUse = true;                       ///< false while the file is made or only read
 };
 
 } // namespace zel::ado

@@ -100,6 +100,15 @@ std::optional<std::string> SqliteLogins::hashOf(const std::string &name) {
     return found.text(0);
 }
 
+std::vector<std::string> SqliteLogins::names() {
+    const SqliteSession::OwnTables access(m_session);
+    std::vector<std::string> all;
+    SqliteSession::Running logins = m_session.prepare("select Name from sys_logins order by NameKey");
+    while (logins.step())
+        all.push_back(logins.text(0));
+    return all;
+}
+
 bool SqliteLogins::isUser(const std::string &name) {
     const SqliteSession::OwnTables access(m_session);
     SqliteSession::Running found = m_session.prepare("select 1 from sys_users where NameKey = ?");
@@ -164,17 +173,46 @@ void SqliteLogins::addLogin(const Arguments &arguments) {
         throw Error(15005, "The login name must not be empty.");
     if (hashOf(name))
         throw Error(15025, "The server principal '" + name + "' already exists.");
-    const std::string hash = hashed(given(arguments, 1));
+    insertLogin(name, hashed(given(arguments, 1)), given(arguments, 2));
+}
+
+void SqliteLogins::insertLogin(const std::string &name, const std::string &hash,
+                               const std::string &database) {
     const SqliteSession::OwnTables access(m_session);
     SqliteSession::Running insert = m_session.prepare(
         "insert or ignore into sys_logins (NameKey, Name, Hash, DefaultDatabase) values (?, ?, ?, ?)");
     insert.bind(1, std::string_view(key(name)))
         .bind(2, std::string_view(name))
         .bind(3, std::string_view(hash))
-        .bind(4, std::string_view(given(arguments, 2)))
+        .bind(4, std::string_view(database))
         .step();
     if (sqlite3_changes(m_session.handle()) == 0)
         throw Error(15025, "The server principal '" + name + "' already exists.");
+}
+
+std::vector<Login> SqliteLogins::all() {
+    const SqliteSession::OwnTables access(m_session);
+    std::vector<Login> found;
+    SqliteSession::Running logins = m_session.prepare(
+        "select l.Name, l.Hash, l.DefaultDatabase, u.NameKey is not null, l.NameKey from sys_logins l"
+        " left join sys_users u on u.NameKey = l.NameKey order by l.rowid");
+    while (logins.step()) {
+        found.push_back({logins.text(0), logins.text(1), logins.text(2), logins.integer(3) != 0, {}});
+        SqliteSession::Running roles =
+            m_session.prepare("select Role from sys_rolemembers where NameKey = ? order by Role");
+        roles.bind(1, std::string_view(logins.text(4)));
+        while (roles.step())
+            found.back().roles.push_back(roles.text(0));
+    }
+    return found;
+}
+
+void SqliteLogins::add(const Login &login) {
+    insertLogin(login.name, login.hash, login.database);
+    if (login.user)
+        addUser({login.name});
+    for (const std::string &role : login.roles)
+        addRoleMember({login.name, role});
 }
 
 void SqliteLogins::requireLogin(const std::string &name) {

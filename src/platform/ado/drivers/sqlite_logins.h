@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/ado/drivers/sqlite_session.h"
+#include "platform/ado/drivers/upkeep.h"
 
 #include <cstdint>
 #include <optional>
@@ -40,12 +41,18 @@ public:
 
     /// Sets a login's password without asking for the old one; 15007 when there is no such login.
     void setPassword(const std::string &name, const std::string &password);
+    [[nodiscard]] std::vector<std::string> names();
     /// 15007 when there is no such login.
     void requireLogin(const std::string &name);
+
+    [[nodiscard]] std::vector<Login> all();
+    /// One of another catalog, with its hash.
+    void add(const Login &login);
 
 private:
     using Arguments = std::vector<std::optional<std::string>>;
     void addLogin(const Arguments &arguments);
+    void insertLogin(const std::string &name, const std::string &hash, const std::string &database);
     void addUser(const Arguments &arguments);
     void addRoleMember(const Arguments &arguments);
     void changePassword(const Arguments &arguments, const std::optional<std::string> &caller);

@@ -6,9 +6,12 @@
 #include "platform/base/error.h"
 #include "platform/tsql/reading/failure.h"
 
+#include <QUrl>
+
 #include <array>
 #include <charconv>
 #include <cstdio>
+#include <system_error>
 
 namespace zel::ado {
 
@@ -59,13 +62,24 @@ std::pair<std::string, std::string> existing(const std::string &message) {
     return {message.substr(0, blank), name};
 }
 
+/// ", No space left on device"; '' when the system said nothing.
+std::string systemReason(sqlite3 *handle) {
+    const int reason = handle ? sqlite3_system_errno(handle) : 0;
+    return reason != 0 ? ", " + std::generic_category().message(reason) : std::string();
+}
+
 } // namespace
 
 SqliteSession::SqliteSession(const std::string &path, Purpose purpose) : m_path(path) {
     sqlite3 *handle = nullptr;
+    const bool reads = purpose == Purpose::Read || purpose == Purpose::ReadSealed;
+    const QByteArray sealed =
+        QUrl::fromLocalFile(QString::fromStdString(path)).toEncoded() + QByteArrayLiteral("?immutable=1");
     const int code =
-        sqlite3_open_v2(path.c_str(), &handle,
-                        SQLITE_OPEN_READWRITE | SQLITE_OPEN_EXRESCODE | SQLITE_OPEN_NOMUTEX, gatheringVfs());
+        sqlite3_open_v2(purpose == Purpose::ReadSealed ? sealed.constData() : path.c_str(), &handle,
+                        (reads ? SQLITE_OPEN_READONLY | SQLITE_OPEN_URI : SQLITE_OPEN_READWRITE) |
+                            SQLITE_OPEN_EXRESCODE | SQLITE_OPEN_NOMUTEX,
+                        gatheringVfs());
     m_handle.reset(handle);
     if (code != SQLITE_OK)
         fail(code);
@@ -74,7 +88,10 @@ SqliteSession::SqliteSession(const std::string &path, Purpose purpose) : m_path(
     registerFunctions(handle);
     if (purpose == Purpose::Use)
         useWal();
-    else
+    else if (purpose == Purpose::TakeOut)
+        execute("pragma busy_timeout = 0; pragma locking_mode = exclusive; pragma journal_mode = delete;"
+                "begin exclusive");
+    else if (purpose == Purpose::Make)
         execute("pragma journal_mode = off; pragma synchronous = off");
     execute("pragma temp_store = memory; pragma cache_size = -32768; pragma trusted_schema = off");
     sqlite3_set_authorizer(handle, authorize, this);
@@ -154,7 +171,8 @@ void SqliteSession::fail(int code) {
     case SQLITE_CORRUPT:
         throw Error(824, "The catalog " + file + " is damaged: " + message + '.');
     case SQLITE_IOERR:
-        throw Error(823, "The catalog " + file + " can't be read or written: " + message + '.');
+        throw Error(823, "The catalog " + file + " can't be read or written: " + message +
+                             systemReason(m_handle.get()) + '.');
     case SQLITE_NOMEM:
         throw Error(701, "There is not enough memory for this statement.");
     case SQLITE_AUTH:

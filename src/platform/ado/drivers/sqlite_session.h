@@ -20,9 +20,11 @@ public:
     /// What a statement waits for a lock that another program holds, before it fails with 1222.
     static constexpr int WaitForLockMs = 6000;
 
-    enum class Purpose { Use, Make };
-    /// Use: a file that exists, in WAL with full synchronisation. Make: a new one that nobody else sees yet,
-    /// without journal.
+    enum class Purpose { Use, Read, ReadSealed, Make, TakeOut };
+    /// Use: a file that exists, in WAL with full synchronisation. Read: the same file while others write it,
+    /// without writing; ReadSealed: one that nobody writes, without its log. Make: a new one that nobody else
+    /// sees yet, without journal. TakeOut: one that exists, without a log and for nobody else while the
+    /// session lives.
     SqliteSession(const std::string &path, Purpose purpose);
 
     /// A prepared statement in use: bound, stepped, read, and given back when it goes.
