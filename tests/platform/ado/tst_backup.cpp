@@ -151,8 +151,9 @@ private Q_SLOTS:
         const HardCatalog from;
         const QDir folder(from.beside("kept"));
         QVERIFY(folder.mkpath("."));
-        for (const char *name : {"ZEL-20200101T000000Z.backup", "ZEL-20190101T000000Z.backup",
-                                 "ZEL-before-the-move.backup", "ZEL-20210101T000000Z.backup"})
+        for (const char *name :
+             {"ZEL-20200101T000000Z.backup", "ZEL-20190101T000000Z.backup", "ZEL-before-the-move.backup",
+              "ZEL-20210101T000000Z.backup", "ZEL-20220101T000000Z.backup.new"})
             QFile(folder.filePath(name)).open(QIODevice::WriteOnly);
         const QStringList before = folder.entryList(QDir::Files);
         QCOMPARE(zeldbOnFullDisk(8, {"backup", "--keep", "2", from.path(), folder.path()}).status, 1);
@@ -360,6 +361,7 @@ private Q_SLOTS:
                 const QByteArray now = content(place + "/ZEL.db");
                 QVERIFY(now == old || now == restored);
                 QCOMPARE(zeldb({"restore", from.beside("b"), place}).err, "");
+                QCOMPARE(QDir(place).entryList({"*.new*"}, QDir::Files), QStringList());
                 bool kept = false;
                 for (const QString &name : QDir(place).entryList({"*.before-*"}, QDir::Files))
                     kept |= content(place + '/' + name) == old;

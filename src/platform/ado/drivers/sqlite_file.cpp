@@ -95,7 +95,7 @@ std::unique_ptr<SqliteDriver> SqliteDriver::make(const QString &path) {
     ::close(file);
     std::unique_ptr<SqliteDriver> driver(new SqliteDriver(path.toStdString(), SqliteSession::Purpose::Make));
     driver->m_logins.createTables();
-    driver->setVersion();
+    driver->setVersion(CatalogVersion);
     driver->m_catalog.refresh();
     return driver;
 }
