@@ -101,8 +101,11 @@ QString keptName(const QString &path) {
     return name;
 }
 
-/// A killed replacement leaves the catalog under a second name.
-void removeSecondNames(const Place &place) {
+/// A killed run leaves what it was making, and a killed replacement the catalog under a second name. Nobody
+/// else is at work, since the catalog is out of use.
+void removeLeftOvers(const Place &place) {
+    for (const QString &name : QDir(place.folder).entryList({QStringLiteral("ZEL.db.*.new*")}, QDir::Files))
+        QFile::remove(place.folder + u'/' + name);
     struct stat standing {};
     if (::stat(QFile::encodeName(place.path).constData(), &standing) != 0 || standing.st_nlink < 2)
         return;
@@ -145,9 +148,10 @@ QString replaceCatalog(const QString &folder, const std::function<void(ado::Driv
             Held,
             QStringLiteral("A program has the catalog \"%1\" open; close it and try again.").arg(place.path));
     }
+    if (held)
+        removeLeftOvers(place);
     HalfMade half(place.folder, place.made);
     build(half, place.path, fill);
-    removeSecondNames(place);
     const QString kept = keptName(place.path);
     half.keepInPlaceOf(place.path, kept, !held);
     return old ? kept : QString();

@@ -98,7 +98,7 @@ bool refreshCatalog(const QString &folder) {
     driver->begin(ado::Durability::Now);
     const bool definitions = refreshTablesAndIndexes(made->session(), driver->session());
     const bool procedures = refreshProcedures(made->session(), driver->session());
-    const bool version = driver->setVersion();
+    const bool version = driver->setVersion(ado::CatalogVersion);
     driver->commit();
     if (definitions)
         driver->analyze();

@@ -225,6 +225,11 @@ void ArchiveWriter::finish() {
     ::posix_fadvise(d->file.handle(), 0, 0, POSIX_FADV_DONTNEED);
 }
 
+bool isBeingWritten(const QString &path) {
+    const File file(path, O_RDONLY | O_CLOEXEC);
+    return !file.isOpen() || ::flock(file.handle(), LOCK_EX | LOCK_NB) != 0;
+}
+
 struct ArchiveReader::Private {
     explicit Private(const QString &named)
         : path(named), file(named, O_RDONLY | O_CLOEXEC), stream(ZSTD_createDCtx()) {}

@@ -33,6 +33,9 @@ private:
     std::unique_ptr<Private> d;
 };
 
+/// Whether an ArchiveWriter is at work on the file; what is not is a killed one's.
+[[nodiscard]] bool isBeingWritten(const QString &path);
+
 /// Reads a backup that is whole: what is cut off or altered is refused before anything of it is used.
 class ArchiveReader final : public Source {
 public:

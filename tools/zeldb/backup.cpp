@@ -105,8 +105,11 @@ QStringList datedBackups(const QDir &folder) {
     return names;
 }
 
-/// The older ones go only now that a newer one is verified.
+/// The older ones go only now that a newer one is verified, and what killed runs left.
 void removeOlder(const QDir &folder, int keep) {
+    for (const QString &name : folder.entryList({QStringLiteral("ZEL-*.backup.new")}, QDir::Files))
+        if (!isBeingWritten(folder.filePath(name)))
+            QFile::remove(folder.filePath(name));
     QStringList names = datedBackups(folder);
     while (names.size() > keep) {
         const QString path = folder.filePath(names.takeFirst());

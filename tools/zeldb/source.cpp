@@ -68,6 +68,7 @@ std::vector<TableSum> fill(ado::Driver &target, Source &source, Progress &progre
             run(target, index);
     for (const std::string &procedure : all.procedures)
         run(target, procedure);
+    target.setVersion(all.version); // an older one's is refreshed like any
     std::size_t at = 0;
     for (const ado::TableDefinition &table : all.tables)
         if (!(read(target, table, progress) == sums[at++]))

@@ -151,8 +151,9 @@ private Q_SLOTS:
         const HardCatalog from;
         const QDir folder(from.beside("kept"));
         QVERIFY(folder.mkpath("."));
-        for (const char *name : {"ZEL-20200101T000000Z.backup", "ZEL-20190101T000000Z.backup",
-                                 "ZEL-before-the-move.backup", "ZEL-20210101T000000Z.backup"})
+        for (const char *name :
+             {"ZEL-20200101T000000Z.backup", "ZEL-20190101T000000Z.backup", "ZEL-before-the-move.backup",
+              "ZEL-20210101T000000Z.backup", "ZEL-20220101T000000Z.backup.new"})
             QFile(folder.filePath(name)).open(QIODevice::WriteOnly);
         const QStringList before = folder.entryList(QDir::Files);
         QCOMPARE(zeldbOnFullDisk(8, {"backup", "--keep", "2", from.path(), folder.path()}).status, 1);
@@ -278,20 +279,22 @@ private Q_SLOTS:
         }
     }
 
-    /// A program that begins while a catalog is restored works on the new one: what it is told is saved, is.
+    /// A program that begins while a catalog is restored waits, and works on the new one.
     void whoWaitsOpensTheNewOne() {
         const HardCatalog from;
         QCOMPARE(zeldb({"backup", from.path(), from.beside("b")}).err, "");
         std::atomic<int> saved = 0;
+        std::atomic<int> failed = 0;
         std::jthread clerk([&](const std::stop_token &end) {
             while (!end.stop_requested()) {
                 const QString number = QString::number(saved + 1);
-                if (failure([&] {
-                        ado::Connection con;
-                        open(con, from.path());
-                        con.Execute("insert into User_Information (Row_No) values ("_sql + number + ")");
-                    }) == 0)
-                    ++saved;
+                const int refused = failure([&] {
+                    ado::Connection con;
+                    open(con, from.path());
+                    con.Execute("insert into User_Information (Row_No) values ("_sql + number + ")");
+                });
+                saved += refused == 0 ? 1 : 0;
+                failed = refused == 0 ? failed.load() : refused;
                 QThread::msleep(30); // with all programs closed, so that a restore may begin
             }
         });
@@ -306,6 +309,7 @@ private Q_SLOTS:
         }
         clerk.request_stop();
         clerk.join();
+        QCOMPARE(failed, 0);
         for (const QString &name : QDir(from.path()).entryList({"ZEL.db", "*.before-*"}, QDir::Files))
             QCOMPARE(plain(from.path() + '/' + name, "pragma integrity_check"), "ok");
     }
@@ -360,6 +364,7 @@ private Q_SLOTS:
                 const QByteArray now = content(place + "/ZEL.db");
                 QVERIFY(now == old || now == restored);
                 QCOMPARE(zeldb({"restore", from.beside("b"), place}).err, "");
+                QCOMPARE(QDir(place).entryList({"*.new*"}, QDir::Files), QStringList());
                 bool kept = false;
                 for (const QString &name : QDir(place).entryList({"*.before-*"}, QDir::Files))
                     kept |= content(place + '/' + name) == old;

@@ -95,6 +95,8 @@ public:
     /// For a table that is there, and empty. `columns` and `lastIdentity` of the definition count.
     [[nodiscard]] virtual std::unique_ptr<RowSink> addRows(const TableDefinition &table) = 0;
     virtual void addLogin(const Login &login) = 0;
+    /// Marks the catalog as one of that version; false when it was one.
+    virtual bool setVersion(std::int64_t version) = 0;
 
     /// What stays in its slots from one batch to the next.
     [[nodiscard]] Variables &kept() { return m_kept; }

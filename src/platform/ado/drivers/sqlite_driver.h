@@ -80,8 +80,7 @@ public:
     void readRows(const TableDefinition &table, const std::function<void(Cells)> &told) override;
     [[nodiscard]] std::unique_ptr<RowSink> addRows(const TableDefinition &table) override;
     void addLogin(const Login &login) override { m_logins.add(login); }
-    /// Marks the catalog as one of CatalogVersion; false when it was one.
-    bool setVersion();
+    bool setVersion(std::int64_t version) override;
     [[nodiscard]] SqliteLogins &logins() { return m_logins; }
     [[nodiscard]] SqliteSession &session() { return m_session; }
 

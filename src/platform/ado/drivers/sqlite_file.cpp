@@ -119,7 +119,7 @@ std::unique_ptr<SqliteDriver> SqliteDriver::make(const QString &path) {
         throw Error(3906, QStringLiteral("The file \"%1\" can't be made: %2.").arg(path, reason));
     std::unique_ptr<SqliteDriver> driver(new SqliteDriver(path.toStdString(), SqliteSession::Purpose::Make));
     driver->m_logins.createTables();
-    driver->setVersion();
+    driver->setVersion(CatalogVersion);
     driver->m_catalog.refresh();
     return driver;
 }

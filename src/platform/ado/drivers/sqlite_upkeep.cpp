@@ -153,6 +153,11 @@ TableDefinition definition(SqliteSession &session, const std::string &name,
     return table;
 }
 
+std::int64_t versionOf(SqliteSession &session) {
+    SqliteSession::Running version = session.prepare("pragma user_version");
+    return version.step() ? version.integer(0) : 0;
+}
+
 /// A number as the plain text that every engine gives, in `room`.
 std::string_view plain(double number, std::array<char, 32> &room) {
     if (!std::isfinite(number))
@@ -231,13 +236,10 @@ private:
 
 } // namespace
 
-bool SqliteDriver::setVersion() {
-    {
-        SqliteSession::Running version = m_session.prepare("pragma user_version");
-        if (version.step() && version.integer(0) == CatalogVersion)
-            return false;
-    }
-    m_session.execute(("pragma user_version = " + std::to_string(CatalogVersion)).c_str());
+bool SqliteDriver::setVersion(std::int64_t version) {
+    if (versionOf(m_session) == version)
+        return false;
+    m_session.execute(("pragma user_version = " + std::to_string(version)).c_str());
     return true;
 }
 
@@ -258,7 +260,7 @@ Inventory SqliteDriver::inventory() {
     const SqliteSession::OwnTables access(m_session);
     Inventory found;
     found.engine = "SQLite";
-    found.version = CatalogVersion;
+    found.version = versionOf(m_session);
     for (const std::string &name : names(m_session, "type = 'table'"))
         found.tables.push_back(definition(m_session, name, found.leftOut));
     for (const char *kind : {"view", "trigger"})
