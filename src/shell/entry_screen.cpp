@@ -50,18 +50,18 @@ void limitTagged(QWidget &form, ado::Recordset &columns, TypingLimit limit, cons
     }
 }
 
-void fillGrid(controls::Grid &grid, const ado::Recordset &rows,
-              const QList<controls::Grid::Column> &columns) {
-    if (rows.RecordCount() < 1) {
-        grid.setDataSource(nullptr);
-        grid.Clear();
-        grid.setRows(2);
-        return;
+void fillGrid(controls::Grid &grid, const Sql &statement, const QList<controls::Grid::Column> &columns,
+              Headings whenEmpty) {
+    grid.showNone();
+    OpenRsForList(statement);
+    const bool found = !gRs.atEnd();
+    if (found) {
+        grid.setRedraw(false);
+        grid.setDataSource(gRs.rows());
+        grid.setRedraw(true);
     }
-    grid.setRedraw(false);
-    grid.setDataSource(rows.rows());
-    grid.setRedraw(true);
-    grid.setColumns(columns);
+    if (found || whenEmpty == Headings::Stay)
+        grid.setColumns(columns);
 }
 
 void onKey(QWidget &screen, const QKeySequence &key, std::function<QWidget *()> target) {

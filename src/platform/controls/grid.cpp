@@ -8,6 +8,7 @@
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QLabel>
+#include <QScrollBar>
 
 #include <algorithm>
 
@@ -19,6 +20,7 @@ constexpr int DefaultTwips = 1440;
 constexpr int HeadingMargin = 16;
 constexpr int CellMargin = 16;
 constexpr int EmptyLabelTop = 18;
+constexpr qsizetype LeastRowsAtOnce = 64; ///< of a view that may have no size yet
 constexpr auto LargestAmount = "99,999,999,999.99";
 
 int headingWidth(const QHeaderView *header, const QString &heading) {
@@ -53,11 +55,14 @@ Grid::Grid(QWidget *parent) : QTableView(parent), m_model(new GridModel(this)) {
 
     connect(this, &QAbstractItemView::clicked, this,
             [this](const QModelIndex &index) { Q_EMIT rowClicked(index.row() + 1); });
+    connect(verticalScrollBar(), &QScrollBar::sliderPressed, m_model, [this] { m_model->holdRows(true); });
+    connect(verticalScrollBar(), &QScrollBar::sliderReleased, m_model, [this] { m_model->holdRows(false); });
     setRows(2);
     applyWidths();
 }
 
 int Grid::Rows() const {
+    m_model->showAll();
     return m_model->rows();
 }
 
@@ -79,6 +84,7 @@ void Grid::setCols(int cols) {
 }
 
 QString Grid::TextMatrix(int row, int col) const {
+    m_model->showUpTo(row);
     return m_model->text(row, col);
 }
 
@@ -105,9 +111,20 @@ void Grid::Clear() {
 }
 
 void Grid::setDataSource(zel::RowsPtr rows) {
-    m_model->bind(std::move(rows));
+    // More than the view has room for, so that the scroll bar is there from the first.
+    m_model->bind(std::move(rows), qMax<qsizetype>(LeastRowsAtOnce, 2 * rowsOnView()));
     applyWidths();
     keepRow(1);
+}
+
+void Grid::showNone() {
+    m_model->showNone();
+    applyWidths();
+    keepRow(1);
+}
+
+qsizetype Grid::rowsOnView() const {
+    return viewport()->height() / verticalHeader()->defaultSectionSize() + 1;
 }
 
 void Grid::setColWidth(int col, int twips) {
@@ -142,6 +159,7 @@ int Grid::Row() const {
 }
 
 void Grid::setRow(int row) {
+    m_model->showUpTo(row);
     keepRow(row);
 }
 
@@ -153,12 +171,13 @@ int Grid::Col() const {
 /// the arrow keys could not leave.
 void Grid::keepRow(int row) {
     showEmptiness();
-    if (Rows() < 2)
+    const int last = m_model->rows() - 1;
+    if (last < 1)
         return;
     int col = 0;
     while (col < Cols() - 1 && isColumnHidden(col))
         ++col;
-    setCurrentIndex(m_model->index(qBound(1, row, Rows() - 1) - 1, col));
+    setCurrentIndex(m_model->index(qBound(1, row, last) - 1, col));
 }
 
 void Grid::applyWidth(int col) {
@@ -216,13 +235,34 @@ void Grid::setEmptyText(const QString &text) {
 void Grid::showEmptiness() {
     setShowGrid(!m_model->isBlank());
     if (m_emptyLabel)
-        m_emptyLabel->setVisible(m_model->isBlank() || Rows() < 2);
+        m_emptyLabel->setVisible(m_model->isBlank() || m_model->rows() < 2);
 }
 
 /// A blank row that stands alone is the current one, and not selected.
 QItemSelectionModel::SelectionFlags Grid::selectionCommand(const QModelIndex &index,
                                                            const QEvent *event) const {
     return m_model->isBlank() ? QItemSelectionModel::Clear : QTableView::selectionCommand(index, event);
+}
+
+/// These two and the next are where a view asks its model for the number of rows.
+void Grid::timerEvent(QTimerEvent *event) {
+    const GridModel::ForView view(*m_model);
+    QTableView::timerEvent(event);
+}
+
+void Grid::verticalScrollbarValueChanged(int value) {
+    const GridModel::ForView view(*m_model);
+    QTableView::verticalScrollbarValueChanged(value);
+}
+
+/// The key may lead to a row that is not there yet.
+QModelIndex Grid::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+    if (action == MoveEnd && modifiers.testFlag(Qt::ControlModifier))
+        m_model->showAll();
+    else
+        m_model->showUpTo(Row() + 2 * rowsOnView());
+    const GridModel::ForView view(*m_model);
+    return QTableView::moveCursor(action, modifiers);
 }
 
 void Grid::keyPressEvent(QKeyEvent *event) {

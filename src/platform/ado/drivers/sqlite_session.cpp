@@ -63,9 +63,9 @@ std::pair<std::string, std::string> existing(const std::string &message) {
 
 SqliteSession::SqliteSession(const std::string &path, Purpose purpose) : m_path(path) {
     sqlite3 *handle = nullptr;
-    const int code =
-        sqlite3_open_v2(path.c_str(), &handle,
-                        SQLITE_OPEN_READWRITE | SQLITE_OPEN_EXRESCODE | SQLITE_OPEN_NOMUTEX, gatheringVfs());
+    const int access = purpose == Purpose::Read ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
+    const int code = sqlite3_open_v2(path.c_str(), &handle,
+                                     access | SQLITE_OPEN_EXRESCODE | SQLITE_OPEN_NOMUTEX, gatheringVfs());
     m_handle.reset(handle);
     if (code != SQLITE_OK)
         fail(code);
@@ -74,9 +74,11 @@ SqliteSession::SqliteSession(const std::string &path, Purpose purpose) : m_path(
     registerFunctions(handle);
     if (purpose == Purpose::Use)
         useWal();
-    else
+    else if (purpose == Purpose::Make)
         execute("pragma journal_mode = off; pragma synchronous = off");
-    execute("pragma temp_store = memory; pragma cache_size = -32768; pragma trusted_schema = off");
+    execute("pragma temp_store = memory; pragma trusted_schema = off");
+    // Lists are read in the order of an index, so that a few pages are in turn.
+    execute(purpose == Purpose::Read ? "pragma cache_size = -8192" : "pragma cache_size = -32768");
     sqlite3_set_authorizer(handle, authorize, this);
 }
 

@@ -20,9 +20,9 @@ public:
     /// What a statement waits for a lock that another program holds, before it fails with 1222.
     static constexpr int WaitForLockMs = 6000;
 
-    enum class Purpose { Use, Make };
+    enum class Purpose { Use, Make, Read };
     /// Use: a file that exists, in WAL with full synchronisation. Make: a new one that nobody else sees yet,
-    /// without journal.
+    /// without journal. Read: one that is in use, beside the session that writes it.
     SqliteSession(const std::string &path, Purpose purpose);
 
     /// A prepared statement in use: bound, stepped, read, and given back when it goes.
