@@ -30,6 +30,7 @@ struct KeySearch {
     char key;
     zel::controls::TextBox *box;
     zel::controls::Grid *list;
+    double limit = 0.125;
 };
 
 /// From the key to the painted list, against the statement that the key runs, prepared and read whole by a

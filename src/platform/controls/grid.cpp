@@ -1,6 +1,7 @@
 #include "platform/controls/grid.h"
 
 #include "platform/controls/cell_delegate.h"
+#include "platform/controls/grid_header.h"
 #include "platform/controls/grid_model.h"
 #include "platform/controls/look.h"
 #include "platform/controls/typing.h"
@@ -33,7 +34,10 @@ int amountWidth(const QFontMetrics &metrics) {
 
 } // namespace
 
-Grid::Grid(QWidget *parent) : QTableView(parent), m_model(new GridModel(this)) {
+Grid::Grid(QWidget *parent) : QTableView(parent), m_model(new GridModel) {
+    m_model->setParent(this);
+    setHorizontalHeader(new GridHeader(Qt::Horizontal, this));
+    setVerticalHeader(new GridHeader(Qt::Vertical, this));
     setModel(m_model);
     setItemDelegate(new CellDelegate(this));
     setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -242,27 +246,6 @@ void Grid::showEmptiness() {
 QItemSelectionModel::SelectionFlags Grid::selectionCommand(const QModelIndex &index,
                                                            const QEvent *event) const {
     return m_model->isBlank() ? QItemSelectionModel::Clear : QTableView::selectionCommand(index, event);
-}
-
-/// These two and the next are where a view asks its model for the number of rows.
-void Grid::timerEvent(QTimerEvent *event) {
-    const GridModel::ForView view(*m_model);
-    QTableView::timerEvent(event);
-}
-
-void Grid::verticalScrollbarValueChanged(int value) {
-    const GridModel::ForView view(*m_model);
-    QTableView::verticalScrollbarValueChanged(value);
-}
-
-/// The key may lead to a row that is not there yet.
-QModelIndex Grid::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
-    if (action == MoveEnd && modifiers.testFlag(Qt::ControlModifier))
-        m_model->showAll();
-    else
-        m_model->showUpTo(Row() + 2 * rowsOnView());
-    const GridModel::ForView view(*m_model);
-    return QTableView::moveCursor(action, modifiers);
 }
 
 void Grid::keyPressEvent(QKeyEvent *event) {

@@ -73,7 +73,11 @@ Q_SIGNALS:
     void contextMenuAsked(const QPoint &globalPosition); ///< right click, Shift+F10 or the menu key
 
 protected:
-    void timerEvent(QTimerEvent *event) override;
+    void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
+    void updateGeometries() override;
+    void doItemsLayout() override;
+    bool event(QEvent *event) override;
+    bool viewportEvent(QEvent *event) override;
     void verticalScrollbarValueChanged(int value) override;
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     void keyPressEvent(QKeyEvent *event) override;

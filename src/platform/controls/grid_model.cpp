@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace zel::controls {
 
@@ -21,7 +22,8 @@ int fitting(qsizetype rows) {
 } // namespace
 
 void GridModel::beginReset() {
-    const ForView view(*this);
+    const ForView view(this);
+    m_changing = true;
     beginResetModel();
 }
 
@@ -30,8 +32,9 @@ void GridModel::endReset() {
     m_shown = m_bound ? fitting(m_bound->rowsRead()) : 0;
     if (m_bound && !m_bound->isWhole())
         m_looks.start(LookMs, this);
-    const ForView view(*this);
+    const ForView view(this);
     endResetModel();
+    m_changing = false;
 }
 
 void GridModel::bind(RowsPtr rows, qsizetype atOnce) {
@@ -97,12 +100,13 @@ void GridModel::showRead() {
     const int read = fitting(m_bound->rowsRead());
     if (m_bound->isWhole())
         m_looks.stop();
-    if (read == m_shown)
+    if (read == m_shown || std::exchange(m_changing, true))
         return;
-    const ForView view(*this);
+    const ForView view(this);
     beginInsertRows({}, m_shown, read - 1);
     m_shown = read;
     endInsertRows();
+    m_changing = false;
 }
 
 void GridModel::holdRows(bool hold) {
@@ -158,7 +162,8 @@ void GridModel::setCols(int cols) {
         throw Error(380, QStringLiteral("Invalid property value"));
     if (cols == m_cols)
         return;
-    const ForView view(*this);
+    const ForView view(this);
+    m_changing = true;
     const bool grows = cols > m_cols;
     if (grows)
         beginInsertColumns({}, m_cols, cols - 1);
@@ -169,6 +174,7 @@ void GridModel::setCols(int cols) {
         endInsertColumns();
     else
         endRemoveColumns();
+    m_changing = false;
 }
 
 void GridModel::removeRow(int row) {

@@ -33,16 +33,22 @@ public:
     /// Unbound and blank, with one row below the heading; the bound rows are not read on for this.
     void showNone();
 
-    /// While one lives, the view asks.
+    /// While one lives, the view asks; another model than this class is let be.
     class ForView {
     public:
-        explicit ForView(const GridModel &model) : m_model(model) { ++m_model.m_forView; }
-        ~ForView() { --m_model.m_forView; }
+        explicit ForView(const QAbstractItemModel *model) : m_model(qobject_cast<const GridModel *>(model)) {
+            if (m_model)
+                ++m_model->m_forView;
+        }
+        ~ForView() {
+            if (m_model)
+                --m_model->m_forView;
+        }
         ForView(const ForView &) = delete;
         ForView &operator=(const ForView &) = delete;
 
     private:
-        const GridModel &m_model;
+        const GridModel *m_model;
     };
     /// Reads and shows at least so many of the bound rows, where there are so many.
     void showUpTo(qsizetype count);
@@ -89,6 +95,7 @@ private:
     RowsPtr m_bound;
     int m_shown = 0; ///< of the bound rows
     mutable int m_forView = 0;
+    bool m_changing = false; ///< whoever is told of a change may ask for more; that waits
     bool m_holdsRows = false;
     QBasicTimer m_looks; ///< for rows that were read meanwhile
     std::vector<QStringList>

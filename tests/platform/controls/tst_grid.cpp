@@ -101,8 +101,6 @@ private Q_SLOTS:
         model.setRows(1);
         const auto coming = std::make_shared<ComingRows>();
         model.bind(coming, 64);
-        QCOMPARE(model.rows(), 65);
-        model.fetchMore({});
         model.showUpTo(1000);
         model.setCols(3);
         QCOMPARE(model.rowCount(), ComingRows::Count);
@@ -427,6 +425,11 @@ private Q_SLOTS:
         row("nothing found after it", asks([](Grid &grid) {
                 grid.showNone();
                 QCOMPARE(grid.Rows(), 2);
+            }),
+            20, 100);
+        row("a click", asks([](Grid &grid) {
+                QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, QPoint(20, 50));
+                QCOMPARE(grid.Row(), 50 / grid.rowHeight(0) + 1);
             }),
             20, 100);
         row("headings", asks([](Grid &grid) { grid.setTextMatrix(0, 0, "SESSION"); }), 20, 100);
