@@ -84,20 +84,24 @@ private:
         if (!isNumber || last != index + (hasSign ? 1 : 0) ||
             (hasSign && !blanksOnly(first.end, number.begin)))
             refuse(piece, index);
-        if (index > 0 && m_tokens[index - 1].end == first.begin &&
-            m_tokens[index - 1].kind != TokenKind::Sign)
+        if (index > 0 && m_tokens[index - 1].end == first.begin && growsWith(m_tokens[index - 1]))
             refuse(piece, index);
         if (m_tokens[last + 1].begin == end && m_tokens[last + 1].sign == '.')
-            refuse(piece, index); // the point belonged to a number without a point of its own
+            refuse(piece, index);
     }
 
-    /// Digits that lie within one number of the program's.
+    /// What the program wrote directly before a number is one token with some numbers, and not with others.
+    [[nodiscard]] static bool growsWith(const Token &token) {
+        return token.kind != TokenKind::Sign || token.sign == '.';
+    }
+
+    /// Digits that lie within one number of the program's, whose point is its own.
     void checkInNumber(const Piece &piece, std::size_t index, std::size_t begin, std::size_t end) const {
         const Token &token = m_tokens[index];
         const bool isNumber = token.kind == TokenKind::Integer || token.kind == TokenKind::Decimal;
         const bool isDigits =
             std::all_of(m_source.begin() + std::ptrdiff_t(begin), m_source.begin() + std::ptrdiff_t(end),
-                        [](char c) { return (c >= '0' && c <= '9') || c == '.'; });
+                        [](char c) { return c >= '0' && c <= '9'; });
         if (!isNumber || !isDigits || token.begin > begin || token.end < end || begin != piece.begin ||
             end != piece.end)
             refuse(piece, index);
