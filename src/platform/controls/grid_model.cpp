@@ -29,6 +29,7 @@ void GridModel::beginReset() {
 
 void GridModel::endReset() {
     m_looks.stop();
+    m_holdsRows = false;
     m_shown = m_bound ? fitting(m_bound->rowsRead()) : 0;
     if (m_bound && !m_bound->isWhole())
         m_looks.start(LookMs, this);
