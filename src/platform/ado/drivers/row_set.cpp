@@ -101,10 +101,13 @@ Value fromText(std::string_view cell, TypeKind kind) {
 
 } // namespace
 
-/// Reads on in slices, each short enough that a key does not wait.
+/// Reads on in slices, each short enough that a key does not wait, once the first rows are painted.
 class RowSet::IdleReading : public QObject {
 public:
-    explicit IdleReading(const RowSet &rows) : m_rows(rows) { m_timer.start(0, this); }
+    explicit IdleReading(const RowSet &rows) : m_rows(rows) {
+        constexpr int PaintedMs = 20;
+        m_timer.start(PaintedMs, this);
+    }
 
 protected:
     void timerEvent(QTimerEvent *) override {
@@ -117,6 +120,8 @@ protected:
         } while (!m_rows.isWhole() && slice.nsecsElapsed() < SliceNs);
         if (m_rows.isWhole())
             m_timer.stop();
+        else
+            m_timer.start(0, this);
     }
 
 private:
