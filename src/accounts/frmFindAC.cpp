@@ -9,6 +9,8 @@
 
 #include "ui_frmFindAC.h"
 
+#include <QTimer>
+
 #include <map>
 
 using namespace zel::shell;
@@ -40,10 +42,14 @@ controls::CheckBox &frmFindAC::chkAll() {
 void frmFindAC::Form_Load() {
     SavedFilter = gFindFilter;
     FillGrid();
+    m_filledNow = true;
+    QTimer::singleShot(0, this, [this] { m_filledNow = false; });
 }
 
+/// Whoever shows the finder activates it as he loads it; the names are not sorted twice for that.
 void frmFindAC::Form_Activate() {
-    FillGrid();
+    if (!m_filledNow)
+        FillGrid();
 }
 
 void frmFindAC::Form_Unload() {
