@@ -71,10 +71,10 @@ int main(int argc, char **argv) {
 
     institute::frmFindApp::reference->Show();
     accounts::frmFindAC::reference->Show();
-    const auto searches = [db](const char *what, char key, QWidget &finder, const char *box,
-                               const char *list) {
+    const auto searches = [db](const char *what, char key, QWidget &finder, const char *box, const char *list,
+                               double limit = bench::StreamedLimit) {
         return bench::searchByKey(db, {what, key, finder.findChild<controls::TextBox *>(box),
-                                       finder.findChild<controls::Grid *>(list)});
+                                       finder.findChild<controls::Grid *>(list), limit});
     };
     QWidget &applications = *institute::frmFindApp::reference;
     within &= searches("search of applications, key 1, until it is painted", '1', applications, "txt_s_value",
@@ -82,7 +82,7 @@ int main(int argc, char **argv) {
     within &= searches("search of applications, key T (all), until it is painted", 'T', applications,
                        "txt_s_value", "Msh");
     within &= searches("search of accounts, key 7, until it is painted", '7', *accounts::frmFindAC::reference,
-                       "txtFindAC", "mshSearch");
+                       "txtFindAC", "mshSearch", bench::SortedLimit);
     copy.reset();
     std::fflush(stdout);
     std::_Exit(within ? 0 : 1);

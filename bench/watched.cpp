@@ -74,7 +74,7 @@ bool searchByKey(sqlite3 *db, const KeySearch &search) {
     const std::string statement = watchedStatements().back();
     Arena arena;
     const bool within = compare(
-        search.what, 1.3, 15, typeKey, [&] { readBare(db, statement.c_str(), arena); }, empty);
+        search.what, search.limit, 15, typeKey, [&] { readBare(db, statement.c_str(), arena); }, empty);
     const int rows = search.list->Rows() - 1;
     std::printf("    %d rows in the list, %ld read by the peer\n", rows, arena.rows);
     return within && rows == arena.rows;

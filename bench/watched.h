@@ -24,12 +24,18 @@ void watchStatements();
 /// watchStatements.
 [[nodiscard]] sqlite3 *openBare(const QString &database);
 
+/// A list shows long before its query is read whole, except where rows must be sorted before the first one:
+/// names of accounts are, since no index has their order beyond ASCII.
+constexpr double StreamedLimit = 0.125;
+constexpr double SortedLimit = 1.3;
+
 /// A key in the box of a search.
 struct KeySearch {
     const char *what;
     char key;
     zel::controls::TextBox *box;
     zel::controls::Grid *list;
+    double limit = StreamedLimit;
 };
 
 /// From the key to the painted list, against the statement that the key runs, prepared and read whole by a

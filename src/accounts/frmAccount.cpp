@@ -1,7 +1,6 @@
 #include "accounts/frmAccount.h"
 
 #include "accounts/account_code.h"
-#include "accounts/account_list.h"
 #include "platform/controls/focus.h"
 #include "platform/controls/look.h"
 #include "platform/controls/msg_box.h"
@@ -265,20 +264,23 @@ void frmAccount::cmdExit_Click() {
 }
 
 void frmAccount::FillGrid() {
-    OpenRs("Select RowID,AcNodes,AcName,Location,Contact,Fax,Email,OpenBal,Addr,Addr2,ParentID,AcNodes From "
-           "Accounts "
-           "Where acStatus='DD' and AcName Like '%"_sql +
-           ui->txtFindAC->text() + "%' order by AcName");
-    fillAccountList(*ui->mshSearch, {{"RowNo", 0},
-                                     {"Code", 1200},
-                                     {"Account Title", 5000},
-                                     {"Location", 2000},
-                                     {"Contact", 2000},
-                                     {"Fax", 2000},
-                                     {"E-Mail", 2000},
-                                     {"Opening Balance", 1800},
-                                     {"Address 1", 3500},
-                                     {"Address 2", 3500}});
+    fillGrid(
+        *ui->mshSearch,
+        "Select RowID,AcNodes,AcName,Location,Contact,Fax,Email,OpenBal,Addr,Addr2,ParentID,AcNodes From "
+        "Accounts "
+        "Where acStatus='DD' and AcName Like '%"_sql +
+            ui->txtFindAC->text() + "%' order by AcName",
+        {{"RowNo", 0},
+         {"Code", 1200},
+         {"Account Title", 5000},
+         {"Location", 2000},
+         {"Contact", 2000},
+         {"Fax", 2000},
+         {"E-Mail", 2000},
+         {"Opening Balance", 1800},
+         {"Address 1", 3500},
+         {"Address 2", 3500}},
+        Headings::Stay);
 }
 
 void frmAccount::mshSearch_DblClick(int row) {

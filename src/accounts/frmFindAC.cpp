@@ -1,13 +1,15 @@
 #include "accounts/frmFindAC.h"
 
-#include "accounts/account_list.h"
 #include "accounts/frmAccount.h"
 #include "platform/controls/focus.h"
 #include "platform/controls/look.h"
+#include "shell/entry_screen.h"
 #include "shell/frmLocPass.h"
 #include "shell/module1.h"
 
 #include "ui_frmFindAC.h"
+
+#include <QTimer>
 
 #include <map>
 
@@ -40,10 +42,14 @@ controls::CheckBox &frmFindAC::chkAll() {
 void frmFindAC::Form_Load() {
     SavedFilter = gFindFilter;
     FillGrid();
+    m_filledNow = true;
+    QTimer::singleShot(0, this, [this] { m_filledNow = false; });
 }
 
+/// Whoever shows the finder activates it as he loads it; the names are not sorted twice for that.
 void frmFindAC::Form_Activate() {
-    FillGrid();
+    if (!m_filledNow)
+        FillGrid();
 }
 
 void frmFindAC::Form_Unload() {
@@ -68,15 +74,17 @@ void frmFindAC::FillGrid() {
                              "acStatus='DD'  and AcName "
                              "Like '%";
     const auto filter = filters.find(gFindFilter);
-    OpenRs((filter == filters.end() ? plain : filter->second) + ui->txtFindAC->text() + "%' order by AcName");
-    fillAccountList(*ui->mshSearch, {{"", 0},
-                                     {"Code", 1200},
-                                     {"Account Title", 5000},
-                                     {"Opening Balance", 1500},
-                                     {"Contact", 2000},
-                                     {"", 0},
-                                     {"", 0},
-                                     {"", 0}});
+    const Sql accounts = filter == filters.end() ? plain : filter->second;
+    fillGrid(*ui->mshSearch, accounts + ui->txtFindAC->text() + "%' order by AcName",
+             {{"", 0},
+              {"Code", 1200},
+              {"Account Title", 5000},
+              {"Opening Balance", 1500},
+              {"Contact", 2000},
+              {"", 0},
+              {"", 0},
+              {"", 0}},
+             Headings::Stay);
 }
 
 void frmFindAC::chkAll_Click() {

@@ -44,7 +44,8 @@ private:
     void cmdExit_Click();
 
     std::unique_ptr<Ui::frmFindAC> ui;
-    QString SavedFilter; ///< gFindFilter as the caller set it
+    QString SavedFilter;      ///< gFindFilter as the caller set it
+    bool m_filledNow = false; ///< in the event that is under way
 };
 
 } // namespace zel::accounts

@@ -71,8 +71,9 @@ void frmSearchSub::FillGrid() {
     const Sql which = byCourse ? "CourseId = "_sql + ui->DataCboCourse->BoundText()
                                : "SubID in (select SubID From tblDetApp where AppID = "_sql + gFoundAppID +
                                      " And not InActive  is null)";
-    OpenRs(subjects + which + " and subName Like '%" + ui->txtFind->text() + "%' order by subName");
-    fillGrid(*ui->Msh, gRs, columns());
+    fillGrid(*ui->Msh,
+             subjects + which + " and subName Like '%" + ui->txtFind->text() + "%' order by subName",
+             columns());
 }
 
 void frmSearchSub::setGrid() {

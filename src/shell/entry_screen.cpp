@@ -47,18 +47,18 @@ void limitTagged(QWidget &form, ado::Recordset &columns, TypingLimit limit, cons
     }
 }
 
-void fillGrid(controls::Grid &grid, const ado::Recordset &rows,
-              const QList<controls::Grid::Column> &columns) {
-    if (rows.RecordCount() < 1) {
-        grid.setDataSource(nullptr);
-        grid.Clear();
-        grid.setRows(2);
-        return;
+void fillGrid(controls::Grid &grid, const Sql &statement, const QList<controls::Grid::Column> &columns,
+              Headings whenEmpty) {
+    grid.showNone();
+    OpenRsForList(statement);
+    const bool found = !gRs.atEnd();
+    if (found) {
+        grid.setRedraw(false);
+        grid.setDataSource(gRs.rows());
+        grid.setRedraw(true);
     }
-    grid.setRedraw(false);
-    grid.setDataSource(rows.rows());
-    grid.setRedraw(true);
-    grid.setColumns(columns);
+    if (found || whenEmpty == Headings::Stay)
+        grid.setColumns(columns);
 }
 
 void bindCombo(controls::DataCombo &combo, const Sql &source, const char *listField, const char *boundColumn,

@@ -34,9 +34,13 @@ void loadTagged(QWidget &form, ado::Recordset &row, const QString &except = {}, 
 enum class TypingLimit { None, DefinedSize, Precision };
 void limitTagged(QWidget &form, ado::Recordset &columns, TypingLimit limit, const QString &tag = "M");
 
-/// The filling of a list from rows just opened: without a row the grid is unbound, cleared and left with two
-/// rows, headings gone; else it is bound without redrawing and gets its headings.
-void fillGrid(controls::Grid &grid, const ado::Recordset &rows, const QList<controls::Grid::Column> &columns);
+/// Over a list without a row: nothing, or the headings all the same.
+enum class Headings { Go, Stay };
+/// The filling of a list from the statement's rows, on demand, through gRs: without a row the grid is
+/// unbound, cleared and left with two rows; else it is bound without redrawing and gets its headings. Rows of
+/// the list before that are still to come are never read.
+void fillGrid(controls::Grid &grid, const Sql &statement, const QList<controls::Grid::Column> &columns,
+              Headings whenEmpty = Headings::Go);
 
 /// The row that a list picks when it is bound: none, its first, its last.
 enum class Picked { None, First, Last };

@@ -45,10 +45,10 @@ namespace {
 
 QString theApplicationPath;
 
-void open(ado::Recordset &recordset, const Sql &statement) {
+void open(ado::Recordset &recordset, const Sql &statement, ado::Options options = ado::adCmdText) {
     if (recordset.State() == ado::adStateOpen)
         recordset.Close();
-    recordset.Open(statement, gCon, ado::adOpenKeyset, ado::adLockOptimistic, ado::adCmdText);
+    recordset.Open(statement, gCon, ado::adOpenKeyset, ado::adLockOptimistic, options);
 }
 
 } // namespace
@@ -60,6 +60,10 @@ void OpenRs(const Sql &statement) {
 void OpenRsForOne(const Sql &statement) {
     const QScopedValueRollback most(gRs.MaxRecords, qsizetype(1));
     OpenRs(statement);
+}
+
+void OpenRsForList(const Sql &statement) {
+    open(gRs, statement, ado::adCmdText | ado::adAsyncFetch);
 }
 
 void OpenRs1(const Sql &statement) {

@@ -58,6 +58,8 @@ extern QString gAppMode;
 void OpenRs(const Sql &statement);
 /// As OpenRs, for callers that ask only whether there is any row: reads one at most.
 void OpenRsForOne(const Sql &statement);
+/// As OpenRs, for callers that bind a list to the rows: they are read on demand, and can't be edited.
+void OpenRsForList(const Sql &statement);
 void OpenRs1(const Sql &statement);
 void OpenRs2(const Sql &statement);
 /// As OpenRs2, for callers that only add rows, however many there are: reads one at most.

@@ -6,7 +6,6 @@
 #include "platform/controls/focus.h"
 #include "platform/controls/text_box.h"
 #include "shell/entry_screen.h"
-#include "shell/module1.h"
 
 #include <QLabel>
 
@@ -59,21 +58,20 @@ const SearchTable::Criterion *Search::find(const QString &caption) const {
 }
 
 void Search::run(const QString &criterion) {
-    const SearchTable::Criterion *known = find(criterion);
+    fillGrid(*m_controls.list, statement(find(criterion)), m_table.columns,
+             m_table.headingsStay ? Headings::Stay : Headings::Go);
+}
+
+Sql Search::statement(const SearchTable::Criterion *criterion) const {
     const bool all = m_table.allWithoutValue && m_controls.value->text().isEmpty();
-    if (all || !known || known->before.text().empty()) {
-        OpenRs(m_table.all);
-    } else if (known->searched == Searched::Text) {
-        OpenRs(known->before + m_controls.value->text() + known->behind);
-    } else {
-        const QDate date = m_controls.date->Value();
-        OpenRs(known->searched == Searched::PaddedDate
-                   ? known->before + sqlDate(date) + known->behind
-                   : known->before + date.year() + "-" + date.month() + "-" + date.day() + known->behind);
-    }
-    fillGrid(*m_controls.list, gRs, m_table.columns);
-    if (m_table.headingsStay && gRs.RecordCount() < 1)
-        m_controls.list->setColumns(m_table.columns);
+    if (all || !criterion || criterion->before.text().empty())
+        return m_table.all;
+    if (criterion->searched == Searched::Text)
+        return criterion->before + m_controls.value->text() + criterion->behind;
+    const QDate date = m_controls.date->Value();
+    return criterion->searched == Searched::PaddedDate
+               ? criterion->before + sqlDate(date) + criterion->behind
+               : criterion->before + date.year() + "-" + date.month() + "-" + date.day() + criterion->behind;
 }
 
 void Search::run() {

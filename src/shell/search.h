@@ -60,6 +60,7 @@ public:
 private:
     void criterionChanged();
     [[nodiscard]] const SearchTable::Criterion *find(const QString &caption) const;
+    [[nodiscard]] Sql statement(const SearchTable::Criterion *criterion) const;
 
     SearchTable m_table;
     SearchControls m_controls;

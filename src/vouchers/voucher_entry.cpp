@@ -144,10 +144,17 @@ void VoucherScreen::cmdSave_Click() {
         if (takesText(column))
             header.texts << headerText(column);
     writeHeader(m_kind, header, m_newVoucher);
-    SearchGrd();
-    replaceLines(m_kind, header, {m_lines->grid(), m_debit.box->Tag(), m_credit.box->Tag()});
+    // Within a transaction the list would be read whole, and the save would wait for it.
+    RowsPtr listed;
     if (whole)
+        listed = listedVoucher(m_kind, header.number);
+    else
+        SearchGrd();
+    replaceLines(m_kind, header, {m_lines->grid(), m_debit.box->Tag(), m_credit.box->Tag()});
+    if (whole) {
         whole->commit();
+        SearchGrdBeforeLines(header, listed);
+    }
     m_saved = header.number;
     shell::say(shownName() + " saved, " + shownAmount(header.total) + " (" + PrintSaved.shown() +
                " prints it)");

@@ -12,6 +12,7 @@
 #include "shell/entry_screen.h"
 #include "shell/module1.h"
 #include "shell/status_words.h"
+#include "vouchers/held_cell.h"
 #include "vouchers/voucher_store.h"
 
 #include <QLabel>
@@ -177,6 +178,16 @@ void VoucherScreen::ClearAll() {
 
 void VoucherScreen::SearchGrd() {
     m_search->run();
+}
+
+void VoucherScreen::SearchGrdBeforeLines(const VoucherHeader &saved, const RowsPtr &listed) {
+    SearchGrd();
+    if (gRs.atEnd())
+        return;
+    const int multi = listed->columnIndex("Multi");
+    mshSearch->setDataSource(
+        std::make_shared<HeldCell>(gRs.rows(), saved.number, multi, listed->value(0, multi)));
+    mshSearch->setColumns(searchOf(m_kind).columns);
 }
 
 void VoucherScreen::totGrdAmount() {

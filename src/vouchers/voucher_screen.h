@@ -21,6 +21,8 @@ class TextBox;
 
 namespace zel::vouchers {
 
+struct VoucherHeader;
+
 /// The screen of a voucher kind: what tells the kinds apart is read from the kind, and its few own events are
 /// the virtual procedures. The entry grid is the working copy of the voucher until it is saved. The screen's
 /// .ui file has the controls that are found by name here, and the boxes of the kind's tables.
@@ -78,6 +80,8 @@ private:
     void showLines();
     void ClearAll();
     void SearchGrd();
+    /// The list as it was when the voucher had its header and, by `listed`, not yet its lines.
+    void SearchGrdBeforeLines(const VoucherHeader &saved, const RowsPtr &listed);
     void totGrdAmount();
 
     void cmdSelect_Click(Side side);

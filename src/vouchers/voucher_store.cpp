@@ -149,9 +149,21 @@ void openSetting(const VoucherKind &kind) {
            kind.setting + "'");
 }
 
+namespace {
+Sql listOf(const VoucherKind &kind) {
+    return Sql(kind.search->list) + kind.code + kind.search->from + kind.code + "'";
+}
+} // namespace
+
+RowsPtr listedVoucher(const VoucherKind &kind, const QString &number) {
+    ado::Recordset own;
+    own.Open(listOf(kind) + " And VouNo = " + number, gCon);
+    return own.rows();
+}
+
 shell::SearchTable searchOf(const VoucherKind &kind) {
     const VoucherSearch &search = *kind.search;
-    const Sql all = Sql(search.list) + kind.code + search.from + kind.code + "'";
+    const Sql all = listOf(kind);
     shell::SearchTable table;
     table.all = all + " order by VouNo desc";
     for (const VoucherSearch::Criterion &known : search.criteria)

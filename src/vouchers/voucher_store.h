@@ -47,6 +47,8 @@ void openLines(const VoucherKind &kind, const QString &number);
 /// Opens the kind's setup row on gRs.
 void openSetting(const VoucherKind &kind);
 
+/// The voucher's row of the list, as it stands now.
+[[nodiscard]] RowsPtr listedVoucher(const VoucherKind &kind, const QString &number);
 /// The search of the kind's vouchers, the newest number first.
 [[nodiscard]] shell::SearchTable searchOf(const VoucherKind &kind);
 

@@ -1,5 +1,6 @@
 #include "accounts/frmFindAC.h"
 #include "platform/controls/button.h"
+#include "platform/controls/grid.h"
 #include "shell/module1.h"
 #include "tests/accounts/account_screen.h"
 #include "tests/support/facts.h"
@@ -80,6 +81,42 @@ private Q_SLOTS:
                      QStringList({"CITY BANK", "0300-1", "042-7", "1 MALL", "LAHORE"}));
             shell::gFoundRowID = 0;
         }
+    }
+
+    void manyAccounts_data() {
+        columns<QString, bool, bool>("typed", "changed", "last");
+        for (const char *typed : {"many", "many abc", "l"})
+            for (const bool changed : {false, true})
+                for (const bool last : {false, true})
+                    fill(QTest::addRow("%s%s, %s", typed, changed ? ", deleted meanwhile" : "",
+                                       last ? "last" : "first"),
+                         typed, changed, last);
+    }
+
+    /// The keys come before the rows: they find what stood when the last of them was pressed.
+    void manyAccounts() {
+        const auto [typed, changed, last] = fetched<QString, bool, bool>();
+        office->execute("insert into Accounts (AcName,AcStatus) values ('MANY ','DD')");
+        for (char letter = 'A'; letter <= 'L'; ++letter)
+            office->execute("insert into Accounts (AcName,AcStatus) select AcName + '"_sql + QString(letter) +
+                            "','DD' from Accounts where AcName like 'MANY%'");
+        const QStringList found =
+            office->rows("select AcName from Accounts where AcStatus='DD' and AcName like '%"_sql + typed +
+                         "%' order by AcName");
+        QVERIFY(found.size() > 500);
+        QWidget *finder = openFinder({});
+        typeInto(finder, "txtFindAC", typed);
+        if (changed)
+            office->execute("delete from Accounts where AcName like 'MANY%'");
+        press(Qt::Key_Down);
+        if (last)
+            press(Qt::Key_End, Qt::ControlModifier);
+        QCOMPARE(control<controls::Grid>(finder, "mshSearch")->Row(), last ? int(found.size()) : 1);
+        QCOMPARE(columnOf(finder, "mshSearch", 2), found);
+        press(Qt::Key_Return);
+        settle();
+        QCOMPARE(shell::gFoundName, last ? found.last() : found.first());
+        shell::gFoundRowID = 0;
     }
 
     void nothingChosen() {

@@ -49,14 +49,15 @@ struct Recordset::Private {
         return *opened;
     }
     [[nodiscard]] qsizetype count() const { return rows().rowCount() + qsizetype(added.size()); }
+    [[nodiscard]] bool has(qsizetype row) const { return row >= 0 && (rows().holds(row) || row < count()); }
     [[nodiscard]] const OwnRow *own(qsizetype row) const {
-        if (row >= rows().rowCount())
+        if (!rows().holds(row))
             return &added.at(std::size_t(row - rows().rowCount()));
         const auto found = changed.find(row);
         return found == changed.end() ? nullptr : &found->second;
     }
     void requireRow() const {
-        if (!adding && (current < 0 || current >= count()))
+        if (!adding && !has(current))
             throw Error(errors::NoCurrentRow,
                         "Either BOF or EOF is True, or the current record has been deleted. "
                         "Requested operation requires a current record.");
@@ -159,7 +160,7 @@ Recordset::Recordset() : d(std::make_unique<Private>()) {}
 Recordset::~Recordset() = default;
 
 void Recordset::Open(const Sql &source, Connection &activeConnection, CursorType, LockType lockType,
-                     CommandType) {
+                     Options options) {
     if (d->opened)
         throw Error(3705, "Operation is not allowed when the object is open.");
     Private opening;
@@ -171,7 +172,10 @@ void Recordset::Open(const Sql &source, Connection &activeConnection, CursorType
         opening.opened = std::move(outcome.rows);
         opening.table = std::move(outcome.statement.baseTable);
     };
-    runStatements(activeConnection.driver(), source, take, MaxRecords);
+    const bool onDemand = (options & adAsyncFetch) != 0 && MaxRecords == 0;
+    if (onDemand)
+        opening.lock = adLockReadOnly;
+    runStatements(activeConnection.driver(), source, take, {MaxRecords, onDemand});
     *d = std::move(opening);
 }
 
@@ -191,7 +195,7 @@ qsizetype Recordset::RecordCount() const {
 void Recordset::MoveFirst() {
     if (d->adding || !d->edited.empty())
         Update();
-    if (d->count() == 0)
+    if (!d->has(0))
         d->requireRow();
     d->current = 0;
 }
@@ -204,7 +208,7 @@ void Recordset::MoveNext() {
 }
 
 bool Recordset::atEnd() const {
-    return d->current >= d->count();
+    return !d->has(d->current);
 }
 
 void Recordset::AddNew() {

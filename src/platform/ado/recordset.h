@@ -12,7 +12,12 @@ namespace zel::ado {
 enum CursorLocation { adUseClient = 3 };
 enum CursorType { adOpenKeyset = 1 };
 enum LockType { adLockReadOnly = 1, adLockOptimistic = 3 };
-enum CommandType { adCmdText = 1 };
+/// adCmdText alone, or with adAsyncFetch: the rows may be read as they are asked for, and can't be edited.
+/// For the lists of searches and finders. While a transaction is open all are read at once.
+enum Options { adCmdText = 1, adAsyncFetch = 0x20 };
+[[nodiscard]] constexpr Options operator|(Options one, Options other) {
+    return Options(int(one) | int(other));
+}
 
 class Recordset;
 
@@ -37,7 +42,8 @@ private:
     int m_column;
 };
 
-/// A client-side recordset: whole when Open returns, edited in place row by row.
+/// A client-side recordset, edited in place row by row. To everybody it is whole when Open returns: rows that
+/// come on demand are those that stood then, and who asks for the last one or for their number has them read.
 class Recordset {
 public:
     Recordset();
@@ -50,7 +56,7 @@ public:
 
     /// Opens the rows of the first statement that gives any. Closed connection: Error 3704.
     void Open(const Sql &source, Connection &activeConnection, CursorType cursorType = adOpenKeyset,
-              LockType lockType = adLockOptimistic, CommandType options = adCmdText);
+              LockType lockType = adLockOptimistic, Options options = adCmdText);
     void Close();
     [[nodiscard]] ObjectState State() const;
 

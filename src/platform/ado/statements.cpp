@@ -46,8 +46,8 @@ bool isPassing(const Statement &statement) {
 class Batch {
 public:
     Batch(Driver &driver, const Sql &text, std::vector<Statement> &statements,
-          const std::function<void(Outcome)> &told, qsizetype most)
-        : m_driver(driver), m_text(text), m_statements(statements), m_told(told), m_most(most),
+          const std::function<void(Outcome)> &told, Reading reading)
+        : m_driver(driver), m_text(text), m_statements(statements), m_told(told), m_reading(reading),
           m_variables(driver.kept()) {}
     ~Batch() {
         if (m_transaction)
@@ -110,13 +110,8 @@ private:
 
     void ask(Statement &statement) {
         if (statement.kind == StatementKind::Select) {
-            auto rows = m_driver.query(statement, m_variables, m_most);
-            setRowCount(statement, rows->rowCount());
-            if (!m_outcome.rows) {
-                m_outcome.rowsAffected = rows->rowCount();
-                m_outcome.rows = std::move(rows);
-                m_outcome.statement = std::move(statement);
-            }
+            if (!beginReading(statement))
+                readAll(statement);
         } else {
             fillArguments(statement);
             const std::int64_t changed = m_driver.run(statement, m_variables);
@@ -127,6 +122,28 @@ private:
         }
         if (m_depth == 0)
             tell();
+    }
+
+    bool beginReading(Statement &select) {
+        if (!m_reading.onDemand || m_statements.size() > 1)
+            return false;
+        std::unique_ptr<RowSource> source = m_driver.readOnDemand(select, m_variables);
+        if (!source)
+            return false;
+        select.baseTable.clear();
+        m_outcome.rows = std::make_shared<RowSet>(select.columns, std::move(source));
+        m_outcome.statement = std::move(select);
+        return true;
+    }
+
+    void readAll(Statement &select) {
+        auto rows = m_driver.query(select, m_variables, m_reading.most);
+        setRowCount(select, rows->rowCount());
+        if (m_outcome.rows)
+            return;
+        m_outcome.rowsAffected = rows->rowCount();
+        m_outcome.rows = std::move(rows);
+        m_outcome.statement = std::move(select);
     }
 
     void fillArguments(Statement &call) const {
@@ -182,7 +199,7 @@ private:
     const Sql &m_text;
     std::vector<Statement> &m_statements;
     const std::function<void(Outcome)> &m_told;
-    qsizetype m_most;
+    Reading m_reading;
     Variables m_variables;
     Outcome m_outcome; ///< of the written statement that is under way
     int m_depth = 0;   ///< of procedures
@@ -215,9 +232,9 @@ std::vector<Statement> read(Driver &driver, const Sql &text) {
 } // namespace
 
 void runStatements(Driver &driver, const Sql &text, const std::function<void(Outcome)> &told,
-                   qsizetype most) {
+                   Reading reading) {
     std::vector<Statement> statements = read(driver, text);
-    Batch(driver, text, statements, told, most).run();
+    Batch(driver, text, statements, told, reading).run();
 }
 
 void requireReachable(const QString &dataSource) {

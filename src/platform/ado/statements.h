@@ -17,11 +17,18 @@ struct Outcome {
     std::int64_t rowsAffected = 0;
 };
 
+/// What is read of each result before it is told.
+struct Reading {
+    qsizetype most = 0; ///< rows; 0 for all
+    /// Nothing of a text that is one Select, where the engine can read its rows as they are asked for. They
+    /// carry no row identity, and @@rowcount stays what it was.
+    bool onDemand = false;
+};
+
 /// Reads `text` and runs its statements in their order, telling each outcome as it comes. The first that
-/// fails ends the run; of a procedure that fails nothing stays. `most` above 0: no more rows than that are
-/// read of any.
+/// fails ends the run; of a procedure that fails nothing stays.
 void runStatements(Driver &driver, const Sql &text, const std::function<void(Outcome)> &told,
-                   qsizetype most = 0);
+                   Reading reading = {});
 
 /// Opens the catalog that a "Data Source" names by its form: "." (the program's folder) or a path that begins
 /// with "./", "../" or "/" is an embedded catalog, "postgresql://..." a PostgreSQL server, anything else a

@@ -11,6 +11,9 @@ namespace zel::controls {
 
 namespace {
 
+constexpr int MostMeasured = 200;
+constexpr int LengthOfMany = 24;
+
 /// One column of rows, read as it is shown.
 class ColumnModel : public QAbstractListModel {
 public:
@@ -85,6 +88,10 @@ void DataCombo::fill(int picked) {
         setCurrentIndex(picked);
         m_absent.clear();
     }
+    // Of many rows the texts are not measured for the width.
+    const bool many = count() > MostMeasured;
+    setMinimumContentsLength(many ? LengthOfMany : 0);
+    setSizeAdjustPolicy(many ? AdjustToMinimumContentsLengthWithIcon : AdjustToContentsOnFirstShow);
     if (Text() != before)
         Q_EMIT changed();
 }

@@ -1,6 +1,7 @@
 #include "platform/controls/grid.h"
 
 #include "platform/controls/cell_delegate.h"
+#include "platform/controls/grid_header.h"
 #include "platform/controls/grid_model.h"
 #include "platform/controls/look.h"
 #include "platform/controls/shortcut.h"
@@ -9,6 +10,7 @@
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QLabel>
+#include <QScrollBar>
 
 #include <algorithm>
 
@@ -20,6 +22,7 @@ constexpr int DefaultTwips = 1440;
 constexpr int HeadingMargin = 16;
 constexpr int CellMargin = 16;
 constexpr int EmptyLabelTop = 18;
+constexpr qsizetype LeastRowsAtOnce = 64; ///< of a view that may have no size yet
 constexpr auto LargestAmount = "99,999,999,999.99";
 
 int headingWidth(const QHeaderView *header, const QString &heading) {
@@ -32,7 +35,10 @@ int amountWidth(const QFontMetrics &metrics) {
 
 } // namespace
 
-Grid::Grid(QWidget *parent) : QTableView(parent), m_model(new GridModel(this)) {
+Grid::Grid(QWidget *parent) : QTableView(parent), m_model(new GridModel) {
+    m_model->setParent(this);
+    setHorizontalHeader(new GridHeader(Qt::Horizontal, this));
+    setVerticalHeader(new GridHeader(Qt::Vertical, this));
     setModel(m_model);
     setItemDelegate(new CellDelegate(this));
     setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -55,11 +61,14 @@ Grid::Grid(QWidget *parent) : QTableView(parent), m_model(new GridModel(this)) {
 
     connect(this, &QAbstractItemView::clicked, this,
             [this](const QModelIndex &index) { Q_EMIT rowClicked(index.row() + 1); });
+    connect(verticalScrollBar(), &QScrollBar::sliderPressed, m_model, [this] { m_model->holdRows(true); });
+    connect(verticalScrollBar(), &QScrollBar::sliderReleased, m_model, [this] { m_model->holdRows(false); });
     setRows(2);
     applyWidths();
 }
 
 int Grid::Rows() const {
+    m_model->showAll();
     return m_model->rows();
 }
 
@@ -81,6 +90,7 @@ void Grid::setCols(int cols) {
 }
 
 QString Grid::TextMatrix(int row, int col) const {
+    m_model->showUpTo(row);
     return m_model->text(row, col);
 }
 
@@ -107,9 +117,20 @@ void Grid::Clear() {
 }
 
 void Grid::setDataSource(zel::RowsPtr rows) {
-    m_model->bind(std::move(rows));
+    // More than the view has room for, so that the scroll bar is there from the first.
+    m_model->bind(std::move(rows), qMax<qsizetype>(LeastRowsAtOnce, 2 * rowsOnView()));
     applyWidths();
     keepRow(1);
+}
+
+void Grid::showNone() {
+    m_model->showNone();
+    applyWidths();
+    keepRow(1);
+}
+
+qsizetype Grid::rowsOnView() const {
+    return viewport()->height() / verticalHeader()->defaultSectionSize() + 1;
 }
 
 void Grid::setColWidth(int col, int twips) {
@@ -144,6 +165,7 @@ int Grid::Row() const {
 }
 
 void Grid::setRow(int row) {
+    m_model->showUpTo(row);
     keepRow(row);
 }
 
@@ -155,12 +177,13 @@ int Grid::Col() const {
 /// the arrow keys could not leave.
 void Grid::keepRow(int row) {
     showEmptiness();
-    if (Rows() < 2)
+    const int last = m_model->rows() - 1;
+    if (last < 1)
         return;
     int col = 0;
     while (col < Cols() - 1 && isColumnHidden(col))
         ++col;
-    setCurrentIndex(m_model->index(qBound(1, row, Rows() - 1) - 1, col));
+    setCurrentIndex(m_model->index(qBound(1, row, last) - 1, col));
 }
 
 void Grid::applyWidth(int col) {
@@ -218,7 +241,7 @@ void Grid::setEmptyText(const QString &text) {
 void Grid::showEmptiness() {
     setShowGrid(!m_model->isBlank());
     if (m_emptyLabel)
-        m_emptyLabel->setVisible(m_model->isBlank() || Rows() < 2);
+        m_emptyLabel->setVisible(m_model->isBlank() || m_model->rows() < 2);
 }
 
 /// A blank row that stands alone is the current one, and not selected.

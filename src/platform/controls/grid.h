@@ -23,7 +23,8 @@ class Grid : public QTableView {
 public:
     explicit Grid(QWidget *parent = nullptr);
 
-    [[nodiscard]] int Rows() const; ///< the heading counted: 1 is an empty grid
+    /// The heading counted: 1 is an empty grid. Rows on demand are read for this to their end.
+    [[nodiscard]] int Rows() const;
     void setRows(int rows);
     [[nodiscard]] int Cols() const;
     void setCols(int cols);
@@ -35,8 +36,11 @@ public:
     /// Blanks every cell, headings too; Rows and Cols stay.
     void Clear();
     /// Shows these rows, their column names as headings, without a copy; the grid holds them until it is
-    /// bound anew, cleared or destroyed. Null unbinds: as many blank rows are left.
+    /// bound anew, cleared or destroyed. Null unbinds: as many blank rows are left. Of rows on demand a
+    /// screenful is read, and more are shown as they come.
     void setDataSource(zel::RowsPtr rows);
+    /// What a search without a row shows: unbound and cleared, one blank row below the heading.
+    void showNone();
     void setRedraw(bool redraw) { setUpdatesEnabled(redraw); }
 
     void setColWidth(int col, int twips);
@@ -69,6 +73,13 @@ Q_SIGNALS:
     void contextMenuAsked(const QPoint &globalPosition); ///< right click, Shift+F10 or the menu key
 
 protected:
+    void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
+    void updateGeometries() override;
+    void doItemsLayout() override;
+    bool event(QEvent *event) override;
+    bool viewportEvent(QEvent *event) override;
+    void verticalScrollbarValueChanged(int value) override;
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     void keyPressEvent(QKeyEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
@@ -82,6 +93,7 @@ private:
     void applyWidths();
     void spreadRest();
     void keepRow(int row);
+    [[nodiscard]] qsizetype rowsOnView() const;
     void showEmptiness();
 
     GridModel *m_model;

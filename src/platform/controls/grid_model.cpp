@@ -2,13 +2,48 @@
 
 #include "platform/base/error.h"
 
+#include <QTimerEvent>
+
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace zel::controls {
 
-void GridModel::bind(RowsPtr rows) {
+namespace {
+
+constexpr int LookMs = 30;
+constexpr int RowsAtOnce = 256;
+
+int fitting(qsizetype rows) {
+    return static_cast<int>(qMin<qsizetype>(rows, std::numeric_limits<int>::max() - 1));
+}
+
+} // namespace
+
+void GridModel::beginReset() {
+    const ForView view(this);
+    m_changing = true;
     beginResetModel();
+}
+
+void GridModel::endReset() {
+    m_looks.stop();
+    m_holdsRows = false;
+    m_shown = m_bound ? fitting(m_bound->rowsRead()) : 0;
+    if (m_bound && !m_bound->isWhole())
+        m_looks.start(LookMs, this);
+    const ForView view(this);
+    endResetModel();
+    m_changing = false;
+}
+
+void GridModel::bind(RowsPtr rows, qsizetype atOnce) {
+    if (rows)
+        rows->readOn(atOnce);
+    else
+        showAll();
+    beginReset();
     if (rows) {
         m_cells.clear();
         m_headings.clear();
@@ -16,7 +51,7 @@ void GridModel::bind(RowsPtr rows) {
         for (int col = 0; col < m_cols; ++col)
             m_headings << rows->columnName(col);
     } else if (m_bound) {
-        m_cells.assign(static_cast<std::size_t>(m_bound->rowCount()), QStringList());
+        m_cells.assign(static_cast<std::size_t>(m_shown), QStringList());
     }
     m_bound = std::move(rows);
     m_numbers.clear();
@@ -25,23 +60,77 @@ void GridModel::bind(RowsPtr rows) {
         m_numbers << m_bound->isNumber(col);
         m_amounts << m_bound->isAmount(col);
     }
-    endResetModel();
+    endReset();
 }
 
 void GridModel::clear() {
-    beginResetModel();
-    const auto count = static_cast<std::size_t>(rows() - 1);
+    showAll();
+    blank(static_cast<std::size_t>(rows() - 1));
+}
+
+void GridModel::showNone() {
+    blank(1);
+}
+
+void GridModel::blank(std::size_t count) {
+    beginReset();
     m_bound.reset();
     m_cells.assign(count, QStringList());
     m_headings.clear();
     m_numbers.clear();
     m_amounts.clear();
-    endResetModel();
+    endReset();
 }
 
 int GridModel::rows() const {
-    const qsizetype below = m_bound ? m_bound->rowCount() : static_cast<qsizetype>(m_cells.size());
-    return static_cast<int>(qMin<qsizetype>(below, std::numeric_limits<int>::max() - 1)) + 1;
+    return (m_bound ? m_shown : static_cast<int>(m_cells.size())) + 1;
+}
+
+void GridModel::showUpTo(qsizetype count) {
+    if (!m_bound || count <= m_shown)
+        return;
+    m_bound->readOn(count);
+    showRead();
+}
+
+void GridModel::showAll() {
+    showUpTo(std::numeric_limits<qsizetype>::max());
+}
+
+void GridModel::showRead() {
+    const int read = fitting(m_bound->rowsRead());
+    if (m_bound->isWhole())
+        m_looks.stop();
+    if (read == m_shown || std::exchange(m_changing, true))
+        return;
+    const ForView view(this);
+    beginInsertRows({}, m_shown, read - 1);
+    m_shown = read;
+    endInsertRows();
+    m_changing = false;
+}
+
+void GridModel::holdRows(bool hold) {
+    m_holdsRows = hold;
+    if (!hold && m_bound)
+        showRead();
+}
+
+void GridModel::timerEvent(QTimerEvent *event) {
+    if (event->timerId() != m_looks.timerId())
+        QAbstractTableModel::timerEvent(event);
+    else if (!m_holdsRows)
+        showRead();
+}
+
+bool GridModel::canFetchMore(const QModelIndex &parent) const {
+    return !parent.isValid() && m_bound && !m_holdsRows &&
+           (!m_bound->isWhole() || m_shown < m_bound->rowsRead());
+}
+
+void GridModel::fetchMore(const QModelIndex &parent) {
+    if (canFetchMore(parent))
+        showUpTo(m_shown + RowsAtOnce);
 }
 
 bool GridModel::isBlank() const {
@@ -51,9 +140,10 @@ bool GridModel::isBlank() const {
 
 void GridModel::setRows(int rows) {
     const int below = rows - 1;
-    const int present = this->rows() - 1;
     if (below < 0)
         throw Error(380, QStringLiteral("Invalid property value"));
+    showAll();
+    const int present = this->rows() - 1;
     if (below == present)
         return;
     copyBound();
@@ -73,6 +163,8 @@ void GridModel::setCols(int cols) {
         throw Error(380, QStringLiteral("Invalid property value"));
     if (cols == m_cols)
         return;
+    const ForView view(this);
+    m_changing = true;
     const bool grows = cols > m_cols;
     if (grows)
         beginInsertColumns({}, m_cols, cols - 1);
@@ -83,9 +175,11 @@ void GridModel::setCols(int cols) {
         endInsertColumns();
     else
         endRemoveColumns();
+    m_changing = false;
 }
 
 void GridModel::removeRow(int row) {
+    showAll();
     if (row < 1 || row >= rows())
         throw Error(30009, QStringLiteral("Invalid Row value"));
     copyBound();
@@ -108,6 +202,8 @@ QString GridModel::text(int row, int col) const {
 }
 
 void GridModel::setText(int row, int col, const QString &text) {
+    if (row > 0)
+        showAll();
     checkCell(row, col);
     if (row > 0)
         copyBound();
@@ -126,7 +222,7 @@ void GridModel::copyBound() {
         return;
     const RowsPtr source = std::move(m_bound);
     m_bound.reset();
-    m_cells.assign(static_cast<std::size_t>(source->rowCount()), QStringList());
+    m_cells.assign(static_cast<std::size_t>(m_shown), QStringList());
     for (std::size_t row = 0; row < m_cells.size(); ++row) {
         for (int col = 0; col < source->columnCount(); ++col)
             m_cells[row] << source->text(static_cast<qsizetype>(row), col);
@@ -136,8 +232,8 @@ void GridModel::copyBound() {
 void GridModel::setAlignment(int col, Qt::Alignment alignment) {
     m_alignments[col] = alignment;
     Q_EMIT headerDataChanged(Qt::Horizontal, col, col);
-    if (rowCount() > 0 && col < m_cols)
-        Q_EMIT dataChanged(index(0, col), index(rowCount() - 1, col), {Qt::TextAlignmentRole});
+    if (rows() > 1 && col < m_cols)
+        Q_EMIT dataChanged(index(0, col), index(rows() - 2, col), {Qt::TextAlignmentRole});
 }
 
 bool GridModel::holdsAmounts(int col) const {
@@ -150,8 +246,18 @@ Qt::Alignment GridModel::alignment(int col) const {
     return (set ? set : fallback) | Qt::AlignVCenter;
 }
 
+/// Rows that the model has anyway change nothing about it by being read.
 int GridModel::rowCount(const QModelIndex &parent) const {
+    if (m_forView == 0)
+        const_cast<GridModel *>(this)->showAll();
     return parent.isValid() ? 0 : rows() - 1;
+}
+
+QModelIndex GridModel::index(int row, int column, const QModelIndex &parent) const {
+    if (m_forView == 0)
+        const_cast<GridModel *>(this)->showUpTo(qsizetype(row) + 1);
+    const bool there = row >= 0 && row < rows() - 1 && column >= 0 && column < m_cols && !parent.isValid();
+    return there ? createIndex(row, column) : QModelIndex();
 }
 
 int GridModel::columnCount(const QModelIndex &parent) const {

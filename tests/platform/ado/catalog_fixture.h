@@ -61,11 +61,8 @@ inline int refusal(ado::Connection &connection, const Sql &statement) {
     return failure([&] { connection.Execute(statement); });
 }
 
-/// The rows of a statement as one text: cells parted by '|', rows by ';', Null as '~'.
-inline QString shown(ado::Connection &connection, const Sql &statement) {
-    ado::Recordset rs;
-    rs.Open(statement, connection);
-    const RowsPtr rows = rs.rows();
+/// Rows as one text: cells parted by '|', rows by ';', Null as '~'.
+inline QString shown(const RowsPtr &rows) {
     QStringList lines;
     for (qsizetype row = 0; row < rows->rowCount(); ++row) {
         QStringList cells;
@@ -74,6 +71,12 @@ inline QString shown(ado::Connection &connection, const Sql &statement) {
         lines.append(cells.join(u'|'));
     }
     return lines.join(u';');
+}
+
+inline QString shown(ado::Connection &connection, const Sql &statement) {
+    ado::Recordset rs;
+    rs.Open(statement, connection);
+    return shown(rs.rows());
 }
 
 /// What plain SQLite, without any function of ours, says to one statement: the cells of the first column by

@@ -10,6 +10,15 @@ Q_DECLARE_METATYPE(zel::Value)
 class tst_recordset : public QObject {
     Q_OBJECT
 
+    static constexpr Options OnDemand = adCmdText | adAsyncFetch;
+    static constexpr qsizetype Sessions = 1024;
+    static void addSessions(Connection &con) {
+        con.Execute("insert into tblSession values (0,'OLD')");
+        for (int count = 1; count < Sessions; count *= 2)
+            con.Execute("insert into tblSession select SessionId + "_sql + count +
+                        ",SessionName from tblSession");
+    }
+
 private Q_SLOTS:
     void fieldsRefuse_data() {
         QMetaType::registerConverter<QString, Value>();
@@ -274,6 +283,105 @@ private Q_SLOTS:
         rs.Fields("SessionName") = "Z";
         rs.Update();
         QCOMPARE(shown(catalog.con, "select SessionId,SessionName from tblSession"), "1|A;2|B;3|Z");
+    }
+
+    void rowsOnDemand_data() {
+        columns<bool, QString, QString>("byAnother", "change", "asked");
+        for (const bool byAnother : {false, true})
+            for (const char *change :
+                 {"delete from tblSession", "update tblSession set SessionName='NEW',SessionId=-SessionId",
+                  "insert into tblSession values (-1,'NEW')", "create index i on tblSession (SessionId)"})
+                for (const char *asked : {"count", "last row", "way to the end", "nothing", "login ends"})
+                    fill(QTest::addRow("%s %s, %s", byAnother ? "another's" : "own", change, asked),
+                         byAnother, change, asked);
+    }
+
+    /// To whoever asks, they are what a whole reading gave when the query ran; then nothing of it is held.
+    void rowsOnDemand() {
+        const auto [byAnother, change, asked] = fetched<bool, QString, QString>();
+        OpenCatalog catalog;
+        addSessions(catalog.con);
+        Connection another;
+        open(another, catalog.path());
+        const Sql list = "select SessionId,SessionName from tblSession";
+        const QString whole = shown(catalog.con, list);
+        Recordset rs;
+        rs.Open(list, catalog.con, adOpenKeyset, adLockOptimistic, OnDemand);
+        QCOMPARE(rs.Fields("SessionId").text(), "0");
+        const RowsPtr rows = rs.rows();
+        QVERIFY(!rows->isWhole() && rows->rowsRead() < 100);
+        (byAnother ? another : catalog.con).Execute(Sql::trusted(change.toStdString()));
+        QCOMPARE(plain(catalog.file(), "pragma wal_checkpoint(truncate)"), "1");
+        if (asked == "count") {
+            QCOMPARE(rs.RecordCount(), Sessions);
+        } else if (asked == "last row") {
+            QCOMPARE(rows->text(Sessions - 1, 0), QString::number(Sessions - 1));
+            QVERIFY_EXCEPTION_THROWN((void)rows->text(Sessions, 0), std::out_of_range);
+        } else if (asked == "way to the end") {
+            for (; !rs.atEnd(); rs.MoveNext())
+                QCOMPARE(rs.Fields("SessionName").text(), "OLD");
+        } else {
+            if (asked == "login ends")
+                catalog.con.Close();
+            QTRY_VERIFY(rows->isWhole());
+        }
+        QVERIFY(rows->isWhole());
+        QCOMPARE(plain(catalog.file(), "pragma wal_checkpoint(truncate)"), "0");
+        QCOMPARE(shown(rows), whole);
+    }
+
+    void onDemandButWhole_data() {
+        columns<QString, QString, int>("before", "list", "count");
+        row("an open transaction", "begin", "select * from tblSession", int(Sessions) + 1);
+        row("a temporary table",
+            "create table #s (SessionId int) insert into #s select SessionId from tblSession",
+            "select * from #s", int(Sessions));
+        row("more than a query", "", "select * from tblSession delete from tblSession", int(Sessions));
+        row("more lists on their way than connections", "lists", "select * from tblSession", int(Sessions));
+        row("told how many", "most", "select * from tblSession", 7);
+        row("no row", "", "select * from tblSession where 0=1", 0);
+    }
+
+    void onDemandButWhole() {
+        const auto [before, list, count] = fetched<QString, QString, int>();
+        OpenCatalog catalog;
+        addSessions(catalog.con);
+        std::optional<Transaction> transaction;
+        std::vector<std::unique_ptr<Recordset>> lists(before == "lists" ? 4 : 0);
+        Recordset rs;
+        if (before == "begin") {
+            transaction.emplace(catalog.con);
+            catalog.con.Execute("insert into tblSession values (-1,'NEW')");
+        } else if (before == "most") {
+            rs.MaxRecords = 7;
+        } else if (before.startsWith("create")) {
+            catalog.con.Execute(Sql::trusted(before.toStdString()));
+        }
+        for (std::unique_ptr<Recordset> &other : lists) {
+            other = std::make_unique<Recordset>();
+            other->Open("select * from tblSession", catalog.con, adOpenKeyset, adLockOptimistic, OnDemand);
+            QVERIFY(!other->rows()->isWhole());
+        }
+        rs.Open(Sql::trusted(list.toStdString()), catalog.con, adOpenKeyset, adLockOptimistic, OnDemand);
+        QCOMPARE(rs.atEnd(), count == 0);
+        QVERIFY(rs.rows()->isWhole());
+        QCOMPARE(rs.RecordCount(), count);
+    }
+
+    void onDemandRefuses() {
+        OpenCatalog catalog;
+        addSessions(catalog.con);
+        Recordset rs;
+        rs.Open("select * from tblSession", catalog.con, adOpenKeyset, adLockOptimistic, OnDemand);
+        QCOMPARE(failure([&] { rs.AddNew(); }), 3251);
+        QCOMPARE(failure([&] { rs.Fields("SessionName") = "NEW"; }), 3251);
+        rs.Close();
+        catalog.con.Execute("update tblSession set SessionName='7' update tblSession set SessionName='SEVEN' "
+                            "where SessionId=1000");
+        rs.Open("select convert(int,SessionName) as n from tblSession", catalog.con, adOpenKeyset,
+                adLockOptimistic, OnDemand);
+        QCOMPARE(rs.Fields("n").value(), Value(7));
+        QCOMPARE(failure([&] { (void)rs.RecordCount(); }), 245);
     }
 };
 

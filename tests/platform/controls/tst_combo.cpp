@@ -122,6 +122,32 @@ private Q_SLOTS:
         QTEST(int(changed.size()), "changes");
     }
 
+    /// Bound, laid out and painted: of many rows hardly one is read.
+    void manyRowsAreNotMeasured() {
+        class Students : public TableRows {
+        public:
+            Students() : TableRows({"#AppID", "StuName"}, {}) {}
+            qsizetype rowCount() const override { return 20000; }
+            QString text(qsizetype row, int) const override {
+                ++reads;
+                return QString::number(row);
+            }
+            mutable int reads = 0;
+        };
+        const auto students = std::make_shared<Students>();
+        DataCombo combo;
+        combo.setRowSource(students);
+        combo.setListField("StuName");
+        combo.setBoundColumn("AppID");
+        combo.setCurrentIndex(combo.count() - 1);
+        combo.adjustSize();
+        combo.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&combo));
+        QCOMPARE(combo.Text(), "19999");
+        QVERIFY2(students->reads < 100, qPrintable(QString::number(students->reads)));
+        QVERIFY(combo.width() > combo.fontMetrics().horizontalAdvance("A STUDENT'S NAME"));
+    }
+
     void dataComboRefusesUnknownColumns() {
         DataCombo combo;
         combo.setRowSource(courses());

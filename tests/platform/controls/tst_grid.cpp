@@ -12,9 +12,14 @@
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QLabel>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
 #include <QToolTip>
+
+#include <functional>
+
+Q_DECLARE_METATYPE(std::function<void(zel::controls::Grid &)>)
 
 using namespace zel;
 using namespace zel::controls;
@@ -55,6 +60,20 @@ public:
     mutable int reads = 0;
 };
 
+/// Rows on demand.
+class ComingRows : public CountingRows {
+public:
+    static constexpr int Count = 5000;
+    qsizetype rowCount() const override {
+        readOn(Count);
+        return read;
+    }
+    qsizetype rowsRead() const override { return read; }
+    bool isWhole() const override { return read == Count; }
+    void readOn(qsizetype count) const override { read = std::max(read, std::min<qsizetype>(count, Count)); }
+    mutable qsizetype read = 1;
+};
+
 } // namespace
 
 class tst_grid : public QObject {
@@ -80,6 +99,15 @@ private Q_SLOTS:
         model.setRows(2);
         model.bind(TableRows::make(Names, {}));
         model.setRows(1);
+        const auto coming = std::make_shared<ComingRows>();
+        model.bind(coming, 64);
+        model.showUpTo(1000);
+        model.setCols(3);
+        QCOMPARE(model.rowCount(), ComingRows::Count);
+        model.bind(std::make_shared<ComingRows>());
+        model.removeRow(4000);
+        model.bind(std::make_shared<ComingRows>());
+        model.showNone();
     }
 
     void bound() {
@@ -351,6 +379,105 @@ private Q_SLOTS:
         QTest::keyClick(&grid, '7');
         QTest::qWait(50);
         QVERIFY(rows->reads < 2000);
+    }
+
+    /// What is done to a grid of rows on demand, and how many of them are read for it.
+    void rowsAreReadAsAsked_data() {
+        columns<std::function<void(Grid &)>, int, int>("asks", "least", "most");
+        const auto key = [](Qt::Key pressed, Qt::KeyboardModifiers modifiers = {}, int times = 1) {
+            return std::function<void(Grid &)>([=](Grid &grid) {
+                for (int time = 0; time < times; ++time)
+                    QTest::keyClick(&grid, pressed, modifiers);
+            });
+        };
+        const auto asks = [](auto action) { return std::function<void(Grid &)>(action); };
+        constexpr int All = ComingRows::Count;
+        row("painting", asks([](Grid &) {}), 20, 100);
+        row("an arrow", key(Qt::Key_Down), 20, 100);
+        row("the row's end", key(Qt::Key_End), 20, 100);
+        row("arrows", key(Qt::Key_Down, {}, 200), 201, 300);
+        row("pages", key(Qt::Key_PageDown, {}, 20), 201, 600);
+        row("the end", key(Qt::Key_End, Qt::ControlModifier), All, All);
+        row("scrolling down", asks([](Grid &grid) {
+                for (int time = 0; time < 3; ++time)
+                    grid.verticalScrollBar()->setValue(grid.verticalScrollBar()->maximum());
+            }),
+            300, 1500);
+        row("a cell", asks([](Grid &grid) { QCOMPARE(grid.TextMatrix(900, 0), "899"); }), 900, 1000);
+        row("a row made current", asks([](Grid &grid) {
+                grid.setRow(900);
+                QCOMPARE(grid.Row(), 900);
+            }),
+            900, 1300);
+        row("an index", asks([](Grid &grid) { QVERIFY(grid.model()->index(899, 1).isValid()); }), 900, 1000);
+        row("the number of rows", asks([](Grid &grid) { QCOMPARE(grid.Rows(), All + 1); }), All, All);
+        row("the model's", asks([](Grid &grid) { QCOMPARE(grid.model()->rowCount(), All); }), All, All);
+        row("blank rows", asks([](Grid &grid) {
+                grid.setDataSource(nullptr);
+                QCOMPARE(grid.Rows(), All + 1);
+            }),
+            All, All);
+        row("a change", asks([](Grid &grid) {
+                grid.RemoveItem(1);
+                QCOMPARE(grid.Rows(), All);
+            }),
+            All, All);
+        row("nothing found after it", asks([](Grid &grid) {
+                grid.showNone();
+                QCOMPARE(grid.Rows(), 2);
+            }),
+            20, 100);
+        row("a click", asks([](Grid &grid) {
+                QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, QPoint(20, 50));
+                QCOMPARE(grid.Row(), 50 / grid.rowHeight(0) + 1);
+            }),
+            20, 100);
+        row("headings", asks([](Grid &grid) { grid.setTextMatrix(0, 0, "SESSION"); }), 20, 100);
+    }
+
+    void rowsAreReadAsAsked() {
+        QFETCH(std::function<void(Grid &)>, asks);
+        Grid grid;
+        grid.resize(600, 400);
+        grid.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&grid));
+        const auto rows = std::make_shared<ComingRows>();
+        grid.setDataSource(rows);
+        QTest::qWait(20);
+        asks(grid);
+        QTest::qWait(60);
+        QFETCH(int, least);
+        QFETCH(int, most);
+        QVERIFY2(rows->read >= least && rows->read <= most, qPrintable(QString::number(rows->read)));
+    }
+
+    /// The user's place stays while rows come; none come under the hand that holds the scroll bar.
+    void comingRowsLeaveThePlace() {
+        Grid grid;
+        grid.resize(600, 400);
+        grid.setDataSource(threeRows());
+        grid.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&grid));
+        const auto rows = std::make_shared<ComingRows>();
+        grid.setDataSource(rows);
+        QScrollBar &bar = *grid.verticalScrollBar();
+        QVERIFY(bar.isVisible());
+        grid.setRow(50);
+        const int value = bar.value();
+        const int range = bar.maximum();
+        QVERIFY(value > 0);
+        bar.setSliderDown(true);
+        rows->readOn(2000);
+        QTest::qWait(100);
+        QCOMPARE(bar.maximum(), range);
+        bar.setSliderDown(false);
+        for (const int read : {3000, ComingRows::Count}) {
+            rows->readOn(read);
+            QTRY_VERIFY(bar.maximum() > read - 50);
+            QCOMPARE(bar.value(), value);
+            QCOMPARE(grid.Row(), 50);
+            QVERIFY(grid.selectionModel()->isRowSelected(49));
+        }
     }
 };
 

@@ -4,6 +4,8 @@ CREATE TABLE VouSetting (VouStatus char(2) NULL, AcCode varchar(20) NULL)
 CREATE TABLE MasJV (VouNo int NOT NULL, VouStatus char(2) NOT NULL, VouDate datetime NULL, TotalAmount numeric(18,2) NULL)
 CREATE TABLE DetJV (VouNo int NOT NULL, VouStatus char(2) NOT NULL, VouDate datetime NULL, EntryNo smallint NULL,
     AcCode int NULL, SubID int NULL, CrAc int NULL, DrAmt numeric(18,2) NULL, CrAmt numeric(18,2) NULL, Naration varchar(200) NULL)
+CREATE TABLE tblMasApp (AppID int NOT NULL, StuName varchar(100) NULL)
+CREATE INDEX iApplication ON tblMasApp (AppID)
 CREATE INDEX iNodes ON Accounts (AcNodes)
 CREATE INDEX iMasVoucher ON MasJV (VouStatus, VouNo)
 CREATE INDEX iVoucher ON DetJV (VouStatus, VouNo, DrAmt)

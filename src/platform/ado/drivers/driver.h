@@ -59,6 +59,10 @@ public:
     /// The rows of a Select: all, read to the end, or the first `most` when that is above 0.
     [[nodiscard]] virtual std::shared_ptr<const RowSet> query(const tsql::Statement &statement,
                                                               const Variables &variables, qsizetype most) = 0;
+    /// The same rows, to be read as they are asked for: begun, on a snapshot that no later write changes.
+    /// Null where this is not possible; then query() has them.
+    [[nodiscard]] virtual std::unique_ptr<RowSource> readOnDemand(const tsql::Statement &statement,
+                                                                  const Variables &variables) = 0;
     /// Gives the statement's targets the cells of its rows, row by row, and tells each; the number of rows.
     virtual std::int64_t assign(const tsql::Statement &statement, Variables &variables,
                                 const std::function<void()> &told = {}) = 0;

@@ -3,7 +3,12 @@
 #include "platform/base/date_text.h"
 #include "platform/base/number_text.h"
 
+#include <QBasicTimer>
+#include <QElapsedTimer>
+#include <QObject>
+
 #include <algorithm>
+#include <limits>
 #include <stdexcept>
 
 namespace zel::ado {
@@ -96,11 +101,65 @@ Value fromText(std::string_view cell, TypeKind kind) {
 
 } // namespace
 
+/// Reads on in slices, each short enough that a key does not wait, once the first rows are painted.
+class RowSet::IdleReading : public QObject {
+public:
+    explicit IdleReading(const RowSet &rows) : m_rows(rows) {
+        constexpr int PaintedMs = 20;
+        m_timer.start(PaintedMs, this);
+    }
+
+protected:
+    void timerEvent(QTimerEvent *) override {
+        constexpr qint64 SliceNs = 4'000'000;
+        constexpr qsizetype RowsBetweenLooks = 32;
+        QElapsedTimer slice;
+        slice.start();
+        do {
+            m_rows.readOn(m_rows.rowsRead() + RowsBetweenLooks);
+        } while (!m_rows.isWhole() && slice.nsecsElapsed() < SliceNs);
+        if (m_rows.isWhole())
+            m_timer.stop();
+        else
+            m_timer.start(0, this);
+    }
+
+private:
+    const RowSet &m_rows;
+    QBasicTimer m_timer;
+};
+
 RowSet::RowSet(std::vector<tsql::ResultColumn> columns, bool withIdentity)
     : m_columns(std::move(columns)),
       m_asciiNames(std::all_of(m_columns.begin(), m_columns.end(),
                                [](const tsql::ResultColumn &column) { return isAscii(column.name); })),
       m_width(qsizetype(m_columns.size()) + (withIdentity ? 1 : 0)) {}
+
+RowSet::RowSet(std::vector<tsql::ResultColumn> columns, std::unique_ptr<RowSource> source)
+    : RowSet(std::move(columns)) {
+    m_source = std::move(source);
+    m_idleReading = std::make_unique<IdleReading>(*this);
+}
+
+RowSet::~RowSet() = default;
+
+qsizetype RowSet::rowCount() const {
+    readOn(std::numeric_limits<qsizetype>::max());
+    return rowsRead();
+}
+
+/// Rows on demand are the same rows whenever they are read, so that reading them changes nothing to anybody.
+void RowSet::readOn(qsizetype count) const {
+    auto &rows = const_cast<RowSet &>(*this);
+    while (m_source && rowsRead() < count) {
+        // A source that fails is not asked again.
+        std::unique_ptr<RowSource> source = std::move(rows.m_source);
+        if (source->append(rows))
+            rows.m_source = std::move(source);
+        else
+            rows.finish();
+    }
+}
 
 void RowSet::finish() {
     m_tags.trim();
@@ -109,7 +168,7 @@ void RowSet::finish() {
 }
 
 std::size_t RowSet::index(qsizetype row, qsizetype column) const {
-    if (row < 0 || column < 0 || column >= m_width || row >= rowCount())
+    if (row < 0 || column < 0 || column >= m_width || !holds(row))
         throw std::out_of_range("RowSet");
     return std::size_t(row * m_width + column);
 }

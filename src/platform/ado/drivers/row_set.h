@@ -6,18 +6,37 @@
 
 #include <bit>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string_view>
 #include <vector>
 
 namespace zel::ado {
 
-/// The rows of one result: eight bytes and a tag a cell, all texts in one arena. Filled once by a driver, row
-/// by row and in each row column by column, and immutable from then on.
+class RowSet;
+
+/// Where rows that are read on demand come from: a statement that an engine has begun, on a snapshot of the
+/// catalog that its end, or its loss, lets go of.
+class RowSource {
+public:
+    RowSource() = default;
+    RowSource(const RowSource &) = delete;
+    RowSource &operator=(const RowSource &) = delete;
+    virtual ~RowSource() = default;
+    /// Appends the next row; false when there is none.
+    virtual bool append(RowSet &rows) = 0;
+};
+
+/// The rows of one result: eight bytes and a tag a cell, all texts in one arena. Filled by a driver, row by
+/// row and in each row column by column: at once, or as they are asked for. What is there never changes.
 class RowSet final : public Rows {
 public:
     /// `withIdentity`: each row carries the engine's row identity as one more cell behind the columns.
     explicit RowSet(std::vector<tsql::ResultColumn> columns, bool withIdentity = false);
+    /// Rows on demand. While the event loop has nothing else to do they are read on to their end, so that no
+    /// snapshot stays open for long.
+    RowSet(std::vector<tsql::ResultColumn> columns, std::unique_ptr<RowSource> source);
+    ~RowSet() override;
 
     void appendNull() { append(Tag::Null, 0); }
     void appendInteger(std::int64_t value) { append(Tag::Integer, value); }
@@ -30,9 +49,12 @@ public:
     /// Gives back what growing held in reserve.
     void finish();
 
-    [[nodiscard]] qsizetype rowCount() const override {
+    [[nodiscard]] qsizetype rowCount() const override;
+    [[nodiscard]] qsizetype rowsRead() const override {
         return m_width ? qsizetype(m_cells.size()) / m_width : 0;
     }
+    [[nodiscard]] bool isWhole() const override { return !m_source; }
+    void readOn(qsizetype count) const override;
     [[nodiscard]] int columnCount() const override { return int(m_columns.size()); }
     [[nodiscard]] QString columnName(int column) const override;
     [[nodiscard]] int columnIndex(const QString &name) const override;
@@ -53,6 +75,7 @@ public:
 
 private:
     enum class Tag : std::uint8_t { Null, Integer, Real, Text };
+    class IdleReading;
 
     void append(Tag tag, std::int64_t cell) {
         m_tags.append(tag);
@@ -70,6 +93,8 @@ private:
     PackedArray<Tag> m_tags;
     PackedArray<std::int64_t> m_cells;
     PackedArray<char> m_bytes;
+    std::unique_ptr<RowSource> m_source; ///< null once all rows are there
+    std::unique_ptr<IdleReading> m_idleReading;
 };
 
 } // namespace zel::ado

@@ -12,45 +12,10 @@ namespace {
 using tsql::StatementKind;
 
 
-void appendCell(RowSet &rows, sqlite3_stmt *statement, int column) {
-    switch (sqlite3_column_type(statement, column)) {
-    case SQLITE_INTEGER:
-        rows.appendInteger(sqlite3_column_int64(statement, column));
-        break;
-    case SQLITE_FLOAT:
-        rows.appendReal(sqlite3_column_double(statement, column));
-        break;
-    case SQLITE_NULL:
-        rows.appendNull();
-        break;
-    default: {
-        const auto *bytes = static_cast<const char *>(sqlite3_column_blob(statement, column));
-        const auto length = std::size_t(sqlite3_column_bytes(statement, column));
-        if (length > RowSet::LongestText)
-            throw Error(8152, "A text of the result is too long.");
-        rows.appendText({bytes, length});
-    }
-    }
-}
-
-void bindVariables(SqliteSession::Running &running, const tsql::Statement &statement,
-                   const Variables &variables) {
-    int parameter = 0;
-    for (const tsql::Slot slot : statement.parameters) {
-        ++parameter;
-        if (slot >= variables.size())
-            continue;
-        if (const auto *text = std::get_if<std::string>(&variables[slot].storage()))
-            running.bind(parameter, std::string_view(*text)); // copied: it may be assigned to meanwhile
-        else
-            running.bind(parameter, variables[slot]);
-    }
-}
-
 } // namespace
 
 SqliteDriver::SqliteDriver(const std::string &path, SqliteSession::Purpose purpose)
-    : m_session(path, purpose), m_catalog(m_session), m_logins(m_session),
+    : m_session(path, purpose), m_catalog(m_session), m_logins(m_session), m_readers(path),
       m_inUse(purpose == SqliteSession::Purpose::Use) {}
 
 /// A connection that wrote leaves behind what the next run's query plans need, where that is cheap; a failure
@@ -81,17 +46,18 @@ std::shared_ptr<const RowSet> SqliteDriver::query(const tsql::Statement &stateme
                                                   const Variables &variables, qsizetype most) {
     SqliteSession::Running running = prepare(statement);
     bindVariables(running, statement, variables);
-    sqlite3_stmt *engine = running.get();
-    const int cells = sqlite3_column_count(engine);
-    const bool withIdentity = !statement.baseTable.empty();
-    if (cells != int(statement.columns.size()) + (withIdentity ? 1 : 0))
-        throw Error(50000, "The engine gives other columns than the statement has.");
-    auto rows = std::make_shared<RowSet>(statement.columns, withIdentity);
-    while ((most <= 0 || rows->rowCount() < most) && running.step())
-        for (int column = 0; column < cells; ++column)
-            appendCell(*rows, engine, column);
+    const int cells = cellsOf(running, statement);
+    auto rows = std::make_shared<RowSet>(statement.columns, !statement.baseTable.empty());
+    while ((most <= 0 || rows->rowsRead() < most) && running.step())
+        appendRow(*rows, running, cells);
     rows->finish();
     return rows;
+}
+
+/// What is not committed yet, nobody but this connection sees.
+std::unique_ptr<RowSource> SqliteDriver::readOnDemand(const tsql::Statement &statement,
+                                                      const Variables &variables) {
+    return m_inUse && !m_session.inTransaction() ? m_readers.begin(statement, variables) : nullptr;
 }
 
 std::int64_t SqliteDriver::assign(const tsql::Statement &statement, Variables &variables,

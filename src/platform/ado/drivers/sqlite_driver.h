@@ -4,6 +4,7 @@
 #include "platform/ado/drivers/sqlite_catalog.h"
 #include "platform/ado/drivers/sqlite_logins.h"
 #include "platform/ado/drivers/sqlite_row_texts.h"
+#include "platform/ado/drivers/sqlite_rows.h"
 #include "platform/ado/drivers/sqlite_session.h"
 
 #include <QString>
@@ -58,6 +59,8 @@ public:
 
     [[nodiscard]] std::shared_ptr<const RowSet> query(const tsql::Statement &statement,
                                                       const Variables &variables, qsizetype most) override;
+    [[nodiscard]] std::unique_ptr<RowSource> readOnDemand(const tsql::Statement &statement,
+                                                          const Variables &variables) override;
     std::int64_t assign(const tsql::Statement &statement, Variables &variables,
                         const std::function<void()> &told) override;
     [[nodiscard]] std::int64_t lastIdentity() const override {
@@ -104,6 +107,7 @@ private:
     SqliteSession m_session;
     mutable SqliteCatalog m_catalog; ///< reads a table when it is first asked for
     SqliteLogins m_logins;
+    SqliteReaders m_readers;
     std::optional<std::string> m_caller;
     InsertText m_insert;
     bool m_transaction = false;
