@@ -118,8 +118,8 @@ bool measureScreens() {
     bool within = true;
     shell::Screens screens = menuScreens();
     screens["lock prompt"] = shell::shows(shell::frmLocPass::reference);
-    for (const auto &[name, open] : screens) {
-        within &= measure(name, [&open = open](int) {
+    for (const auto &[name, screen] : screens) {
+        within &= measure(name, [&open = screen.open](int) {
             open();
             settle();
             unloadScreens();

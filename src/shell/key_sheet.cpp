@@ -15,15 +15,18 @@
 #include <QScreen>
 #include <QShortcut>
 #include <QTextBrowser>
+#include <QTextDocument>
 #include <QVBoxLayout>
 
 #include <algorithm>
 #include <map>
+#include <memory>
 
 namespace zel::shell {
 
 namespace {
 
+constexpr double PrintedSize = 8; ///< points, at which all keys stand on one page
 constexpr controls::Shortcut PrintSheet{Qt::CTRL | Qt::Key_P, "Prints the sheet"};
 
 KeySection sectionOf(const QString &title, Shortcuts keys) {
@@ -203,7 +206,11 @@ KeySheet::KeySheet(QWidget *window, const QWidget *screen) : QDialog(window), m_
 
 bool KeySheet::print(QPrinter &printer) const {
     printer.setDocName("Keys");
-    m_text->document()->print(&printer);
+    const std::unique_ptr<QTextDocument> page(m_text->document()->clone());
+    QFont small = page->defaultFont();
+    small.setPointSizeF(PrintedSize);
+    page->setDefaultFont(small);
+    page->print(&printer);
     return printer.printerState() != QPrinter::Error;
 }
 
