@@ -151,8 +151,8 @@ bool measureScreens() {
     screens["frmFindAC"] = shell::shows(accounts::frmFindAC::reference);
     screens["frmFindApp"] = shell::shows(institute::frmFindApp::reference);
     screens["frmSearchSub"] = shell::shows(institute::frmSearchSub::reference);
-    for (const auto &[name, open] : screens) {
-        within &= measure(name, [&open = open](int) {
+    for (const auto &[name, screen] : screens) {
+        within &= measure(name, [&open = screen.open](int) {
             open();
             settle();
             unloadScreens();

@@ -64,10 +64,10 @@ int main(int argc, char **argv) {
     bool within = true;
     for (const char *item :
          {"mnuApp", "mnuRecvVou", "mnuCarryFor", "mnuCourse", "mnuSubject", "mnuStuFeeDet"})
-        within &= opens(item, screens.at(item));
-    within &= opens("frmFindApp", shell::shows(institute::frmFindApp::reference));
-    within &= opens("frmSearchSub", shell::shows(institute::frmSearchSub::reference));
-    within &= opens("frmFindAC", shell::shows(accounts::frmFindAC::reference));
+        within &= opens(item, screens.at(item).open);
+    within &= opens("frmFindApp", shell::shows(institute::frmFindApp::reference).open);
+    within &= opens("frmSearchSub", shell::shows(institute::frmSearchSub::reference).open);
+    within &= opens("frmFindAC", shell::shows(accounts::frmFindAC::reference).open);
 
     institute::frmFindApp::reference->Show();
     accounts::frmFindAC::reference->Show();

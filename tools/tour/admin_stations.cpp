@@ -91,6 +91,7 @@ void addUser() {
     fill({{"txt_User_Nm", "farah"}, {"txt_Desig", "accounts clerk"}, {"txt_User_pass", "lilac7"}});
     tabTo("Opt_Admin");
     key(Qt::Key_Down);
+    key(Qt::Key_Space);
     shot(frame(), "user");
     key(Qt::Key_F9);
     turnTo(screen, "SSTab1", 1);
