@@ -86,7 +86,7 @@ private:
             refuse(piece, index);
         if (index > 0 && m_tokens[index - 1].end == first.begin && growsWith(m_tokens[index - 1]))
             refuse(piece, index);
-        if (m_tokens[last + 1].begin == end && m_tokens[last + 1].sign == '.')
+        if (end < m_source.size() && m_source[end] == '.')
             refuse(piece, index);
     }
 
