@@ -45,7 +45,9 @@ bool isWorkTable(const std::string &name) {
     return name.starts_with("rpt");
 }
 
-/// An index that the pattern has not is of an earlier version, and only costs time when rows are written.
+/// Indexes of earlier versions that only cost time when rows are written.
+constexpr const char *Dropped[] = {"ixDetJVContra", "ixDetJVNumber"};
+
 bool refreshTablesAndIndexes(SqliteSession &pattern, SqliteSession &session) {
     bool changed = false;
     for (const auto &[type, name, sql] : definitions(pattern)) {
@@ -58,10 +60,10 @@ bool refreshTablesAndIndexes(SqliteSession &pattern, SqliteSession &session) {
         session.execute(sql.c_str());
         changed = true;
     }
-    for (const auto &[type, name, sql] : definitions(session)) {
-        if (type != "index" || !present(pattern, name).empty())
+    for (const char *name : Dropped) {
+        if (present(session, name).empty())
             continue;
-        session.execute(("drop index " + name).c_str());
+        session.execute((std::string("drop index ") + name).c_str());
         changed = true;
     }
     return changed;
