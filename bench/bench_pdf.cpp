@@ -62,7 +62,7 @@ class KeptRows final : public report::Source {
 public:
     explicit KeptRows(std::shared_ptr<report::Source> source) : m_source(std::move(source)) {}
     RowsPtr rows(const Sql &select) override {
-        RowsPtr &kept = m_rows[select.text()];
+        RowsPtr &kept = m_rows[std::string(select.text())];
         if (!kept)
             kept = m_source->rows(select);
         return kept;

@@ -61,7 +61,7 @@ int main(int argc, char **argv) {
     using namespace zel;
     controls::Application application(argc, argv);
     bench::connect(QString::fromLocal8Bit(argv[1]));
-    menuScreens().at("mnuSubTBSimple")();
+    menuScreens().at("mnuSubTBSimple").open();
     reports::frmRPTAccounts &screen = *reports::frmRPTAccounts::reference;
     screen.findChild<controls::DateBox *>("DTPicker1")->setValue(QDate(2025, 1, 1));
     screen.findChild<controls::DateBox *>("DTPicker2")->setValue(QDate(2025, 12, 31));
