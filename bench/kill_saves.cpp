@@ -1,6 +1,6 @@
 // Kills saves at random statements: kill_saves [KILLS]. Each kill is a process that opens a copy of one small
-// institute, enters on the real screen and goes at the statement; then the check must name what the told
-// order of the statements had left by then, and nothing else. Of the five kinds that are entered by hand
+// institute, enters on the real screen and goes at the statement; then the check must name what the
+// statements before it had left by then, and nothing else. Of the five kinds that are entered by hand
 // nothing may be left, since their saves are transactions.
 #include "desk.h"
 #include "kill_scenarios.h"
@@ -94,7 +94,7 @@ QString found(const QString &folder) {
     return names.join(QStringLiteral("; "));
 }
 
-/// The told order up to the last write that began before the kill; "" when it was not kept.
+/// The scenario's order up to the last write that began before the kill; "" when it was not kept.
 QString expected(const Scenario &scenario) {
     if (scenario.steps.empty())
         return {};
@@ -121,7 +121,8 @@ class Kills {
 public:
     Kills() { bench::makeKillCatalog(m_base.path()); }
 
-    /// Each once to its end, which tells how many statements it has; false when one is not as it is told.
+    /// Each once to its end, which tells how many statements it has; false when one is not as its scenario
+    /// says.
     bool playAll() {
         bool asTold = true;
         for (const Scenario &scenario : m_scenarios) {
